@@ -1,0 +1,95 @@
+# What `cmake --install` puts where, and what other projects find there: CMake package, pkg-config.
+include(CMakePackageConfigHelpers)
+
+# Folder names as short as `host` stay out of the include folder that all packages share.
+set(HX_INSTALL_INCLUDEDIR ${CMAKE_INSTALL_INCLUDEDIR}/hxmidikit)
+# Device plugins, of this project and of others; the host program looks for them here.
+set(HX_INSTALL_PLUGINDIR ${CMAKE_INSTALL_LIBDIR}/hxmidikit/plugins)
+set(HX_INSTALL_CMAKEDIR ${CMAKE_INSTALL_LIBDIR}/cmake/HxMidiKit)
+set(HX_INSTALL_PKGCONFIGDIR ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+
+# hx_relative_install_path(RESULT FROM TO): how to get from one installed folder to another, so that
+# an installation may be moved as a whole.
+function(hx_relative_install_path result from to)
+  foreach(folder from to)
+    get_filename_component(${folder} ${${folder}} ABSOLUTE BASE_DIR ${CMAKE_INSTALL_PREFIX})
+  endforeach()
+  file(RELATIVE_PATH path ${from} ${to})
+  string(REGEX REPLACE "/$" "" path ${path})
+  set(${result} ${path} PARENT_SCOPE)
+endfunction()
+
+# hx_install_library(TARGET DESCRIPTION TEXT [REQUIRES PACKAGE...] [EXPORT NAME] HEADERS FILE...):
+# a library that other projects link. The headers go into a folder named as the room's, so that they
+# are included by the same name as here. REQUIRES names the pkg-config packages it leans on.
+function(hx_install_library target)
+  cmake_parse_arguments(ARG "" "DESCRIPTION;EXPORT" "REQUIRES;HEADERS" ${ARGN})
+  if(NOT ARG_EXPORT)
+    set(ARG_EXPORT HxMidiKitTargets)
+  endif()
+  add_library(HxMidiKit::${target} ALIAS ${target})
+  get_filename_component(room ${CMAKE_CURRENT_SOURCE_DIR} NAME)
+  install(TARGETS ${target} EXPORT ${ARG_EXPORT}
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    INCLUDES DESTINATION ${HX_INSTALL_INCLUDEDIR})
+  install(FILES ${ARG_HEADERS} DESTINATION ${HX_INSTALL_INCLUDEDIR}/${room})
+  hx_install_pkgconfig(${target} "${ARG_DESCRIPTION}" "${ARG_REQUIRES}")
+endfunction()
+
+function(hx_install_pkgconfig target description requires)
+  string(REPLACE ";" ", " PC_REQUIRES "${requires}")
+  set(PC_NAME ${target})
+  set(PC_DESCRIPTION "${description}")
+  set(PC_LIBS "")
+  get_target_property(type ${target} TYPE)
+  if(NOT type STREQUAL INTERFACE_LIBRARY)
+    set(PC_LIBS "-L\${libdir} -l${target}")
+  endif()
+  hx_relative_install_path(PC_PREFIX ${HX_INSTALL_PKGCONFIGDIR} .)
+  configure_file(${PROJECT_SOURCE_DIR}/cmake/library.pc.in
+    ${PROJECT_BINARY_DIR}/pkgconfig/${target}.pc @ONLY)
+  install(FILES ${PROJECT_BINARY_DIR}/pkgconfig/${target}.pc
+    DESTINATION ${HX_INSTALL_PKGCONFIGDIR})
+endfunction()
+
+# hx_install_program(TARGET): with its manual pages and shell completions, where there are some.
+function(hx_install_program target)
+  install(TARGETS ${target} EXPORT HxMidiKitTargets RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+  file(GLOB pages CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/man/${target}.1
+    ${PROJECT_SOURCE_DIR}/docs/man/${target}-*.1)
+  install(FILES ${pages} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+  hx_install_completion(${target}.bash bash-completion/completions/${target})
+  hx_install_completion(_${target} zsh/site-functions/_${target})
+  hx_install_completion(${target}.fish fish/vendor_completions.d/${target}.fish)
+endfunction()
+
+function(hx_install_completion source destination)
+  get_filename_component(folder ${destination} DIRECTORY)
+  get_filename_component(name ${destination} NAME)
+  file(GLOB found CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/completions/${source})
+  if(found)
+    install(FILES ${found} DESTINATION ${CMAKE_INSTALL_DATADIR}/${folder} RENAME ${name})
+  endif()
+endfunction()
+
+# hx_install_package(): call it last, when every target is known.
+function(hx_install_package)
+  configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/HxMidiKitConfig.cmake.in
+    ${PROJECT_BINARY_DIR}/HxMidiKitConfig.cmake
+    INSTALL_DESTINATION ${HX_INSTALL_CMAKEDIR}
+    PATH_VARS HX_INSTALL_PLUGINDIR)
+  # Before 1.0 a minor version may change the interfaces.
+  write_basic_package_version_file(${PROJECT_BINARY_DIR}/HxMidiKitConfigVersion.cmake
+    COMPATIBILITY SameMinorVersion)
+  install(FILES
+    ${PROJECT_BINARY_DIR}/HxMidiKitConfig.cmake
+    ${PROJECT_BINARY_DIR}/HxMidiKitConfigVersion.cmake
+    ${PROJECT_SOURCE_DIR}/cmake/FindRtMidi.cmake
+    DESTINATION ${HX_INSTALL_CMAKEDIR})
+  file(GLOB documents CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/*.md ${PROJECT_SOURCE_DIR}/docs/*.svg)
+  install(FILES ${documents} DESTINATION ${CMAKE_INSTALL_DOCDIR})
+  foreach(set IN ITEMS HxMidiKitTargets HxMidiKitPortsTargets)
+    install(EXPORT ${set} DESTINATION ${HX_INSTALL_CMAKEDIR})
+  endforeach()
+endfunction()
