@@ -1,0 +1,53 @@
+#include "mididata/HxMidiData.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+
+namespace {
+
+/** A run of indexes whose bytes may differ by up to `tolerance`. */
+struct ComparedRange {
+    int begin;
+    int end;
+    int tolerance;
+};
+
+/** What is compared; indexes that stand in no range are not, 632 included. */
+constexpr ComparedRange comparedRanges[] = {
+    {0, 10, 0}, {10, 14, 4}, {17, 26, 4}, {26, 69, 0}, {71, 76, 0}, {633, 648, 0},
+};
+
+constexpr int comparedEnd = 648;
+
+bool within(int tolerance, char a, char b)
+{
+    return std::abs(static_cast<unsigned char>(a) - static_cast<unsigned char>(b)) <= tolerance;
+}
+
+bool sameIn(const ComparedRange& range, const QByteArray& a, const QByteArray& b)
+{
+    for (int i = range.begin; i < std::min(range.end, a.size()); ++i) {
+        if (!within(range.tolerance, a.at(i), b.at(i)))
+            return false;
+    }
+    return true;
+}
+
+} // namespace
+
+/*
+ * Equal to walking all indexes and looking each of them up in the table. Equal bytes are within
+ * every tolerance, so they are looked for first.
+ */
+bool HxMidiData::isSame(const HxMidiData& other) const
+{
+    const QByteArray& a = bytes;
+    const QByteArray& b = other.bytes;
+    if (a.size() != b.size())
+        return false;
+    const auto compared = static_cast<size_t>(std::min(a.size(), comparedEnd));
+    return std::memcmp(a.constData(), b.constData(), compared) == 0 ||
+           std::all_of(std::begin(comparedRanges), std::end(comparedRanges),
+                       [&](const ComparedRange& range) { return sameIn(range, a, b); });
+}

@@ -1,0 +1,49 @@
+#include "mididata/HxMidiData.h"
+
+#include <functional>
+#include <limits>
+
+namespace {
+
+/** A private copy, which stays what it is while the buffer that it was part of changes. */
+QByteArray deepCopy(const QByteArray& array)
+{
+    return QByteArray(array.constData(), array.size());
+}
+
+/** Whether `part` looks at memory of `whole` that it does not keep alive. */
+bool looksInto(const QByteArray& whole, const QByteArray& part)
+{
+    const std::less<const char*> before;
+    const char* const begin = whole.constData();
+    return !part.isSharedWith(whole) && !before(part.constData(), begin) &&
+           before(part.constData(), begin + whole.size());
+}
+
+bool fitsInt(qint64 value)
+{
+    return value <= std::numeric_limits<int>::max();
+}
+
+} // namespace
+
+HxMidiData& HxMidiData::append(const HxMidiData& other)
+{
+    if (looksInto(bytes, other.bytes))
+        bytes.append(deepCopy(other.bytes));
+    else
+        bytes.append(other.bytes);
+    return *this;
+}
+
+void HxMidiData::chomp(int n)
+{
+    bytes.chop(n);
+}
+
+QByteArray HxMidiData::replace(int pos, int len, const QByteArray& with)
+{
+    if (pos < 0 || !fitsInt(qint64(pos) + len) || !fitsInt(qint64(pos) + with.size()))
+        return bytes;
+    return bytes.replace(pos, len, deepCopy(with));
+}

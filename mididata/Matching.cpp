@@ -1,0 +1,80 @@
+#include "mididata/DigitPattern.h"
+#include "mididata/HxMidiData.h"
+
+#include <cstring>
+
+namespace {
+
+/** The array's bytes up to the first zero or the end, which an adopted buffer has no zero behind.
+ */
+QByteArray textOf(const QByteArray& array)
+{
+    const auto length = qstrnlen(array.constData(), static_cast<uint>(array.size()));
+    return QByteArray(array.constData(), static_cast<int>(length));
+}
+
+/** The regular expression that a pattern text stands for. */
+QRegExp expressionOf(const char* pattern)
+{
+    const QString text = QString::fromLatin1(pattern).remove(QLatin1Char(' ')).toUpper();
+    return QRegExp(QString(text).replace(QLatin1String("XX"), QLatin1String("..")));
+}
+
+bool found(int position, bool atStart)
+{
+    return atStart ? position == 0 : position >= 0;
+}
+
+} // namespace
+
+/*
+ * Equal to searching the compact hex text with the regular expression, which is what happens to a
+ * pattern outside the small grammar. What fits at the start fits anywhere, so that is tried first.
+ */
+bool HxMidiData::match(const char* pattern, bool atStart) const
+{
+    if (pattern == nullptr)
+        return true;
+    hx::Fit fit = hx::fitAtStart(pattern, bytes);
+    if (fit == hx::Fit::OutsideGrammar || (fit == hx::Fit::No && !atStart))
+        fit = hx::fit(pattern, bytes, atStart);
+    if (fit != hx::Fit::OutsideGrammar)
+        return fit == hx::Fit::Yes;
+    return found(expressionOf(pattern).indexIn(toString(-1)), atStart);
+}
+
+bool HxMidiData::match(QRegExp rx, bool atStart) const
+{
+    rx.setCaseSensitivity(Qt::CaseInsensitive);
+    return found(rx.indexIn(toString(-1)), atStart);
+}
+
+bool HxMidiData::contains(const char* pattern) const
+{
+    return match(pattern, false);
+}
+
+bool HxMidiData::contains(const QByteArray& raw) const
+{
+    return bytes.contains(raw);
+}
+
+bool HxMidiData::contains(const HxMidiData& other) const
+{
+    return bytes.contains(other.bytes);
+}
+
+bool HxMidiData::startsWith(const char* pattern) const
+{
+    return match(pattern, true);
+}
+
+bool HxMidiData::startsWith(const QByteArray& pattern) const
+{
+    return match(textOf(pattern).constData(), true);
+}
+
+bool HxMidiData::startsWith(const HxMidiData& other) const
+{
+    return startsWith(other.bytes);
+}

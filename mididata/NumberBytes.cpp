@@ -1,0 +1,40 @@
+#include "mididata/HxMidiData.h"
+
+#include <QDebug>
+
+namespace {
+
+char byteAt(unsigned int value, int shift)
+{
+    return static_cast<char>(static_cast<unsigned char>(value >> shift));
+}
+
+} // namespace
+
+QByteArray HxMidiData::numHexToByteArray(unsigned int value)
+{
+    const char all[] = {byteAt(value, 24), byteAt(value, 16), byteAt(value, 8), byteAt(value, 0)};
+    if (value == 0xFFFFFFFFu) {
+        qDebug() << "HxMidiData::numHexToByteArray(quint32) - error";
+        return QByteArray();
+    }
+    if (value >= 0xFFFFFFu)
+        return QByteArray(all, 4);
+    if (value >= 0xFFFFu)
+        return QByteArray(all + 1, 3);
+    if (value <= 0xFFu)
+        return QByteArray(1, all[3]);
+    const char lowByteOnly[] = {'\0', all[3]}; // devices rely on the high byte being lost
+    return QByteArray(lowByteOnly, 2);
+}
+
+bool HxMidiData::appendNum(unsigned int value)
+{
+    if (value <= 0xFFu) {
+        bytes.append(byteAt(value, 0));
+        return true;
+    }
+    const QByteArray number = numHexToByteArray(value);
+    bytes.append(number);
+    return !number.isEmpty();
+}

@@ -1,0 +1,87 @@
+#ifndef HX_PATTERNITEM_H
+#define HX_PATTERNITEM_H
+
+#include "mididata/HexDigits.h"
+
+#include <QtGlobal>
+
+#include <array>
+
+namespace hx {
+
+/** A set of hex digits: bit n stands for the digit n. Bit 16 is set, so that no set is 0. */
+using DigitMask = quint32;
+
+constexpr DigitMask noDigit = 0x10000;
+constexpr DigitMask anyDigit = 0x1FFFF;
+
+/** What stands for the mask of a character that is no item on its own. */
+constexpr DigitMask notPlain = 0;
+
+constexpr std::array<DigitMask, 256> makePlainMasks()
+{
+    std::array<DigitMask, 256> masks{};
+    for (std::size_t letter = 0; letter < 26; ++letter)
+        masks['A' + letter] = masks['a' + letter] = noDigit;
+    masks['X'] = masks['x'] = notPlain; // two of them may be a wildcard
+    for (std::size_t c = 0; c < masks.size(); ++c) {
+        if (hexValues[c] >= 0)
+            masks[c] = noDigit | 1u << hexValues[c];
+    }
+    masks['.'] = anyDigit;
+    return masks;
+}
+
+/** The masks of the characters that stand for one digit each; letters stand for one that never
+ * fits. */
+inline constexpr std::array<DigitMask, 256> plainMasks = makePlainMasks();
+
+constexpr DigitMask plainMask(char c)
+{
+    return plainMasks[static_cast<unsigned char>(c)];
+}
+
+/** Whether a digit is in a mask. */
+constexpr bool isIn(DigitMask mask, int digit)
+{
+    return ((mask >> digit) & 1) != 0;
+}
+
+constexpr int highDigit(char byte)
+{
+    return static_cast<unsigned char>(byte) >> 4;
+}
+
+constexpr int lowDigit(char byte)
+{
+    return byte & 0xF;
+}
+
+/** Whether a sequence of a pattern ends at this character. */
+constexpr bool endsSequence(char c)
+{
+    return c == '\0' || c == '|' || c == ')';
+}
+
+constexpr bool isX(char c)
+{
+    return c == 'X' || c == 'x';
+}
+
+inline const char* skipBlanks(const char* at)
+{
+    while (*at == ' ')
+        ++at;
+    return at;
+}
+
+/**
+ * Reads an item that is no plain character into the masks at `next`: none for a blank, one for a
+ * class or a letter, two for "XX".
+ * @return the place behind it; null when it is outside the small grammar.
+ */
+const char* readSpecialItem(const char* at, DigitMask*& next);
+
+} // namespace hx
+
+#endif

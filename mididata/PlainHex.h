@@ -1,0 +1,79 @@
+#ifndef HX_PLAINHEX_H
+#define HX_PLAINHEX_H
+
+#include "mididata/HexBlock.h"
+#include "mididata/HexDigits.h"
+
+#include <QByteArray>
+#include <QChar>
+
+#include <limits>
+
+namespace hx {
+
+inline int hexValue(QChar c)
+{
+    return c.unicode() < hexValues.size() ? hexValues[c.unicode()] : -1;
+}
+
+/** Reads a token and, but for the last one, the separator behind it. Negative for anything else. */
+template <int Stride, typename Char, typename IsSeparator>
+int readToken(const Char* at, bool isLast, IsSeparator isSeparator)
+{
+    const bool separated = Stride == 2 || isLast || isSeparator(at[2]);
+    return separated ? hexValue(at[0]) * 16 | hexValue(at[1]) : -1;
+}
+
+/** Reads bytes of two digits each, `Stride` characters apart. False when something else is there.
+ */
+template <int Stride, typename Char, typename IsSeparator>
+bool readTokens(const Char* at, const Char* end, char* to, IsSeparator isSeparator)
+{
+    for (; at != end; at += Stride) {
+        const int byte = readToken<Stride>(at, at + Stride == end, isSeparator);
+        if (byte < 0)
+            return false;
+        *to++ = static_cast<char>(byte);
+    }
+    return true;
+}
+
+/** Equal to the general form; takes a block of digits at once. */
+template <typename IsSeparator>
+bool readPairs(const char* at, const char* end, char* to, IsSeparator isSeparator)
+{
+    for (; end - at >= 2 * blockBytes; at += 2 * blockBytes, to += blockBytes) {
+        if (!readBlock(at, to))
+            return false;
+    }
+    return readTokens<2>(at, end, to, isSeparator);
+}
+
+template <typename IsSeparator>
+bool readPairs(const QChar* at, const QChar* end, char* to, IsSeparator isSeparator)
+{
+    return readTokens<2>(at, end, to, isSeparator);
+}
+
+/**
+ * Reads a text of two-digit tokens alone, with one separator between each or none at all. Such a
+ * text gives the same bytes, without a log line, when it is cut into tokens and each is converted.
+ * @return false for any other text; `bytes` is of no use then.
+ */
+template <typename Char, typename IsSeparator>
+bool readPlainHex(const Char* text, qint64 length, QByteArray& bytes, IsSeparator isSeparator)
+{
+    const bool separated = length > 2 && isSeparator(text[2]);
+    const qint64 characters = separated ? length + 1 : length;
+    const int stride = separated ? 3 : 2;
+    if (length < 2 || length > std::numeric_limits<int>::max() || characters % stride != 0)
+        return false;
+    bytes = QByteArray(static_cast<int>(characters / stride), Qt::Uninitialized);
+    const Char* const end = text + characters;
+    return separated ? readTokens<3>(text, end, bytes.data(), isSeparator)
+                     : readPairs(text, end, bytes.data(), isSeparator);
+}
+
+} // namespace hx
+
+#endif

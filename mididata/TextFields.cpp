@@ -1,0 +1,33 @@
+#include "mididata/HxMidiData.h"
+
+#include <algorithm>
+
+namespace {
+
+/** How long a text may become through bytes that are not there. */
+constexpr int longestPaddedText = 1024 * 1024;
+
+} // namespace
+
+QString HxMidiData::getString(int pos, int len) const
+{
+    const int size = bytes.size();
+    const qint64 end = len == 0 ? qint64(size) - 1 : qint64(pos) + len;
+    const qint64 length = std::min<qint64>(end - pos, std::max(longestPaddedText, size));
+    if (length <= 0)
+        return QString();
+    QString text(static_cast<int>(length), QChar(0));
+    const int first = std::max(pos, 0);
+    const int last = static_cast<int>(std::min<qint64>(pos + length, size));
+    for (int i = first; i < last; ++i)
+        text[i - pos] = QLatin1Char(static_cast<char>(bytes.at(i) & 0x7F));
+    return text;
+}
+
+QString HxMidiData::toAsciiString(int pos, int len) const
+{
+    if (qint64(pos) + len > bytes.size())
+        return QString();
+    const QByteArray section = bytes.mid(pos, len);
+    return QString(QLatin1String(section.constData(), section.size()));
+}
