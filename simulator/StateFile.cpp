@@ -1,0 +1,234 @@
+#include "simulator/StateFile.h"
+
+#include "simulator/Crc32.h"
+
+#include <QList>
+
+namespace hx {
+
+namespace {
+
+const QByteArray title = "simulated product state 1";
+const QByteArray nothing = "-";
+constexpr int bytesPerLine = 32;
+constexpr int crcDigits = 8;
+constexpr int addressDigits = 6;
+constexpr int longestQuote = 60;
+constexpr int maxHeadSize = 256; // every line but those with code bytes, with room to spare
+
+QByteArray hexNumber(quint32 value, int digits)
+{
+    return QByteArray::number(value, 16).toUpper().rightJustified(digits, '0');
+}
+
+QByteArray versionText(const VersionDigits& version)
+{
+    QByteArray text;
+    for (const quint8 digit : version)
+        text.append(static_cast<char>(digit)).append('.');
+    text.chop(1);
+    return text;
+}
+
+QByteArray codeLine(const QByteArray& code, int address)
+{
+    const QByteArray bytes = code.mid(address, bytesPerLine).toHex().toUpper();
+    return hexNumber(static_cast<quint32>(address), addressDigits) + ' ' + bytes + '\n';
+}
+
+QByteArray endLine(const QByteArray& textBefore)
+{
+    return "end " + hexNumber(productCrc32(textBefore), crcDigits) + '\n';
+}
+
+// The beginning of a text, in quotes, as far as it can be shown.
+QString quoted(const QByteArray& text)
+{
+    QByteArray part = text.left(longestQuote);
+    for (char& character : part)
+        if (character < ' ' || character > '~')
+            character = '?';
+    return QLatin1Char('"') + QString::fromLatin1(part) + QLatin1Char('"');
+}
+
+// Goes through the lines of a state file; the first thing that does not fit ends the reading.
+class StateReader {
+public:
+    StateReader(const QByteArray& text, int memorySize) : m_text(text), m_memorySize(memorySize) {}
+
+    bool read(StoredCode* code);
+    QString error() const { return m_error; }
+
+private:
+    bool readWhole();
+    bool readHead(StoredCode* code);
+    bool readSeal(StoredCode* code);
+    bool readCode(QByteArray* code);
+    bool field(const QByteArray& name, const QByteArray& expected, QByteArray* value);
+    bool choice(const QByteArray& name, const QByteArray& yes, const QByteArray& no, bool* isYes);
+    bool fail(const QString& reason);
+    bool failLine(const QByteArray& expected);
+
+    QByteArray m_text;
+    int m_memorySize;
+    QList<QByteArray> m_lines;
+    int m_line = 0;
+    int m_length = 0;
+    QString m_error;
+};
+
+bool StateReader::fail(const QString& reason)
+{
+    m_error = reason +
+              QLatin1String("; use a copy of the file, or remove it to begin with a fresh product");
+    return false;
+}
+
+bool StateReader::failLine(const QByteArray& expected)
+{
+    return fail(QString::fromLatin1("the state file has %1 in line %2, expected %3")
+                    .arg(quoted(m_lines.value(m_line)))
+                    .arg(m_line + 1)
+                    .arg(QString::fromLatin1(expected)));
+}
+
+bool StateReader::read(StoredCode* code)
+{
+    StoredCode found;
+    if (!readWhole() || !readHead(&found) || !readSeal(&found) || !readCode(&found.bytes))
+        return false;
+    *code = found;
+    return true;
+}
+
+// The text as a whole: its title, its size, and the checksum that its last line carries.
+bool StateReader::readWhole()
+{
+    if (!m_text.startsWith(title + '\n'))
+        return fail(QString::fromLatin1("this is no state file: it begins with %1, expected %2")
+                        .arg(quoted(m_text.left(longestQuote).split('\n').first()), quoted(title)));
+    constexpr qint64 textPerByte = 3;
+    if (m_text.size() > maxHeadSize + textPerByte * m_memorySize)
+        return fail(QString::fromLatin1("the state file has %1 bytes, too many for a product with "
+                                        "room for %2 code bytes")
+                        .arg(m_text.size())
+                        .arg(m_memorySize));
+    const int endAt = m_text.lastIndexOf("\nend ") + 1;
+    if (endAt == 0)
+        return fail(QLatin1String("the state file is cut off: its last line, \"end\" and a "
+                                  "checksum, is missing"));
+    const QByteArray expected = endLine(m_text.left(endAt));
+    if (m_text.mid(endAt) != expected)
+        return fail(QString::fromLatin1("the state file is damaged: it ends with %1, its content "
+                                        "gives %2")
+                        .arg(quoted(m_text.mid(endAt).trimmed()), quoted(expected.trimmed())));
+    m_lines = m_text.left(endAt - 1).split('\n');
+    m_line = 1;
+    return true;
+}
+
+bool StateReader::field(const QByteArray& name, const QByteArray& expected, QByteArray* value)
+{
+    const QByteArray line = m_lines.value(m_line);
+    if (!line.startsWith(name + ' '))
+        return failLine("\"" + name + "\" and " + expected);
+    *value = line.mid(name.size() + 1);
+    return true;
+}
+
+bool StateReader::choice(const QByteArray& name, const QByteArray& yes, const QByteArray& no,
+                         bool* isYes)
+{
+    QByteArray value;
+    const QByteArray expected = yes + " or " + no;
+    if (!field(name, expected, &value))
+        return false;
+    *isYes = value == yes;
+    if (!*isYes && value != no)
+        return failLine("\"" + name + "\" and " + expected);
+    ++m_line;
+    return true;
+}
+
+bool StateReader::readHead(StoredCode* code)
+{
+    bool isFwu = false;
+    QByteArray length;
+    const QByteArray expected = "a number from 0 to " + QByteArray::number(m_memorySize);
+    if (!choice("kind", "fwu", "fwd", &isFwu) || !choice("valid", "yes", "no", &code->valid) ||
+        !field("length", expected, &length))
+        return false;
+    code->kind = isFwu ? kindFwu : kindFwd;
+    m_length = length.toInt();
+    if (QByteArray::number(m_length) != length || m_length < 0 || m_length > m_memorySize)
+        return failLine("\"length\" and " + expected);
+    ++m_line;
+    return true;
+}
+
+// Version and checksum, which only valid code has.
+bool StateReader::readSeal(StoredCode* code)
+{
+    const QByteArray versionForm = code->valid ? QByteArray("four digits, as in 1.0.2.3") : nothing;
+    const QByteArray crcForm = code->valid ? QByteArray("eight hex digits") : nothing;
+    QByteArray version;
+    QByteArray crc;
+    if (!field("version", versionForm, &version))
+        return false;
+    for (int i = 0; i < 4; ++i)
+        code->version[static_cast<size_t>(i)] =
+            static_cast<quint8>(version.mid(2 * i, 1).toUShort() + '0');
+    if (version != (code->valid ? versionText(code->version) : nothing))
+        return failLine("\"version\" and " + versionForm);
+    ++m_line;
+    if (!field("crc", crcForm, &crc))
+        return false;
+    code->crc = crc.toUInt(nullptr, 16);
+    if (crc != (code->valid ? hexNumber(code->crc, crcDigits) : nothing))
+        return failLine("\"crc\" and " + crcForm);
+    ++m_line;
+    return true;
+}
+
+bool StateReader::readCode(QByteArray* code)
+{
+    for (; m_line < m_lines.size(); ++m_line) {
+        const QByteArray line = m_lines.at(m_line);
+        const int address = code->size();
+        code->append(QByteArray::fromHex(line.mid(addressDigits + 1)));
+        const int count = qMin(bytesPerLine, m_length - address);
+        if (count <= 0)
+            return failLine("the end of the code");
+        if (line + '\n' != codeLine(*code, address) || code->size() != address + count)
+            return failLine("the address " +
+                            hexNumber(static_cast<quint32>(address), addressDigits) + " and " +
+                            QByteArray::number(count) + " code bytes");
+    }
+    return code->size() == m_length || failLine("more code");
+}
+
+} // namespace
+
+QByteArray writeStateFile(const StoredCode& code)
+{
+    QByteArray text = title + '\n';
+    text += code.kind == kindFwu ? "kind fwu\n" : "kind fwd\n";
+    text += code.valid ? "valid yes\n" : "valid no\n";
+    text += "length " + QByteArray::number(code.bytes.size()) + '\n';
+    text += "version " + (code.valid ? versionText(code.version) : nothing) + '\n';
+    text += "crc " + (code.valid ? hexNumber(code.crc, crcDigits) : nothing) + '\n';
+    for (int address = 0; address < code.bytes.size(); address += bytesPerLine)
+        text += codeLine(code.bytes, address);
+    return text + endLine(text);
+}
+
+bool readStateFile(const QByteArray& text, int memorySize, StoredCode* code, QString* error)
+{
+    StateReader reader(text, memorySize);
+    const bool isGood = reader.read(code);
+    if (!isGood && error != nullptr)
+        *error = reader.error();
+    return isGood;
+}
+
+} // namespace hx
