@@ -1,0 +1,27 @@
+// Makes an update image out of code bytes.
+#pragma once
+
+#include "deviceinterface/FwUpdateProtocol.h"
+#include "mididata/HxMidiData.h"
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+
+namespace hx {
+
+// Either the messages, or the reason why there are none.
+struct BuiltImage {
+    QList<HxMidiData> messages;
+    QString error;
+
+    bool ok() const { return error.isEmpty(); }
+    // The content of a raw .syx file.
+    QByteArray fileContent() const;
+};
+
+// `version` is four digits, with dots between them or not: "1.0.2.4" or "1024". Code is 1 to
+// 1,048,576 bytes; the kind is Fwu or Fwd.
+BuiltImage buildImage(const QByteArray& code, CodeType kind, const QString& version);
+
+} // namespace hx

@@ -1,0 +1,71 @@
+// Loads a device plugin through Qt's plugin loader, or says in one line why it cannot be loaded.
+#pragma once
+
+#include "deviceinterface/DeviceInterface.h"
+
+#include <QJsonObject>
+#include <QObject>
+#include <QPluginLoader>
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+
+namespace hx {
+
+// What is wrong with a plugin file. Everything before LoadFailed is found without running any code
+// of the plugin: by looking at the file and at the metadata embedded in it.
+enum class PluginFault {
+    None,
+    Missing,           // no such file or folder, or it cannot be read
+    NotALibrary,       // the file is no shared library at all: a text, a zero-length file
+    NoMetadata,        // a library, cut off or whole, that carries no Qt plugin metadata
+    WrongInterface,    // metadata of a plugin made for something else
+    NoKeys,            // the interface fits, but the metadata names no key
+    NoneInFolder,      // a folder without a plugin for this host
+    SeveralInFolder,   // a folder with more than one: the host does not guess
+    LoadFailed,        // unresolved symbol, other Qt version, damaged code
+    NoDeviceInterface, // loaded, but its object does not answer to DeviceInterface
+};
+
+// Start of the interface identifier of every plugin that this host takes.
+QString deviceInterfacePrefix();
+
+// A plugin that is loaded and usable. It is unloaded, object first, when this goes away: texts and
+// values obtained from it may point into the library's memory and must be gone by then.
+class LoadedPlugin {
+public:
+    explicit LoadedPlugin(std::unique_ptr<QPluginLoader> loader, DeviceInterface* device);
+    ~LoadedPlugin();
+    LoadedPlugin(const LoadedPlugin&) = delete;
+    LoadedPlugin& operator=(const LoadedPlugin&) = delete;
+
+    DeviceInterface& device() const { return *m_device; }
+    QObject& object() const { return *m_loader->instance(); }
+    // The metadata as Qt embeds it: IID, className, MetaData, version, debug.
+    QJsonObject metaData() const { return m_loader->metaData(); }
+    QString interfaceId() const;
+    QString className() const;
+    QStringList keys() const;
+    QString filePath() const { return m_loader->fileName(); }
+
+private:
+    std::unique_ptr<QPluginLoader> m_loader;
+    DeviceInterface* m_device;
+};
+
+// Either `plugin`, or the kind of fault and one line that says what is wrong and what to do.
+struct PluginLoadResult {
+    std::unique_ptr<LoadedPlugin> plugin;
+    PluginFault fault = PluginFault::None;
+    QString error;
+
+    bool ok() const { return plugin != nullptr; }
+};
+
+// Loads the plugin in the file `path`, or the only one in the folder `path` (subfolders are not
+// searched). Interface identifier and keys are checked in the metadata before any code of the
+// plugin runs.
+PluginLoadResult loadPlugin(const QString& path);
+
+} // namespace hx

@@ -1,0 +1,274 @@
+#include "host/Trace.h"
+
+#include <QFile>
+
+namespace hx {
+
+namespace {
+
+constexpr qint64 maxTraceBytes = 256 * 1024 * 1024;
+constexpr int microsecondDigits = 6;
+constexpr int mostSecondDigits = 9;
+
+bool isDigit(QChar character)
+{
+    return character >= QLatin1Char('0') && character <= QLatin1Char('9');
+}
+
+int hexValue(QChar character)
+{
+    if (isDigit(character))
+        return character.unicode() - '0';
+    if (character >= QLatin1Char('A') && character <= QLatin1Char('F'))
+        return character.unicode() - 'A' + 10;
+    return -1;
+}
+
+bool isNameCharacter(QChar character)
+{
+    return character.unicode() > 0x20 && character.unicode() != 0x7F;
+}
+
+// Reads one line from left to right; the first thing that is wrong stops it.
+class LineReader {
+public:
+    LineReader(const QString& line, TraceEvent& event) : m_line(line), m_event(event) {}
+
+    bool read()
+    {
+        return readTime() && readWord() && readBytes() && readName() && readText() && checkWhole();
+    }
+
+    QString error() const { return m_error; }
+    int column() const { return m_errorColumn; } // from 1
+
+private:
+    bool refuse(int position, const QString& expected)
+    {
+        m_error = QStringLiteral("expected %1").arg(expected);
+        m_errorColumn = position + 1;
+        return false;
+    }
+
+    bool atEnd() const { return m_position >= m_line.size(); }
+    QChar peek() const { return atEnd() ? QChar() : m_line.at(m_position); }
+
+    bool skipBlanks()
+    {
+        const int before = m_position;
+        while (!atEnd() && peek() == QLatin1Char(' '))
+            ++m_position;
+        return m_position > before;
+    }
+
+    QString takeDigits()
+    {
+        const int begin = m_position;
+        while (!atEnd() && isDigit(peek()))
+            ++m_position;
+        return m_line.mid(begin, m_position - begin);
+    }
+
+    bool readTime()
+    {
+        skipBlanks();
+        const int begin = m_position;
+        const QString seconds = takeDigits();
+        if (seconds.isEmpty() || seconds.size() > mostSecondDigits || peek() != QLatin1Char('.'))
+            return refuse(begin, QStringLiteral("a time such as 12.345678"));
+        ++m_position;
+        const QString fraction = takeDigits();
+        if (fraction.size() != microsecondDigits)
+            return refuse(begin, QStringLiteral("a time with six decimals"));
+        m_event.event.time = seconds.toLongLong() * 1000000 + fraction.toLongLong();
+        return true;
+    }
+
+    bool readWord()
+    {
+        const bool parted = skipBlanks();
+        const int begin = m_position;
+        while (!atEnd() && peek() != QLatin1Char(' '))
+            ++m_position;
+        const QString word = m_line.mid(begin, m_position - begin);
+        if (parted && busEventKindOf(word, &m_event.event.kind))
+            return true;
+        return refuse(begin, QStringLiteral("a kind of event, such as sent or received"));
+    }
+
+    bool isByte() const
+    {
+        return m_position + 1 < m_line.size() && hexValue(m_line.at(m_position)) >= 0 &&
+               hexValue(m_line.at(m_position + 1)) >= 0 &&
+               (m_position + 2 == m_line.size() || m_line.at(m_position + 2) == QLatin1Char(' '));
+    }
+
+    bool readBytes()
+    {
+        skipBlanks();
+        m_bytesAt = m_position;
+        while (isByte()) {
+            const int value = hexValue(peek()) * 16 + hexValue(m_line.at(m_position + 1));
+            m_event.event.bytes.append(static_cast<char>(value));
+            m_position += 2;
+            skipBlanks();
+        }
+        return true;
+    }
+
+    bool readName()
+    {
+        if (peek() != QLatin1Char('='))
+            return true;
+        const int begin = m_position++;
+        const bool parted = skipBlanks();
+        const int nameAt = m_position;
+        while (!atEnd() && isNameCharacter(peek()))
+            ++m_position;
+        m_event.name = m_line.mid(nameAt, m_position - nameAt);
+        skipBlanks();
+        if (!parted || m_event.name.isEmpty() || m_event.event.bytes.isEmpty())
+            return refuse(begin, QStringLiteral("bytes before \"=\" and a name behind it"));
+        return true;
+    }
+
+    bool readText()
+    {
+        if (atEnd() && m_line.endsWith(QLatin1Char(' ')))
+            return refuse(m_position - 1, QStringLiteral("no blank at the end of the line"));
+        if (atEnd())
+            return true;
+        if (!m_line.midRef(m_position).startsWith(QLatin1String(": ")))
+            return refuse(m_position,
+                          QStringLiteral("a byte of two upper-case hex digits, \"=\" or "
+                                         "\": \""));
+        m_position += 2;
+        while (!atEnd()) {
+            if (!readCharacter())
+                return false;
+        }
+        return true;
+    }
+
+    bool readCharacter()
+    {
+        const QChar character = m_line.at(m_position);
+        if (character != QLatin1Char('\\')) {
+            m_event.event.text += character;
+            ++m_position;
+            return true;
+        }
+        return readEscape();
+    }
+
+    bool readEscape()
+    {
+        const QString rest = m_line.mid(m_position + 1, 3);
+        if (rest.startsWith(QLatin1Char('\\'))) {
+            m_event.event.text += QLatin1Char('\\');
+            m_position += 2;
+            return true;
+        }
+        const bool isNumber = rest.size() == 3 && rest.at(0) == QLatin1Char('x') &&
+                              hexValue(rest.at(1).toUpper()) >= 0 &&
+                              hexValue(rest.at(2).toUpper()) >= 0;
+        if (!isNumber)
+            return refuse(m_position, QStringLiteral("\\\\ or \\x and two hex digits"));
+        m_event.event.text += QChar(rest.mid(1).toUShort(nullptr, 16));
+        m_position += 4;
+        return true;
+    }
+
+    bool checkWhole()
+    {
+        const BusEvent& event = m_event.event;
+        if (carriesBytes(event.kind) == event.bytes.isEmpty())
+            return refuse(m_bytesAt, event.bytes.isEmpty()
+                                         ? QStringLiteral("the bytes that travelled")
+                                         : QStringLiteral("no bytes for this kind of event"));
+        const bool isOneRealTime = event.bytes.size() == 1 && (event.bytes.at(0) & 0xF8) == 0xF8;
+        if (event.kind == BusEventKind::RealTime && !isOneRealTime)
+            return refuse(m_bytesAt, QStringLiteral("one byte from F8 to FF"));
+        return true;
+    }
+
+    const QString& m_line;
+    TraceEvent& m_event;
+    int m_position = 0;
+    int m_bytesAt = 0;
+    QString m_error;
+    int m_errorColumn = 0;
+};
+
+void refuse(TraceFile& file, int line, int column, const QString& what)
+{
+    file.errorLine = line;
+    file.errorColumn = column;
+    file.error = QStringLiteral("line %1, column %2: %3").arg(line).arg(column).arg(what);
+}
+
+bool readLine(TraceFile& file, const QString& text, int number)
+{
+    if (text.startsWith(QLatin1Char('#')))
+        return true;
+    TraceEvent event;
+    event.line = number;
+    LineReader reader(text, event);
+    if (!reader.read()) {
+        refuse(file, number, reader.column(), reader.error());
+        return false;
+    }
+    if (!file.events.empty() && event.event.time < file.events.back().event.time) {
+        refuse(file, number, 1,
+               QStringLiteral("expected a time not before that of the last event"));
+        return false;
+    }
+    file.events.push_back(event);
+    return true;
+}
+
+QString withoutLineEnd(const QByteArray& line)
+{
+    const int size = line.endsWith('\r') ? line.size() - 1 : line.size();
+    return QString::fromUtf8(line.constData(), size); // zero bytes included
+}
+
+} // namespace
+
+TraceFile parseTrace(const QByteArray& content)
+{
+    TraceFile file;
+    QList<QByteArray> lines = content.split('\n');
+    if (withoutLineEnd(lines.takeFirst()) != QLatin1String(traceHeader)) {
+        refuse(file, 1, 1, QStringLiteral("expected \"%1\"").arg(QLatin1String(traceHeader)));
+        return file;
+    }
+    if (!lines.isEmpty() && lines.last().isEmpty())
+        lines.removeLast();
+    int number = 1;
+    for (const QByteArray& line : qAsConst(lines)) {
+        if (!readLine(file, withoutLineEnd(line), ++number))
+            break;
+    }
+    return file;
+}
+
+TraceFile readTrace(const QString& path)
+{
+    TraceFile file;
+    QFile in(path);
+    if (!in.open(QIODevice::ReadOnly)) {
+        file.error = QStringLiteral("%1 cannot be read: %2").arg(path, in.errorString());
+        return file;
+    }
+    if (in.size() > maxTraceBytes) {
+        file.error = QStringLiteral("%1 has %2 bytes; a trace has at most %3")
+                         .arg(path)
+                         .arg(in.size())
+                         .arg(maxTraceBytes);
+        return file;
+    }
+    return parseTrace(in.readAll());
+}
+
+} // namespace hx
