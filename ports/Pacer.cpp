@@ -1,0 +1,65 @@
+#include "ports/Pacer.h"
+
+#include <algorithm>
+
+namespace hx {
+
+namespace {
+
+constexpr qint64 microsecondsPerSecond = 1000000;
+
+// A MIDI interface buffers at least the 48 bytes of one USB transfer, 15 ms of the wire. A message
+// that is late by less than that goes on as if it were in time, so that the delays of a busy
+// machine do not add up.
+constexpr Microseconds toleratedDelay = 10 * microsecondsPerMillisecond;
+
+} // namespace
+
+Microseconds Pace::wireTime(int bytes) const
+{
+    return bytesPerSecond > 0 ? bytes * microsecondsPerSecond / bytesPerSecond : 0;
+}
+
+Pacer::Pacer(Clock& clock, const Pace& pace, const OutputBuffer& buffer)
+    : m_clock(clock), m_pace(pace), m_buffer(buffer)
+{
+}
+
+void Pacer::waitForTurn(int bytes)
+{
+    if (m_hasSent)
+        m_clock.sleepUntil(m_wireFree + m_pace.gap);
+    while (inBuffer() > 0 && inBuffer() + bytes + m_buffer.bytesPerMessage > m_buffer.bytes)
+        m_clock.sleepUntil(m_sent.front().leaves);
+}
+
+void Pacer::waitForWire(int bytes)
+{
+    m_lastSent = m_clock.now();
+    const Microseconds planned = m_wireFree + m_pace.gap;
+    const bool isInTime = m_hasSent && m_lastSent - planned <= toleratedDelay;
+    m_wireFree = (isInTime ? planned : m_lastSent) + m_pace.wireTime(bytes);
+    m_hasSent = true;
+    if (m_buffer.bytes > 0)
+        m_sent.push_back({m_lastSent + m_buffer.emptying, bytes + m_buffer.bytesPerMessage});
+    m_clock.sleepUntil(m_wireFree);
+}
+
+void Pacer::drain()
+{
+    if (m_hasSent)
+        m_clock.sleepUntil(std::max(m_wireFree, m_lastSent + m_buffer.emptying));
+}
+
+int Pacer::inBuffer()
+{
+    const Microseconds now = m_clock.now();
+    while (!m_sent.empty() && m_sent.front().leaves <= now)
+        m_sent.pop_front();
+    int bytes = 0;
+    for (const Sent& sent : m_sent)
+        bytes += sent.bytes;
+    return bytes;
+}
+
+} // namespace hx

@@ -1,0 +1,58 @@
+// Lets a port send no faster than the wire, or the library under it, can take.
+#pragma once
+
+#include "host/Clock.h"
+
+#include <deque>
+
+namespace hx {
+
+// DIN MIDI is 31 250 baud with 10 bits a byte: 3 125 bytes a second, 320 microseconds each.
+constexpr qint64 dinBytesPerSecond = 3125;
+
+struct Pace {
+    qint64 bytesPerSecond = dinBytesPerSecond; // 0: as fast as the port takes them
+    Microseconds gap = 0;                      // pause after each message
+
+    // Time that `bytes` take on the wire at this pace; 0 when it is not limited.
+    Microseconds wireTime(int bytes) const;
+};
+
+// Output that the library buffers and loses without a word once its buffer is full.
+struct OutputBuffer {
+    int bytes = 0;             // 0: no such buffer
+    int bytesPerMessage = 0;   // that the library adds to each message
+    Microseconds emptying = 0; // longest time until what was put in has left
+};
+
+class Pacer {
+public:
+    Pacer(Clock& clock, const Pace& pace, const OutputBuffer& buffer = {});
+
+    // Returns when a message of `bytes` may be handed to the library.
+    void waitForTurn(int bytes);
+
+    // Tells that it was handed over, and returns when its last byte is on its way.
+    void waitForWire(int bytes);
+
+    // Returns when nothing that was handed over can still be in the library's buffer.
+    void drain();
+
+private:
+    struct Sent {
+        Microseconds leaves;
+        int bytes;
+    };
+
+    int inBuffer();
+
+    Clock& m_clock;
+    Pace m_pace;
+    OutputBuffer m_buffer;
+    std::deque<Sent> m_sent;
+    Microseconds m_wireFree = 0; // moment at which the last byte sent is on its way
+    Microseconds m_lastSent = 0;
+    bool m_hasSent = false;
+};
+
+} // namespace hx

@@ -1,0 +1,180 @@
+#include "ports/PortSelector.h"
+
+#include <functional>
+
+namespace hx {
+
+namespace {
+
+struct Candidate {
+    QString backend;
+    QString port;
+
+    QString text() const { return backend + QLatin1Char(':') + port; }
+};
+
+using Candidates = QList<Candidate>;
+using Ports = QStringList MidiBackend::*;
+
+struct Direction {
+    QString name;
+    QString option; // that names a port of this direction
+    Ports ports;
+    QString PortAddress::*member;
+};
+
+const Direction outputDirection = {QStringLiteral("output"), QStringLiteral("--port"),
+                                   &MidiBackend::outputs, &PortAddress::output};
+const Direction inputDirection = {QStringLiteral("input"), QStringLiteral("--in-port"),
+                                  &MidiBackend::inputs, &PortAddress::input};
+
+using Fits = std::function<bool(const Candidate&)>;
+
+Candidates allPorts(const QList<MidiBackend>& backends, Ports direction)
+{
+    Candidates all;
+    for (const MidiBackend& backend : backends) {
+        for (const QString& port : backend.*direction)
+            all << Candidate{backend.name, port};
+    }
+    return all;
+}
+
+Candidates thatFit(const Candidates& all, const Fits& fits)
+{
+    Candidates fitting;
+    for (const Candidate& candidate : all) {
+        if (fits(candidate))
+            fitting << candidate;
+    }
+    return fitting;
+}
+
+// The ports that fit `wanted` most closely: whole names, else stable names, else parts of names.
+Candidates closest(const Candidates& all, const QString& wanted)
+{
+    const Fits whole = [&](const Candidate& c) { return c.port == wanted || c.text() == wanted; };
+    const Fits stable = [&](const Candidate& c) {
+        const QString name = stablePortName(c.port);
+        return name == wanted || c.backend + QLatin1Char(':') + name == wanted;
+    };
+    const Fits part = [&](const Candidate& c) {
+        if (c.port.contains(wanted, Qt::CaseInsensitive))
+            return true;
+        const QString prefix = c.backend + QLatin1Char(':');
+        return wanted.startsWith(prefix) &&
+               c.port.contains(wanted.mid(prefix.size()), Qt::CaseInsensitive);
+    };
+    for (const Fits& fits : {whole, stable, part}) {
+        const Candidates fitting = thatFit(all, fits);
+        if (!fitting.isEmpty())
+            return fitting;
+    }
+    return {};
+}
+
+QString listText(const Candidates& candidates)
+{
+    QStringList texts;
+    for (const Candidate& candidate : candidates)
+        texts << candidate.text();
+    return texts.join(QLatin1String(", "));
+}
+
+PortSelection nothingFits(const Direction& direction, const QString& wanted, const Candidates& all,
+                          const QList<MidiBackend>& backends)
+{
+    PortSelection selection;
+    selection.what = QStringLiteral("no MIDI %1 port fits \"%2\"").arg(direction.name, wanted);
+    selection.expected = all.isEmpty() ? QStringLiteral("a MIDI port, and there is none")
+                                       : QStringLiteral("one of: ") + listText(all);
+    selection.next = QStringLiteral("connect the product and look at 'hxhost ports', or use "
+                                    "'--port simulator'");
+    for (const MidiBackend& backend : backends) {
+        if (!backend.unavailable.isEmpty())
+            selection.expected +=
+                QStringLiteral("; %1 cannot be used: %2").arg(backend.name, backend.unavailable);
+    }
+    return selection;
+}
+
+PortSelection severalFit(const Direction& direction, const QString& wanted,
+                         const Candidates& fitting)
+{
+    PortSelection selection;
+    selection.what =
+        QStringLiteral("%1 MIDI %2 ports fit \"%3\": %4")
+            .arg(QString::number(fitting.size()), direction.name, wanted, listText(fitting));
+    selection.expected = QStringLiteral("a name that fits one port");
+    selection.next =
+        QStringLiteral("give the whole name of one of them with %1").arg(direction.option);
+    return selection;
+}
+
+// The one port that `choose` finds among all of the direction, or the error.
+PortSelection oneOf(const Direction& direction, const QString& wanted,
+                    const QList<MidiBackend>& backends,
+                    const std::function<Candidates(const Candidates&)>& choose)
+{
+    const Candidates all = allPorts(backends, direction.ports);
+    const Candidates fitting = choose(all);
+    if (fitting.isEmpty())
+        return nothingFits(direction, wanted, all, backends);
+    if (fitting.size() > 1)
+        return severalFit(direction, wanted, fitting);
+    PortSelection selection;
+    PortAddress address;
+    address.backend = fitting.first().backend;
+    address.*direction.member = fitting.first().port;
+    selection.address = address;
+    return selection;
+}
+
+// "Valdrin Update" of "Valdrin Update-01:out".
+QString deviceOf(const QString& portName)
+{
+    return stablePortName(portName).section(QLatin1Char(':'), 0, 0);
+}
+
+// The inputs that belong to a chosen output when nobody named them: of the same name, else those
+// that fit what was asked for, else those of the same device.
+Candidates inputsBeside(const Candidates& inputs, const QString& output, const QString& wanted)
+{
+    for (const QString& name : {output, wanted, deviceOf(output)}) {
+        const Candidates fitting = closest(inputs, name);
+        if (!fitting.isEmpty())
+            return fitting;
+    }
+    return {};
+}
+
+} // namespace
+
+PortSelection selectPort(const QList<MidiBackend>& backends, const QString& output,
+                         const QString& input)
+{
+    PortSelection chosen = oneOf(outputDirection, output, backends,
+                                 [&](const Candidates& all) { return closest(all, output); });
+    if (!chosen.address)
+        return chosen;
+    const PortAddress& address = *chosen.address;
+    const auto fittingInputs = [&](const Candidates& all) {
+        const Candidates reachable =
+            thatFit(all, [&](const Candidate& c) { return c.backend == address.backend; });
+        return input.isEmpty() ? inputsBeside(reachable, address.output, output)
+                               : closest(reachable, input);
+    };
+    PortSelection selection =
+        oneOf(inputDirection, input.isEmpty() ? output : input, backends, fittingInputs);
+    if (selection.address)
+        selection.address->output = address.output;
+    return selection;
+}
+
+PortSelection selectInput(const QList<MidiBackend>& backends, const QString& input)
+{
+    return oneOf(inputDirection, input, backends,
+                 [&](const Candidates& all) { return closest(all, input); });
+}
+
+} // namespace hx

@@ -1,0 +1,65 @@
+#include "ports/ProductServer.h"
+
+#include <algorithm>
+
+namespace hx {
+
+void ProductServer::setWatch(const Watch& heard, const Watch& answered)
+{
+    m_heard = heard;
+    m_answered = answered;
+}
+
+bool ProductServer::serve(Microseconds wait)
+{
+    scheduleUnasked();
+    const MidiChunk chunk = m_port.receive(nextDue(m_port.clock().now() + wait));
+    errorText = m_port.errorText;
+    if (!errorText.isEmpty())
+        return false;
+    if (!chunk.bytes.isEmpty()) {
+        if (m_heard)
+            m_heard(chunk.bytes);
+        schedule(m_product.receive(chunk.bytes), chunk.time);
+    }
+    return sendDue() && !m_product.isGone();
+}
+
+void ProductServer::schedule(const QVector<SimulatedReply>& replies, Microseconds arrival)
+{
+    for (const SimulatedReply& reply : replies)
+        m_due.emplace(arrival + reply.delayUs, reply.bytes);
+}
+
+void ProductServer::scheduleUnasked()
+{
+    const QByteArray bytes = m_product.unaskedBytes();
+    const Microseconds now = m_port.clock().now();
+    if (bytes.isEmpty() || m_nextUnasked > now)
+        return;
+    m_due.emplace(now, bytes);
+    m_nextUnasked = now + FaultyProduct::noisePeriodUs;
+}
+
+bool ProductServer::sendDue()
+{
+    while (!m_due.empty() && m_due.begin()->first <= m_port.clock().now()) {
+        const QByteArray bytes = m_due.begin()->second;
+        m_due.erase(m_due.begin());
+        if (!m_port.send(bytes)) {
+            errorText = m_port.errorText;
+            return false;
+        }
+        if (m_answered)
+            m_answered(bytes);
+    }
+    return true;
+}
+
+Microseconds ProductServer::nextDue(Microseconds latest) const
+{
+    const Microseconds due = m_due.empty() ? latest : std::min(latest, m_due.begin()->first);
+    return m_product.unaskedBytes().isEmpty() ? due : std::min(due, m_nextUnasked);
+}
+
+} // namespace hx

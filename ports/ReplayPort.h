@@ -1,0 +1,63 @@
+// Plays the product's side of a trace back to whoever sends what the trace's host sent.
+#pragma once
+
+#include "host/MidiPort.h"
+#include "host/Trace.h"
+
+#include <functional>
+
+namespace hx {
+
+// The first message that is not the one recorded.
+struct ReplayDivergence {
+    int message = 0;     // which of the messages sent, from 1
+    int line = 0;        // of the trace; 0 when it holds no further message
+    QByteArray recorded; // empty when it holds no further message
+    QByteArray sent;
+
+    // Position of the first byte that differs; that behind the shorter message when one begins with
+    // the other.
+    int firstDifference() const;
+    // "message 3 (line 12 of the trace) differs at byte 6: recorded 30, sent 31".
+    QString text() const;
+};
+
+struct ReplayHandlers {
+    std::function<void(const ReplayDivergence&)> diverged;
+    std::function<void()> interrupted; // somebody pressed Ctrl-C here when the trace was made
+};
+
+// Time stands still but for what the trace and the waits say: a reply comes when the message before
+// it has been sent, at its recorded time. What the trace's host met, a lost port, a message that
+// could not be sent, an interrupt, is met again. After a divergence nothing can be sent any more.
+class ReplayPort final : public MidiPort {
+public:
+    ReplayPort(const QString& path, const TraceFile& trace, const ReplayHandlers& handlers);
+
+    QString name() const override { return QStringLiteral("replay:") + m_path; }
+    Clock& clock() override { return m_clock; }
+    bool send(const QByteArray& message) override;
+    MidiChunk receive(Microseconds deadline) override;
+
+    // Messages of the trace that were not sent.
+    int messagesLeft() const;
+
+private:
+    const TraceEvent* next();
+    bool isDue(const TraceEvent& event, Microseconds deadline);
+    bool failsToSend(const TraceEvent& event, const QByteArray& message);
+    bool diverge(const TraceEvent* recorded, const QByteArray& message);
+    MidiChunk deliver(const TraceEvent& event);
+    MidiChunk wait(Microseconds deadline);
+    void raiseInterrupt();
+
+    QString m_path;
+    TraceFile m_trace;
+    ReplayHandlers m_handlers;
+    ManualClock m_clock;
+    size_t m_next = 0; // event that was not played yet
+    int m_sent = 0;
+    QString m_ended; // why nothing travels any more; empty while it does
+};
+
+} // namespace hx

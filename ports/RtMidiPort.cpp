@@ -1,0 +1,219 @@
+#include "ports/RtMidiPort.h"
+
+#include "ports/MidiLibraryLog.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace hx {
+
+namespace {
+
+// How often a wait looks whether the port still exists.
+constexpr Microseconds presenceInterval = 250 * microsecondsPerMillisecond;
+
+// Index of the port called `name`; none when there is no such port.
+template <typename Ports>
+std::optional<unsigned> find(Ports& ports, const QString& name)
+{
+    const std::string wanted = name.toStdString();
+    const unsigned count = ports.getPortCount();
+    for (unsigned i = 0; i < count; ++i) {
+        if (ports.getPortName(i) == wanted)
+            return i;
+    }
+    return std::nullopt;
+}
+
+template <typename Ports>
+bool hasPort(Ports& ports, const QString& name)
+{
+    return find(ports, name).has_value();
+}
+
+// The same; throws when there is no such port.
+template <typename Ports>
+unsigned indexOf(Ports& ports, const QString& name)
+{
+    if (const std::optional<unsigned> index = find(ports, name))
+        return *index;
+    throw RtMidiError("the port " + name.toStdString() + " is not there any more",
+                      RtMidiError::INVALID_DEVICE);
+}
+
+RtMidi::Api apiNamed(const QString& backend)
+{
+    const RtMidi::Api api = RtMidi::getCompiledApiByName(backend.toStdString());
+    if (api == RtMidi::UNSPECIFIED)
+        throw RtMidiError("this program was built without " + backend.toStdString(),
+                          RtMidiError::INVALID_PARAMETER);
+    return api;
+}
+
+// Runs `openPorts`, and turns whatever the library says meanwhile into `error`.
+template <typename Open>
+bool opened(const Open& openPorts, QString* error)
+{
+    const RtMidiSilence silence;
+    try {
+        openPorts();
+    } catch (const RtMidiError& thrown) {
+        *error = (silence.text() + QLatin1Char(' ') + QString::fromStdString(thrown.getMessage()))
+                     .trimmed();
+        return false;
+    }
+    *error = silence.text();
+    return error->isEmpty();
+}
+
+} // namespace
+
+std::unique_ptr<RtMidiPort> RtMidiPort::open(const PortAddress& address, const Pace& pace,
+                                             QString* error)
+{
+    silenceMidiLibraries();
+    std::unique_ptr<RtMidiPort> port(new RtMidiPort(address, pace));
+    if (!opened([&] { port->connectTo(apiNamed(address.backend)); }, error))
+        return nullptr;
+    *error = port->takeLibraryError();
+    return error->isEmpty() ? std::move(port) : nullptr;
+}
+
+std::unique_ptr<RtMidiPort> RtMidiPort::openVirtual(const QString& backend, const QString& name,
+                                                    const Pace& pace, QString* error)
+{
+    silenceMidiLibraries();
+    std::unique_ptr<RtMidiPort> port(new RtMidiPort({backend, name, name}, pace));
+    port->m_isVirtual = true;
+    if (!opened([&] { port->offer(apiNamed(backend), name); }, error))
+        return nullptr;
+    *error = port->takeLibraryError();
+    return error->isEmpty() ? std::move(port) : nullptr;
+}
+
+RtMidiPort::RtMidiPort(const PortAddress& address, const Pace& pace)
+    : m_address(address), m_pacer(m_clock, pace, rtMidiBuffer)
+{
+}
+
+RtMidiPort::~RtMidiPort()
+{
+    if (m_out)
+        m_pacer.drain();
+}
+
+void RtMidiPort::setUp(RtMidi::Api api, const std::string& inputClient,
+                       const std::string& outputClient)
+{
+    m_in = std::make_unique<RtMidiIn>(api, inputClient);
+    m_out = std::make_unique<RtMidiOut>(api, outputClient);
+    m_in->setErrorCallback(takeError, this);
+    m_out->setErrorCallback(takeError, this);
+    // SysEx must come; clock and active sensing too, because a person who listens, and the host
+    // before an update, must see them. The assembler takes them out of a SysEx.
+    m_in->ignoreTypes(false, false, false);
+    m_in->setCallback(takeInput, this);
+}
+
+void RtMidiPort::connectTo(RtMidi::Api api)
+{
+    setUp(api, "hxhost input", "hxhost output");
+    if (!m_address.output.isEmpty())
+        m_out->openPort(indexOf(*m_out, m_address.output), "out");
+    m_in->openPort(indexOf(*m_in, m_address.input), "in");
+}
+
+void RtMidiPort::offer(RtMidi::Api api, const QString& name)
+{
+    setUp(api, name.toStdString(), name.toStdString() + " replies");
+    m_out->openVirtualPort("out");
+    m_in->openVirtualPort("in");
+}
+
+QString RtMidiPort::name() const
+{
+    const QString& port = m_address.output.isEmpty() ? m_address.input : m_address.output;
+    return m_address.backend + QLatin1Char(':') + port;
+}
+
+bool RtMidiPort::send(const QByteArray& message)
+{
+    errorText.clear();
+    if (refuse(message) || isGone())
+        return false;
+    m_pacer.waitForTurn(message.size());
+    const auto* bytes = reinterpret_cast<const unsigned char*>(message.constData());
+    m_out->sendMessage(bytes, size_t(message.size()));
+    m_pacer.waitForWire(message.size());
+    errorText = takeLibraryError();
+    return errorText.isEmpty();
+}
+
+MidiChunk RtMidiPort::receive(Microseconds deadline)
+{
+    errorText.clear();
+    for (;;) {
+        const Microseconds left = deadline - m_clock.now();
+        if (const auto chunk = m_arrived.take(std::min(left, presenceInterval)))
+            return *chunk;
+        if (isGone() || left <= presenceInterval)
+            return {};
+    }
+}
+
+bool RtMidiPort::refuse(const QByteArray& message)
+{
+    if (!message.isEmpty() && message.size() <= largestMessage)
+        return false;
+    errorText = QStringLiteral("a message of %1 bytes cannot be sent: a port carries messages of "
+                               "1 to %2 bytes")
+                    .arg(message.size())
+                    .arg(largestMessage);
+    return true;
+}
+
+bool RtMidiPort::isPresent()
+{
+    // Virtual ports stand among those of their own server, as long as that runs.
+    if (m_isVirtual)
+        return m_out->getPortCount() > 0;
+    return m_address.output.isEmpty() ? hasPort(*m_in, m_address.input)
+                                      : hasPort(*m_out, m_address.output);
+}
+
+bool RtMidiPort::isGone()
+{
+    if (m_clock.now() < m_nextLook)
+        return false;
+    m_nextLook = m_clock.now() + presenceInterval;
+    if (isPresent())
+        return false;
+    m_nextLook = 0;
+    takeLibraryError();
+    errorText = QStringLiteral("the port %1 has disappeared").arg(name());
+    return true;
+}
+
+QString RtMidiPort::takeLibraryError()
+{
+    const std::lock_guard<std::mutex> lock(m_errorMutex);
+    QString error;
+    error.swap(m_libraryError);
+    return error;
+}
+
+void RtMidiPort::takeInput(double, std::vector<unsigned char>* bytes, void* port)
+{
+    auto* self = static_cast<RtMidiPort*>(port);
+    const auto* data = reinterpret_cast<const char*>(bytes->data());
+    self->m_arrived.put({QByteArray(data, int(bytes->size())), self->m_clock.now()});
+}
+
+void RtMidiPort::takeError(RtMidiError::Type, const std::string& text, void* port)
+{
+    auto* self = static_cast<RtMidiPort*>(port);
+    const std::lock_guard<std::mutex> lock(self->m_errorMutex);
+    self->m_libraryError = QString::fromStdString(text).simplified();
+}
+
+} // namespace hx

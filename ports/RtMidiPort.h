@@ -1,0 +1,74 @@
+// A real pair of MIDI ports: ALSA, JACK, CoreMIDI, whatever RtMidi reaches.
+#pragma once
+
+#include "host/MidiPort.h"
+#include "ports/ChunkQueue.h"
+#include "ports/Pacer.h"
+
+#include <RtMidi.h>
+
+#include <memory>
+
+namespace hx {
+
+// Where a port is found: the backend's name and the ports' own names, as `listMidiBackends` has
+// them.
+struct PortAddress {
+    QString backend;
+    QString output; // bytes go there; empty: nothing will be sent
+    QString input;  // bytes come from there
+};
+
+// Longest message that JACK's part of the library carries. It drops longer ones without a word, so
+// that they are refused here, for every backend alike.
+constexpr int largestMessage = 16379;
+
+// What JACK's part of the library buffers between two periods of the server. Periods of up to 8192
+// frames at 44.1 kHz last 186 ms.
+constexpr OutputBuffer rtMidiBuffer = {16383, 4, 200 * microsecondsPerMillisecond};
+
+class RtMidiPort final : public MidiPort {
+public:
+    // Opens both directions; null, with the reason in `error`, when one cannot be opened.
+    static std::unique_ptr<RtMidiPort> open(const PortAddress& address, const Pace& pace,
+                                            QString* error);
+
+    // Makes a pair of ports that other programs connect to. Output: what this program sends.
+    static std::unique_ptr<RtMidiPort> openVirtual(const QString& backend, const QString& name,
+                                                   const Pace& pace, QString* error);
+
+    // Waits until what was sent has left.
+    ~RtMidiPort() override;
+
+    QString name() const override;
+    Clock& clock() override { return m_clock; }
+    bool send(const QByteArray& message) override;
+    MidiChunk receive(Microseconds deadline) override;
+
+private:
+    RtMidiPort(const PortAddress& address, const Pace& pace);
+
+    void connectTo(RtMidi::Api api);
+    void offer(RtMidi::Api api, const QString& name);
+    void setUp(RtMidi::Api api, const std::string& inputClient, const std::string& outputClient);
+    bool refuse(const QByteArray& message);
+    bool isPresent();
+    bool isGone();
+    QString takeLibraryError();
+
+    static void takeInput(double, std::vector<unsigned char>* bytes, void* port);
+    static void takeError(RtMidiError::Type, const std::string& text, void* port);
+
+    PortAddress m_address;
+    bool m_isVirtual = false;
+    SteadyClock m_clock;
+    Pacer m_pacer;
+    Microseconds m_nextLook = 0; // when to look again whether the port exists
+    ChunkQueue m_arrived;
+    std::mutex m_errorMutex;
+    QString m_libraryError;
+    std::unique_ptr<RtMidiIn> m_in; // stops its thread before what the thread uses goes away
+    std::unique_ptr<RtMidiOut> m_out;
+};
+
+} // namespace hx

@@ -1,0 +1,52 @@
+// A port with a simulated product at its end, in this process and on a clock of its own: waiting
+// takes no time.
+#pragma once
+
+#include "host/MidiPort.h"
+#include "ports/Pacer.h"
+#include "simulator/FaultyProduct.h"
+
+#include <map>
+
+namespace hx {
+
+struct SimulatedPortOptions {
+    Pace pace = {0, 0}; // how fast bytes travel, both ways
+    int chunkSize = 0;  // longest chunk that arrives in one piece; 0: replies are not cut
+};
+
+class SimulatedPort final : public MidiPort {
+public:
+    // Chunks that wait to be received; what comes when there are as many is lost.
+    static constexpr int queueLimit = 4096;
+
+    explicit SimulatedPort(const FaultyProduct& product = FaultyProduct(),
+                           const SimulatedPortOptions& options = {});
+
+    QString name() const override { return QStringLiteral("simulator"); }
+    Clock& clock() override { return m_clock; }
+
+    // Moves the clock by the time that the bytes take on the wire.
+    bool send(const QByteArray& message) override;
+
+    // Moves the clock to the chunk that arrives next, or to the deadline.
+    MidiChunk receive(Microseconds deadline) override;
+
+    // What is plugged in, to look at or to change.
+    FaultyProduct& device() { return m_device; }
+    SimulatedProduct& product() { return m_device.product(); }
+
+private:
+    bool isPresent();
+    void queueReply(const SimulatedReply& reply);
+    void queueUnasked();
+
+    ManualClock m_clock;
+    SimulatedPortOptions m_options;
+    Pacer m_pacer;
+    FaultyProduct m_device;
+    std::multimap<Microseconds, QByteArray> m_arriving; // by the moment of arrival
+    Microseconds m_nextUnasked = 0;
+};
+
+} // namespace hx

@@ -1,0 +1,70 @@
+#include "ports/StatefulSimulatedPort.h"
+
+#include <QFile>
+#include <QSaveFile>
+
+namespace hx {
+
+bool restoreProduct(SimulatedProduct& product, const QString& path, QString* error)
+{
+    QFile file(path);
+    if (!file.exists())
+        return true;
+    if (!file.open(QIODevice::ReadOnly)) {
+        *error = file.errorString();
+        return false;
+    }
+    return product.restore(file.readAll(), error);
+}
+
+bool saveProduct(const SimulatedProduct& product, const QString& path, QString* error)
+{
+    QSaveFile file(path);
+    const QByteArray state = product.save();
+    if (file.open(QIODevice::WriteOnly) && file.write(state) == state.size() && file.commit())
+        return true;
+    *error = file.errorString();
+    return false;
+}
+
+std::unique_ptr<StatefulSimulatedPort>
+StatefulSimulatedPort::open(const QString& path, const FaultPlan& faults,
+                            const SimulatedPortOptions& options, const OnSaveError& onSaveError,
+                            QString* error)
+{
+    SimulatedProduct product;
+    if (!restoreProduct(product, path, error))
+        return nullptr;
+    return std::unique_ptr<StatefulSimulatedPort>(
+        new StatefulSimulatedPort(path, FaultyProduct(product, faults), options, onSaveError));
+}
+
+StatefulSimulatedPort::StatefulSimulatedPort(const QString& path, const FaultyProduct& product,
+                                             const SimulatedPortOptions& options,
+                                             const OnSaveError& onSaveError)
+    : m_path(path), m_port(product, options), m_onSaveError(onSaveError)
+{
+}
+
+StatefulSimulatedPort::~StatefulSimulatedPort()
+{
+    QString error;
+    if (!saveProduct(m_port.product(), m_path, &error))
+        m_onSaveError(error);
+}
+
+bool StatefulSimulatedPort::send(const QByteArray& message)
+{
+    const bool sent = m_port.send(message);
+    errorText = m_port.errorText;
+    return sent;
+}
+
+MidiChunk StatefulSimulatedPort::receive(Microseconds deadline)
+{
+    MidiChunk chunk = m_port.receive(deadline);
+    errorText = m_port.errorText;
+    return chunk;
+}
+
+} // namespace hx
