@@ -1,0 +1,20 @@
+#include "apps/hxhost/Commands.h"
+
+namespace hx {
+
+void addAllCommands(CommandLine& line)
+{
+    addPortsCommand(line);
+    addIdentifyCommand(line);
+    addInfoCommand(line);
+    addUpdateCommand(line);
+    addVerifyCommand(line);
+    addRecoverCommand(line);
+    addImageCommands(line);
+    addInspectCommand(line);
+    addMonitorCommand(line);
+    addTraceCommand(line);
+    addSimulateCommand(line);
+}
+
+} // namespace hx

@@ -1,0 +1,111 @@
+// hxhost image: makes update images and looks into them.
+#include "apps/hxhost/Commands.h"
+#include "apps/hxhost/ImageReport.h"
+
+#include "host/ImageBuilder.h"
+#include "host/ImageGrammar.h"
+
+#include <QFile>
+#include <QSaveFile>
+
+namespace hx {
+
+namespace {
+
+struct BuildOptions {
+    std::string code;
+    std::string output;
+    CodeType kind = CodeType::Fwu;
+    std::string version = "1.0.2.4";
+};
+
+bool readCode(CommandContext& context, const QString& path, QByteArray* code)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        context.fail(
+            ExitCode::FileError,
+            QStringLiteral("the code file \"%1\" cannot be read: %2").arg(path, file.errorString()),
+            QStringLiteral("a file of 1 to %1 bytes").arg(image::maxCodeBytes),
+            QStringLiteral("check the name and the permissions"));
+        return false;
+    }
+    *code = file.read(image::maxCodeBytes + 1);
+    return true;
+}
+
+bool writeImage(CommandContext& context, const QString& path, const QByteArray& content)
+{
+    QSaveFile file(path);
+    if (file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.commit())
+        return true;
+    context.fail(
+        ExitCode::FileError,
+        QStringLiteral("the image \"%1\" cannot be written: %2").arg(path, file.errorString()),
+        QStringLiteral("a file name in a folder that may be written to"),
+        QStringLiteral("give another name with -o"));
+    return false;
+}
+
+void build(CommandContext& context, const BuildOptions& options)
+{
+    QByteArray code;
+    if (!readCode(context, QString::fromStdString(options.code), &code))
+        return;
+    const BuiltImage built =
+        buildImage(code, options.kind, QString::fromStdString(options.version));
+    if (!built.ok())
+        return context.fail(ExitCode::ImageRefused,
+                            QStringLiteral("no image can be made of \"%1\": %2")
+                                .arg(QString::fromStdString(options.code), built.error),
+                            QStringLiteral("1 to %1 code bytes and a version of four digits, "
+                                           "such as 1.0.2.4")
+                                .arg(image::maxCodeBytes),
+                            QStringLiteral("give another code file or --code-version"));
+    if (writeImage(context, QString::fromStdString(options.output), built.fileContent()))
+        addImage(context.report, loadImage(options.output));
+}
+
+void inspectImage(CommandContext& context, const std::string& path)
+{
+    takeImage(context, path);
+}
+
+void addBuildCommand(CommandLine& line, CLI::App* group)
+{
+    auto options = std::make_shared<BuildOptions>();
+    CLI::App* command = line.addTo(group, "build", "Makes an update image out of a code file");
+    command->add_option("CODE", options->code, "File of code bytes")->required();
+    command->add_option("-o,--output", options->output, "Image to write")
+        ->type_name("FILE")
+        ->required();
+    addWordOption<CodeType>(*command, "--kind", "Kind of code image: fwu or fwd",
+                            {{"fwu", CodeType::Fwu}, {"fwd", CodeType::Fwd}}, options->kind)
+        ->type_name("KIND")
+        ->required();
+    command->add_option("--code-version", options->version, "Version that the code carries")
+        ->type_name("A.B.C.D")
+        ->capture_default_str();
+    line.setRun(command, [options](CommandContext& context) { build(context, *options); });
+}
+
+void addInspectImageCommand(CommandLine& line, CLI::App* group)
+{
+    auto path = std::make_shared<std::string>();
+    CLI::App* command =
+        line.addTo(group, "inspect", "Shows what an update image holds and all that is wrong");
+    command->add_option("IMAGE", *path, "Update image: .syx, hex text or Standard MIDI File")
+        ->required();
+    line.setRun(command, [path](CommandContext& context) { inspectImage(context, *path); });
+}
+
+} // namespace
+
+void addImageCommands(CommandLine& line)
+{
+    CLI::App* group = line.addGroup("image", "Makes update images and looks into them");
+    addBuildCommand(line, group);
+    addInspectImageCommand(line, group);
+}
+
+} // namespace hx

@@ -1,0 +1,29 @@
+// An update image put into a report.
+#pragma once
+
+#include "apps/hxhost/CommandLine.h"
+
+#include "host/UpdateImage.h"
+
+namespace hx {
+
+// An image as it was read from a file.
+struct LoadedImage {
+    QString path;
+    ImageFile file;
+    UpdateImage image;
+};
+
+LoadedImage loadImage(const std::string& path);
+
+// Adds kind, product, version, messages, sizes, time on the wire, and every problem.
+void addImage(Report& report, const LoadedImage& loaded);
+
+// Reads an image and adds it to the report. None, with the problem in the report, when the file
+// cannot be read or the image is not good.
+std::optional<LoadedImage> takeImage(CommandContext& context, const std::string& path);
+
+// "1:02" for 62 seconds, rounded up.
+QString minutesText(qint64 microseconds);
+
+} // namespace hx

@@ -1,0 +1,38 @@
+#include "apps/hxhost/InterruptFlag.h"
+
+#include <csignal>
+
+namespace hx {
+
+namespace {
+
+std::atomic<bool> interrupted{false};
+static_assert(std::atomic<bool>::is_always_lock_free, "signal handlers may not wait for a lock");
+
+extern "C" void noteSignal(int number)
+{
+    interrupted.store(true);
+    std::signal(number, SIG_DFL);
+}
+
+} // namespace
+
+InterruptFlag::InterruptFlag()
+{
+    interrupted.store(false);
+    std::signal(SIGINT, noteSignal);
+    std::signal(SIGTERM, noteSignal);
+}
+
+InterruptFlag::~InterruptFlag()
+{
+    std::signal(SIGINT, SIG_DFL);
+    std::signal(SIGTERM, SIG_DFL);
+}
+
+const std::atomic<bool>* InterruptFlag::flag() const
+{
+    return &interrupted;
+}
+
+} // namespace hx

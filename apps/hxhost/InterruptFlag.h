@@ -1,0 +1,20 @@
+// Ctrl-C as a flag, for as long as something must not be cut off in the middle.
+#pragma once
+
+#include <atomic>
+
+namespace hx {
+
+// While it lives, the first Ctrl-C (or termination signal) sets the flag; a second one ends the
+// program at once. One at a time.
+class InterruptFlag {
+public:
+    InterruptFlag();
+    ~InterruptFlag();
+    InterruptFlag(const InterruptFlag&) = delete;
+    InterruptFlag& operator=(const InterruptFlag&) = delete;
+
+    const std::atomic<bool>* flag() const;
+};
+
+} // namespace hx

@@ -1,0 +1,22 @@
+// What the program may assume about the terminal it runs in.
+#pragma once
+
+#include <QString>
+
+namespace hx {
+
+// True when a person reads standard error (or types standard input) directly.
+bool errorIsTerminal();
+bool inputIsTerminal();
+
+// Columns of the terminal behind standard error; 80 when it cannot be known.
+int terminalColumns();
+
+// Whether standard error may be coloured. NO_COLOR (not empty) forbids it, CLICOLOR_FORCE (not
+// empty and not 0) demands it, otherwise a terminal that is not "dumb" allows it.
+bool colourAllowed();
+
+// Whether the cursor may be moved back to redraw a line.
+bool lineMayBeRedrawn();
+
+} // namespace hx

@@ -1,0 +1,105 @@
+// hxhost trace: a recorded session as a table and in numbers.
+#include "apps/hxhost/CommandLine.h"
+#include "apps/hxhost/Commands.h"
+#include "apps/hxhost/TraceSummary.h"
+
+#include "host/HexText.h"
+
+namespace hx {
+
+namespace {
+
+QString msText(Microseconds time)
+{
+    return QString::number(double(time) / double(microsecondsPerMillisecond), 'f', 3);
+}
+
+QJsonObject eventRow(const TraceEvent& event)
+{
+    return {{"line", event.line},
+            {"ms", double(event.event.time) / double(microsecondsPerMillisecond)},
+            {"event", busEventWord(event.event.kind)},
+            {"bytes", hexText(event.event.bytes)},
+            {"name", event.name},
+            {"text", event.event.text}};
+}
+
+// The same for people, who look at one line an event.
+QJsonObject shownRow(const TraceEvent& event)
+{
+    QJsonObject row = eventRow(event);
+    row["ms"] = msText(event.event.time);
+    row["what"] = (hexTextShort(event.event.bytes) + QLatin1Char(' ') + event.event.text).trimmed();
+    return row;
+}
+
+QJsonArray shownRows(const std::vector<TraceEvent>& events)
+{
+    QJsonArray rows;
+    for (const TraceEvent& event : events)
+        rows << shownRow(event);
+    return rows;
+}
+
+QJsonArray eventRows(const std::vector<TraceEvent>& events)
+{
+    QJsonArray rows;
+    for (const TraceEvent& event : events)
+        rows << eventRow(event);
+    return rows;
+}
+
+void addMs(Report& report, const char* name, Microseconds time)
+{
+    const double ms = double(time) / double(microsecondsPerMillisecond);
+    report.add(QString::fromLatin1(name), ms, msText(time));
+}
+
+void addSummary(Report& report, const TraceSummary& summary)
+{
+    report.add(QStringLiteral("summary.sent"), summary.sent);
+    report.add(QStringLiteral("summary.retries"), summary.retries);
+    report.add(QStringLiteral("summary.received"), summary.received);
+    report.add(QStringLiteral("summary.ignored"), summary.ignored);
+    report.add(QStringLiteral("summary.timeouts"), summary.timeouts);
+    report.add(QStringLiteral("summary.realTime"), summary.realTime);
+    report.add(QStringLiteral("summary.sentBytes"), double(summary.sentBytes));
+    report.add(QStringLiteral("summary.receivedBytes"), double(summary.receivedBytes));
+    report.add(QStringLiteral("summary.droppedBytes"), double(summary.droppedBytes));
+    addMs(report, "summary.elapsedMs", summary.elapsed);
+    addMs(report, "summary.wireMs", summary.wire);
+    addMs(report, "summary.waitingMs", summary.waiting);
+    addMs(report, "summary.slowestReplyMs", summary.slowestReply);
+    report.add(QStringLiteral("summary.slowestReplyLine"), summary.slowestLine);
+    report.add(QStringLiteral("summary.wireUse"), summary.wireUse(),
+               QString::number(summary.wireUse(), 'f', 4) +
+                   QStringLiteral(" (elapsed without waiting, in wire times)"));
+}
+
+void showTrace(CommandContext& context, const std::string& path)
+{
+    const QString name = QString::fromStdString(path);
+    const TraceFile trace = readTrace(name);
+    if (!trace.ok())
+        return context.fail(ExitCode::FileError,
+                            QStringLiteral("the trace \"%1\": %2").arg(name, trace.error),
+                            QStringLiteral("a file that --trace has written"),
+                            QStringLiteral("see docs/trace-format.md for what may stand there"));
+    context.report.addTable(QStringLiteral("events"),
+                            {QStringLiteral("ms"), QStringLiteral("event"), QStringLiteral("name"),
+                             QStringLiteral("what")},
+                            eventRows(trace.events), shownRows(trace.events));
+    addSummary(context.report, summarize(trace.events));
+}
+
+} // namespace
+
+void addTraceCommand(CommandLine& line)
+{
+    auto path = std::make_shared<std::string>();
+    CLI::App* command = line.add("trace", "Shows a recorded session as a table and in numbers");
+    command->add_option("FILE", *path, "What --trace has written")->required();
+    line.setRun(command, [path](CommandContext& context) { showTrace(context, *path); });
+}
+
+} // namespace hx

@@ -1,0 +1,213 @@
+#include "apps/hxmidi/CommandLine.h"
+
+#include "apps/hxmidi/FindingText.h"
+
+#include <QJsonDocument>
+
+#include <algorithm>
+#include <cstring>
+#include <sstream>
+
+namespace hx {
+
+namespace {
+
+bool asksForJson(int argc, const char* const* argv)
+{
+    return std::any_of(argv, argv + argc,
+                       [](const char* word) { return std::strcmp(word, "--json") == 0; });
+}
+
+constexpr char footer[] =
+    R"(DATA is hex text, @FILE for a file, or @- for standard input; several are joined, and
+without any the standard input is read. 'hxmidi COMMAND --help' lists a command's options;
+'man hxmidi' explains them with examples.
+
+Exit codes:
+  0  done; the pattern matched; the two are the same
+  1  the pattern did not match; the two differ
+  2  an error in the command line or in the data
+)";
+
+// Put before a word, this character makes CLI11 take the word as it is: in brackets it would be
+// a list. It also does the work of "--", which CLI11 ignores where no argument is required.
+constexpr char guard = '\x01';
+
+std::string unguarded(const std::string& word)
+{
+    return !word.empty() && word.front() == guard ? word.substr(1) : word;
+}
+
+bool needsGuard(const std::string& word)
+{
+    return !word.empty() && (word.front() == '[' || word.front() == guard);
+}
+
+// The words after the program's name, last first, as CLI11 wants them.
+std::vector<std::string> guardedWords(int argc, const char* const* argv)
+{
+    std::vector<std::string> words;
+    bool optionsEnded = false;
+    for (int i = 1; i < argc; ++i) {
+        const std::string word = argv[i];
+        if (word == "--" && !optionsEnded)
+            optionsEnded = true;
+        else
+            words.push_back(optionsEnded || needsGuard(word) ? guard + word : word);
+    }
+    std::reverse(words.begin(), words.end());
+    return words;
+}
+
+QString messageOf(const CLI::ParseError& error)
+{
+    return QString::fromStdString(error.what()).remove(QLatin1Char(guard));
+}
+
+constexpr int mostJsonRows = 100000;
+
+// Compact JSON on one line.
+QByteArray jsonDocument(const std::string& command, const Outcome& outcome)
+{
+    const QJsonObject document{
+        {QStringLiteral("command"), QString::fromStdString(command)},
+        {QStringLiteral("ok"), outcome.code != ExitCode::Refused},
+        {QStringLiteral("exitCode"), int(outcome.code)},
+        {QStringLiteral("result"),
+         outcome.code == ExitCode::Refused ? QJsonObject() : outcome.result()},
+        {QStringLiteral("errors"), toJson(outcome.findings, Severity::Error)},
+        {QStringLiteral("warnings"), toJson(outcome.findings, Severity::Warning)},
+        {QStringLiteral("notes"), toJson(outcome.findings, Severity::Note)}};
+    return QJsonDocument(document).toJson(QJsonDocument::Compact) + '\n';
+}
+
+} // namespace
+
+CommandLine::CommandLine(const Streams& streams)
+    : m_streams(streams), m_app("Reads, builds, matches and shows MIDI bytes as hex text")
+{
+    m_app.name("hxmidi");
+    m_app.set_version_flag("--version", "hxmidi " HXMIDI_VERSION);
+    m_app.require_subcommand(0, 1); // of none at all run() complains
+    m_app.footer(footer);
+}
+
+CLI::App* CommandLine::add(const std::string& name, const std::string& description, JsonForm json)
+{
+    CLI::App* command = m_app.add_subcommand(name, description);
+    command->add_flag("--strict", m_strict, "Take warnings as errors")->group("Output");
+    if (json == JsonForm::Available)
+        command->add_flag("--json", m_json, "Print exactly one JSON document, errors included")
+            ->group("Output");
+    return command;
+}
+
+void CommandLine::setRun(CLI::App* command, const Run& run)
+{
+    command->callback([this, command, run] {
+        m_name = command->get_name();
+        m_run = run;
+    });
+}
+
+int CommandLine::run(int argc, const char* const* argv)
+{
+    try {
+        m_app.parse(guardedWords(argc, argv));
+    } catch (const CLI::Success& request) {
+        return help(request);
+    } catch (const CLI::ParseError& error) {
+        m_json = asksForJson(argc, argv); // which may not have been reached
+        return refuse(messageOf(error));
+    }
+    if (!m_run)
+        return refuse(QStringLiteral("no command is given"));
+    Outcome outcome(m_streams.input);
+    m_run(outcome);
+    return finish(outcome);
+}
+
+int CommandLine::help(const CLI::Success& request)
+{
+    std::ostringstream text;
+    m_app.exit(request, text, text);
+    m_streams.output.write(text.str().c_str());
+    return int(ExitCode::Success);
+}
+
+int CommandLine::refuse(const QString& what)
+{
+    if (!m_app.get_subcommands().empty())
+        m_name = m_app.get_subcommands().front()->get_name();
+    Outcome outcome(m_streams.input);
+    outcome.findings.error(what, QStringLiteral("a command, its arguments and its options"),
+                           QStringLiteral("see 'hxmidi --help' and 'hxmidi COMMAND --help'"));
+    return finish(outcome);
+}
+
+int CommandLine::finish(Outcome& outcome)
+{
+    Findings& findings = outcome.findings;
+    const int warnings = findings.count(Severity::Warning);
+    if (m_strict && warnings > 0)
+        findings.error(
+            QStringLiteral("with --strict a warning is an error, and there is %1")
+                .arg(warnings == 1 ? QStringLiteral("one") : QStringLiteral("more than one")),
+            QString(), QStringLiteral("mend what is warned of, or drop --strict"));
+    if (m_json && outcome.rows > mostJsonRows)
+        findings.error(QStringLiteral("%1 rows are too many for a JSON document").arg(outcome.rows),
+                       QStringLiteral("at most %1").arg(mostJsonRows),
+                       QStringLiteral("cut the data into parts, or leave --json out"));
+    if (findings.hasErrors())
+        outcome.code = ExitCode::Refused;
+    m_streams.errors.write(toText(findings).toUtf8());
+    if (print(outcome))
+        return int(outcome.code);
+    m_streams.errors.write("error: standard output could not be written to its end\n");
+    return int(ExitCode::Refused);
+}
+
+bool CommandLine::print(const Outcome& outcome)
+{
+    QByteArray text = outcome.text;
+    if (m_json)
+        text = jsonDocument(m_name, outcome);
+    else if (outcome.code == ExitCode::Refused)
+        text.clear();
+    return m_streams.output.write(text) == text.size();
+}
+
+CLI::Option* addWords(CLI::App& command, const std::string& name, std::vector<std::string>& words,
+                      const std::string& description)
+{
+    return command
+        .add_option(
+            name,
+            [&words](const CLI::results_t& typed) {
+                words.clear();
+                for (const std::string& word : typed)
+                    words.push_back(unguarded(word));
+                return true;
+            },
+            description)
+        ->expected(0, -1)
+        ->allow_extra_args()
+        ->type_name("");
+}
+
+CLI::Option* addWord(CLI::App& command, const std::string& name, std::string& word,
+                     const std::string& description)
+{
+    return command
+        .add_option(
+            name,
+            [&word](const CLI::results_t& typed) {
+                word = unguarded(typed.at(0));
+                return true;
+            },
+            description)
+        ->required()
+        ->type_name("");
+}
+
+} // namespace hx

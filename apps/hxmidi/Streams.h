@@ -1,0 +1,14 @@
+// The three standard streams of a run; tests give buffers.
+#pragma once
+
+#include <QIODevice>
+
+namespace hx {
+
+struct Streams {
+    QIODevice& input;
+    QIODevice& output;
+    QIODevice& errors;
+};
+
+} // namespace hx

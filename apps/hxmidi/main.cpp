@@ -1,0 +1,27 @@
+#include "apps/hxmidi/CommandLine.h"
+#include "apps/hxmidi/Commands.h"
+
+#include <QFile>
+
+namespace {
+
+// Without a buffer of its own, so that a write that fails is known to have failed.
+void openStream(QFile& file, int descriptor, QIODevice::OpenMode mode)
+{
+    file.open(descriptor, mode | QIODevice::Unbuffered);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QFile input;
+    QFile output;
+    QFile errors;
+    openStream(input, 0, QIODevice::ReadOnly);
+    openStream(output, 1, QIODevice::WriteOnly);
+    openStream(errors, 2, QIODevice::WriteOnly);
+    hx::CommandLine line({input, output, errors});
+    hx::addAllCommands(line);
+    return line.run(argc, argv);
+}
