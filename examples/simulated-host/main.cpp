@@ -1,0 +1,36 @@
+// A host that talks to a product: the simulated one, over the reference host's bus.
+// Usage: simulated-host PLUGIN
+#include "host/PluginLoader.h"
+#include "host/PortBus.h"
+#include "ports/SimulatedPort.h"
+
+#include <QTextStream>
+
+int main(int argc, char** argv)
+{
+    QTextStream out(stdout);
+    if (argc != 2) {
+        out << "usage: simulated-host PLUGIN\n";
+        return 2;
+    }
+    const hx::PluginLoadResult loaded = hx::loadPlugin(QString::fromLocal8Bit(argv[1]));
+    if (!loaded.ok()) {
+        out << loaded.error << '\n';
+        return 1;
+    }
+    hx::SimulatedPort port; // hx::RtMidiPort::open() gives one of this machine's
+    hx::PortBus bus(port);
+    DeviceInterface& device = loaded.plugin->device();
+    device.bus = &bus;
+
+    out << "version: " << device.versionNumber() << '\n';
+    const HxMidiData command(device.lookupStr(QStringLiteral("esn.read")));
+    const QString pattern = device.lookupStr(QStringLiteral("esn.read.response"));
+    const HxMidiData reply = bus.transact(command, pattern, 2200);
+    if (reply.bytes.isEmpty()) {
+        out << bus.errorText << '\n';
+        return 1;
+    }
+    out << "serial number: " << HxMidiData(reply.mid(7, 8)).toString(-1) << '\n';
+    return 0;
+}
