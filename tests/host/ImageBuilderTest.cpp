@@ -1,0 +1,99 @@
+#include "host/ImageBuilder.h"
+
+#include "host/ImageGrammar.h"
+#include "tests/host/ImageSamples.h"
+#include "tests/support/QtPrinting.h"
+
+#include <gtest/gtest.h>
+
+using namespace hx;
+
+namespace {
+
+QByteArray hex(const char* text)
+{
+    return QByteArray::fromHex(text);
+}
+
+} // namespace
+
+TEST(ImageGrammar, ComputesTheCheckValueOfTheCrc)
+{
+    EXPECT_EQ(crc32("123456789"), 0xCBF43926u);
+    EXPECT_EQ(crc32(QByteArray()), 0u);
+}
+
+TEST(ImageGrammar, ReportsTheLow28BitsOfACrcInFourGroups)
+{
+    EXPECT_EQ(reportedChecksum(0xCBF43926), hex("5F507226"));
+    EXPECT_EQ(reportedChecksum(0xFFFFFFFF), hex("7F7F7F7F"));
+    EXPECT_EQ(reportedChecksum(0xF0000000), hex("00000000"));
+}
+
+TEST(ImageGrammar, CountsAHeaderByteForEverySevenPackedBytes)
+{
+    EXPECT_EQ(image::packedSize(1), 2);
+    EXPECT_EQ(image::packedSize(7), 8);
+    EXPECT_EQ(image::packedSize(8), 10);
+    EXPECT_EQ(image::packedSize(112), 128);
+}
+
+TEST(ImageBuilder, BuildsTheWorkedExampleByteForByte)
+{
+    const BuiltImage built = buildImage(hex("F07E81"), CodeType::Fwu, "1.0.2.4");
+    ASSERT_TRUE(built.ok());
+    ASSERT_EQ(built.messages.size(), 3);
+    EXPECT_EQ(built.messages.at(0).bytes,
+              hex("F0 00 6B 2D 30 41 43 0A 00 00 00 00 00 00 00 03 50 70 7E 01 42 F7"));
+    EXPECT_EQ(built.messages.at(1).bytes,
+              hex("F0 00 6B 2D 30 41 43 0C 00 00 00 00 03 06 0C 19 1A 0C "
+                  "31 30 32 34 01 1C F7"));
+    EXPECT_EQ(built.messages.at(2).bytes, hex("F0 00 6B 2D 30 41 F7"));
+    EXPECT_EQ(built.fileContent(),
+              built.messages.at(0).bytes + built.messages.at(1).bytes + built.messages.at(2).bytes);
+}
+
+TEST(ImageBuilder, BuildsKindFwdWithItsOwnCommandByte)
+{
+    for (const HxMidiData& message : samples::messages(200, CodeType::Fwd).mid(0, 3))
+        EXPECT_EQ(message.bytes.at(6), 0x42);
+}
+
+TEST(ImageBuilder, CutsTheCodeInto112BytesAMessage)
+{
+    EXPECT_EQ(samples::messages(112).size(), 3);
+    EXPECT_EQ(samples::messages(113).size(), 4);
+    EXPECT_EQ(samples::messages(113).at(1).bytes.mid(8, 8), hex("00 01 00 00 00 00 70 01"));
+    EXPECT_EQ(samples::messages(112).at(0).bytes.size(), 146);
+}
+
+TEST(ImageBuilder, TakesTheVersionWithDotsOrWithout)
+{
+    EXPECT_EQ(buildImage("x", CodeType::Fwu, "1024").messages.at(1).bytes.mid(18, 4), "1024");
+    EXPECT_EQ(buildImage("x", CodeType::Fwu, "1.0.2.4").messages.at(1).bytes.mid(18, 4), "1024");
+}
+
+TEST(ImageBuilder, RefusesAVersionThatIsNotFourDigits)
+{
+    for (const char* version : {"", "1.0.2", "1.0.2.a", "10.0.2.4", "1.0.2.4.",
+                                "\xD9\xA1"
+                                "024"}) {
+        const BuiltImage built = buildImage("x", CodeType::Fwu, version);
+        EXPECT_FALSE(built.ok()) << version;
+        EXPECT_TRUE(built.messages.isEmpty());
+        EXPECT_TRUE(built.error.contains("1.0.2.4")) << built.error.toStdString();
+    }
+}
+
+TEST(ImageBuilder, RefusesCodeThatNoImageCarries)
+{
+    EXPECT_EQ(buildImage(QByteArray(), CodeType::Fwu, "1024").error,
+              "The code has 0 bytes; an image carries 1 to 1048576.");
+    EXPECT_FALSE(buildImage(QByteArray(1048577, 'x'), CodeType::Fwu, "1024").ok());
+    EXPECT_TRUE(buildImage(QByteArray(1048576, 'x'), CodeType::Fwu, "1024").ok());
+}
+
+TEST(ImageBuilder, RefusesAnUnknownKind)
+{
+    EXPECT_FALSE(buildImage("x", CodeType::Unknown, "1024").ok());
+}

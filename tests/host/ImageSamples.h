@@ -1,0 +1,44 @@
+// Update images for tests.
+#pragma once
+
+#include "host/ImageBuilder.h"
+#include "host/UpdateImage.h"
+
+namespace samples {
+
+// `size` code bytes in which every value occurs and no two messages are alike.
+inline QByteArray code(int size)
+{
+    QByteArray bytes(size, '\0');
+    for (int i = 0; i < size; ++i)
+        bytes[i] = static_cast<char>(i * 31 + i / 256);
+    return bytes;
+}
+
+inline QList<HxMidiData> messages(int size = 300, CodeType kind = CodeType::Fwu)
+{
+    return hx::buildImage(code(size), kind, QStringLiteral("1.0.2.4")).messages;
+}
+
+inline QByteArray content(const QList<HxMidiData>& messages)
+{
+    QByteArray bytes;
+    for (const HxMidiData& message : messages)
+        bytes += message.bytes;
+    return bytes;
+}
+
+inline hx::UpdateImage image(int size = 300, CodeType kind = CodeType::Fwu)
+{
+    return hx::parseUpdateImage(hx::imageFileOf(messages(size, kind)));
+}
+
+// Sets the sum of a message that was changed right again.
+inline HxMidiData resummed(HxMidiData message)
+{
+    const int position = message.bytes.size() - 2;
+    message.bytes[position] = static_cast<char>(message.sumOfSection(8, position - 8));
+    return message;
+}
+
+} // namespace samples

@@ -1,0 +1,50 @@
+// The real plugin, loaded from its library file, over a bus to a simulated product.
+#pragma once
+
+#include "host/PluginLoader.h"
+#include "host/PortBus.h"
+#include "ports/SimulatedPort.h"
+#include "tests/support/LogCapture.h"
+
+#include <gtest/gtest.h>
+
+class ProductSession {
+public:
+    // `faults` as in "bad-ack:3" or "drop-reply:2-5".
+    explicit ProductSession(const QStringList& faults = {},
+                            const hx::SimulatedProductSettings& settings = {},
+                            const hx::SimulatedPortOptions& options = {})
+        : ProductSession(hx::SimulatedProduct(settings), faults, options)
+    {
+    }
+
+    ProductSession(const hx::SimulatedProduct& product, const QStringList& faults,
+                   const hx::SimulatedPortOptions& options = {})
+        : port(hx::FaultyProduct(product, plan(faults)), options), bus(port)
+    {
+        loaded = hx::loadPlugin(QStringLiteral(HX_PLUGIN_FILE));
+        EXPECT_TRUE(loaded.ok()) << loaded.error.toStdString();
+        device().bus = &bus;
+    }
+
+    DeviceInterface& device() { return loaded.plugin->device(); }
+    hx::SimulatedProduct& product() { return port.product(); }
+
+    hx::SimulatedPort port;
+    hx::PortBus bus;
+    hx::PluginLoadResult loaded;
+    LogCapture log;
+
+private:
+    static hx::FaultPlan plan(const QStringList& faults)
+    {
+        hx::FaultPlan plan;
+        for (const QString& text : faults) {
+            QString error;
+            const auto fault = hx::parseFault(text, &error);
+            EXPECT_TRUE(fault.has_value()) << error.toStdString();
+            plan.append(fault.value_or(hx::Fault()));
+        }
+        return plan;
+    }
+};

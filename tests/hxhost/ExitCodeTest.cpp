@@ -1,0 +1,222 @@
+// Each exit code, reached in the way that its row of the table says.
+#include "apps/hxhost/ExitCode.h"
+#include "apps/hxhost/CommandLine.h"
+#include "tests/hxhost/HxHost.h"
+
+#include <set>
+#include <stdexcept>
+
+namespace {
+
+class ExitCodes : public HxHostTest {};
+
+} // namespace
+
+TEST_F(ExitCodes, HelpHoldsTheWholeTable)
+{
+    const ProgramResult help = hxhost({"--help"});
+    EXPECT_EQ(help.exitCode, 0);
+    EXPECT_TRUE(help.out.contains(hx::exitCodeHelp().toUtf8())) << help.out.toStdString();
+    EXPECT_EQ(hx::exitCodeHelp().count('\n'), 1 + int(hx::exitCodeTable().size()));
+}
+
+TEST_F(ExitCodes, ManualHoldsEveryRow)
+{
+    const QByteArray page = read(HX_MAN_PAGE);
+    for (const hx::ExitCodeRow& row : hx::exitCodeTable()) {
+        const QByteArray entry = QByteArray(".TP\n.B ") + QByteArray::number(int(row.code)) + " " +
+                                 QByteArray(row.name).replace("-", "\\-") + "\n" +
+                                 QByteArray(row.meaning).replace("-", "\\-") + "\n";
+        EXPECT_TRUE(page.contains(entry)) << entry.toStdString();
+    }
+}
+
+TEST_F(ExitCodes, PageOfExitCodesHoldsEveryRow)
+{
+    const QByteArray page = read(HX_EXIT_CODE_PAGE);
+    for (const hx::ExitCodeRow& row : hx::exitCodeTable()) {
+        const QByteArray line = "| " + QByteArray::number(int(row.code)) + " | " + row.name +
+                                " | " + row.meaning + " |";
+        EXPECT_TRUE(page.contains(line)) << line.toStdString();
+    }
+}
+
+TEST_F(ExitCodes, NumbersAndNamesAreUsedOnce)
+{
+    std::set<int> numbers;
+    std::set<std::string> names;
+    for (const hx::ExitCodeRow& row : hx::exitCodeTable()) {
+        EXPECT_TRUE(numbers.insert(int(row.code)).second) << row.name;
+        EXPECT_TRUE(names.insert(row.name).second) << row.name;
+        EXPECT_EQ(hx::exitName(row.code), row.name);
+    }
+}
+
+TEST_F(ExitCodes, SuccessWhenAllWasDone)
+{
+    EXPECT_EQ(hxhost({"identify", "--port", "simulator"}).exitCode, 0);
+}
+
+TEST_F(ExitCodes, InternalWhenACommandThrows)
+{
+    hx::CommandLine line;
+    CLI::App* command = line.add("fall", "");
+    line.setRun(command, [](hx::CommandContext&) { throw std::runtime_error("over"); });
+    char program[] = "hxhost";
+    char word[] = "fall";
+    char* arguments[] = {program, word, nullptr};
+    ::testing::internal::CaptureStderr();
+    EXPECT_EQ(line.run(2, arguments), 1);
+    EXPECT_EQ(::testing::internal::GetCapturedStderr(),
+              "error: an unexpected fault: over\n"
+              "  expected: none\n"
+              "  next: report it with the trace that --trace writes; 'hxhost recover' says what "
+              "state the product is in\n");
+}
+
+TEST_F(ExitCodes, UsageForWhatTheCommandLineDoesNotKnow)
+{
+    const QList<QStringList> wrong = {{},
+                                      {"nothing"},
+                                      {"update"},
+                                      {"identify", "--nothing"},
+                                      {"identify", "--port"},
+                                      {"image"},
+                                      {"image", "build", "x"},
+                                      {"update", "x", "--progress", "loud"},
+                                      {"update", "x", "--rate", "-1"},
+                                      {"update", "x", "--rate", "fast"},
+                                      {"update", "x", "--gap", "60001"},
+                                      {"identify", "--fault", "sneeze"},
+                                      {"image", "build", "x", "-o", "y", "--kind", "fwx"}};
+    for (const QStringList& arguments : wrong) {
+        const ProgramResult ended = hxhost(arguments);
+        EXPECT_EQ(ended.exitCode, 2) << arguments.join(' ').toStdString();
+        EXPECT_EQ(ended.out.toStdString(), "") << arguments.join(' ').toStdString();
+        EXPECT_TRUE(ended.err.startsWith("error: ")) << ended.err.toStdString();
+        EXPECT_TRUE(ended.err.contains("\n  next: see 'hxhost")) << ended.err.toStdString();
+    }
+}
+
+TEST_F(ExitCodes, UsageNamesTheWordThatIsNoCommand)
+{
+    EXPECT_EQ(hxhost({"ident"}).err.toStdString(),
+              "error: \"ident\" is not a command\n"
+              "  expected: one of: ports, identify, info, update, verify, recover, image, inspect, "
+              "monitor, trace, simulate\n"
+              "  next: see 'hxhost --help'\n");
+    EXPECT_EQ(hxhost({"image", "make"}).err.toStdString(), "error: \"make\" is not a command\n"
+                                                           "  expected: one of: build, inspect\n"
+                                                           "  next: see 'hxhost image --help'\n");
+}
+
+TEST_F(ExitCodes, NoPluginForAWrongMissingOrDamagedOne)
+{
+    const QString text = write("text.so", "this is no library");
+    const QString cut = write("cut.so", read(HX_PLUGIN_FILE).left(4096));
+    for (const QString& place : {path("missing.so"), text, cut, path("")}) {
+        const ProgramResult ended = hxhost({"inspect", "--plugin", place});
+        EXPECT_EQ(ended.exitCode, 3) << place.toStdString();
+        EXPECT_EQ(ended.out.toStdString(), "");
+        EXPECT_EQ(ended.err.count('\n'), 3) << ended.err.toStdString();
+    }
+}
+
+TEST_F(ExitCodes, NoPortWhenNoneFits)
+{
+    const ProgramResult ended = hxhost({"identify", "--port", "no such port"});
+    EXPECT_EQ(ended.exitCode, 4);
+    EXPECT_TRUE(ended.err.startsWith("error: no MIDI output port fits \"no such port\"\n"))
+        << ended.err.toStdString();
+}
+
+TEST_F(ExitCodes, NoAnswerWhenTheProductIsSilent)
+{
+    EXPECT_EQ(hxhost({"identify", "--port", "simulator", "--fault", "silent"}).exitCode, 5);
+}
+
+TEST_F(ExitCodes, ImageRefusedWhenItIsDamaged)
+{
+    const QByteArray whole = read(image());
+    const QList<QByteArray> bad = {QByteArray(), "not SysEx at all", whole.left(500),
+                                   whole.mid(146), whole.left(whole.size() - 7)};
+    for (const QByteArray& content : bad) {
+        const ProgramResult ended =
+            hxhost({"update", write("bad.syx", content), "--port", "simulator"});
+        EXPECT_EQ(ended.exitCode, 6) << content.size();
+        EXPECT_TRUE(ended.err.contains("  next: ")) << ended.err.toStdString();
+    }
+}
+
+TEST_F(ExitCodes, UpdateFailedWhenItStoppedBeforeItsEnd)
+{
+    EXPECT_EQ(
+        hxhost({"update", image(), "--port", "simulator", "--fault", "failed-ack:3"}).exitCode, 7);
+}
+
+TEST_F(ExitCodes, VerificationFailedWhenChecksumsDisagree)
+{
+    EXPECT_EQ(hxhost({"verify", image(), "--port", "simulator"}).exitCode, 8);
+}
+
+TEST_F(ExitCodes, WrongProductWhenAnotherAnswers)
+{
+    EXPECT_EQ(hxhost({"identify", "--port", "simulator", "--fault", "wrong-model"}).exitCode, 9);
+}
+
+TEST_F(ExitCodes, FileErrorForFilesThatCannotBeReadOrWritten)
+{
+    const QString nowhere = path("no/such/folder/file");
+    const QList<QStringList> wrong = {
+        {"update", nowhere, "--port", "simulator"},
+        {"image", "inspect", nowhere},
+        {"image", "build", nowhere, "-o", path("x"), "--kind", "fwu"},
+        {"image", "build", write("code", "code"), "-o", nowhere, "--kind", "fwu"},
+        {"identify", "--port", "simulator", "--trace", nowhere},
+        {"identify", "--port", "simulator:" + nowhere},
+        {"identify", "--port", "simulator:" + write("state", "no state")},
+        {"identify", "--port", "replay:" + nowhere},
+        {"trace", nowhere},
+        {"trace", write("trace", "no trace")}};
+    for (const QStringList& arguments : wrong) {
+        const ProgramResult ended = hxhost(arguments);
+        EXPECT_EQ(ended.exitCode, 10) << arguments.join(' ').toStdString();
+        EXPECT_TRUE(ended.err.startsWith("error: ")) << ended.err.toStdString();
+    }
+}
+
+TEST_F(ExitCodes, ReplayDivergedWhenSomethingElseIsSent)
+{
+    const QString trace = path("trace");
+    ASSERT_EQ(hxhost({"identify", "--port", "simulator", "--trace", trace}).exitCode, 0);
+    const ProgramResult ended = hxhost({"info", "--port", "replay:" + trace});
+    EXPECT_EQ(ended.exitCode, 11) << ended.err.toStdString();
+    EXPECT_TRUE(ended.err.startsWith("error: the replay diverged: message 2 was sent, the trace "
+                                     "holds only 1\n"))
+        << ended.err.toStdString();
+}
+
+// Of a recorded update that message 4 ended, message 4 is taken out and an interrupt put in: what
+// follows is the same, the questions about the state of the product.
+TEST_F(ExitCodes, InterruptedWhenTheTraceSaysSo)
+{
+    const QString syx = image();
+    const QString trace = path("trace");
+    ASSERT_EQ(
+        hxhost({"update", syx, "--port", "simulator", "--trace", trace, "--fault", "failed-ack:4"})
+            .exitCode,
+        7);
+    QByteArray recorded = read(trace);
+    const int begin = recorded.indexOf('\n', recorded.indexOf("message 3 of 11 good")) + 1;
+    const int end = recorded.indexOf('\n', recorded.indexOf("message 4 of 11 was refused")) + 1;
+    ASSERT_GT(begin, 0);
+    ASSERT_GT(end, begin);
+    const QByteArray time = recorded.mid(begin, 13);
+    recorded.replace(begin, end - begin, time + " interrupted : Ctrl-C\n");
+    const ProgramResult ended =
+        hxhost({"update", syx, "--port", "replay:" + write("cut", recorded)});
+    EXPECT_EQ(ended.exitCode, 130) << ended.err.toStdString();
+    EXPECT_TRUE(ended.err.contains("error: interrupted: interrupted before message 4 of 11\n"))
+        << ended.err.toStdString();
+    EXPECT_TRUE(ended.err.contains("holds no valid code")) << ended.err.toStdString();
+}

@@ -1,0 +1,142 @@
+// identify, info, verify, recover: what is read from the product and how it is said.
+#include "tests/hxhost/HxHost.h"
+
+namespace {
+
+class ReadingCommands : public HxHostTest {};
+
+const char note[] =
+    "by contract the plugin compares the echoed command byte along with the checksum and never "
+    "asks for fwd, so that it answers false for intact code too; the checksum bytes above decide";
+
+} // namespace
+
+TEST_F(ReadingCommands, IdentifyShowsIdentifierVersionAndProduct)
+{
+    const ProgramResult result = hxhost({"identify", "--port", "simulator"});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.out.toStdString(), "port                   simulator\n"
+                                        "identity.identifier    0x300041\n"
+                                        "identity.manufacturer  00 6B 2D\n"
+                                        "identity.version       1.0.2.3\n"
+                                        "identity.served        true\n"
+                                        "product                Valdrin\n");
+    EXPECT_EQ(result.err.toStdString(), "");
+}
+
+TEST_F(ReadingCommands, InfoShowsAllReadingsAndThePluginsAnswersBesideThem)
+{
+    const ProgramResult result = hxhost({"info", "--port", "simulator"});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.out.toStdString(), std::string("port                       simulator\n"
+                                                    "identity.identifier        0x300041\n"
+                                                    "identity.manufacturer      00 6B 2D\n"
+                                                    "identity.version           1.0.2.3\n"
+                                                    "gender.identifier          0x300041\n"
+                                                    "version.version            1.0.2.3\n"
+                                                    "esn.number                 3330343130303031\n"
+                                                    "dsp0.present               true\n"
+                                                    "dsp0.version               1023\n"
+                                                    "dsp0.size                  256\n"
+                                                    "dsp0.responseFlag          0\n"
+                                                    "dsp0.bankStatus            1\n"
+                                                    "dsp1.present               false\n"
+                                                    "checksum.stored.bytes      76 5E 46 50\n"
+                                                    "checksum.calculated.bytes  76 5E 46 50\n"
+                                                    "plugin.versionNumber       1023\n"
+                                                    "plugin.esn                 (none)\n"
+                                                    "plugin.isCodeValid.fwu     false\n"
+                                                    "plugin.isCodeValid.fwd     false\n"
+                                                    "plugin.isCodeValid.note    ") +
+                                            note + "\n");
+    EXPECT_EQ(result.err.toStdString(), "");
+}
+
+TEST_F(ReadingCommands, VerifyTakesTheChecksumsForTheTruthAndNotThePluginsAnswer)
+{
+    const QJsonObject document = json({"verify", "--port", "simulator"});
+    const QJsonObject result = document.value("result").toObject();
+    EXPECT_EQ(document.value("exitCode").toInt(), 0);
+    EXPECT_EQ(result.value("outcome").toString(), "succeeded");
+    const QJsonObject checksum = result.value("checksum").toObject();
+    EXPECT_EQ(checksum.value("stored").toObject().value("bytes").toString(), "76 5E 46 50");
+    EXPECT_EQ(checksum.value("calculated").toObject().value("bytes").toString(), "76 5E 46 50");
+    const QJsonObject valid = result.value("plugin").toObject().value("isCodeValid").toObject();
+    EXPECT_FALSE(valid.value("fwu").toBool(true));
+    EXPECT_FALSE(valid.value("fwd").toBool(true));
+    EXPECT_EQ(valid.value("note").toString(), note);
+    EXPECT_TRUE(result.value("plugin").toObject().value("esn").isNull());
+}
+
+TEST_F(ReadingCommands, VerifyFailsForAnImageThatTheProductDoesNotHold)
+{
+    const ProgramResult result = hxhost({"verify", image(), "--port", "simulator"});
+    EXPECT_EQ(result.exitCode, 8);
+    EXPECT_TRUE(result.err.startsWith("error: verification failed: The product reports version "
+                                      "1.0.2.3; the image carries 1.0.2.4.\n"))
+        << result.err.toStdString();
+}
+
+TEST_F(ReadingCommands, VerifyFailsWhenTheCodeInTheProductIsDamaged)
+{
+    const QString state = path("state");
+    ASSERT_EQ(
+        hxhost({"update", image(), "--port", "simulator:" + state, "--fault", "bad-write:3", "-q"})
+            .exitCode,
+        7);
+    const ProgramResult result = hxhost({"verify", "--port", "simulator:" + state});
+    EXPECT_EQ(result.exitCode, 8) << result.err.toStdString();
+}
+
+TEST_F(ReadingCommands, RecoverFindsNothingToDoForAHealthyProduct)
+{
+    const ProgramResult result = hxhost({"recover", "--port", "simulator"});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_TRUE(result.out.startsWith("port                       simulator\n"
+                                      "condition                  code intact\n"))
+        << result.out.toStdString();
+}
+
+TEST_F(ReadingCommands, RecoverSaysWhatBringsAnUnfinishedProductBack)
+{
+    const QString state = path("state");
+    const QString syx = image();
+    ASSERT_EQ(
+        hxhost({"update", syx, "--port", "simulator:" + state, "--fault", "failed-ack:4"}).exitCode,
+        7);
+    const ProgramResult result = hxhost({"recover", "--port", "simulator:" + state});
+    EXPECT_EQ(result.exitCode, 8);
+    EXPECT_TRUE(result.err.contains("  next: Run the update again: \"hxhost update IMAGE\"; it "
+                                    "starts afresh whatever was done before.\n"))
+        << result.err.toStdString();
+    EXPECT_EQ(hxhost({"update", syx, "--port", "simulator:" + state}).exitCode, 0);
+    EXPECT_EQ(hxhost({"recover", "--port", "simulator:" + state}).exitCode, 0);
+}
+
+TEST_F(ReadingCommands, EachReadsTheSilenceOfTheProductAsNoAnswer)
+{
+    for (const char* command : {"identify", "info", "verify", "recover"}) {
+        const ProgramResult result = hxhost({command, "--port", "simulator", "--fault", "silent"});
+        EXPECT_EQ(result.exitCode, 5) << command;
+        EXPECT_TRUE(result.err.contains("  expected: ")) << command;
+        EXPECT_TRUE(result.err.contains("  next: ")) << command;
+    }
+}
+
+TEST_F(ReadingCommands, EachTellsAnotherProductFromTheRightOne)
+{
+    for (const char* command : {"identify", "info", "verify", "recover"}) {
+        const ProgramResult result =
+            hxhost({command, "--port", "simulator", "--fault", "wrong-model"});
+        EXPECT_EQ(result.exitCode, 9) << command << result.err.toStdString();
+    }
+}
+
+TEST_F(ReadingCommands, EachSaysThatThePortWentAway)
+{
+    for (const char* command : {"identify", "info", "verify", "recover"}) {
+        const ProgramResult result =
+            hxhost({command, "--port", "simulator", "--fault", "vanish:1"});
+        EXPECT_EQ(result.exitCode, 4) << command << result.err.toStdString();
+    }
+}

@@ -1,0 +1,24 @@
+#include "tests/hxmidi/CommandRun.h"
+
+#include "apps/hxmidi/CommandLine.h"
+#include "apps/hxmidi/Commands.h"
+
+#include <QBuffer>
+
+CommandRun hxmidi(const std::vector<std::string>& words, const QByteArray& input)
+{
+    QByteArray given = input;
+    QBuffer in(&given);
+    QBuffer out;
+    QBuffer err;
+    in.open(QIODevice::ReadOnly);
+    out.open(QIODevice::WriteOnly);
+    err.open(QIODevice::WriteOnly);
+    std::vector<const char*> argv = {"hxmidi"};
+    for (const std::string& word : words)
+        argv.push_back(word.c_str());
+    hx::CommandLine line({in, out, err});
+    hx::addAllCommands(line);
+    const int code = line.run(int(argv.size()), argv.data());
+    return {code, out.data().toStdString(), err.data().toStdString()};
+}

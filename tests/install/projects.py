@@ -1,0 +1,120 @@
+"""Projects outside the tree, built against the installed files alone."""
+import json
+import re
+import shlex
+import unittest
+
+from outside import ENVIRONMENT, EXAMPLES, HERE, STAGE, VERSION, build, fresh_copy, installed_plugin, run
+
+BUFFER_OUTPUT = "F0 7E 46 45 F7 fits\n"
+
+# What the plugin of the product "Orbit" must make of the answers in bus-conversation/main.cpp.
+CONVERSATION = """\
+without a bus
+version: 0
+serial number: 
+code valid: 0
+no answers
+version: 0
+serial number: 
+code valid: 0
+answers
+version: 1023
+serial number: 0102030405060708
+code valid: 1
+damaged code
+code valid: 0
+refusals: 101
+update: 1 310005 F0006B2D3105430C00F7 2200
+update of another product: 0 7f007f
+no image: Bad input arguments
+short message: Update data mismatch
+"""
+
+
+def commands_of(document):
+    """The shell blocks of a document, as printed."""
+    blocks = re.findall(r"^( *)```sh\n(.*?)^ *```$", document.read_text(encoding="utf-8"),
+                        re.MULTILINE | re.DOTALL)
+    return [re.sub(f"^{indent}", "", block, flags=re.MULTILINE) for indent, block in blocks]
+
+
+def give_new_identity(folder):
+    """The second step of the template's README, for family 31 and model 05."""
+    header = folder / "Product.h"
+    text = header.read_text(encoding="utf-8")
+    for old, new in (("0x7E0001", "0x310005"), ("2D 7E 01", "2D 31 05"),
+                     ("2D 7E 00 01 00", "2D 31 00 05 00")):
+        assert old in text, old
+        text = text.replace(old, new)
+    header.write_text(text, encoding="utf-8")
+
+
+class Installed(unittest.TestCase):
+    maxDiff = None
+
+    def test_a_host_builds_and_loads_the_plugin(self):
+        folder = build(EXAMPLES / "minimal-host", "minimal-host")
+        self.assertEqual(
+            'Valdrin on port "Valdrin Update", identifier 0x300041\n'
+            "identity request: F07E7F0601F7\n", run(folder / "minimal-host", installed_plugin()))
+
+    def test_a_host_talks_to_the_simulated_product(self):
+        folder = build(EXAMPLES / "simulated-host", "simulated-host")
+        self.assertEqual("version: 1023\nserial number: 3330343130303031\n",
+                         run(folder / "simulated-host", installed_plugin()))
+
+    def test_a_second_plugin_is_made_from_the_template(self):
+        folder = fresh_copy(EXAMPLES / "plugin-template", "orbit-plugin")
+        rename, build_and_inspect = commands_of(folder / "README.md")
+        run("bash", "-e", "-c", rename, folder=folder)
+        give_new_identity(folder)
+        self.assertIn("Orbit", run("bash", "-e", "-c", build_and_inspect, folder=folder))
+
+        plugin = next((folder / "build").glob("liborbitboot.*"))
+        self.check_inspection(json.loads(run("hxhost", "inspect", "--json", "--plugin", plugin)))
+        conversation = build(HERE / "bus-conversation", "bus-conversation")
+        self.assertEqual(CONVERSATION, run(conversation / "bus-conversation", plugin))
+
+    def check_inspection(self, document):
+        plugin, device = (document["result"][part] for part in ("plugin", "device"))
+        self.assertEqual("com.tarv.qtio.DeviceInterface.OrbitBootInterface", plugin["interfaceId"])
+        self.assertEqual("OrbitBootInterface", plugin["className"])
+        self.assertEqual(["bootOrbitPlugin"], plugin["keys"])
+        self.assertEqual("Orbit", device["productName"])
+        self.assertEqual("Orbit Update", device["inPortName"])
+        self.assertEqual("0x310005", device["rawIdentifier"])
+        self.assertEqual([{"identifier": "0x310005", "name": "OrbitBoot"}], device["serves"])
+        dictionary = {row["key"]: row["value"] for row in document["result"]["dictionary"]}
+        self.assertEqual("F0006B2D310521F7", dictionary["esn.read"])
+
+    def test_a_program_uses_only_the_byte_buffer(self):
+        folder = build(HERE / "mididata-program", "mididata-program")
+        self.assertEqual(BUFFER_OUTPUT, run(folder / "mididata-program"))
+
+    def test_a_program_builds_with_pkg_config(self):
+        program = STAGE / "built-with-pkg-config"
+        flags = run("pkg-config", "--cflags", "--libs", "HxMidiData").split()
+        run(ENVIRONMENT["CXX"], "-std=c++17", "-fPIC", *shlex.split(ENVIRONMENT["CXXFLAGS"]),
+            HERE / "mididata-program/main.cpp", *flags, "-o", program)
+        self.assertEqual(BUFFER_OUTPUT, run(program))
+
+    def test_only_the_ports_need_the_midi_library(self):
+        without = ("cmake", "-S", ".", "-B", "build", "-DCMAKE_DISABLE_FIND_PACKAGE_RtMidi=ON")
+        run(*without, folder=fresh_copy(HERE / "mididata-program", "without-rtmidi"))
+        run(*without, folder=fresh_copy(EXAMPLES / "simulated-host", "ports-without-rtmidi"),
+            status=1)
+
+    def test_another_minor_version_is_refused(self):
+        major, minor, _ = VERSION.split(".")
+        self.configure_for_version(f"{major}.{minor}", status=0)
+        self.configure_for_version(f"{major}.{int(minor) + 1}", status=1)
+
+    def configure_for_version(self, version, status):
+        folder = fresh_copy(HERE / "mididata-program", "some-version")
+        project = folder / "CMakeLists.txt"
+        text = project.read_text(encoding="utf-8")
+        self.assertIn("HxMidiKit REQUIRED", text)
+        project.write_text(text.replace("HxMidiKit REQUIRED", f"HxMidiKit {version} REQUIRED"),
+                           encoding="utf-8")
+        run("cmake", "-S", ".", "-B", "build", folder=folder, status=status)

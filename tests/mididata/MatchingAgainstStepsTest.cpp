@@ -1,0 +1,129 @@
+#include "tests/mididata/Bytes.h"
+#include "tests/mididata/Patterns.h"
+#include "tests/mididata/Random.h"
+#include "tests/mididata/transcription/Transcription.h"
+#include "tests/support/LeakCheckPause.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+void compare(const QByteArray& bytes, const std::string& pattern)
+{
+    const HxMidiData data(bytes);
+    for (const bool atStart : {false, true}) {
+        ASSERT_EQ(data.match(pattern.c_str(), atStart),
+                  transcription::match(bytes, pattern.c_str(), atStart))
+            << bytes.toHex().toUpper().toStdString() << " : " << pattern
+            << (atStart ? " at start" : "");
+    }
+}
+
+} // namespace
+
+// Some of these patterns are no regular expressions; QRegExp's parser loses memory over them.
+TEST(MatchingAgainstSteps, patternsThatResembleTheBuffer)
+{
+    const LeakCheckPause pause;
+    Random random(1);
+    for (int i = 0; i < 60000 && !HasFatalFailure(); ++i) {
+        const QByteArray bytes = random.bytes(random.below(12));
+        compare(bytes, patternLike(random, bytes));
+    }
+}
+
+TEST(MatchingAgainstSteps, patternsOfAnyKind)
+{
+    Random random(2);
+    for (int i = 0; i < 60000 && !HasFatalFailure(); ++i)
+        compare(random.bytes(random.below(6)), anyPattern(random));
+}
+
+TEST(MatchingAgainstSteps, everyDictionaryPatternAgainstRepliesNearIt)
+{
+    Random random(3);
+    for (int i = 0; i < 30000 && !HasFatalFailure(); ++i) {
+        const std::string pattern = random.of(dictionaryPatterns());
+        compare(replyNear(random, pattern), pattern);
+    }
+}
+
+TEST(MatchingAgainstSteps, longBuffers)
+{
+    Random random(7);
+    for (int i = 0; i < 6000 && !HasFatalFailure(); ++i) {
+        QByteArray bytes = random.bytes(random.below(200));
+        if (random.oneIn(3)) // few different digits: many places that nearly fit
+            bytes.replace('\xF0', "\x11").replace('\xFF', "\x11").replace('\x80', "\x12");
+        const QByteArray part = bytes.mid(random.below(200), random.below(6));
+        const QByteArray behind = bytes.mid(random.below(200), random.below(4));
+        compare(bytes, patternLike(random, part) + (random.oneIn(2) ? ".*" : "") +
+                           patternLike(random, behind));
+    }
+}
+
+TEST(MatchingAgainstSteps, everyPatternOfFewTokensAgainstEveryShortBuffer)
+{
+    const std::vector<std::string> tokens = {"0", "F", ".", ".*", "[0F]", "V",
+                                             "(", "|", ")", "X",  "*"};
+    std::vector<std::string> patterns = {""};
+    for (size_t from = 0, length = 0; length < 4; ++length) {
+        const size_t to = patterns.size();
+        for (; from < to; ++from) {
+            for (const std::string& token : tokens)
+                patterns.push_back(patterns[from] + token);
+        }
+    }
+    const QList<QByteArray> buffers = {hex(""),     hex("00"),   hex("0F"),   hex("F0"),
+                                       hex("FF"),   hex("000F"), hex("F00F"), hex("0FF0"),
+                                       hex("00FF"), hex("1F01")};
+    for (const std::string& pattern : patterns) {
+        for (const QByteArray& bytes : buffers)
+            compare(bytes, pattern);
+        if (HasFatalFailure())
+            return;
+    }
+}
+
+TEST(MatchingAgainstSteps, regularExpressions)
+{
+    Random random(4);
+    for (int i = 0; i < 10000; ++i) {
+        const QByteArray bytes = random.bytes(random.below(8));
+        const QRegExp rx(QString::fromLatin1(patternLike(random, bytes).c_str()));
+        const bool atStart = random.oneIn(2);
+        ASSERT_EQ(HxMidiData(bytes).match(rx, atStart), transcription::match(bytes, rx, atStart))
+            << rx.pattern().toStdString();
+    }
+}
+
+TEST(MatchingAgainstSteps, rawBytes)
+{
+    Random random(5);
+    for (int i = 0; i < 30000; ++i) {
+        const QByteArray bytes = random.bytes(random.below(12));
+        const QByteArray raw = random.oneIn(2) ? bytes.mid(random.below(12), random.below(6))
+                                               : random.bytes(random.below(4));
+        const bool expected = transcription::containsRaw(bytes, raw);
+        ASSERT_EQ(HxMidiData(bytes).contains(raw), expected);
+        ASSERT_EQ(HxMidiData(bytes).contains(HxMidiData(raw)), expected);
+    }
+}
+
+TEST(MatchingAgainstSteps, startsWithReadsPatternTextUpToAZeroByte)
+{
+    Random random(6);
+    for (int i = 0; i < 10000; ++i) {
+        const QByteArray bytes = random.bytes(random.below(8));
+        QByteArray text(patternLike(random, bytes).c_str());
+        if (random.oneIn(4))
+            text.insert(random.below(text.size() + 1), '\0');
+        const bool expected = transcription::match(bytes, text.constData(), true);
+        ASSERT_EQ(HxMidiData(bytes).startsWith(text), expected);
+        ASSERT_EQ(HxMidiData(bytes).startsWith(HxMidiData(text)), expected);
+        const AdoptedBuffer adopted(text);
+        ASSERT_EQ(HxMidiData(bytes).startsWith(adopted.data), expected);
+    }
+}

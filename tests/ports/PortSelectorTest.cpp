@@ -1,0 +1,137 @@
+#include "ports/PortSelector.h"
+
+#include <gtest/gtest.h>
+
+namespace hx {
+
+namespace {
+
+MidiBackend backend(const char* name, const QStringList& outputs, const QStringList& inputs)
+{
+    MidiBackend result;
+    result.name = QString::fromLatin1(name);
+    result.outputs = outputs;
+    result.inputs = inputs;
+    return result;
+}
+
+QList<MidiBackend> studio()
+{
+    return {backend("alsa",
+                    {"Midi Through:Midi Through Port-0 14:0", "Valdrin Update:Valdrin Update 20:0",
+                     "USB MIDI:Port 1 24:0", "USB MIDI:Port 2 24:1"},
+                    {"Midi Through:Midi Through Port-0 14:0", "Valdrin Update:Valdrin Update 20:0",
+                     "USB MIDI:Port 1 24:0", "USB MIDI:Port 2 24:1"}),
+            backend("jack", {"system:midi_playback_1", "Synth:in"},
+                    {"system:midi_capture_1", "Synth replies:out"})};
+}
+
+std::string chosen(const QString& output, const QString& input = QString())
+{
+    const PortSelection selection = selectPort(studio(), output, input);
+    if (!selection.address)
+        return selection.what.toStdString();
+    const PortAddress& address = *selection.address;
+    return (address.backend + "|" + address.output + "|" + address.input).toStdString();
+}
+
+} // namespace
+
+TEST(PortSelector, TakesAWholeNameAPartOfOneOrANameWithItsBackend)
+{
+    const std::string valdrin =
+        "alsa|Valdrin Update:Valdrin Update 20:0|Valdrin Update:Valdrin Update 20:0";
+    EXPECT_EQ(chosen("Valdrin Update:Valdrin Update 20:0"), valdrin);
+    EXPECT_EQ(chosen("Valdrin Update:Valdrin Update"), valdrin);
+    EXPECT_EQ(chosen("valdrin"), valdrin);
+    EXPECT_EQ(chosen("alsa:Valdrin"), valdrin);
+    EXPECT_EQ(chosen("alsa:Valdrin Update:Valdrin Update 20:0"), valdrin);
+    EXPECT_EQ(chosen("Port 2"), "alsa|USB MIDI:Port 2 24:1|USB MIDI:Port 2 24:1");
+}
+
+TEST(PortSelector, TwoThatFitAreAnErrorThatListsBoth)
+{
+    const PortSelection selection = selectPort(studio(), "USB MIDI", QString());
+    EXPECT_FALSE(selection.address.has_value());
+    EXPECT_EQ(selection.what.toStdString(), "2 MIDI output ports fit \"USB MIDI\": alsa:USB "
+                                            "MIDI:Port 1 24:0, alsa:USB MIDI:Port 2 24:1");
+    EXPECT_EQ(selection.expected.toStdString(), "a name that fits one port");
+    EXPECT_EQ(selection.next.toStdString(), "give the whole name of one of them with --port");
+}
+
+TEST(PortSelector, NoneThatFitsIsAnErrorThatListsAll)
+{
+    QList<MidiBackend> backends = {backend("jack", {"Synth:in"}, {"Synth:out"}),
+                                   backend("alsa", {}, {})};
+    backends[1].unavailable = "no sequencer";
+    const PortSelection selection = selectPort(backends, "Valdrin", QString());
+    EXPECT_EQ(selection.what.toStdString(), "no MIDI output port fits \"Valdrin\"");
+    EXPECT_EQ(selection.expected.toStdString(),
+              "one of: jack:Synth:in; alsa cannot be used: no sequencer");
+    EXPECT_EQ(selection.next.toStdString(), "connect the product and look at 'hxhost ports', or "
+                                            "use '--port simulator'");
+    EXPECT_EQ(selectPort({}, "Valdrin", QString()).expected.toStdString(),
+              "a MIDI port, and there is none");
+}
+
+TEST(PortSelector, InputIsTheOneOfTheSameDevice)
+{
+    EXPECT_EQ(chosen("Synth:in"), "jack|Synth:in|Synth replies:out");
+    EXPECT_EQ(chosen("jack:Synth:in"), "jack|Synth:in|Synth replies:out");
+    EXPECT_EQ(chosen("midi_playback_1"), "jack|system:midi_playback_1|system:midi_capture_1");
+}
+
+TEST(PortSelector, InputCanBeNamed)
+{
+    EXPECT_EQ(chosen("midi_playback_1", "replies"),
+              "jack|system:midi_playback_1|Synth replies:out");
+    EXPECT_EQ(chosen("Synth:in", "USB"), "no MIDI input port fits \"USB\"");
+    const PortSelection several = selectPort(studio(), "Valdrin", "USB");
+    EXPECT_EQ(several.next.toStdString(), "give the whole name of one of them with --in-port");
+}
+
+TEST(PortSelector, InputAloneHasNoOutput)
+{
+    const PortSelection selection = selectInput(studio(), "Synth");
+    ASSERT_TRUE(selection.address.has_value());
+    EXPECT_EQ(selection.address->backend, "jack");
+    EXPECT_EQ(selection.address->input, "Synth replies:out");
+    EXPECT_TRUE(selection.address->output.isEmpty());
+}
+
+TEST(PortNames, StablePartHasNoNumbersOfTheDay)
+{
+    EXPECT_EQ(stablePortName("Valdrin Update:Valdrin Update 20:0"),
+              "Valdrin Update:Valdrin Update");
+    EXPECT_EQ(stablePortName("Valdrin Update:Valdrin Update MIDI 1 128:12"),
+              "Valdrin Update:Valdrin Update MIDI 1");
+    EXPECT_EQ(stablePortName("Valdrin Update-01:out"), "Valdrin Update:out");
+    EXPECT_EQ(stablePortName("Valdrin Update:in"), "Valdrin Update:in");
+    EXPECT_EQ(stablePortName("Port-7"), "Port-7");
+    EXPECT_EQ(stablePortName(""), "");
+}
+
+TEST(PortNames, ProductFitsByItsStablePartInWhateverCase)
+{
+    EXPECT_TRUE(fitsProductPort("VALDRIN update-02:out", "Valdrin Update"));
+    EXPECT_TRUE(fitsProductPort("Valdrin Update:Valdrin Update 20:0", "Valdrin Update"));
+    EXPECT_FALSE(fitsProductPort("Valdrin:Update 20:0", "Valdrin Update"));
+    EXPECT_FALSE(fitsProductPort("anything", ""));
+}
+
+TEST(PortList, NamesEveryBackendWithPortsOrAReason)
+{
+    ::testing::internal::CaptureStderr();
+    const QList<MidiBackend> backends = listMidiBackends();
+    EXPECT_EQ(::testing::internal::GetCapturedStderr(), "");
+    ASSERT_FALSE(backends.isEmpty());
+    for (const MidiBackend& found : backends) {
+        EXPECT_FALSE(found.name.isEmpty());
+        if (!found.unavailable.isEmpty()) {
+            EXPECT_TRUE(found.inputs.isEmpty());
+            EXPECT_TRUE(found.outputs.isEmpty());
+        }
+    }
+}
+
+} // namespace hx

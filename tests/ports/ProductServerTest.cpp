@@ -1,0 +1,190 @@
+#include "ports/ProductServer.h"
+#include "ports/ChunkQueue.h"
+#include "ports/StatefulSimulatedPort.h"
+#include "tests/support/ScriptedPort.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <thread>
+
+namespace hx {
+
+namespace {
+
+const QByteArray identify = QByteArray::fromHex("F07E7F0601F7");
+const QByteArray identityReply = QByteArray::fromHex("F07E000602006B2D3000410031303233F7");
+
+FaultyProduct productWith(const char* fault)
+{
+    QString error;
+    const auto parsed = parseFault(QString::fromLatin1(fault), &error);
+    EXPECT_TRUE(parsed.has_value()) << error.toStdString();
+    return FaultyProduct(SimulatedProduct(), {parsed.value_or(Fault())});
+}
+
+} // namespace
+
+TEST(ProductServer, AnswersWhatArrivesAfterTheProductsDelay)
+{
+    ScriptedPort port;
+    FaultyProduct product;
+    ProductServer server(port, product);
+    QByteArray heard;
+    QByteArray answered;
+    server.setWatch([&](const QByteArray& bytes) { heard += bytes; },
+                    [&](const QByteArray& bytes) { answered += bytes; });
+    port.arrive(identify.left(3), 100);
+    port.arrive(identify.mid(3), 200);
+    EXPECT_TRUE(server.serve(50000));
+    EXPECT_TRUE(server.serve(50000));
+    EXPECT_TRUE(port.sent.empty());
+    EXPECT_TRUE(server.serve(50000));
+    ASSERT_EQ(port.sent.size(), 1u);
+    EXPECT_EQ(port.sent[0], identityReply);
+    EXPECT_EQ(port.clock().now(), 1200);
+    EXPECT_EQ(heard, identify);
+    EXPECT_EQ(answered, identityReply);
+}
+
+TEST(ProductServer, WaitsNoLongerThanItIsTold)
+{
+    ScriptedPort port;
+    FaultyProduct product;
+    ProductServer server(port, product);
+    EXPECT_TRUE(server.serve(50000));
+    EXPECT_EQ(port.clock().now(), 50000);
+}
+
+TEST(ProductServer, SendsNoiseUnasked)
+{
+    ScriptedPort port;
+    FaultyProduct product = productWith("noise");
+    ProductServer server(port, product);
+    while (port.clock().now() < 100000)
+        ASSERT_TRUE(server.serve(50000));
+    EXPECT_EQ(port.sent.size(), 5u); // at 0, 20, 40, 60 and 80 ms
+    EXPECT_EQ(port.sent[0], QByteArray::fromHex("F8FE"));
+}
+
+TEST(ProductServer, EndsWhenTheProductIsUnplugged)
+{
+    ScriptedPort port;
+    FaultyProduct product = productWith("vanish:1");
+    ProductServer server(port, product);
+    port.arrive(identify);
+    EXPECT_FALSE(server.serve(50000));
+    EXPECT_TRUE(server.errorText.isEmpty());
+}
+
+TEST(ProductServer, EndsWhenThePortFails)
+{
+    ScriptedPort port;
+    FaultyProduct product;
+    ProductServer server(port, product);
+    port.lostAt = 10;
+    EXPECT_FALSE(server.serve(50000));
+    EXPECT_EQ(server.errorText, "unplugged");
+
+    ScriptedPort mute;
+    mute.sendError = "full";
+    mute.arrive(identify);
+    ProductServer second(mute, product);
+    EXPECT_TRUE(second.serve(50000));
+    EXPECT_FALSE(second.serve(50000));
+    EXPECT_EQ(second.errorText, "full");
+}
+
+TEST(ChunkQueue, GivesChunksInOrderAcrossThreads)
+{
+    ChunkQueue queue;
+    std::thread sender([&queue] {
+        for (int i = 0; i < 1000; ++i)
+            queue.put({QByteArray(1, char(i)), i});
+    });
+    for (int i = 0; i < 1000; ++i) {
+        const auto chunk = queue.take(10000000);
+        ASSERT_TRUE(chunk.has_value());
+        EXPECT_EQ(chunk->time, i);
+        EXPECT_EQ(chunk->bytes, QByteArray(1, char(i)));
+    }
+    sender.join();
+    EXPECT_FALSE(queue.take(0).has_value());
+    EXPECT_FALSE(queue.take(-5).has_value());
+    EXPECT_EQ(queue.takeLost(), 0);
+}
+
+TEST(ChunkQueue, HoldsABoundedNumberOfBytesAndCountsTheRest)
+{
+    ChunkQueue queue;
+    const QByteArray block(1024 * 1024, 'x');
+    for (int i = 0; i < 5; ++i)
+        queue.put({block, i});
+    EXPECT_EQ(queue.takeLost(), block.size());
+    EXPECT_EQ(queue.takeLost(), 0);
+    int taken = 0;
+    while (queue.take(0))
+        ++taken;
+    EXPECT_EQ(taken, 4);
+    queue.put({block, 9});
+    EXPECT_EQ(queue.take(0)->time, 9);
+}
+
+class StatefulPort : public ::testing::Test {
+protected:
+    std::unique_ptr<StatefulSimulatedPort> open(const QString& path)
+    {
+        return StatefulSimulatedPort::open(
+            path, {}, {}, [this](const QString& error) { saveError = error; }, &openError);
+    }
+
+    QString inFolder(const char* name) const
+    {
+        return m_folder.filePath(QString::fromLatin1(name));
+    }
+
+    QString openError;
+    QString saveError;
+
+private:
+    QTemporaryDir m_folder;
+};
+
+TEST_F(StatefulPort, ProductKeepsItsMemoryFromOnePortToTheNext)
+{
+    const QByteArray startsUpdate =
+        QByteArray::fromHex("F0006B2D3041430A000000000000000350707E0142F7");
+    {
+        const auto port = open(inFolder("state"));
+        ASSERT_NE(port, nullptr) << openError.toStdString();
+        EXPECT_EQ(port->name(), "simulator:" + inFolder("state"));
+        ASSERT_TRUE(port->send(startsUpdate));
+    }
+    EXPECT_EQ(saveError, "");
+    const auto port = open(inFolder("state"));
+    ASSERT_NE(port, nullptr) << openError.toStdString();
+    ASSERT_TRUE(port->send(QByteArray::fromHex("F0006B2D30412EF7")));
+    EXPECT_EQ(port->receive(1000000).bytes, QByteArray::fromHex("F0006B2D30412E46F7"));
+}
+
+TEST_F(StatefulPort, FileThatIsNoStateFileIsRefusedAndKept)
+{
+    QFile file(inFolder("other"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("my diary");
+    file.close();
+    EXPECT_EQ(open(inFolder("other")), nullptr);
+    EXPECT_FALSE(openError.isEmpty());
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(), "my diary");
+}
+
+TEST_F(StatefulPort, StateThatCannotBeWrittenIsReported)
+{
+    open(inFolder("no/such/folder/state"));
+    EXPECT_FALSE(saveError.isEmpty());
+}
+
+} // namespace hx

@@ -1,0 +1,156 @@
+#include "ports/ReplayPort.h"
+
+#include <gtest/gtest.h>
+
+namespace hx {
+
+namespace {
+
+const QByteArray identify = QByteArray::fromHex("F07E7F0601F7");
+const QByteArray reset = QByteArray::fromHex("F0006B2D30411B0958F7");
+
+class Replay : public ::testing::Test {
+protected:
+    ReplayPort replay(const QByteArray& lines)
+    {
+        const TraceFile trace = parseTrace("# hxtrace 1\n" + lines);
+        EXPECT_TRUE(trace.ok()) << trace.error.toStdString();
+        ReplayHandlers handlers;
+        handlers.diverged = [this](const ReplayDivergence& d) { divergences.push_back(d); };
+        handlers.interrupted = [this] { ++interrupts; };
+        return ReplayPort(QStringLiteral("file"), trace, handlers);
+    }
+
+    std::vector<ReplayDivergence> divergences;
+    int interrupts = 0;
+};
+
+constexpr Microseconds second = 1000000;
+
+} // namespace
+
+TEST_F(Replay, ReplyComesAfterItsMessageAtItsTime)
+{
+    ReplayPort port = replay("0.001000 sent F0 7E 7F 06 01 F7\n"
+                             "0.003000 received F0 01 F7\n");
+    EXPECT_EQ(port.name(), "replay:file");
+    EXPECT_TRUE(port.receive(second).bytes.isEmpty());
+    EXPECT_EQ(port.clock().now(), second);
+    EXPECT_TRUE(port.send(identify));
+    const MidiChunk chunk = port.receive(2 * second);
+    EXPECT_EQ(chunk.bytes, QByteArray::fromHex("F001F7"));
+    EXPECT_EQ(port.messagesLeft(), 0);
+}
+
+TEST_F(Replay, AllThatArrivedIsPlayedInOrder)
+{
+    ReplayPort port = replay("0.000000 sent F0 7E 7F 06 01 F7\n"
+                             "0.001000 realtime F8\n"
+                             "0.001500 log : a line\n"
+                             "0.002000 dropped 40 41 : no status\n"
+                             "0.003000 ignored F0 02 F7 : other\n"
+                             "0.004000 received F0 03 F7\n");
+    ASSERT_TRUE(port.send(identify));
+    for (const char* hex : {"F8", "4041", "F002F7", "F003F7"})
+        EXPECT_EQ(port.receive(second).bytes, QByteArray::fromHex(hex));
+    EXPECT_EQ(port.clock().now(), 4000);
+}
+
+TEST_F(Replay, WaitForNothingGoesOnToItsDeadline)
+{
+    ReplayPort port = replay("0.000000 sent F0 7E 7F 06 01 F7\n"
+                             "2.200000 timeout : nothing came\n"
+                             "2.300000 ignored F0 01 F7 : late\n"
+                             "2.400000 sent F0 7E 7F 06 01 F7\n");
+    ASSERT_TRUE(port.send(identify));
+    for (const Microseconds deadline : {50000, 100000, 2200000}) {
+        EXPECT_TRUE(port.receive(deadline).bytes.isEmpty());
+        EXPECT_EQ(port.clock().now(), deadline);
+    }
+    EXPECT_TRUE(port.errorText.isEmpty());
+    EXPECT_EQ(port.receive(2300000).bytes, QByteArray::fromHex("F001F7"));
+    EXPECT_TRUE(port.send(identify));
+    EXPECT_EQ(port.clock().now(), 2400000);
+}
+
+TEST_F(Replay, FirstDifferentMessageEndsItAndIsShown)
+{
+    ReplayPort port = replay("0.000000 sent F0 7E 7F 06 01 F7\n"
+                             "0.001000 received F0 01 F7\n"
+                             "0.002000 sent F0 00 6B 2D 30 41 2F F7\n");
+    ASSERT_TRUE(port.send(identify));
+    EXPECT_FALSE(port.send(reset));
+    ASSERT_EQ(divergences.size(), 1u);
+    EXPECT_EQ(divergences[0].text().toStdString(), "message 2 (line 4 of the trace) differs at "
+                                                   "byte 6: recorded 2F, sent 1B");
+    EXPECT_EQ(divergences[0].sent, reset);
+    EXPECT_EQ(port.errorText.toStdString(),
+              "the replay diverged: " + divergences[0].text().toStdString());
+    EXPECT_FALSE(port.send(identify));
+    port.receive(second);
+    EXPECT_FALSE(port.errorText.isEmpty());
+    EXPECT_EQ(divergences.size(), 1u);
+}
+
+TEST_F(Replay, ShorterAndMissingMessagesDivergeToo)
+{
+    ReplayPort shorter = replay("0.000000 sent F0 7E\n");
+    EXPECT_FALSE(shorter.send(identify));
+    EXPECT_EQ(divergences.at(0).text().toStdString(), "message 1 (line 2 of the trace) differs at "
+                                                      "byte 2: recorded nothing, sent 7F");
+    ReplayPort empty = replay("");
+    EXPECT_FALSE(empty.send(identify));
+    EXPECT_EQ(divergences.at(1).text().toStdString(), "message 1 was sent, the trace holds only 0");
+}
+
+TEST_F(Replay, LostPortIsLostAgain)
+{
+    ReplayPort port = replay("0.000000 sent F0 7E 7F 06 01 F7\n"
+                             "0.500000 lost : unplugged\n");
+    ASSERT_TRUE(port.send(identify));
+    EXPECT_TRUE(port.receive(400000).bytes.isEmpty());
+    EXPECT_TRUE(port.errorText.isEmpty());
+    EXPECT_TRUE(port.receive(600000).bytes.isEmpty());
+    EXPECT_EQ(port.errorText, "it was lost when the trace was made");
+    EXPECT_FALSE(port.send(identify));
+    EXPECT_TRUE(divergences.empty());
+}
+
+TEST_F(Replay, MessageThatCouldNotBeSentFailsAgain)
+{
+    ReplayPort port = replay("0.000000 unsent : the command is empty; nothing was sent\n"
+                             "0.000000 unsent : F0 7E 7F 06 01 F7 could not be sent: unplugged\n");
+    EXPECT_FALSE(port.send(identify));
+    EXPECT_EQ(port.errorText, "unplugged");
+    EXPECT_TRUE(divergences.empty());
+}
+
+TEST_F(Replay, InterruptComesAfterTheSameMessageAndInTheSameWait)
+{
+    ReplayPort port = replay("0.000000 sent F0 7E 7F 06 01 F7\n"
+                             "0.001000 received F0 01 F7\n"
+                             "0.001000 decided : good\n"
+                             "0.001000 interrupted : Ctrl-C\n");
+    ASSERT_TRUE(port.send(identify));
+    EXPECT_FALSE(port.receive(second).bytes.isEmpty());
+    EXPECT_EQ(interrupts, 1);
+    ReplayPort waiting = replay("0.000000 sent F0 7E 7F 06 01 F7\n"
+                                "0.700000 interrupted : waited\n");
+    ASSERT_TRUE(waiting.send(identify));
+    waiting.receive(600000);
+    EXPECT_EQ(interrupts, 1);
+    waiting.receive(800000);
+    EXPECT_EQ(interrupts, 2);
+}
+
+TEST_F(Replay, MessagesLeftAreCounted)
+{
+    ReplayPort port = replay("0.000000 sent F0 7E 7F 06 01 F7\n"
+                             "0.001000 sent F0 7E 7F 06 01 F7\n"
+                             "0.002000 sent F0 7E 7F 06 01 F7\n");
+    EXPECT_EQ(port.messagesLeft(), 3);
+    ASSERT_TRUE(port.send(identify));
+    EXPECT_EQ(port.messagesLeft(), 2);
+}
+
+} // namespace hx

@@ -1,0 +1,188 @@
+#include "ports/SimulatedPort.h"
+
+#include <gtest/gtest.h>
+
+namespace hx {
+
+namespace {
+
+const QByteArray identify = QByteArray::fromHex("F07E7F0601F7");
+const QByteArray identityReply = QByteArray::fromHex("F07E000602006B2D3000410031303233F7");
+
+FaultyProduct productWith(const char* fault)
+{
+    QString error;
+    const auto parsed = parseFault(QString::fromLatin1(fault), &error);
+    EXPECT_TRUE(parsed.has_value()) << error.toStdString();
+    return FaultyProduct(SimulatedProduct(), {parsed.value_or(Fault())});
+}
+
+SimulatedPortOptions options(qint64 bytesPerSecond, Microseconds gap, int chunkSize)
+{
+    SimulatedPortOptions result;
+    result.pace = {bytesPerSecond, gap};
+    result.chunkSize = chunkSize;
+    return result;
+}
+
+constexpr Microseconds second = 1000000;
+
+} // namespace
+
+TEST(SimulatedPort, ReplyComesAfterTheProductsDelay)
+{
+    SimulatedPort port;
+    EXPECT_EQ(port.name(), QStringLiteral("simulator"));
+    ASSERT_TRUE(port.send(identify));
+    EXPECT_EQ(port.clock().now(), 0);
+    const MidiChunk chunk = port.receive(second);
+    EXPECT_EQ(chunk.bytes, identityReply);
+    EXPECT_EQ(chunk.time, 1000);
+    EXPECT_EQ(port.clock().now(), 1000);
+    EXPECT_TRUE(port.errorText.isEmpty());
+}
+
+TEST(SimulatedPort, WaitingForNothingMovesTheClockToTheDeadline)
+{
+    SimulatedPort port;
+    const MidiChunk chunk = port.receive(25 * second);
+    EXPECT_TRUE(chunk.bytes.isEmpty());
+    EXPECT_EQ(chunk.time, 25 * second);
+    EXPECT_EQ(port.clock().now(), 25 * second);
+    EXPECT_TRUE(port.errorText.isEmpty());
+    EXPECT_TRUE(port.receive(5).bytes.isEmpty()); // a deadline in the past
+    EXPECT_EQ(port.clock().now(), 25 * second);
+}
+
+TEST(SimulatedPort, ReplyAfterTheDeadlineComesWithTheNextReceive)
+{
+    SimulatedPort port;
+    port.send(identify);
+    EXPECT_TRUE(port.receive(999).bytes.isEmpty());
+    EXPECT_EQ(port.clock().now(), 999);
+    EXPECT_EQ(port.receive(1000).bytes, identityReply);
+    EXPECT_TRUE(port.receive(second).bytes.isEmpty());
+}
+
+TEST(SimulatedPort, ReplyThatIsOverdueKeepsItsTimeOfArrival)
+{
+    SimulatedPort port;
+    port.send(identify);
+    port.clock().sleepUntil(second);
+    const MidiChunk chunk = port.receive(0);
+    EXPECT_EQ(chunk.bytes, identityReply);
+    EXPECT_EQ(chunk.time, 1000);
+    EXPECT_EQ(port.clock().now(), second);
+}
+
+TEST(SimulatedPort, BytesTravelAtTheGivenPaceBothWays)
+{
+    SimulatedPort port(FaultyProduct(), options(dinBytesPerSecond, 0, 0));
+    port.send(identify);
+    EXPECT_EQ(port.clock().now(), 6 * 320);
+    EXPECT_EQ(port.receive(second).time, 6 * 320 + 1000 + 17 * 320);
+}
+
+TEST(SimulatedPort, GapLiesBetweenTwoMessages)
+{
+    SimulatedPort port(FaultyProduct(), options(dinBytesPerSecond, 5000, 0));
+    port.send(identify);
+    EXPECT_EQ(port.clock().now(), 1920);
+    port.send(identify);
+    EXPECT_EQ(port.clock().now(), 1920 + 5000 + 1920);
+}
+
+TEST(SimulatedPort, RepliesAreCutIntoChunks)
+{
+    SimulatedPort port(FaultyProduct(), options(dinBytesPerSecond, 0, 7));
+    port.send(identify);
+    for (const int end : {7, 14, 17}) {
+        const MidiChunk chunk = port.receive(second);
+        EXPECT_EQ(chunk.bytes, identityReply.mid(end == 17 ? 14 : end - 7, end == 17 ? 3 : 7));
+        EXPECT_EQ(chunk.time, 1920 + 1000 + end * 320);
+    }
+    EXPECT_TRUE(port.receive(second).bytes.isEmpty());
+}
+
+TEST(SimulatedPort, ChunksOfOneMomentKeepTheirOrder)
+{
+    SimulatedPort port(FaultyProduct(), options(0, 0, 1));
+    port.send(identify + identify);
+    QByteArray bytes;
+    for (MidiChunk chunk = port.receive(second); !chunk.bytes.isEmpty();
+         chunk = port.receive(second))
+        bytes += chunk.bytes;
+    EXPECT_EQ(bytes, identityReply + identityReply);
+}
+
+TEST(SimulatedPort, DelayedReplyIsOvertakenByTheNext)
+{
+    SimulatedPort port(productWith("delay-reply:1:2500"));
+    port.send(identify);
+    EXPECT_TRUE(port.receive(2200000).bytes.isEmpty());
+    port.send(QByteArray::fromHex("F0006B2D30412EF7"));
+    EXPECT_EQ(port.receive(10 * second).bytes, QByteArray::fromHex("F0006B2D30412E31303233F7"));
+    const MidiChunk late = port.receive(10 * second);
+    EXPECT_EQ(late.bytes, identityReply);
+    EXPECT_EQ(late.time, 2501000);
+}
+
+TEST(SimulatedPort, VanishedProductTakesThePortWithIt)
+{
+    SimulatedPort port(productWith("vanish:2"));
+    ASSERT_TRUE(port.send(identify));
+    EXPECT_FALSE(port.send(identify));
+    const QString gone = QStringLiteral("the port \"simulator\" is gone: the simulated product was "
+                                        "unplugged; plug it in again and start over");
+    EXPECT_EQ(port.errorText, gone);
+    port.errorText.clear();
+    const MidiChunk chunk = port.receive(second);
+    EXPECT_TRUE(chunk.bytes.isEmpty());
+    EXPECT_EQ(port.errorText, gone);
+    EXPECT_EQ(port.clock().now(), 0);
+    EXPECT_FALSE(port.send(identify));
+}
+
+TEST(SimulatedPort, NoiseComesUnaskedEvery20Milliseconds)
+{
+    SimulatedPort port(productWith("noise"));
+    const QByteArray noise = QByteArray::fromHex("F8FE");
+    for (const Microseconds expected : {0, 20000, 40000, 60000}) {
+        const MidiChunk chunk = port.receive(second);
+        EXPECT_EQ(chunk.bytes, noise);
+        EXPECT_EQ(chunk.time, expected);
+    }
+    EXPECT_TRUE(port.receive(79999).bytes.isEmpty());
+}
+
+TEST(SimulatedPort, NoiseDoesNotPileUpWhileNobodyListens)
+{
+    SimulatedPort port(productWith("noise"));
+    port.receive(0);
+    port.clock().sleepUntil(3600 * second);
+    int chunks = 0;
+    while (!port.receive(port.clock().now()).bytes.isEmpty() && chunks < 100)
+        ++chunks;
+    EXPECT_LE(chunks, 2);
+}
+
+TEST(SimulatedPort, RepliesThatNobodyTakesAreLostInTheEnd)
+{
+    SimulatedPort port;
+    for (int i = 0; i < SimulatedPort::queueLimit + 100; ++i)
+        ASSERT_TRUE(port.send(identify));
+    int received = 0;
+    while (!port.receive(second).bytes.isEmpty())
+        ++received;
+    EXPECT_EQ(received, SimulatedPort::queueLimit);
+}
+
+TEST(SimulatedPort, ProductCanBeLookedAtAndChanged)
+{
+    SimulatedPort port;
+    port.product().damageCode(0);
+    EXPECT_NE(port.product().codeBytes(), SimulatedProduct().codeBytes());
+    EXPECT_EQ(&port.product(), &port.device().product());
+}
+
+} // namespace hx

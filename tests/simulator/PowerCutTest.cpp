@@ -1,0 +1,139 @@
+// Power that fails after any single memory write: code that is not whole is never called valid, and
+// the next update mends the product.
+#include "simulator/Crc32.h"
+
+#include "tests/simulator/UpdateMessages.h"
+
+#include <gtest/gtest.h>
+
+namespace hx {
+
+namespace {
+
+const QByteArray newCode = codeOfSize(230);
+const QVector<QByteArray> image = imageOf(newCode, "2345");
+
+SimulatedProduct productAfter(int messages)
+{
+    SimulatedProduct product;
+    for (const QByteArray& message : image.mid(0, messages))
+        product.receive(message);
+    return product;
+}
+
+qint64 writesOf(SimulatedProduct product, const QByteArray& message)
+{
+    const qint64 before = product.memoryWrites();
+    product.receive(message);
+    return product.memoryWrites() - before;
+}
+
+void expectHonestMemory(const SimulatedProduct& product)
+{
+    if (!product.isCodeValid())
+        return;
+    EXPECT_EQ(product.code().crc, productCrc32(product.codeBytes()));
+}
+
+void expectMendedByUpdate(SimulatedProduct product)
+{
+    for (const QByteArray& message : image)
+        EXPECT_EQ(hexOf(product.receive(message).value(0).bytes).right(5), "00 F7");
+    EXPECT_EQ(product.codeBytes(), newCode);
+    EXPECT_TRUE(product.isCodeValid());
+}
+
+} // namespace
+
+TEST(PowerCut, AfterAnyWriteOfAnyMessageTheMemoryIsHonest)
+{
+    int cuts = 0;
+    for (int number = 0; number < image.size(); ++number) {
+        const SimulatedProduct before = productAfter(number);
+        const qint64 writes = writesOf(before, image.at(number));
+        for (qint64 write = 0; write < writes; ++write, ++cuts) {
+            SimulatedProduct product = before;
+            product.failPowerAfter(write);
+            ASSERT_TRUE(product.receive(image.at(number)).isEmpty()) << number << "." << write;
+            ASSERT_EQ(product.memoryWrites() - before.memoryWrites(), write);
+            ASSERT_FALSE(product.isUpdating());
+            expectHonestMemory(product);
+            expectMendedByUpdate(product);
+        }
+    }
+    EXPECT_EQ(cuts, 3 + 230 + 3); // erase, code bytes, seal
+}
+
+TEST(PowerCut, BeforeTheFirstWriteTheOldCodeStaysValid)
+{
+    SimulatedProduct product;
+    const QByteArray factory = product.codeBytes();
+    product.failPowerAfter(0);
+    EXPECT_TRUE(product.receive(image.first()).isEmpty());
+    EXPECT_TRUE(product.isCodeValid());
+    EXPECT_EQ(product.codeBytes(), factory);
+    EXPECT_EQ(product.mode(), ProductMode::User);
+}
+
+TEST(PowerCut, InTheMiddleOfADataMessageLeavesItsBeginning)
+{
+    SimulatedProduct product = productAfter(1);
+    product.failPowerAfter(5);
+    EXPECT_TRUE(product.receive(image.at(1)).isEmpty());
+    EXPECT_EQ(product.codeBytes(), newCode.left(117));
+    EXPECT_FALSE(product.isCodeValid());
+    EXPECT_EQ(product.mode(), ProductMode::Boot);
+}
+
+TEST(PowerCut, JustBeforeTheMarkOfValidityTheCodeIsNotValid)
+{
+    SimulatedProduct product = productAfter(image.size() - 1);
+    product.failPowerAfter(2);
+    product.receive(closing());
+    EXPECT_EQ(product.codeBytes(), newCode);
+    EXPECT_FALSE(product.isCodeValid());
+}
+
+TEST(PowerCut, EraseGoesFromTheEndInBlocks)
+{
+    SimulatedProduct product;
+    for (const QByteArray& message : imageOf(codeOfSize(9000), "1000"))
+        product.receive(message);
+    product.failPowerAfter(2); // the mark, and the last of three blocks
+    product.receive(image.first());
+    EXPECT_EQ(product.codeBytes(), codeOfSize(8192));
+    EXPECT_FALSE(product.isCodeValid());
+}
+
+TEST(PowerCut, HappensOnce)
+{
+    SimulatedProduct product;
+    product.failPowerAfter(0);
+    product.receive(image.first());
+    expectMendedByUpdate(product);
+}
+
+TEST(PowerCut, MessagesThatWriteNothingAreNotStruck)
+{
+    SimulatedProduct product;
+    product.failPowerAfter(0);
+    EXPECT_EQ(answers(product, "F0006B2D30412FF7"), "F0 00 6B 2D 30 41 2F 00 30 00 41 F7");
+}
+
+TEST(PowerCut, PowerCycleCallsOffThePlannedCut)
+{
+    SimulatedProduct product;
+    product.failPowerAfter(3);
+    product.powerCycle();
+    expectMendedByUpdate(product);
+}
+
+TEST(PowerCut, OtherMessagesInTheSameChunkAreStillAnswered)
+{
+    SimulatedProduct product;
+    product.failPowerAfter(0);
+    EXPECT_EQ(answers(product, image.first() + bytesOf("F0006B2D30412FF7")),
+              "F0 00 6B 2D 30 41 2F 00 30 00 41 F7");
+}
+
+} // namespace hx

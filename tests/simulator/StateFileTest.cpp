@@ -1,0 +1,291 @@
+#include "simulator/StateFile.h"
+
+#include "simulator/Crc32.h"
+
+#include "tests/simulator/UpdateMessages.h"
+
+#include <gtest/gtest.h>
+
+namespace hx {
+
+namespace {
+
+constexpr int memorySize = 1000;
+
+// `lines`, closed by a line with the right checksum.
+QByteArray sealed(const QByteArray& lines)
+{
+    return lines + "end " +
+           QByteArray::number(productCrc32(lines), 16).toUpper().rightJustified(8, '0') + '\n';
+}
+
+// Why a state file is refused; "taken" when it is not.
+QString refusalOf(const QByteArray& text)
+{
+    StoredCode code;
+    QString error = QStringLiteral("unset");
+    if (readStateFile(text, memorySize, &code, &error))
+        return QStringLiteral("taken");
+    EXPECT_TRUE(code.bytes.isEmpty());
+    EXPECT_TRUE(error.endsWith(
+        QLatin1String("; use a copy of the file, or remove it to begin with a fresh product")));
+    return error.section(QLatin1Char(';'), 0, 0);
+}
+
+std::string refusal(const QByteArray& text)
+{
+    return refusalOf(text).toStdString();
+}
+
+const QByteArray worked = "simulated product state 1\n"
+                          "kind fwu\n"
+                          "valid yes\n"
+                          "length 9\n"
+                          "version 1.0.2.4\n"
+                          "crc CBF43926\n"
+                          "000000 313233343536373839\n";
+
+// The worked example with one line replaced.
+QByteArray workedWith(const QByteArray& line, const QByteArray& other)
+{
+    EXPECT_TRUE(worked.contains(line));
+    return sealed(QByteArray(worked).replace(line, other));
+}
+
+} // namespace
+
+TEST(StateFile, TheWorkedExampleByteForByte)
+{
+    SimulatedProduct product;
+    for (const QByteArray& message : imageOf("123456789", "1024"))
+        product.receive(message);
+    EXPECT_EQ(product.save(), worked + "end 4097AB99\n");
+}
+
+TEST(StateFile, CodeIsWrittenIn32ByteLines)
+{
+    SimulatedProduct product;
+    product.receive(dataMessage(0, 0, codeOfSize(40), kindFwd));
+    EXPECT_EQ(product.save(),
+              sealed("simulated product state 1\n"
+                     "kind fwd\n"
+                     "valid no\n"
+                     "length 40\n"
+                     "version -\n"
+                     "crc -\n"
+                     "000000 "
+                     "054E97E02972BB044D96DF2871BA034C95DE2770B9024B94DD266FB8014A93DC\n"
+                     "000020 256EB7004992DB24\n"));
+}
+
+TEST(StateFile, MemorySurvivesFromOneProductToTheNext)
+{
+    for (const int size : {1, 31, 32, 33, 112, 5000}) {
+        SimulatedProduct first;
+        for (const QByteArray& message : imageOf(codeOfSize(size), "4321", kindFwd))
+            first.receive(message);
+        SimulatedProduct second;
+        QString error;
+        ASSERT_TRUE(second.restore(first.save(), &error)) << error.toStdString();
+        EXPECT_EQ(second.codeBytes(), codeOfSize(size));
+        EXPECT_EQ(second.save(), first.save());
+        EXPECT_EQ(answers(second, "F0006B2D30412EF7"), "F0 00 6B 2D 30 41 2E 34 33 32 31 F7");
+        EXPECT_EQ(second.code().kind, kindFwd);
+    }
+}
+
+TEST(StateFile, BrokenOffUpdateSurvivesAsInvalidCode)
+{
+    SimulatedProduct first;
+    first.receive(dataMessage(0, 0, codeOfSize(112)));
+    SimulatedProduct second;
+    ASSERT_TRUE(second.restore(first.save(), nullptr));
+    EXPECT_FALSE(second.isCodeValid());
+    EXPECT_FALSE(second.isUpdating());
+    EXPECT_EQ(second.mode(), ProductMode::Boot);
+    EXPECT_EQ(second.codeBytes(), codeOfSize(112));
+}
+
+TEST(StateFile, DecayedCodeSurvivesWithTheChecksumThatWasStored)
+{
+    SimulatedProduct first;
+    first.damageCode(3);
+    SimulatedProduct second;
+    ASSERT_TRUE(second.restore(first.save(), nullptr));
+    EXPECT_NE(answers(second, "F0006B2D304130F7").mid(21),
+              answers(second, "F0006B2D304131F7").mid(21));
+}
+
+TEST(StateFile, EmptyMemorySurvives)
+{
+    StoredCode code;
+    ASSERT_TRUE(readStateFile(writeStateFile(StoredCode()), memorySize, &code, nullptr));
+    EXPECT_TRUE(code.bytes.isEmpty());
+    EXPECT_FALSE(code.valid);
+}
+
+TEST(StateFile, RefusedStateLeavesTheProductAsItWas)
+{
+    SimulatedProduct product;
+    product.receive(dataMessage(0, 0, codeOfSize(112)));
+    const QByteArray before = product.save();
+    QString error;
+    EXPECT_FALSE(product.restore("nonsense", &error));
+    EXPECT_FALSE(product.restore("nonsense", nullptr));
+    EXPECT_EQ(error.toStdString(),
+              "this is no state file: it begins with \"nonsense\", expected \"simulated product "
+              "state 1\"; use a copy of the file, or remove it to begin with a fresh product");
+    EXPECT_EQ(product.save(), before);
+    EXPECT_TRUE(product.isUpdating());
+}
+
+TEST(StateFile, EmptyFileIsRefused)
+{
+    EXPECT_EQ(refusal(""), "this is no state file: it begins with \"\", expected \"simulated "
+                           "product state 1\"");
+}
+
+TEST(StateFile, ErrorsShowNoControlCharactersAndNoMoreThan60Bytes)
+{
+    EXPECT_EQ(refusal("\x1B[2J\x80\t~" + QByteArray(100, 'x') + "\nmore"),
+              "this is no state file: it begins with \"?[2J??~" + std::string(53, 'x') +
+                  "\", expected \"simulated product state 1\"");
+}
+
+TEST(StateFile, OtherFormatVersionIsRefused)
+{
+    EXPECT_EQ(refusal("simulated product state 2\nend 00000000\n"),
+              "this is no state file: it begins with \"simulated product state 2\", expected "
+              "\"simulated product state 1\"");
+}
+
+TEST(StateFile, EveryTruncationIsRefused)
+{
+    const QByteArray whole = sealed(worked);
+    for (int size = 0; size < whole.size(); ++size)
+        EXPECT_NE(refusal(whole.left(size)), "taken") << size;
+    EXPECT_EQ(refusal(worked), "the state file is cut off: its last line, \"end\" and a checksum, "
+                               "is missing");
+    EXPECT_EQ(refusal(whole), "taken");
+}
+
+TEST(StateFile, EveryInvertedBitIsRefused)
+{
+    const QByteArray whole = sealed(worked);
+    for (int bit = 0; bit < 8 * whole.size(); ++bit) {
+        QByteArray damaged = whole;
+        damaged[bit / 8] = static_cast<char>(damaged.at(bit / 8) ^ (1 << bit % 8));
+        EXPECT_NE(refusal(damaged), "taken") << bit;
+    }
+}
+
+TEST(StateFile, BytesBehindTheLastLineAreRefused)
+{
+    EXPECT_EQ(refusal(sealed(worked) + "x"),
+              "the state file is damaged: it ends with \"end 4097AB99?x\", its content gives "
+              "\"end 4097AB99\"");
+}
+
+TEST(StateFile, ChecksumThatDisagreesIsRefused)
+{
+    EXPECT_EQ(refusal(worked + "end 00000000\n"),
+              "the state file is damaged: it ends with \"end 00000000\", its content gives \"end "
+              "4097AB99\"");
+}
+
+TEST(StateFile, UnknownKindIsRefused)
+{
+    EXPECT_EQ(refusal(workedWith("kind fwu", "kind fwx")),
+              "the state file has \"kind fwx\" in line 2, expected \"kind\" and fwu or fwd");
+    EXPECT_EQ(refusal(workedWith("kind fwu", "king fwu")),
+              "the state file has \"king fwu\" in line 2, expected \"kind\" and fwu or fwd");
+}
+
+TEST(StateFile, UnknownValidityIsRefused)
+{
+    EXPECT_EQ(refusal(workedWith("valid yes", "valid maybe")),
+              "the state file has \"valid maybe\" in line 3, expected \"valid\" and yes or no");
+}
+
+TEST(StateFile, LengthThatIsNoNumberInRangeIsRefused)
+{
+    for (const char* length : {"x", "-1", "+9", "09", "1001", "99999999999", "9 ", ""})
+        EXPECT_EQ(refusal(workedWith("length 9", QByteArray("length ") + length)),
+                  std::string("the state file has \"length ") + length +
+                      "\" in line 4, expected \"length\" and a number from 0 to 1000");
+}
+
+TEST(StateFile, VersionThatIsNotFourDigitsIsRefused)
+{
+    for (const char* version : {"1.0.2", "1.0.2.x", "1.0.2.44", "1024", "-", "1.0.2.4 "})
+        EXPECT_EQ(refusal(workedWith("version 1.0.2.4", QByteArray("version ") + version)),
+                  std::string("the state file has \"version ") + version +
+                      "\" in line 5, expected \"version\" and four digits, as in 1.0.2.3");
+}
+
+TEST(StateFile, ChecksumThatIsNotEightHexDigitsIsRefused)
+{
+    for (const char* crc : {"cbf43926", "CBF4392", "0CBF43926", "XBF43926", "-"})
+        EXPECT_EQ(refusal(workedWith("crc CBF43926", QByteArray("crc ") + crc)),
+                  std::string("the state file has \"crc ") + crc +
+                      "\" in line 6, expected \"crc\" and eight hex digits");
+}
+
+TEST(StateFile, InvalidCodeHasNoVersionAndNoChecksum)
+{
+    EXPECT_EQ(refusal(workedWith("valid yes", "valid no")),
+              "the state file has \"version 1.0.2.4\" in line 5, expected \"version\" and -");
+    EXPECT_EQ(refusal(workedWith("valid yes\nlength 9\nversion 1.0.2.4",
+                                 "valid no\nlength 9\nversion -")),
+              "the state file has \"crc CBF43926\" in line 6, expected \"crc\" and -");
+}
+
+TEST(StateFile, CodeLineThatDoesNotFitIsRefused)
+{
+    for (const char* line :
+         {"000001 313233343536373839", "000000 3132333435363738", "000000 31323334353637383930",
+          "000000 31323334353637383x", "000000 3132333435363738 39", "0 313233343536373839", ""})
+        EXPECT_EQ(refusal(workedWith("000000 313233343536373839", line)),
+                  std::string("the state file has \"") + line +
+                      "\" in line 7, expected the address 000000 and 9 code bytes");
+}
+
+TEST(StateFile, MissingAndFurtherCodeLinesAreRefused)
+{
+    EXPECT_EQ(refusal(workedWith("000000 313233343536373839\n", "")),
+              "the state file has \"\" in line 7, expected more code");
+    EXPECT_EQ(refusal(sealed(worked + "000009 30\n")),
+              "the state file has \"000009 30\" in line 8, expected the end of the code");
+}
+
+TEST(StateFile, MissingLinesAreRefused)
+{
+    EXPECT_EQ(refusal(sealed("simulated product state 1\n")),
+              "the state file has \"\" in line 2, expected \"kind\" and fwu or fwd");
+    EXPECT_EQ(refusal(sealed("simulated product state 1\nkind fwu\nvalid no\n")),
+              "the state file has \"\" in line 4, expected \"length\" and a number from 0 to 1000");
+}
+
+TEST(StateFile, TextLargerThanAnyStateIsRefused)
+{
+    EXPECT_EQ(
+        refusal("simulated product state 1\n" + QByteArray(4000, '0')),
+        "the state file has 4026 bytes, too many for a product with room for 1000 code bytes");
+}
+
+TEST(StateFile, LargestStateIsTaken)
+{
+    for (const int size : {1, 32, 33, memorySize}) {
+        StoredCode code;
+        code.bytes = codeOfSize(size);
+        code.valid = true;
+        code.version = {{'9', '9', '9', '9'}};
+        StoredCode back;
+        QString error;
+        EXPECT_TRUE(readStateFile(writeStateFile(code), size, &back, &error))
+            << error.toStdString();
+        EXPECT_EQ(back.bytes, code.bytes);
+    }
+}
+
+} // namespace hx

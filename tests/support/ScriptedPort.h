@@ -1,0 +1,68 @@
+// A MIDI port that a test scripts: it records what is sent and lets bytes arrive when told, on a
+// clock that moves only by waiting.
+#pragma once
+
+#include "host/MidiPort.h"
+
+#include <functional>
+#include <map>
+#include <vector>
+
+class ScriptedPort final : public hx::MidiPort {
+public:
+    QString name() const override { return QStringLiteral("scripted"); }
+    hx::Clock& clock() override { return m_clock; }
+
+    bool send(const QByteArray& message) override
+    {
+        if (!sendError.isEmpty()) {
+            errorText = sendError;
+            return false;
+        }
+        sent.push_back(message);
+        m_clock.sleepUntil(m_clock.now() + message.size() * microsecondsPerByte);
+        if (answer)
+            answer(message, static_cast<int>(sent.size()) - 1);
+        return true;
+    }
+
+    hx::MidiChunk receive(hx::Microseconds deadline) override
+    {
+        if (receives++ == 0 && onFirstReceive)
+            onFirstReceive();
+        const auto next = m_arriving.begin();
+        if (next != m_arriving.end() && next->first <= std::max(deadline, m_clock.now())) {
+            m_clock.sleepUntil(next->first);
+            const hx::MidiChunk chunk{next->second, next->first};
+            m_arriving.erase(next);
+            return chunk;
+        }
+        if (lostAt >= 0 && deadline >= lostAt) {
+            m_clock.sleepUntil(lostAt);
+            errorText = QStringLiteral("unplugged");
+            return {};
+        }
+        m_clock.sleepUntil(deadline);
+        return {};
+    }
+
+    // Bytes that arrive `delay` microseconds from now, in one chunk.
+    void arrive(const QByteArray& bytes, hx::Microseconds delay = 0)
+    {
+        m_arriving.emplace(m_clock.now() + delay, bytes);
+    }
+
+    // Called after each message that is sent, with its bytes and its index.
+    std::function<void(const QByteArray&, int)> answer;
+    std::function<void()> onFirstReceive;
+
+    std::vector<QByteArray> sent;
+    QString sendError;            // sending fails with this from now on, unless empty
+    hx::Microseconds lostAt = -1; // the port is gone from here on; -1: never
+    hx::Microseconds microsecondsPerByte = 0;
+    int receives = 0;
+
+private:
+    hx::ManualClock m_clock;
+    std::multimap<hx::Microseconds, QByteArray> m_arriving;
+};

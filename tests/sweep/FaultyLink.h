@@ -1,0 +1,71 @@
+// A MIDI connection to a simulated product, at the pace of a DIN cable and on a clock of its own,
+// with the fault of one scenario in it. Everything that passes is recorded as the host sees it.
+#pragma once
+
+#include "host/MidiPort.h"
+#include "simulator/SimulatedProduct.h"
+#include "tests/sweep/FaultyLane.h"
+
+#include <map>
+
+namespace sweep {
+
+struct WireEvent {
+    enum class Kind { Sent, Arrived, Lost };
+
+    Kind kind = Kind::Sent;
+    hx::Microseconds time = 0; // the last byte is on its way, or has arrived
+    QByteArray bytes;          // as the host meant them, or as they reached it
+};
+
+using WireRecord = std::vector<WireEvent>;
+
+class FaultyLink final : public hx::MidiPort {
+public:
+    static constexpr hx::Microseconds byteTime = 320;
+
+    FaultyLink(hx::SimulatedProduct& product, const Scenario& scenario)
+        : m_product(product), m_scenario(scenario), m_out(Direction::Out, scenario),
+          m_in(Direction::In, scenario)
+    {
+    }
+
+    QString name() const override { return QStringLiteral("faulty link"); }
+    hx::Clock& clock() override { return m_clock; }
+    bool send(const QByteArray& message) override;
+    hx::MidiChunk receive(hx::Microseconds deadline) override;
+
+    // Ends the fault and plugs the product in again; bytes on their way stay so.
+    void repair();
+
+    const WireRecord& record() const { return m_record; }
+
+private:
+    struct Travelling {
+        Direction direction;
+        Piece piece;
+    };
+
+    bool isPresent();
+    void moveTo(hx::Microseconds time);
+    void hear(const Piece& piece);
+    void hearMessage(const QByteArray& bytes);
+    void answer(const QByteArray& message, hx::Microseconds delay);
+    void happen(Piece::Then then);
+    QByteArray falseAnswer() const;
+    QByteArray asOtherModel(QByteArray reply) const;
+
+    hx::SimulatedProduct& m_product;
+    Scenario m_scenario;
+    FaultyLane m_out;
+    FaultyLane m_in;
+    hx::ManualClock m_clock;
+    std::multimap<hx::Microseconds, Travelling> m_travelling; // by the moment of arrival
+    WireRecord m_record;
+    QByteArray m_command;
+    hx::Microseconds m_sentAt = 0;
+    hx::Microseconds m_deafUntil = 0;
+    bool m_isGone = false;
+};
+
+} // namespace sweep

@@ -1,0 +1,131 @@
+#include "tests/sweep/Sweep.h"
+
+namespace sweep {
+
+namespace {
+
+using Visit = std::function<void(const Scenario&)>;
+
+constexpr int microsecondsPerMillisecond = 1000;
+
+// Real-time bytes, the ends and the start of a SysEx, other status bytes, and data.
+const std::vector<int> inserted = {0xF8, 0xFE, 0xF0, 0xF7, 0xFA, 0xFF, 0x80, 0x90, 0xB0,
+                                   0xC0, 0xF1, 0xF2, 0xF4, 0xF6, 0x00, 0x02, 0x46, 0x7F};
+
+// Just before and after the longest pause in a message, the timeout, the time that an answer is
+// waited for after a silence, and the timeouts of the retries. The early ones before the timeout
+// leave a command time to be answered, or not.
+const std::vector<int> delays = {999999,  1000001, 2190000, 2199999, 2200001,
+                                 2749999, 2750001, 4399999, 4400001, 6600001};
+
+const std::vector<int> deafness = {100 * microsecondsPerMillisecond,
+                                   2500 * microsecondsPerMillisecond,
+                                   30000 * microsecondsPerMillisecond};
+
+// The places and the lengths of one fault.
+class Places {
+public:
+    Places(Direction direction, int message, int byte, const Visit& visit) : m_visit(visit)
+    {
+        m_scenario.direction = direction;
+        m_scenario.message = message;
+        m_scenario.byte = byte;
+    }
+
+    void once(FaultKind fault, int value = 0) { visit(fault, value, 1); }
+
+    void onceAndForGood(FaultKind fault, int value = 0)
+    {
+        visit(fault, value, 1);
+        visit(fault, value, 0);
+    }
+
+    void onceTwiceAndForGood(FaultKind fault, int value = 0)
+    {
+        onceAndForGood(fault, value);
+        visit(fault, value, 2);
+    }
+
+private:
+    void visit(FaultKind fault, int value, int strikes)
+    {
+        m_scenario.fault = fault;
+        m_scenario.value = value;
+        m_scenario.strikes = strikes;
+        m_visit(m_scenario);
+    }
+
+    Scenario m_scenario;
+    const Visit& m_visit;
+};
+
+void visitFlips(Places places)
+{
+    for (int mask = 1; mask <= 0xFF; ++mask) {
+        const bool isOneBit = (mask & (mask - 1)) == 0;
+        if (isOneBit)
+            places.onceAndForGood(FaultKind::Flip, mask);
+        else
+            places.once(FaultKind::Flip, mask);
+    }
+}
+
+void visitByte(Direction direction, int message, int byte, const Visit& visit)
+{
+    Places places(direction, message, byte, visit);
+    for (const FaultKind fault : {FaultKind::Drop, FaultKind::Duplicate, FaultKind::Truncate,
+                                  FaultKind::Split, FaultKind::Reorder, FaultKind::Merge,
+                                  FaultKind::Splice, FaultKind::PowerOff, FaultKind::Refuse})
+        places.onceTwiceAndForGood(fault);
+    visitFlips(places);
+    for (const int value : inserted)
+        places.onceAndForGood(FaultKind::Insert, value);
+    for (const int delay : delays)
+        places.onceTwiceAndForGood(FaultKind::Delay, delay);
+    for (const int duration : deafness)
+        places.once(FaultKind::Deaf, duration);
+    for (const int status : {0, 1, 2, 3})
+        places.onceAndForGood(FaultKind::Answer, status);
+    for (int old = 1; old < message; ++old)
+        places.once(FaultKind::Old, old);
+    places.once(FaultKind::Vanish);
+}
+
+// Nothing comes behind the last command: an old message that reaches the product there undoes what
+// the product has just reported, and no question that was asked before can tell.
+void visitMessage(Direction direction, int message, int size, bool isLast, const Visit& visit)
+{
+    for (int byte = 0; byte < size; ++byte)
+        visitByte(direction, message, byte, visit);
+    Places(direction, message, 0, visit).onceTwiceAndForGood(FaultKind::OtherModel);
+    Places behind(direction, message, size, visit);
+    for (int old = 1; old < message && !isLast; ++old)
+        behind.once(FaultKind::Old, old);
+    behind.onceAndForGood(FaultKind::Merge);
+    behind.once(FaultKind::PowerOff);
+    behind.once(FaultKind::Vanish);
+}
+
+} // namespace
+
+void forEachScenario(Laboratory& laboratory, const Visit& visit)
+{
+    for (const Direction direction : {Direction::Out, Direction::In}) {
+        const std::vector<int> sizes = laboratory.messageSizes(direction);
+        const int last = static_cast<int>(sizes.size());
+        for (int message = 1; message <= last; ++message)
+            visitMessage(direction, message, sizes[static_cast<std::size_t>(message - 1)],
+                         message == last, visit);
+    }
+    int message = 0;
+    for (const int writes : laboratory.memoryWrites()) {
+        ++message;
+        for (int cell = 0; cell < codeSize && writes > 0; ++cell)
+            Places(Direction::Out, message, 0, visit).once(FaultKind::BadCell, cell);
+        for (int done = 0; done <= writes; ++done)
+            Places(Direction::Out, message, 0, visit)
+                .onceTwiceAndForGood(FaultKind::PowerCut, done);
+    }
+}
+
+} // namespace sweep

@@ -1,0 +1,290 @@
+#include "tests/sweep/Trial.h"
+
+#include "host/ImageBuilder.h"
+#include "host/ImageFile.h"
+#include "simulator/Crc32.h"
+
+namespace sweep {
+
+namespace {
+
+using hx::ProductCondition;
+using hx::UpdateOutcome;
+
+constexpr int mostCommands = 60;
+constexpr hx::Microseconds longestBeforeSending = 250 * 1000;
+
+hx::UpdateImage smallImage()
+{
+    QByteArray code(codeSize, '\0');
+    for (int i = 0; i < codeSize; ++i)
+        code[i] = static_cast<char>(i * 31 + 7);
+    return hx::parseUpdateImage(
+        hx::imageFileOf(hx::buildImage(code, CodeType::Fwu, QStringLiteral("1.0.2.4")).messages));
+}
+
+bool holds(const hx::StoredCode& code, const hx::UpdateImage& image)
+{
+    const hx::VersionDigits version = {{'1', '0', '2', '4'}};
+    return code.valid && code.bytes == image.code && code.version == version &&
+           code.crc == image.statedCrc && code.kind == hx::kindFwu;
+}
+
+bool isSame(const hx::StoredCode& a, const hx::StoredCode& b)
+{
+    return a.valid == b.valid && a.bytes == b.bytes && a.version == b.version && a.crc == b.crc;
+}
+
+// A message that once is late, lost in part or in pieces, or has real-time bytes in it, is made
+// good by asking or sending again.
+bool mustSucceed(const Scenario& scenario)
+{
+    switch (scenario.fault) {
+    case FaultKind::None:
+    case FaultKind::Split:
+        return true;
+    case FaultKind::Insert:
+        return scenario.value >= 0xF8;
+    case FaultKind::Delay:
+    case FaultKind::Truncate:
+    case FaultKind::Drop:
+    case FaultKind::Merge:
+    case FaultKind::Reorder:
+        return !scenario.isLasting();
+    default:
+        return false;
+    }
+}
+
+// Only faults that go on can lie to the host again when it asks again.
+bool mayLie(const Scenario& scenario)
+{
+    return scenario.isLasting();
+}
+
+Conversation conversationOf(const Scenario& scenario, const WireRecord& record)
+{
+    Conversation conversation = readConversation(record);
+    conversation.answersMayComeEarly = scenario.isLasting();
+    return conversation;
+}
+
+// Compares what the host says with the record and with the product's memory.
+class Examination {
+public:
+    Examination(const Scenario& scenario, const hx::UpdateImage& image,
+                const hx::UpdateResult& result, const WireRecord& record)
+        : m_scenario(scenario), m_image(image), m_result(result),
+          m_conversation(conversationOf(scenario, record)),
+          m_expected(expectedEnd(m_conversation, image))
+    {
+    }
+
+    QStringList complaints(const hx::StoredCode& before, const hx::StoredCode& now,
+                           hx::Microseconds elapsed)
+    {
+        checkTime(elapsed);
+        checkOutcome();
+        checkReason();
+        checkMemory(before, now);
+        checkCondition(now);
+        checkStateText(now);
+        return m_complaints;
+    }
+
+private:
+    void demand(bool holds, const QString& complaint)
+    {
+        if (!holds)
+            m_complaints << complaint;
+    }
+
+    // Each command may be waited for and settle once, and be held up by stale input before.
+    void checkTime(hx::Microseconds elapsed)
+    {
+        hx::Microseconds allowed = longestBeforeSending;
+        for (const Exchange& exchange : m_conversation.exchanges)
+            allowed += exchange.command.size() * FaultyLink::byteTime + Exchange::timeout +
+                       Exchange::settling + longestBeforeSending;
+        demand(elapsed <= allowed && m_conversation.exchanges.size() <= mostCommands,
+               QStringLiteral("it took %1 us and %2 commands, allowed are %3 us and %4 commands")
+                   .arg(elapsed)
+                   .arg(m_conversation.exchanges.size())
+                   .arg(allowed)
+                   .arg(mostCommands));
+    }
+
+    void checkOutcome()
+    {
+        demand(m_expected.wrongCourse.isEmpty(), m_expected.wrongCourse);
+        demand(m_result.succeeded() || !mustSucceed(m_scenario),
+               QStringLiteral("it does not get over a fault that it must get over"));
+        demand(
+            m_result.outcome == m_expected.outcome,
+            QStringLiteral("the outcome is \"%1\"; on the wire it was \"%2\"")
+                .arg(updateOutcomeText(m_result.outcome), updateOutcomeText(m_expected.outcome)));
+    }
+
+    void checkReason()
+    {
+        const bool ok = m_result.succeeded();
+        demand(m_result.reason.isEmpty() == ok && m_result.advice.isEmpty() == ok,
+               QStringLiteral("reason and advice do not go with the outcome"));
+        demand(!m_result.productState.isEmpty(), QStringLiteral("nothing is said of the product"));
+        if (m_conversation.portLost)
+            return;
+        demand(m_result.failedMessage == m_expected.failedMessage,
+               QStringLiteral("it names message %1; the last one on the wire was %2")
+                   .arg(m_result.failedMessage)
+                   .arg(m_expected.failedMessage));
+        if (m_expected.failedMessage > 0)
+            demand(m_result.reason.startsWith(QStringLiteral("message %1 of %2 ")
+                                                  .arg(m_expected.failedMessage)
+                                                  .arg(m_image.messages.size())),
+                   QStringLiteral("the reason does not name the message"));
+    }
+
+    void checkMemory(const hx::StoredCode& before, const hx::StoredCode& now)
+    {
+        demand(!m_result.succeeded() || holds(now, m_image),
+               QStringLiteral("FALSE SUCCESS: the memory does not hold the image"));
+        demand(!now.valid || holds(now, m_image) || isSame(before, now) || isDamaged(now),
+               QStringLiteral("the product calls code valid that is neither old nor new"));
+        demand(m_result.touched || isSame(before, now),
+               QStringLiteral("it says that nothing was sent, but the memory changed"));
+    }
+
+    // By a memory cell that failed, which the product cannot prevent.
+    bool isDamaged(const hx::StoredCode& now) const
+    {
+        return m_scenario.fault == FaultKind::BadCell && now.crc == m_image.statedCrc;
+    }
+
+    void checkCondition(const hx::StoredCode& now)
+    {
+        const bool intact = now.valid && now.crc == hx::productCrc32(now.bytes);
+        bool agrees = true;
+        switch (m_result.productCondition) {
+        case ProductCondition::CodeIntact:
+            agrees = intact;
+            break;
+        case ProductCondition::NoValidCode:
+            agrees = !now.valid;
+            break;
+        case ProductCondition::CodeDamaged:
+            agrees = now.valid && !intact;
+            break;
+        case ProductCondition::OtherProduct:
+            agrees = false;
+            break;
+        case ProductCondition::NoAnswer:
+            agrees = m_expected.last.identity.isEmpty();
+            break;
+        case ProductCondition::PortLost:
+            agrees = m_conversation.portLost;
+            break;
+        case ProductCondition::Unclear:
+            agrees = !m_result.touched || !isToldClearly(now);
+        }
+        demand(agrees || (mayLie(m_scenario) && !isToldClearly(now)),
+               QStringLiteral("it calls the product \"%1\"; its memory is %2")
+                   .arg(productConditionText(m_result.productCondition),
+                        QLatin1String(intact      ? "intact"
+                                      : now.valid ? "damaged"
+                                                  : "without valid code")));
+    }
+
+    // Nothing is called unfinished that the product holds whole and says so.
+    void checkStateText(const hx::StoredCode& now)
+    {
+        const bool isIntact = m_result.productCondition == ProductCondition::CodeIntact;
+        const bool saysUnfinished = m_result.productState.startsWith(
+            QLatin1String("The update was begun and not finished"));
+        demand(!isIntact || !saysUnfinished || !holds(now, m_image),
+               QStringLiteral("it calls an update unfinished that the product holds whole"));
+    }
+
+    // Whether the last answers that reached the host are what the product has to say.
+    bool isToldClearly(const hx::StoredCode& now) const
+    {
+        const LastAnswers& last = m_expected.last;
+        const QByteArray none("\x7F\x7F\x7F\x7F");
+        const QByteArray version(reinterpret_cast<const char*>(now.version.data()), 4);
+        return isIdentityOfProduct(last.identity) &&
+               valueIn(last.version) == (now.valid ? version : QByteArray()) &&
+               !last.version.isEmpty() &&
+               valueIn(last.stored) == (now.valid ? groupsOf(now.crc) : none) &&
+               valueIn(last.calculated) == groupsOf(hx::productCrc32(now.bytes));
+    }
+
+    static QByteArray groupsOf(quint32 crc)
+    {
+        QByteArray groups;
+        for (int shift = 21; shift >= 0; shift -= 7)
+            groups.append(static_cast<char>(crc >> shift & 0x7F));
+        return groups;
+    }
+
+    const Scenario& m_scenario;
+    const hx::UpdateImage& m_image;
+    const hx::UpdateResult& m_result;
+    Conversation m_conversation;
+    ExpectedEnd m_expected;
+    QStringList m_complaints;
+};
+
+} // namespace
+
+Laboratory::Laboratory(DeviceInterface& device) : m_device(device), m_image(smallImage()) {}
+
+TrialReport Laboratory::tryScenario(const Scenario& scenario)
+{
+    hx::SimulatedProduct product = m_fresh;
+    FaultyLink link(product, scenario);
+    const auto update = [&] {
+        hx::PortBus bus(link); // a new run knows nothing of the one before
+        m_device.bus = &bus;
+        const hx::UpdateResult result = hx::runUpdate(m_device, bus, m_image);
+        m_device.bus = nullptr;
+        return result;
+    };
+    const hx::UpdateResult result = update();
+    TrialReport report{result.outcome, result.reason, result.productState, {}, link.record()};
+    report.complaints = Examination(scenario, m_image, result, report.record)
+                            .complaints(m_fresh.code(), product.code(), link.clock().now());
+    link.repair();
+    const hx::UpdateResult again = update();
+    if (!again.succeeded() || !holds(product.code(), m_image))
+        report.complaints << QStringLiteral("a second update does not recover the product: ") +
+                                 updateOutcomeText(again.outcome) + QStringLiteral(", ") +
+                                 again.reason;
+    return report;
+}
+
+std::vector<int> Laboratory::messageSizes(Direction direction)
+{
+    const WireEvent::Kind kind =
+        direction == Direction::Out ? WireEvent::Kind::Sent : WireEvent::Kind::Arrived;
+    std::vector<int> sizes;
+    for (const WireEvent& event : tryScenario(Scenario()).record) {
+        if (event.kind == kind)
+            sizes.push_back(event.bytes.size());
+    }
+    return sizes;
+}
+
+std::vector<int> Laboratory::memoryWrites()
+{
+    hx::SimulatedProduct product = m_fresh;
+    std::vector<int> writes;
+    for (const WireEvent& event : tryScenario(Scenario()).record) {
+        if (event.kind != WireEvent::Kind::Sent)
+            continue;
+        const qint64 before = product.memoryWrites();
+        product.receive(event.bytes);
+        writes.push_back(static_cast<int>(product.memoryWrites() - before));
+    }
+    return writes;
+}
+
+} // namespace sweep

@@ -1,0 +1,42 @@
+// One scenario tried: a fresh product, an update with the fault, a second update without it.
+#pragma once
+
+#include "deviceinterface/DeviceInterface.h"
+#include "host/UpdateRun.h"
+#include "tests/sweep/Oracle.h"
+
+#include <QStringList>
+
+namespace sweep {
+
+// Of the image: two data messages, the second one short.
+constexpr int codeSize = 150;
+
+struct TrialReport {
+    hx::UpdateOutcome outcome = hx::UpdateOutcome::NoAnswer;
+    QString reason;         // the host's
+    QString productState;   // the host's
+    QStringList complaints; // what was not as it must be; empty: the scenario passed
+    WireRecord record;      // of the first update
+};
+
+class Laboratory {
+public:
+    // `device` is the plugin; it must outlive this object.
+    explicit Laboratory(DeviceInterface& device);
+
+    TrialReport tryScenario(const Scenario& scenario);
+
+    // Sizes of the messages of an update without a fault, in order.
+    std::vector<int> messageSizes(Direction direction);
+
+    // Single memory writes of each message that the host sends in it.
+    std::vector<int> memoryWrites();
+
+private:
+    DeviceInterface& m_device;
+    hx::UpdateImage m_image;
+    hx::SimulatedProduct m_fresh;
+};
+
+} // namespace sweep
