@@ -1,0 +1,68 @@
+// State files of the simulated product: a text is taken exactly when it is what the product writes.
+#include "simulator/StateFile.h"
+
+#include "fuzz/support/FuzzTarget.h"
+#include "simulator/Crc32.h"
+
+namespace {
+
+using namespace hx;
+using namespace hx::fuzz;
+
+constexpr int memorySize = 100;
+
+QByteArray withEnd(const QByteArray& lines)
+{
+    return lines + "end " +
+           QByteArray::number(productCrc32(lines), 16).toUpper().rightJustified(8, '0') + '\n';
+}
+
+// What is written for any code is read back as it was.
+void writeAndRead(FuzzInput& input)
+{
+    StoredCode code;
+    code.bytes = input.take(input.byte() % (memorySize + 1));
+    code.kind = input.flag() ? kindFwd : kindFwu;
+    code.valid = input.flag();
+    if (code.valid) {
+        for (quint8& digit : code.version)
+            digit = static_cast<quint8>('0' + input.choice(10));
+        code.crc = input.word();
+    }
+    StoredCode read;
+    QString error;
+    require(readStateFile(writeStateFile(code), memorySize, &read, &error),
+            "what is written reads");
+    require(read.bytes == code.bytes && read.kind == code.kind && read.valid == code.valid,
+            "what is written reads back as it was");
+    if (code.valid)
+        require(read.version == code.version && read.crc == code.crc, "and so does its seal");
+}
+
+void readAnything(const QByteArray& text)
+{
+    StoredCode read;
+    read.crc = 12345;
+    QString error;
+    const bool isTaken = readStateFile(text, memorySize, &read, &error);
+    require(isTaken == error.isEmpty(), "a refusal has a reason");
+    if (isTaken)
+        requireSame(writeStateFile(read), text, "only what the product writes is taken");
+    else
+        require(read.crc == 12345 && read.bytes.isEmpty(), "a refused file changes nothing");
+}
+
+void run(FuzzInput& input)
+{
+    const int how = input.choice(4);
+    if (how == 0)
+        return writeAndRead(input);
+    QByteArray text = input.rest();
+    if (how >= 2)
+        text = "simulated product state 1\n" + text;
+    readAnything(how == 3 ? text : withEnd(text));
+}
+
+const Target target("state_file", run);
+
+} // namespace
