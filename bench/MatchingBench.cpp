@@ -1,0 +1,170 @@
+#include "bench/Bench.h"
+#include "bench/Expressions.h"
+#include "mididata/HxMidiData.h"
+#include "tests/mididata/Patterns.h"
+#include "tests/mididata/transcription/Transcription.h"
+
+#include <QRegularExpression>
+
+#ifdef HXBENCH_RE2
+#include <re2/re2.h>
+#endif
+
+#include <cstring>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace hxbench {
+
+namespace {
+
+/** A dictionary pattern, a reply that fits it, and the engines' own forms of both. */
+struct Exchange {
+    explicit Exchange(const std::string& text, Random& random)
+        : pattern(text), reply(replyTo(random, text)), hexText(reply.bytes.toHex().toUpper()),
+          qtExpression(QLatin1Char('^') + QString::fromStdString(expressionText(text)))
+    {
+        qtExpression.optimize();
+#ifdef HXBENCH_PCRE2
+        jit = std::make_unique<JitExpression>(text);
+#endif
+#ifdef HXBENCH_RE2
+        re2 = std::make_unique<re2::RE2>(expressionText(text));
+#endif
+    }
+
+    std::string pattern;
+    HxMidiData reply;
+    QByteArray hexText;
+    QRegularExpression qtExpression;
+#ifdef HXBENCH_PCRE2
+    std::unique_ptr<JitExpression> jit;
+#endif
+#ifdef HXBENCH_RE2
+    std::unique_ptr<re2::RE2> re2;
+#endif
+};
+
+using Exchanges = std::vector<std::shared_ptr<Exchange>>;
+
+Exchanges dictionary()
+{
+    Random random(1);
+    Exchanges exchanges;
+    for (const std::string& pattern : dictionaryPatterns())
+        exchanges.push_back(std::make_shared<Exchange>(pattern, random));
+    return exchanges;
+}
+
+bool own(const Exchange& e)
+{
+    return e.reply.match(e.pattern.c_str(), true);
+}
+
+bool steps(const Exchange& e)
+{
+    return transcription::match(e.reply.bytes, e.pattern.c_str(), true);
+}
+
+bool qtCompiled(const Exchange& e)
+{
+    return e.qtExpression.match(QString::fromLatin1(e.hexText)).hasMatch();
+}
+
+#ifdef HXBENCH_PCRE2
+bool jit(const Exchange& e)
+{
+    return e.jit->fitsStart(e.hexText);
+}
+
+bool jitWithText(const Exchange& e)
+{
+    return e.jit->fitsStart(e.reply.bytes.toHex().toUpper());
+}
+#endif
+
+#ifdef HXBENCH_RE2
+bool re2Compiled(const Exchange& e)
+{
+    const re2::StringPiece text(e.hexText.constData(), static_cast<size_t>(e.hexText.size()));
+    return e.re2->Match(text, 0, text.size(), re2::RE2::ANCHOR_START, nullptr, 0);
+}
+#endif
+
+/** Matches all exchanges in turn, so that no engine finds its last pattern again. */
+template <typename Match>
+void addSweep(const Exchanges& exchanges, const char* contender, Match match)
+{
+    add(std::string("match/dictionary in turn/") + contender, [exchanges, match] {
+        int fitting = 0;
+        for (const auto& exchange : exchanges)
+            fitting += match(*exchange) ? 1 : 0;
+        return fitting;
+    });
+}
+
+template <typename Match>
+void addEach(const Exchanges& exchanges, const char* contender, Match match)
+{
+    for (const auto& exchange : exchanges)
+        add("match one/" + exchange->pattern + "/" + contender,
+            [exchange, match] { return match(*exchange); });
+}
+
+template <typename Match>
+void addBoth(const Exchanges& exchanges, const char* contender, Match match)
+{
+    addSweep(exchanges, contender, match);
+    addEach(exchanges, contender, match);
+}
+
+/** Three gaps of any length, of which the last one's end is not there. */
+void addMissingGaps(int size)
+{
+    const std::string pattern = "F0.*1234.*5678.*9ABC";
+    QByteArray bytes(size, '\x11');
+    bytes.replace(0, 1, "\xF0");
+    bytes.replace(size / 4, 2, "\x12\x34");
+    bytes.replace(size / 2, 2, "\x56\x78");
+    const std::string name = "match gaps/" + sizeName(size) + "/";
+    const HxMidiData data(bytes);
+    const QByteArray text = bytes.toHex().toUpper();
+    add(name + "own", [=] { return data.match(pattern.c_str(), false); });
+    if (size <= 1024) // its time grows with the square of the size
+        add(name + "steps", [=] { return transcription::match(bytes, pattern.c_str(), false); });
+#ifdef HXBENCH_PCRE2
+    const auto jitExpression = std::make_shared<JitExpression>(pattern);
+    if (size <= 1024)
+        add(name + "pcre2jit", [=] { return jitExpression->fitsAnywhere(text); });
+#endif
+#ifdef HXBENCH_RE2
+    const auto expression = std::make_shared<re2::RE2>(pattern);
+    const re2::StringPiece piece(text.constData(), static_cast<size_t>(text.size()));
+    add(name + "re2", [=] { return re2::RE2::PartialMatch(piece, *expression); });
+#endif
+    add(name + "floor", [=] { // one pass over the bytes for one value that is not there
+        return std::memchr(bytes.constData(), 0x99, static_cast<size_t>(bytes.size())) != nullptr;
+    });
+}
+
+} // namespace
+
+void addMatching()
+{
+    const Exchanges exchanges = dictionary();
+    addBoth(exchanges, "own", own);
+    addBoth(exchanges, "steps", steps);
+    addSweep(exchanges, "qregularexpression", qtCompiled);
+#ifdef HXBENCH_PCRE2
+    addBoth(exchanges, "pcre2jit", jit);
+    addSweep(exchanges, "pcre2jit with text", jitWithText);
+#endif
+#ifdef HXBENCH_RE2
+    addSweep(exchanges, "re2", re2Compiled);
+#endif
+    for (const int size : {1024, 2048, 4096, 8192, 16384})
+        addMissingGaps(size);
+}
+
+} // namespace hxbench
