@@ -16,8 +16,9 @@ import tempfile
 import termios
 
 
-def run_in_terminal(words, typed="", columns=40, environment=None):
-    """Returns the exit code and all that appeared on the terminal."""
+def run_in_terminal(words, typed="", columns=40, environment=None, when_asked=lambda: None):
+    """Returns the exit code and all that appeared on the terminal. Types `typed` when the update
+    asks whether to start, after a call of `when_asked`."""
     pid, terminal = pty.fork()
     if pid == 0:
         os.environ.update({"TERM": "xterm"}, **(environment or {}))
@@ -38,6 +39,7 @@ def run_in_terminal(words, typed="", columns=40, environment=None):
         shown += piece
         if b"Type yes to start:" in shown and not asked:
             asked = True
+            when_asked()
             os.write(terminal, typed.encode())
     status = os.waitpid(pid, 0)[1]
     os.close(terminal)
