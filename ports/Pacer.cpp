@@ -8,11 +8,6 @@ namespace {
 
 constexpr qint64 microsecondsPerSecond = 1000000;
 
-// A MIDI interface buffers at least the 48 bytes of one USB transfer, 15 ms of the wire. A message
-// that is late by less than that goes on as if it were in time, so that the delays of a busy
-// machine do not add up.
-constexpr Microseconds toleratedDelay = 10 * microsecondsPerMillisecond;
-
 } // namespace
 
 Microseconds Pace::wireTime(int bytes) const
@@ -36,9 +31,7 @@ void Pacer::waitForTurn(int bytes)
 void Pacer::waitForWire(int bytes)
 {
     m_lastSent = m_clock.now();
-    const Microseconds planned = m_wireFree + m_pace.gap;
-    const bool isInTime = m_hasSent && m_lastSent - planned <= toleratedDelay;
-    m_wireFree = (isInTime ? planned : m_lastSent) + m_pace.wireTime(bytes);
+    m_wireFree = m_lastSent + m_pace.wireTime(bytes);
     m_hasSent = true;
     if (m_buffer.bytes > 0)
         m_sent.push_back({m_lastSent + m_buffer.emptying, bytes + m_buffer.bytesPerMessage});
