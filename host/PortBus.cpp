@@ -36,8 +36,22 @@ QRegExp withoutBlanks(QRegExp rx)
     return rx;
 }
 
+// Whether the expression means the same as its text does to HxMidiData::match(), which is much
+// faster.
+bool isPatternText(const QRegExp& rx)
+{
+    const QString text = rx.pattern();
+    return rx.patternSyntax() == QRegExp::RegExp && !text.isEmpty() && text == text.toUpper() &&
+           !text.contains(QLatin1String("XX")) && !text.contains(QChar::Null) &&
+           text == QString::fromLatin1(text.toLatin1());
+}
+
 ReplyTest testOf(const QRegExp& rx)
 {
+    if (isPatternText(rx)) {
+        const QByteArray text = rx.pattern().toLatin1();
+        return [text](const HxMidiData& message) { return message.match(text.constData(), true); };
+    }
     return [rx](const HxMidiData& message) { return message.match(rx, true); };
 }
 
@@ -94,7 +108,7 @@ BusData PortBus::exchange(const BusData& command, const ReplyTest& fits, const Q
                         .arg(hexText(command.bytes), m_port.errorText));
     announce(BusEventKind::Sent, command.bytes, QString());
     m_wait = {expected, timeoutMs, {}, 0};
-    return waitFor(fits, m_port.clock().now() + timeoutMs * microsecondsPerMillisecond);
+    return waitFor(fits, timeoutMs * microsecondsPerMillisecond);
 }
 
 BusData PortBus::fail(ExchangeEnd end, BusEventKind kind, const QString& text)
@@ -113,12 +127,14 @@ bool PortBus::interrupted() const
 void PortBus::discardStaleInput()
 {
     Clock& clock = m_port.clock();
-    const Microseconds limit = clock.now() + longestDiscard;
-    for (int i = 0; i < mostDiscardedChunks && clock.now() <= limit; ++i) {
-        const MidiChunk chunk = m_port.receive(clock.now());
+    Microseconds now = clock.now();
+    const Microseconds limit = now + longestDiscard;
+    for (int i = 0; i < mostDiscardedChunks && now <= limit; ++i) {
+        const MidiChunk chunk = m_port.receive(now);
         if (chunk.bytes.isEmpty())
             break;
         queue(m_assembler.feed(chunk.bytes, chunk.time));
+        now = clock.now();
     }
     queue(m_assembler.flush());
     for (const AssembledEvent& event : m_queue)
@@ -147,20 +163,22 @@ void PortBus::queue(const AssembledEvents& events)
     m_queue.insert(m_queue.end(), events.begin(), events.end());
 }
 
-BusData PortBus::waitFor(const ReplyTest& fits, Microseconds deadline)
+BusData PortBus::waitFor(const ReplyTest& fits, Microseconds timeout)
 {
     Clock& clock = m_port.clock();
-    for (;;) {
+    Microseconds now = clock.now();
+    const Microseconds deadline = now + timeout;
+    for (;; now = clock.now()) {
         const BusData reply = takeFitting(fits);
         if (!reply.bytes.isEmpty())
             return reply;
         if (interrupted())
             return endWait(ExchangeEnd::Interrupted, BusEventKind::Interrupted,
                            QStringLiteral("interrupted"));
-        if (clock.now() >= deadline)
+        if (now >= deadline)
             return endWait(ExchangeEnd::TimedOut, BusEventKind::TimedOut,
                            QStringLiteral("no answer"));
-        if (!receiveUntil(std::min(deadline, clock.now() + waitSlice)))
+        if (!receiveUntil(std::min(deadline, now + waitSlice)))
             return endWait(
                 ExchangeEnd::PortLost, BusEventKind::PortLost,
                 QStringLiteral("the port %1 is gone (%2)").arg(m_port.name(), m_port.errorText));
@@ -171,7 +189,7 @@ BusData PortBus::waitFor(const ReplyTest& fits, Microseconds deadline)
 BusData PortBus::takeFitting(const ReplyTest& fits)
 {
     while (!m_queue.empty()) {
-        const AssembledEvent event = m_queue.front();
+        const AssembledEvent event = std::move(m_queue.front());
         m_queue.pop_front();
         const BusData message(event.message());
         if (isMessage(event) && fits(message)) {
@@ -279,7 +297,8 @@ void PortBus::report(const AssembledEvent& event, BusEventKind kind, const QStri
 
 void PortBus::announce(BusEventKind kind, const QByteArray& bytes, const QString& text)
 {
-    tell({kind, m_port.clock().now(), bytes, text});
+    if (isObserved())
+        tell({kind, m_port.clock().now(), bytes, text});
 }
 
 void PortBus::tell(const BusEvent& event)

@@ -68,6 +68,7 @@ public:
     // The observer is told everything from now on; it must outlive the bus or be removed.
     void addObserver(BusObserver* observer);
     void removeObserver(BusObserver* observer);
+    bool isObserved() const { return !m_observers.empty(); }
 
     // Tells the observers something that did not travel: a decision, a line of a log.
     void note(BusEventKind kind, const QString& text);
@@ -93,7 +94,7 @@ private:
     void discardStaleInput();
     bool receiveUntil(Microseconds deadline);
     void queue(const AssembledEvents& events);
-    BusData waitFor(const ReplyTest& fits, Microseconds deadline);
+    BusData waitFor(const ReplyTest& fits, Microseconds timeout);
     BusData takeFitting(const ReplyTest& fits);
     void noteCameInstead(const AssembledEvent& event);
     QString cameInstead() const;

@@ -83,6 +83,8 @@ private:
         InTooLong, // inside a SysEx that has burst its bound
     };
 
+    bool isOneSysEx(const QByteArray& bytes) const;
+    void takeOneSysEx(const QByteArray& bytes, Microseconds time);
     void dropWhenIdle(Microseconds now);
     void giveUp(DropReason reason);
     void take(quint8 byte, Microseconds time);

@@ -32,6 +32,7 @@ SendReport UpdateSender::sendAll()
             break;
         advance(index);
     }
+    estimate();
     return m_report;
 }
 
@@ -98,6 +99,8 @@ UpdateSender::Verdict UpdateSender::settle(Verdict verdict)
 // Says what became of an attempt, and ends the run when nothing is left to try.
 void UpdateSender::decide(int index, int attempt, Verdict verdict)
 {
+    if (verdict == Verdict::Good && !m_bus.isObserved())
+        return;
     const bool mayRetry = verdict == Verdict::Bad || verdict == Verdict::Silent;
     QString text = textOf(index, verdict);
     if (mayRetry && attempt < m_options.maxRetries) {
@@ -171,15 +174,22 @@ void UpdateSender::advance(int index)
     UpdateProgress& progress = m_report.progress;
     progress.message = index + 1;
     progress.bytes += m_image.messages.at(index).bytes.size();
+    if (!m_options.progress)
+        return;
+    estimate();
+    m_options.progress(progress);
+}
+
+void UpdateSender::estimate()
+{
+    UpdateProgress& progress = m_report.progress;
     const Microseconds elapsed = m_bus.port().clock().now() - m_start;
-    if (elapsed > 0) {
-        progress.bytesPerSecond =
-            static_cast<double>(progress.bytes) * 1e6 / static_cast<double>(elapsed);
-        progress.remainingMicroseconds =
-            elapsed * (progress.totalBytes - progress.bytes) / progress.bytes;
-    }
-    if (m_options.progress)
-        m_options.progress(progress);
+    if (elapsed <= 0 || progress.bytes == 0)
+        return;
+    progress.bytesPerSecond =
+        static_cast<double>(progress.bytes) * 1e6 / static_cast<double>(elapsed);
+    progress.remainingMicroseconds =
+        elapsed * (progress.totalBytes - progress.bytes) / progress.bytes;
 }
 
 } // namespace hx

@@ -63,6 +63,7 @@ private:
     void end(Verdict verdict, int index, const QString& reason);
     bool interrupted() const;
     void advance(int index);
+    void estimate();
 
     PortBus& m_bus;
     const UpdateImage& m_image;
