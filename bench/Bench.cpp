@@ -55,6 +55,7 @@ int main(int argc, char** argv)
     hxbench::addComparison();
     hxbench::addFields();
     hxbench::addPlainOperations();
+    hxbench::addUpdateLoop();
     benchmark::RunSpecifiedBenchmarks();
     return 0;
 }

@@ -49,6 +49,7 @@ void addCutting();
 void addComparison();
 void addFields();
 void addPlainOperations();
+void addUpdateLoop();
 
 } // namespace hxbench
 

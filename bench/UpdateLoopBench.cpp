@@ -1,0 +1,96 @@
+#include "bench/Bench.h"
+#include "host/ImageBuilder.h"
+#include "host/ImageFile.h"
+#include "host/PluginLoader.h"
+#include "host/UpdateImage.h"
+#include "host/UpdatePlan.h"
+#include "host/UpdateSender.h"
+
+#include <QTemporaryFile>
+
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+
+namespace hxbench {
+
+namespace {
+
+/** A product at an in-process port that acknowledges whatever it is sent, at once. */
+class AcknowledgingPort final : public hx::MidiPort {
+public:
+    QString name() const override { return QStringLiteral("acknowledging"); }
+    hx::Clock& clock() override { return m_clock; }
+
+    bool send(const QByteArray&) override
+    {
+        m_isWaiting = true;
+        return true;
+    }
+
+    hx::MidiChunk receive(hx::Microseconds) override
+    {
+        if (!m_isWaiting)
+            return {};
+        m_isWaiting = false;
+        return {m_acknowledgement, m_clock.now()};
+    }
+
+private:
+    hx::SteadyClock m_clock;
+    QByteArray m_acknowledgement = QByteArray::fromHex("F0006B2D3041430C00F7");
+    bool m_isWaiting = false;
+};
+
+hx::UpdateImage imageOf(const QByteArray& code)
+{
+    QTemporaryFile file;
+    file.open();
+    file.write(hx::buildImage(code, CodeType::Fwu, QStringLiteral("1.0.2.4")).fileContent());
+    file.close();
+    return hx::loadUpdateImage(file.fileName());
+}
+
+/** The update loop over one image; each iteration of the bar is one message. */
+class UpdateLoop {
+public:
+    UpdateLoop()
+        : m_plugin(hx::loadPlugin(QStringLiteral(HXBENCH_PLUGIN))),
+          m_image(imageOf(mixedBytes(256 * 1024)))
+    {
+    }
+
+    int messages() const { return m_image.messages.size(); }
+
+    void run()
+    {
+        hx::PortBus bus(m_port);
+        const hx::UpdatePlan plan = hx::planUpdate(m_plugin.plugin->device(), m_image);
+        const hx::SendReport report = hx::UpdateSender(bus, plan, m_image, {}).sendAll();
+        if (report.end != hx::SendEnd::AllGood)
+            std::abort();
+    }
+
+private:
+    hx::PluginLoadResult m_plugin;
+    hx::UpdateImage m_image;
+    AcknowledgingPort m_port;
+};
+
+} // namespace
+
+void addUpdateLoop()
+{
+    benchmark::RegisterBenchmark("update loop/message/own", [](benchmark::State& state) {
+        UpdateLoop loop;
+        const std::uint64_t before = allocationCount();
+        while (state.KeepRunningBatch(loop.messages()))
+            loop.run();
+        if (countsAllocations()) {
+            const auto allocations = static_cast<double>(allocationCount() - before);
+            state.counters["allocations"] = allocations / static_cast<double>(state.iterations());
+        }
+    });
+}
+
+} // namespace hxbench
