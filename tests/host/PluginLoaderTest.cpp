@@ -4,6 +4,7 @@
 #include "tests/support/QtPrinting.h"
 
 #include <QFileInfo>
+#include <QLibrary>
 
 #include <gtest/gtest.h>
 
@@ -17,6 +18,13 @@ const QString suffix = QStringLiteral(HX_MODULE_SUFFIX);
 QString badPlugin(const QString& name)
 {
     return QStringLiteral(HX_BAD_PLUGIN_FOLDER) + "/lib" + name + suffix;
+}
+
+// A file whose metadata is good, so that nothing but what a test changes in it keeps its code from
+// running.
+QString pluginThatMarks()
+{
+    return badPlugin("NoDeviceInterface");
 }
 
 class PluginLoaderTest : public testing::Test {
@@ -114,12 +122,38 @@ TEST_F(PluginLoaderTest, RefusesALibraryWithoutMetadata)
 
 TEST_F(PluginLoaderTest, RefusesATruncatedLibraryAtAnyLength)
 {
-    const QByteArray whole = TestFiles::contentOf(pluginFile);
-    for (int percent : {1, 10, 50, 90, 99}) {
-        const QByteArray part = whole.left(whole.size() / 100 * percent);
-        expectRefused(files.write(QString("cut%1").arg(percent) + suffix, part),
-                      PluginFault::NoMetadata);
-    }
+    const QByteArray whole = TestFiles::contentOf(pluginThatMarks());
+    const int elfHeader = 64;
+    for (int length = 4; length < whole.size(); length += length < elfHeader ? 1 : 997)
+        expectRefused(files.write("cut" + suffix, whole.left(length)), PluginFault::NoMetadata);
+    expectRefused(files.write("cut" + suffix, whole.left(whole.size() - 1)),
+                  PluginFault::NoMetadata);
+    expectRefused(files.write("cut" + suffix, whole.left(3)), PluginFault::NotALibrary);
+    EXPECT_FALSE(codeRan());
+}
+
+#ifdef Q_OS_LINUX
+TEST_F(PluginLoaderTest, RefusesALibraryOfAnotherWordSize)
+{
+    const int classAt = 4; // of the ELF header: 1 for 32 bits, 2 for 64
+    QByteArray other = TestFiles::contentOf(pluginThatMarks());
+    other[classAt] = other.at(classAt) == 1 ? 2 : 1;
+    expectRefused(files.write("other" + suffix, other), PluginFault::NoMetadata);
+    EXPECT_TRUE(error.contains("architecture")) << error.toStdString();
+    EXPECT_FALSE(codeRan());
+}
+#endif
+
+TEST_F(PluginLoaderTest, RefusesAPluginForAnotherQtVersion)
+{
+    const QByteArray metadataMark("QTMETADATA !");
+    QByteArray other = TestFiles::contentOf(pluginThatMarks());
+    const int majorAt = other.lastIndexOf(metadataMark) + metadataMark.size() + 1;
+    ASSERT_EQ(static_cast<int>(other.at(majorAt)), QT_VERSION_MAJOR);
+    other[majorAt] = static_cast<char>(QT_VERSION_MAJOR + 1);
+    expectRefused(files.write("other" + suffix, other), PluginFault::LoadFailed);
+    EXPECT_TRUE(error.contains("Qt")) << error.toStdString();
+    EXPECT_FALSE(codeRan());
 }
 
 TEST_F(PluginLoaderTest, RefusesAnotherInterfaceBeforeAnyOfItsCodeRuns)
@@ -128,6 +162,18 @@ TEST_F(PluginLoaderTest, RefusesAnotherInterfaceBeforeAnyOfItsCodeRuns)
     EXPECT_TRUE(error.contains("\"org.example.OtherInterface\"")) << error.toStdString();
     EXPECT_TRUE(error.contains("\"com.tarv.qtio.DeviceInterface.\"")) << error.toStdString();
     EXPECT_FALSE(codeRan());
+}
+
+TEST_F(PluginLoaderTest, RefusesAnotherVersionOfTheInterfaceBeforeAnyOfItsCodeRuns)
+{
+    expectRefused(badPlugin("OtherInterfaceVersion"), PluginFault::WrongInterface);
+    EXPECT_TRUE(error.contains("DeviceInterface/2.0")) << error.toStdString();
+    EXPECT_FALSE(codeRan());
+}
+
+TEST_F(PluginLoaderTest, RefusesAnotherVersionOfTheInterfaceThatTheMetadataHides)
+{
+    expectRefused(badPlugin("OtherVersionInside"), PluginFault::NoDeviceInterface);
 }
 
 TEST_F(PluginLoaderTest, RefusesTheInterfaceIdentifierWithoutAPluginNameBehindIt)
@@ -146,12 +192,26 @@ TEST_F(PluginLoaderTest, RefusesAPluginWithAnUnresolvedSymbol)
 {
     expectRefused(badPlugin("UnresolvedSymbol"), PluginFault::LoadFailed);
     EXPECT_TRUE(error.contains("definedNowhere")) << error.toStdString();
+    EXPECT_FALSE(codeRan());
 }
 
 TEST_F(PluginLoaderTest, RefusesAnObjectThatIsNoDeviceInterface)
 {
     expectRefused(badPlugin("NoDeviceInterface"), PluginFault::NoDeviceInterface);
     EXPECT_TRUE(codeRan());
+}
+
+// What the other tests rely on when they say that no code ran.
+TEST_F(PluginLoaderTest, EveryBadPluginThatCanBeLoadedMarksThatItsCodeRan)
+{
+    for (const char* name : {"BareInterface", "NoDeviceInterface", "NoKeys", "NoMetadata",
+                             "OtherInterface", "OtherInterfaceVersion", "OtherVersionInside"}) {
+        qunsetenv("HX_BAD_PLUGIN_RAN");
+        QLibrary library(badPlugin(name));
+        EXPECT_TRUE(library.load()) << name << ": " << library.errorString().toStdString();
+        EXPECT_TRUE(codeRan()) << name;
+        library.unload();
+    }
 }
 
 TEST_F(PluginLoaderTest, RefusesAnEmptyFolder)
