@@ -87,7 +87,8 @@ function(hx_install_package)
     ${PROJECT_BINARY_DIR}/HxMidiKitConfigVersion.cmake
     ${PROJECT_SOURCE_DIR}/cmake/FindRtMidi.cmake
     DESTINATION ${HX_INSTALL_CMAKEDIR})
-  file(GLOB documents CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/*.md ${PROJECT_SOURCE_DIR}/docs/*.svg)
+  file(GLOB documents CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/*.md
+    ${PROJECT_SOURCE_DIR}/docs/*.svg ${PROJECT_SOURCE_DIR}/docs/*.trace)
   install(FILES ${documents} DESTINATION ${CMAKE_INSTALL_DOCDIR})
   foreach(set IN ITEMS HxMidiKitTargets HxMidiKitPortsTargets)
     install(EXPORT ${set} DESTINATION ${HX_INSTALL_CMAKEDIR})

@@ -12,6 +12,7 @@ void addAllCommands(CommandLine& line)
     addRecoverCommand(line);
     addImageCommands(line);
     addInspectCommand(line);
+    addCheckCommand(line);
     addMonitorCommand(line);
     addTraceCommand(line);
     addSimulateCommand(line);

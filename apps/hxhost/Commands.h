@@ -6,6 +6,7 @@ namespace hx {
 class CommandLine;
 
 void addInspectCommand(CommandLine& line);
+void addCheckCommand(CommandLine& line);
 void addIdentifyCommand(CommandLine& line);
 void addInfoCommand(CommandLine& line);
 void addUpdateCommand(CommandLine& line);

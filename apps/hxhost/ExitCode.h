@@ -21,6 +21,7 @@ enum class ExitCode : int {
     FileError = 10,
     ReplayDiverged = 11,
     NotConfirmed = 12,
+    ContractBroken = 13,
     Interrupted = 130, // what a shell reports for a program that Ctrl-C has ended
 };
 

@@ -1,9 +1,13 @@
-// hxhost trace: a recorded session as a table and in numbers.
+// hxhost trace: a recorded session as a table and in numbers, or as a picture.
 #include "apps/hxhost/CommandLine.h"
 #include "apps/hxhost/Commands.h"
 #include "apps/hxhost/TraceSummary.h"
+#include "apps/hxhost/TraceSvg.h"
 
 #include "host/HexText.h"
+
+#include <QFileInfo>
+#include <QSaveFile>
 
 namespace hx {
 
@@ -76,30 +80,66 @@ void addSummary(Report& report, const TraceSummary& summary)
                    QStringLiteral(" (elapsed without waiting, in wire times)"));
 }
 
-void showTrace(CommandContext& context, const std::string& path)
+struct TraceOptions {
+    std::string file;
+    std::string svg; // empty: no picture is made
+};
+
+void addEvents(Report& report, const std::vector<TraceEvent>& events, bool areDrawn)
 {
-    const QString name = QString::fromStdString(path);
+    if (areDrawn)
+        return report.addHidden(QStringLiteral("events"), eventRows(events));
+    report.addTable(QStringLiteral("events"),
+                    {QStringLiteral("ms"), QStringLiteral("event"), QStringLiteral("name"),
+                     QStringLiteral("what")},
+                    eventRows(events), shownRows(events));
+}
+
+void drawTrace(CommandContext& context, const TraceOptions& options,
+               const std::vector<TraceEvent>& events)
+{
+    const QString path = QString::fromStdString(options.svg);
+    const QString title = QFileInfo(QString::fromStdString(options.file)).fileName();
+    const QByteArray picture = traceSvg(title, events);
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(picture) != picture.size() || !file.commit())
+        return context.fail(ExitCode::FileError,
+                            QStringLiteral("the picture \"%1\" cannot be written: %2")
+                                .arg(path, file.errorString()),
+                            QStringLiteral("a file name in a folder that may be written to"),
+                            QStringLiteral("give another name with --svg"));
+    context.report.add(QStringLiteral("picture"), path);
+}
+
+void showTrace(CommandContext& context, const TraceOptions& options)
+{
+    const QString name = QString::fromStdString(options.file);
     const TraceFile trace = readTrace(name);
     if (!trace.ok())
         return context.fail(ExitCode::FileError,
                             QStringLiteral("the trace \"%1\": %2").arg(name, trace.error),
                             QStringLiteral("a file that --trace has written"),
                             QStringLiteral("see docs/trace-format.md for what may stand there"));
-    context.report.addTable(QStringLiteral("events"),
-                            {QStringLiteral("ms"), QStringLiteral("event"), QStringLiteral("name"),
-                             QStringLiteral("what")},
-                            eventRows(trace.events), shownRows(trace.events));
+    addEvents(context.report, trace.events, !options.svg.empty());
     addSummary(context.report, summarize(trace.events));
+    if (!options.svg.empty())
+        drawTrace(context, options, trace.events);
 }
 
 } // namespace
 
 void addTraceCommand(CommandLine& line)
 {
-    auto path = std::make_shared<std::string>();
-    CLI::App* command = line.add("trace", "Shows a recorded session as a table and in numbers");
-    command->add_option("FILE", *path, "What --trace has written")->required();
-    line.setRun(command, [path](CommandContext& context) { showTrace(context, *path); });
+    auto options = std::make_shared<TraceOptions>();
+    CLI::App* command =
+        line.add("trace", "Shows a recorded session as a table and in numbers, or draws it");
+    command->add_option("FILE", options->file, "What --trace has written")->required();
+    command
+        ->add_option("--svg", options->svg,
+                     "Draw a picture instead of the table: the exchange as a sequence, and the "
+                     "throughput over the time")
+        ->type_name("FILE");
+    line.setRun(command, [options](CommandContext& context) { showTrace(context, *options); });
 }
 
 } // namespace hx

@@ -27,6 +27,8 @@ BusData ExampleBootInterface::exchange(const QString& key) const
 qint32 ExampleBootInterface::versionNumber()
 {
     const BusData reply = exchange(QStringLiteral("identify"));
+    if (reply.bytes.size() <= versionPosition + versionLength)
+        return 0; // the first digits of a version are another version
     return reply.bytes.mid(versionPosition, versionLength).toInt();
 }
 

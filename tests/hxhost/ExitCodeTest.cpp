@@ -103,7 +103,7 @@ TEST_F(ExitCodes, UsageNamesTheWordThatIsNoCommand)
     EXPECT_EQ(hxhost({"ident"}).err.toStdString(),
               "error: \"ident\" is not a command\n"
               "  expected: one of: ports, identify, info, update, verify, recover, image, inspect, "
-              "monitor, trace, simulate\n"
+              "check, monitor, trace, simulate\n"
               "  next: see 'hxhost --help'\n");
     EXPECT_EQ(hxhost({"image", "make"}).err.toStdString(), "error: \"make\" is not a command\n"
                                                            "  expected: one of: build, inspect\n"

@@ -19,10 +19,13 @@ except ImportError:
     print("SKIPPED: the JSON documents are not validated, because python3-jsonschema is missing")
     sys.exit(77)
 
-# Words, and the exit code they must lead to. IMAGE, BAD, TRACE, STATE, CODE and NEW are file names.
+# Words, and the exit code they must lead to. IMAGE, BAD, TRACE, STATE, CODE, NEW and PLUGIN are file
+# names.
 CASES = [
     (["inspect"], 0),
     (["inspect", "--plugin", "BAD"], 3),
+    (["check", "PLUGIN"], 0),
+    (["check", "BAD"], 3),
     (["identify", "--port", "simulator"], 0),
     (["identify", "--port", "simulator", "--fault", "silent"], 5),
     (["identify", "--port", "simulator", "--fault", "wrong-model"], 9),
@@ -61,6 +64,7 @@ CASES = [
     (["monitor", "--port", "simulator", "--fault", "vanish:1", "--seconds", "1"], 0),
     (["monitor", "--port", "no such port"], 4),
     (["trace", "TRACE"], 0),
+    (["trace", "TRACE", "--svg", "NEW"], 0),
     (["trace", "BAD"], 10),
     (["ports"], 0),
     (["simulate", "--backend", "nothing", "--seconds", "1"], 4),
@@ -94,6 +98,7 @@ def main():
     failures = 0
     with tempfile.TemporaryDirectory() as folder:
         names = {name: os.path.join(folder, name.lower()) for name in ("IMAGE", "BAD", "TRACE", "STATE", "CODE", "NEW")}
+        names["PLUGIN"] = plugin
         with open(names["CODE"], "wb") as file:
             file.write(bytes(i % 251 for i in range(700)))
         with open(names["BAD"], "wb") as file:
@@ -104,7 +109,7 @@ def main():
             words = case
             for name, path in names.items():
                 words = [word.replace(name, path) for word in words]
-            if case[0] not in ("image", "trace", "simulate", "dance") and "--plugin" not in case and len(case) > 1:
+            if case[0] not in ("check", "image", "trace", "simulate", "dance") and "--plugin" not in case and len(case) > 1:
                 words = [*words, "--plugin", plugin]
             found = complaint(hxhost, validator, words, expected)
             if found:

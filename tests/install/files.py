@@ -40,6 +40,7 @@ PLACES = [
 DOCUMENTS = {
     "docs/*.md": "share/doc/HxMidiKit/{name}",
     "docs/*.svg": "share/doc/HxMidiKit/{name}",
+    "docs/*.trace": "share/doc/HxMidiKit/{name}",
     "docs/man/*.1": "share/man/man1/{name}",
     "completions/*.bash": "share/bash-completion/completions/{stem}",
     "completions/_*": "share/zsh/site-functions/{name}",
