@@ -3,6 +3,7 @@
 #include "ports/StatefulSimulatedPort.h"
 #include "tests/support/ScriptedPort.h"
 
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -179,6 +180,13 @@ TEST_F(StatefulPort, FileThatIsNoStateFileIsRefusedAndKept)
     EXPECT_FALSE(openError.isEmpty());
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_EQ(file.readAll(), "my diary");
+}
+
+TEST_F(StatefulPort, StateThatCannotBeReadIsRefused)
+{
+    QDir().mkpath(inFolder("folder"));
+    EXPECT_EQ(open(inFolder("folder")), nullptr);
+    EXPECT_FALSE(openError.isEmpty());
 }
 
 TEST_F(StatefulPort, StateThatCannotBeWrittenIsReported)
