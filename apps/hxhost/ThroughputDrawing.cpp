@@ -59,8 +59,8 @@ private:
 
 int Chart::xOf(Microseconds time) const
 {
-    const double part = double(time - m_throughput.start) /
-                        double(m_throughput.end() - m_throughput.start);
+    const double part =
+        double(time - m_throughput.start) / double(m_throughput.end() - m_throughput.start);
     return left + int(std::lround(part * (right - left)));
 }
 

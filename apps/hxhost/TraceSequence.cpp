@@ -12,8 +12,8 @@ namespace {
 
 using Kind = SequenceRow::Kind;
 
-constexpr int keptBefore = 2;   // of exchanges that are all alike
-constexpr int keptAfter = 1;    // of them
+constexpr int keptBefore = 2;    // of exchanges that are all alike
+constexpr int keptAfter = 1;     // of them
 constexpr int fewestOmitted = 3; // fewer are drawn
 constexpr int shownBytes = 8;
 

@@ -64,7 +64,8 @@ void spread(const Transmission& sent, Throughput* result)
     const double seconds = double(width) / microsecondsPerSecond;
     const Microseconds last = std::max(sent.to, sent.from + 1);
     for (Microseconds from = sent.from; from < last;) {
-        const size_t bin = std::min(size_t((from - result->start) / width), result->sent.size() - 1);
+        const size_t bin =
+            std::min(size_t((from - result->start) / width), result->sent.size() - 1);
         const Microseconds binEnd = result->start + Microseconds(bin + 1) * width;
         const Microseconds to = bin + 1 == result->sent.size() ? last : std::min(last, binEnd);
         const double rate = sent.bytes * double(to - from) / double(last - sent.from) / seconds;
@@ -88,7 +89,8 @@ Throughput throughputOf(const std::vector<TraceEvent>& events)
     if (all.empty())
         return result;
     result.start = all.front().from;
-    const Microseconds duration = std::max<Microseconds>(1, events.back().event.time - result.start);
+    const Microseconds duration =
+        std::max<Microseconds>(1, events.back().event.time - result.start);
     result.binWidth = roundWidth((duration + mostBins - 1) / mostBins);
     const auto bins = size_t((duration + result.binWidth - 1) / result.binWidth);
     result.sent.resize(bins);

@@ -10,8 +10,8 @@ namespace hx {
 struct Throughput {
     Microseconds start = 0; // of the first bin
     Microseconds binWidth = 0;
-    std::vector<double> sent;          // bytes a second in each bin, all of them
-    std::vector<double> again;         // the part of it that went out once more
+    std::vector<double> sent;         // bytes a second in each bin, all of them
+    std::vector<double> again;        // the part of it that went out once more
     std::vector<Microseconds> faults; // moments of timeouts, refusals and losses
 
     double highest() const;

@@ -30,14 +30,33 @@ protected:
 
 class BrokenRule : public CheckCommand, public testing::WithParamInterface<const char*> {};
 
-const char* const breakable[] = {
-    "names.present",      "names.constant",      "identifier.form",     "identifier.served",
-    "maps.inverse",       "maps.served",         "defaults",            "lasterror",
-    "dictionary.keys",    "dictionary.missing",  "dictionary.views",    "dictionary.compact",
-    "dictionary.commands", "dictionary.patterns", "dictionary.pairs",   "dictionary.timeouts",
-    "update.described",   "update.answers",      "update.short",        "update.unknown",
-    "refusal",            "replies.none",        "replies.short",       "version",
-    "serial-number",      "code-check",          "commands"};
+const char* const breakable[] = {"names.present",
+                                 "names.constant",
+                                 "identifier.form",
+                                 "identifier.served",
+                                 "maps.inverse",
+                                 "maps.served",
+                                 "defaults",
+                                 "lasterror",
+                                 "dictionary.keys",
+                                 "dictionary.missing",
+                                 "dictionary.views",
+                                 "dictionary.compact",
+                                 "dictionary.commands",
+                                 "dictionary.patterns",
+                                 "dictionary.pairs",
+                                 "dictionary.timeouts",
+                                 "update.described",
+                                 "update.answers",
+                                 "update.short",
+                                 "update.unknown",
+                                 "refusal",
+                                 "replies.none",
+                                 "replies.short",
+                                 "version",
+                                 "serial-number",
+                                 "code-check",
+                                 "commands"};
 
 } // namespace
 
@@ -53,7 +72,8 @@ TEST_F(CheckCommand, OurPluginKeepsEveryRuleButForItsQuirks)
 
 TEST_F(CheckCommand, DefaultIsThePluginOfThisProgram)
 {
-    const QJsonObject plugin = json({"check"}).value("result").toObject().value("plugin").toObject();
+    const QJsonObject plugin =
+        json({"check"}).value("result").toObject().value("plugin").toObject();
     EXPECT_EQ(plugin.value("className").toString(), "ValdrinBootInterface");
 }
 
@@ -61,16 +81,15 @@ TEST_F(CheckCommand, SoundPluginKeepsEveryRule)
 {
     const QJsonObject document = json({"check", contractPlugin("BreaksOne")});
     EXPECT_EQ(document.value("exitCode").toInt(), 0);
-    const QJsonObject summary =
-        document.value("result").toObject().value("summary").toObject();
+    const QJsonObject summary = document.value("result").toObject().value("summary").toObject();
     EXPECT_EQ(summary.value("passed").toInt(), 33);
     EXPECT_EQ(rulesIn("passed", document).size(), 33);
 }
 
 TEST_P(BrokenRule, FailsAndNoOther)
 {
-    const ProgramResult ended = hxhost({"check", contractPlugin("BreaksOne"), "--json"},
-                                       {{"HX_BREAKS", GetParam()}});
+    const ProgramResult ended =
+        hxhost({"check", contractPlugin("BreaksOne"), "--json"}, {{"HX_BREAKS", GetParam()}});
     EXPECT_EQ(ended.exitCode, 13) << ended.err.toStdString();
     const QJsonObject document = QJsonDocument::fromJson(ended.out).object();
     EXPECT_EQ(rulesIn("failed", document), QStringList(GetParam())) << ended.out.toStdString();
@@ -106,8 +125,9 @@ TEST_F(CheckCommand, ErrorNamesTheRulesAndWhatToRead)
               "error: the plugin breaks 1 of 33 rules: maps.inverse\n"
               "  expected: a plugin that keeps all rules\n"
               "  next: see docs/writing-a-plugin.md for what hosts rely on\n");
-    EXPECT_TRUE(ended.out.contains("  failed  maps.inverse         0x110022 is named \"SoundBoot\", "
-                                   "but that name does not lead back to it\n"))
+    EXPECT_TRUE(
+        ended.out.contains("  failed  maps.inverse         0x110022 is named \"SoundBoot\", "
+                           "but that name does not lead back to it\n"))
         << ended.out.toStdString();
 }
 
@@ -116,8 +136,7 @@ TEST_F(CheckCommand, ImageGivenMustBeOneThatThePluginKnows)
     EXPECT_EQ(json({"check", HX_PLUGIN_FILE, "--image", image()}).value("exitCode").toInt(), 0);
     const QString other = write("other.syx", QByteArray("\xF0\x7D\x01\x02\x03\x04\x05\xF7", 8));
     const QJsonObject document = json({"check", HX_PLUGIN_FILE, "--image", other});
-    EXPECT_EQ(rulesIn("failed", document),
-              (QStringList{"update.described", "update.answers"}));
+    EXPECT_EQ(rulesIn("failed", document), (QStringList{"update.described", "update.answers"}));
     EXPECT_EQ(hxhost({"check", HX_PLUGIN_FILE, "--image", path("none")}).exitCode, 6);
 }
 

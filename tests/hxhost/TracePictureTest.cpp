@@ -134,9 +134,9 @@ TEST(SequenceRows, QuoteNoWholeMessageBesideThem)
 TEST(SequenceRows, TellExchangesThatAreAllAlikeOnce)
 {
     const auto rows = hx::sequenceRows(goodExchanges(40));
-    EXPECT_EQ(kindsOf(rows), (std::vector<Kind>{Kind::Message, Kind::Reply, Kind::Message,
-                                                Kind::Reply, Kind::Omission, Kind::Message,
-                                                Kind::Reply}));
+    EXPECT_EQ(kindsOf(rows),
+              (std::vector<Kind>{Kind::Message, Kind::Reply, Kind::Message, Kind::Reply,
+                                 Kind::Omission, Kind::Message, Kind::Reply}));
     EXPECT_EQ(rows[4].text, "37 more messages, 111 bytes, each answered by x.good");
     EXPECT_EQ(eventsOf(rows), 80);
     EXPECT_EQ(hx::sequenceRows(goodExchanges(5)).size(), 10U);

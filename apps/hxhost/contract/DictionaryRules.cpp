@@ -32,8 +32,8 @@ QMap<QString, QString> textsOf(const DeviceInterface& device)
 bool hasUpdateKind(const DeviceInterface& device, const QString& tag)
 {
     const QString family = QStringLiteral("fwupdate.") + tag;
-    for (const char* key : {".response.any", ".response.good", ".response.bad", ".response.failed",
-                            ".filecheck"}) {
+    for (const char* key :
+         {".response.any", ".response.good", ".response.bad", ".response.failed", ".filecheck"}) {
         if (!device.lookup(family + QLatin1String(key)).isValid())
             return false;
     }
@@ -66,9 +66,9 @@ void judgeMissing(const RuleSubject& subject, RuleResult* result)
                                QStringLiteral("identify "), QString()}) {
         result->require(!device.lookup(key).isValid(),
                         QStringLiteral("lookup(\"%1\") gives a value").arg(key));
-        result->require(device.lookupInt(key) == 0 && device.lookupStr(key).isEmpty(),
-                        QStringLiteral("for \"%1\" lookupInt() is not 0 or lookupStr() not empty")
-                            .arg(key));
+        result->require(
+            device.lookupInt(key) == 0 && device.lookupStr(key).isEmpty(),
+            QStringLiteral("for \"%1\" lookupInt() is not 0 or lookupStr() not empty").arg(key));
     }
 }
 
@@ -81,10 +81,9 @@ void judgeViews(const RuleSubject& subject, RuleResult* result)
             continue;
         result->require(value.type() == QVariant::String || value.type() == QVariant::Int,
                         QStringLiteral("\"%1\" is neither a text nor an integer").arg(key));
-        result->require(device.lookupStr(key) == value.toString() &&
-                            device.lookupInt(key) == value.toInt(),
-                        QStringLiteral("for \"%1\" lookup(), lookupStr() and lookupInt() disagree")
-                            .arg(key));
+        result->require(
+            device.lookupStr(key) == value.toString() && device.lookupInt(key) == value.toInt(),
+            QStringLiteral("for \"%1\" lookup(), lookupStr() and lookupInt() disagree").arg(key));
     }
 }
 
@@ -129,7 +128,8 @@ void judgePatterns(const RuleSubject& subject, RuleResult* result)
     for (auto it = texts.begin(); it != texts.end(); ++it) {
         if (!isReply(it.key()) || isSysEx(sampleMessage(it.value(), QByteArray(1, '\x31'))))
             continue;
-        if (it.key() == QLatin1String("gender.response") && it.value().contains(QLatin1String("vv")))
+        if (it.key() == QLatin1String("gender.response") &&
+            it.value().contains(QLatin1String("vv")))
             result->quirks << QStringLiteral("\"gender.response\" marks value bytes by \"vv\": a "
                                              "note for people, which no message fits; hosts use "
                                              "\"gender.read.response\"");
@@ -158,10 +158,9 @@ void judgeTimeouts(const RuleSubject& subject, RuleResult* result)
     constexpr int msPerSecond = 1000;
     const DeviceInterface& device = subject.device();
     const int ms = device.lookupInt(QStringLiteral("command.timeout.ms"));
-    result->require(ms > 0 && ms <= longestMs,
-                    QStringLiteral("\"command.timeout.ms\" is %1; expected 1 to %2")
-                        .arg(ms)
-                        .arg(longestMs));
+    result->require(
+        ms > 0 && ms <= longestMs,
+        QStringLiteral("\"command.timeout.ms\" is %1; expected 1 to %2").arg(ms).arg(longestMs));
     const QVariant seconds = device.lookup(QStringLiteral("command.timeout.s"));
     result->require(!seconds.isValid() || seconds.toInt() == ms / msPerSecond,
                     QStringLiteral("\"command.timeout.s\" is %1, \"command.timeout.ms\" is %2")

@@ -76,17 +76,17 @@ void judgeServed(const RuleSubject& subject, RuleResult* result)
 {
     DeviceInterface& device = subject.device();
     QVector<unsigned> served = device.getGenderList();
-    result->require(served.contains(device.fidpid()),
-                    QStringLiteral("getGenderList() does not hold fidpid(), %1")
-                        .arg(hexWord(device.fidpid())));
+    result->require(
+        served.contains(device.fidpid()),
+        QStringLiteral("getGenderList() does not hold fidpid(), %1").arg(hexWord(device.fidpid())));
     for (const unsigned identifier : served)
-        result->require(
-            device.canSupport(identifier),
-            QStringLiteral("canSupport(%1) is false, getGenderList() holds it").arg(hexWord(identifier)));
+        result->require(device.canSupport(identifier),
+                        QStringLiteral("canSupport(%1) is false, getGenderList() holds it")
+                            .arg(hexWord(identifier)));
     for (const unsigned identifier : likelyMistakes(device.fidpid()))
-        result->require(
-            served.contains(identifier) || !device.canSupport(identifier),
-            QStringLiteral("canSupport(%1) is true, getGenderList() lacks it").arg(hexWord(identifier)));
+        result->require(served.contains(identifier) || !device.canSupport(identifier),
+                        QStringLiteral("canSupport(%1) is true, getGenderList() lacks it")
+                            .arg(hexWord(identifier)));
     std::sort(served.begin(), served.end());
     result->require(std::adjacent_find(served.begin(), served.end()) == served.end(),
                     QStringLiteral("getGenderList() holds an identifier twice"));
@@ -97,8 +97,8 @@ void judgeMaps(const RuleSubject& subject, RuleResult* result)
     const QMap<unsigned, QString> names = subject.device().getFidPidNameMap();
     const QMap<QString, unsigned> identifiers = subject.device().getNameFidPidMap();
     for (auto it = names.begin(); it != names.end(); ++it) {
-        const bool leadsBack = identifiers.contains(it.value()) &&
-                               identifiers.value(it.value()) == it.key();
+        const bool leadsBack =
+            identifiers.contains(it.value()) && identifiers.value(it.value()) == it.key();
         result->require(leadsBack, QStringLiteral("%1 is named \"%2\", but that name does not lead "
                                                   "back to it")
                                        .arg(hexWord(it.key()), it.value()));

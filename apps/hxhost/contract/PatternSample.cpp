@@ -15,7 +15,8 @@ QString firstAlternative(const QString& pattern)
     return pattern.mid(1, pattern.size() - 2).section(QLatin1Char('|'), 0, 0);
 }
 
-// The pattern as one digit for each place: of a class its first digit, of "any number of bytes" one.
+// The pattern as one digit for each place: of a class its first digit, of "any number of bytes"
+// one.
 QString oneDigitEach(QString pattern)
 {
     pattern.replace(QLatin1String("..*"), QLatin1String(".."));

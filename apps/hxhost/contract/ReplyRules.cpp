@@ -54,8 +54,8 @@ int checksumReplyBytes(DeviceInterface& device)
     return shortest;
 }
 
-// A reply that lacks bytes gives what it gives whole, or nothing. One that lacks only its F7 has all
-// that is to be read.
+// A reply that lacks bytes gives what it gives whole, or nothing. One that lacks only its F7 has
+// all that is to be read.
 void judgeShortReplies(const RuleSubject& subject, RuleResult* result)
 {
     AnsweringBus whole(subject.device());
@@ -107,9 +107,9 @@ void judgeSerialNumber(const RuleSubject& subject, RuleResult* result)
         return;
     }
     const QRegExp hex(QStringLiteral("([0-9A-F]{2})+"));
-    result->require(hex.exactMatch(number),
-                    QStringLiteral("esn() is \"%1\"; expected pairs of upper-case hex digits")
-                        .arg(number));
+    result->require(
+        hex.exactMatch(number),
+        QStringLiteral("esn() is \"%1\"; expected pairs of upper-case hex digits").arg(number));
 }
 
 // What isCodeValid() makes of the two checksums; fewer answers leave the last ones out.
@@ -135,7 +135,8 @@ void judgeCodeCheck(const RuleSubject& subject, RuleResult* result)
     }
     const bool different = codeValid(subject.device(), {"1234", "1235"}, &asked);
     const bool missing = codeValid(subject.device(), {one}, &asked);
-    result->require(!different, QStringLiteral("two different checksums are taken for intact code"));
+    result->require(!different,
+                    QStringLiteral("two different checksums are taken for intact code"));
     result->require(!subject.device().isCodeValid(CodeType::Unknown),
                     QStringLiteral("code of unknown kind is taken for intact"));
     if (!equal && missing) {
@@ -179,11 +180,12 @@ void judgeCommands(const RuleSubject& subject, RuleResult* result)
         const QString shown = hexText(exchange.command);
         result->require(isWholeMessage(exchange.command),
                         QStringLiteral("\"%1\" is sent, not a whole SysEx message").arg(shown));
-        result->require(!changesTheProduct(subject.device(), exchange.command),
-                        QStringLiteral("%1 is sent to read something; it changes the product")
-                            .arg(shown));
-        result->require(exchange.timeoutMs > 0 && exchange.timeoutMs <= longestTimeoutMs,
-                        QStringLiteral("%1 is waited for %2 ms").arg(shown).arg(exchange.timeoutMs));
+        result->require(
+            !changesTheProduct(subject.device(), exchange.command),
+            QStringLiteral("%1 is sent to read something; it changes the product").arg(shown));
+        result->require(
+            exchange.timeoutMs > 0 && exchange.timeoutMs <= longestTimeoutMs,
+            QStringLiteral("%1 is waited for %2 ms").arg(shown).arg(exchange.timeoutMs));
         result->require(!exchange.reply.isEmpty(),
                         QStringLiteral("no reply can fit \"%1\", which %2 is waited for by")
                             .arg(exchange.pattern, shown));

@@ -12,7 +12,7 @@ enum class RuleState { Passed, Quirk, Failed, Skipped };
 QString ruleStateWord(RuleState state);
 
 struct RuleResult {
-    QString rule; // its name, such as "maps.inverse"
+    QString rule;   // its name, such as "maps.inverse"
     QString demand; // what it asks of a plugin, one clause
     QStringList failures;
     QStringList quirks;

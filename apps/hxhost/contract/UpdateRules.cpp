@@ -23,8 +23,7 @@ QList<HxMidiData> madeUpImage(const DeviceInterface& device)
     const QByteArray header = messageHeader(device);
     const QString fileCheck = device.lookupStr(QStringLiteral("fwupdate.fwu.filecheck"));
     return {HxMidiData(header + fwuCommand + QByteArray("\x0A\x00\x00\x00\xF7", 5)),
-            HxMidiData(sampleMessage(fileCheck, QByteArray(1, '\0'))),
-            HxMidiData(header + '\xF7')};
+            HxMidiData(sampleMessage(fileCheck, QByteArray(1, '\0'))), HxMidiData(header + '\xF7')};
 }
 
 FwUpdateProtocol describe(const RuleSubject& subject, RuleResult* result)
@@ -123,9 +122,10 @@ void judgeUnknown(const RuleSubject& subject, RuleResult* result)
         QString(), {HxMidiData(foreign), HxMidiData(foreign), HxMidiData(foreign)});
     result->require(protocol.codeType == CodeType::Unknown,
                     QStringLiteral("messages of another maker are taken for an image"));
-    result->require(protocol.fidpid == unknownIdentifier,
-                    QStringLiteral("for messages of another maker fidpid is 0x%1; expected 0x7f007f")
-                        .arg(protocol.fidpid, 6, 16, QLatin1Char('0')));
+    result->require(
+        protocol.fidpid == unknownIdentifier,
+        QStringLiteral("for messages of another maker fidpid is 0x%1; expected 0x7f007f")
+            .arg(protocol.fidpid, 6, 16, QLatin1Char('0')));
 }
 
 void judgeRefusals(const RuleSubject& subject, RuleResult* result)
