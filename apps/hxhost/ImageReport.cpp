@@ -55,8 +55,8 @@ void addContent(Report& report, const UpdateImage& image)
     report.add(QStringLiteral("image.codeBytes"), image.code.size());
     report.add(QStringLiteral("image.wireSeconds"),
                double(image.wireMicroseconds()) / double(microsecondsPerSecond),
-               minutesText(image.wireMicroseconds()) +
-                   QStringLiteral(" minutes on a DIN MIDI wire, answers not counted"));
+               durationText(image.wireMicroseconds()) +
+                   QStringLiteral(" on a DIN MIDI wire, answers not counted"));
     if (image.ok())
         report.add(QStringLiteral("image.checksum"), hexText(image.expectedChecksum()));
 }
@@ -134,11 +134,11 @@ std::optional<LoadedImage> takeImage(CommandContext& context, const std::string&
     return loaded;
 }
 
-QString minutesText(qint64 microseconds)
+QString durationText(qint64 microseconds)
 {
     const qint64 seconds = (microseconds + microsecondsPerSecond - 1) / microsecondsPerSecond;
-    return QString::asprintf("%lld:%02lld", static_cast<long long>(seconds / 60),
-                             static_cast<long long>(seconds % 60));
+    const QString rest = QStringLiteral("%1 s").arg(seconds % 60);
+    return seconds < 60 ? rest : QStringLiteral("%1 min %2").arg(seconds / 60).arg(rest);
 }
 
 } // namespace hx

@@ -23,7 +23,7 @@ void addImage(Report& report, const LoadedImage& loaded);
 // cannot be read or the image is not good.
 std::optional<LoadedImage> takeImage(CommandContext& context, const std::string& path);
 
-// "1:02" for 62 seconds, rounded up.
-QString minutesText(qint64 microseconds);
+// "1 min 2 s" for 62 seconds; rounded up to whole seconds.
+QString durationText(qint64 microseconds);
 
 } // namespace hx

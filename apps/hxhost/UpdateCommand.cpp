@@ -53,12 +53,12 @@ void listen(CommandContext& context, PortBus& bus)
 
 QString question(const LoadedImage& loaded, const Session& session)
 {
-    return QStringLiteral("Update %1 on %2 with %3 (%4 %5, %6 messages, about %7 minutes)?\n"
+    return QStringLiteral("Update %1 on %2 with %3 (%4 %5, %6 messages, about %7)?\n"
                           "Leave the product on and connected until it is done. Type yes to start:")
         .arg(session.device().productName(), session.port().name(), loaded.path,
              codeTypeTag(loaded.image.kind), loaded.image.version,
              QString::number(loaded.image.messages.size()),
-             minutesText(loaded.image.wireMicroseconds()));
+             durationText(loaded.image.wireMicroseconds()));
 }
 
 bool confirm(CommandContext& context, const LoadedImage& loaded, const Session& session)

@@ -8,13 +8,19 @@ namespace hx {
 
 namespace {
 
+double wholeMilliseconds(Microseconds duration)
+{
+    const qint64 milliseconds = duration / microsecondsPerMillisecond;
+    return double(milliseconds);
+}
+
 QJsonArray stepRows(const std::vector<UpdateStep>& steps)
 {
     QJsonArray rows;
     for (const UpdateStep& step : steps)
         rows << QJsonObject{{"step", step.name},
                             {"good", step.good},
-                            {"ms", double(step.duration / microsecondsPerMillisecond)},
+                            {"ms", wholeMilliseconds(step.duration)},
                             {"found", step.text}};
     return rows;
 }
@@ -100,7 +106,7 @@ void reportUpdate(CommandContext& context, const UpdateResult& result)
     Report& report = context.report;
     report.add(QStringLiteral("outcome"), updateOutcomeText(result.outcome));
     addTransfer(report, result);
-    report.add(QStringLiteral("durationMs"), double(result.duration / microsecondsPerMillisecond));
+    report.add(QStringLiteral("durationMs"), wholeMilliseconds(result.duration));
     addReadings(report, result);
     report.add(QStringLiteral("product.state"), result.productState);
     report.add(QStringLiteral("product.touched"), result.touched);

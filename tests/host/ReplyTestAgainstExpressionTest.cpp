@@ -12,9 +12,10 @@ class RandomPatterns {
 public:
     QString pattern()
     {
-        static const QStringList pieces{"F0", "F7", "00", "41", "0", "F", ".", "..", ".*", "[23]",
-                                        "[F0]", "XX", "X", " ", "(", ")", "|", "*", "+", "?", "^",
-                                        "$", "\\d", "\\D", "f0", "4[23]", "{2}", "G"};
+        static const QStringList pieces{"F0", "F7",  "00",   "41",   "0",     "F",   ".",
+                                        "..", ".*",  "[23]", "[F0]", "XX",    "X",   " ",
+                                        "(",  ")",   "|",    "*",    "+",     "?",   "^",
+                                        "$",  "\\d", "\\D",  "f0",   "4[23]", "{2}", "G"};
         QString text;
         for (int count = number(0, 8); count > 0; --count)
             text += pieces.at(number(0, pieces.size() - 1));

@@ -90,7 +90,7 @@ TEST_F(ImageCommands, InspectShowsWhatTheImageHolds)
                   "image.dataMessages  9\n"
                   "image.bytes         1337\n"
                   "image.codeBytes     1000\n"
-                  "image.wireSeconds   0:01 minutes on a DIN MIDI wire, answers not counted\n"
+                  "image.wireSeconds   1 s on a DIN MIDI wire, answers not counted\n"
                   "image.checksum      " +
                   hxhost({"image", "inspect", syx, "--field", "image.checksum"}).out.toStdString() +
                   "image.good          true\n");
