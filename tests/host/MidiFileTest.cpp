@@ -180,6 +180,7 @@ TEST(MidiFile, RefusesSomethingElseThanATrack)
 TEST(MidiFile, RefusesAnEventThatIsLongerThanItsTrack)
 {
     expectRefused(header(0, 1) + track(hex("00F00701F7")), 23, "longer than its track");
+    expectRefused(header(0, 1) + track(hex("00F00301F7")) + "x", 23, "longer than its track");
 }
 
 TEST(MidiFile, RefusesANumberOfMoreThanFourBytes)

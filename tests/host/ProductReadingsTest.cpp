@@ -198,6 +198,17 @@ TEST_F(ScriptedReadings, BelievesAnotherProductThatAnswersTheSameTwice)
     EXPECT_EQ(port.sent.size(), 2u);
 }
 
+TEST_F(ScriptedReadings, DoesNotBelieveAnotherProductThatAnswersDifferentlyEachTime)
+{
+    port.answer = [this](const QByteArray&, int index) {
+        static const char* const models[] = {"42", "43", "41"};
+        port.arrive(hex("F07E000602006B2D3000") + hex(models[index]) + hex("0031303233F7"), 1000);
+    };
+    const IdentityReading identity = reader().identity(3);
+    EXPECT_EQ(identity.fidpid, 0x300041u);
+    EXPECT_EQ(port.sent.size(), 3u);
+}
+
 TEST_F(ScriptedReadings, TheSameNumbersOfAnotherMakerAreAnotherProduct)
 {
     answerWith("F07E000602000102300041 0031303233F7");

@@ -143,6 +143,21 @@ TEST(UpdateImage, FindsDamageThatTheSumsDoNotShow)
     EXPECT_TRUE(image.problems[0].text.startsWith("the file check states the CRC-32 "));
 }
 
+TEST(UpdateImage, RefusesAChecksumThatIsOneTooLargeOrTooSmall)
+{
+    for (int difference : {1, -1}) {
+        QList<HxMidiData> messages = samples::messages();
+        const int last = messages.at(3).bytes.at(17) + difference;
+        ASSERT_TRUE(last >= 0 && last <= 0x7F);
+        messages[3].bytes[17] = static_cast<char>(last);
+        messages[3] = samples::resummed(messages.at(3));
+        const UpdateImage image = parsed(messages);
+        ASSERT_EQ(image.problems.size(), 1u);
+        EXPECT_EQ(image.problems[0].message, 3);
+        EXPECT_TRUE(image.problems[0].text.startsWith("the file check states the CRC-32 "));
+    }
+}
+
 TEST(UpdateImage, RefusesAMissingMessage)
 {
     QList<HxMidiData> messages = samples::messages();
@@ -279,15 +294,17 @@ TEST(UpdateImage, RefusesAGapInTheAddresses)
 
 TEST(UpdateImage, RefusesAShortMessageInTheMiddle)
 {
-    const QList<HxMidiData> tail = samples::messages(112);
-    QList<HxMidiData> messages = samples::messages(100).mid(0, 1);
-    HxMidiData second = tail.at(0);
-    second.bytes[9] = 1;
-    second.bytes[14] = 100;
-    messages << samples::resummed(second) << tail.mid(1);
-    const UpdateImage image = parsed(messages);
-    EXPECT_EQ(image.problems[0].text,
-              "it carries 100 code bytes; every data message but the last carries 112.");
+    for (int count : {100, 111}) {
+        const QList<HxMidiData> tail = samples::messages(112);
+        QList<HxMidiData> messages = samples::messages(count).mid(0, 1);
+        HxMidiData second = tail.at(0);
+        second.bytes[9] = 1;
+        second.bytes[14] = static_cast<char>(count);
+        messages << samples::resummed(second) << tail.mid(1);
+        EXPECT_EQ(parsed(messages).problems[0].text,
+                  QString("it carries %1 code bytes; every data message but the last carries 112.")
+                      .arg(count));
+    }
 }
 
 TEST(UpdateImage, RefusesACountThatDoesNotFitTheLength)
@@ -313,11 +330,13 @@ TEST(UpdateImage, RefusesACountOfZeroOrAbove112)
 
 TEST(UpdateImage, RefusesTopBitsOfBytesThatAreNotThere)
 {
-    QList<HxMidiData> messages = buildImage("abc", CodeType::Fwu, "1024").messages;
-    messages[0].bytes[16] = 0x08; // bit 3 belongs to a fourth byte
-    messages[0] = samples::resummed(messages.at(0));
-    expectProblem(parsed(messages), 0, 16,
-                  "its last header byte has a bit for a code byte that is not there.");
+    for (int bit = 0; bit <= 3; ++bit) { // bit 3 belongs to a fourth byte
+        QList<HxMidiData> messages = buildImage("abc", CodeType::Fwu, "1024").messages;
+        messages[0].bytes[16] = static_cast<char>(1 << bit);
+        messages[0] = samples::resummed(messages.at(0));
+        expectProblem(parsed(messages), 0, 16,
+                      "its last header byte has a bit for a code byte that is not there.");
+    }
 }
 
 TEST(UpdateImage, RefusesAFileCheckThatStatesAnotherLength)

@@ -453,6 +453,17 @@ TEST(UpdateRun, RecoversAProductFromAPowerCutAtAnyMessage)
     }
 }
 
+TEST(UpdateRun, ALateAnswerIsNotTakenForTheNextMessages)
+{
+    // The second data message is answered just after its timeout, when it has gone again; the third
+    // one comes damaged.
+    ProductSession session({"delay-reply:4:2201", "bad-ack:4"});
+    const UpdateResult result = update(session);
+    expectOutcome(result, UpdateOutcome::Succeeded);
+    EXPECT_EQ(result.progress.retries, 2);
+    EXPECT_TRUE(holds(session.product(), samples::code(codeBytes)));
+}
+
 TEST(VerifyProduct, FindsAnIntactProduct)
 {
     ProductSession session;
