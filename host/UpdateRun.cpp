@@ -28,6 +28,12 @@ QString runAgain()
                           "\"hxhost recover\" says what state the product is in.");
 }
 
+QString installImage()
+{
+    return QStringLiteral("That is not the code of the image: run \"hxhost update\" with it to "
+                          "install it.");
+}
+
 // Lets a wait on the bus end on an interrupt, as long as this lives.
 class InterruptWatch {
 public:
@@ -335,7 +341,11 @@ void Runner::describeFinished()
     concludeAssessment(assessment, m_reader);
     m_result.productCondition = assessment.condition;
     m_result.productState = assessment.state;
-    m_result.advice = m_result.succeeded() ? QString() : assessment.advice;
+    if (m_result.succeeded())
+        return;
+    // Intact code is no comfort to one who wanted that of the image.
+    m_result.advice =
+        assessment.condition == ProductCondition::CodeIntact ? installImage() : assessment.advice;
 }
 
 UpdateResult Runner::conclude()

@@ -61,13 +61,23 @@ void addContent(Report& report, const UpdateImage& image)
         report.add(QStringLiteral("image.checksum"), hexText(image.expectedChecksum()));
 }
 
+// Empty when the file can be read. A pipe is refused too: it could be read only once.
+QString whyUnreadable(const QString& path)
+{
+    const QFileInfo info(path);
+    if (info.isDir())
+        return QStringLiteral("it is a folder");
+    if (info.exists() && !info.isFile())
+        return QStringLiteral("it is no regular file");
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? QString() : file.errorString();
+}
+
 bool requireReadable(CommandContext& context, const QString& path)
 {
-    QFile file(path);
-    if (QFileInfo(path).isFile() && file.open(QIODevice::ReadOnly))
+    const QString why = whyUnreadable(path);
+    if (why.isEmpty())
         return true;
-    const QString why =
-        QFileInfo(path).isDir() ? QStringLiteral("it is a folder") : file.errorString();
     context.fail(ExitCode::FileError,
                  QStringLiteral("the image \"%1\" cannot be read: %2").arg(path, why),
                  QStringLiteral("an update image: .syx, hex text or Standard MIDI File"),

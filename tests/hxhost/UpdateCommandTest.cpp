@@ -32,6 +32,18 @@ private:
 
 } // namespace
 
+TEST_F(UpdateCommand, SaysWhyAnImageFileCannotBeRead)
+{
+    const auto whyOf = [this](const QString& name) {
+        const QJsonObject document = json({"update", name, "--port", port()});
+        EXPECT_EQ(document.value("exitName").toString(), "file-error");
+        return what(document).section("cannot be read: ", 1);
+    };
+    EXPECT_EQ(whyOf(path("missing.syx")), "No such file or directory");
+    EXPECT_EQ(whyOf(path(".")), "it is a folder");
+    EXPECT_EQ(whyOf("/dev/null"), "it is no regular file");
+}
+
 TEST_F(UpdateCommand, SucceedsWhenChecksumsAgreeAndTheProductAnswersAgain)
 {
     const QJsonObject document = update();
