@@ -5,6 +5,13 @@
 
 namespace hx {
 
+namespace {
+
+// More than the text of the largest memory, which has 16 MiB.
+constexpr qint64 maxStateFileBytes = 64 * 1024 * 1024;
+
+} // namespace
+
 bool restoreProduct(SimulatedProduct& product, const QString& path, QString* error)
 {
     QFile file(path);
@@ -14,7 +21,13 @@ bool restoreProduct(SimulatedProduct& product, const QString& path, QString* err
         *error = file.errorString();
         return false;
     }
-    return product.restore(file.readAll(), error);
+    const QByteArray state = file.read(maxStateFileBytes + 1);
+    if (state.size() > maxStateFileBytes) {
+        *error = QStringLiteral("it is larger than %1 bytes, which no memory of a product is")
+                     .arg(maxStateFileBytes);
+        return false;
+    }
+    return product.restore(state, error);
 }
 
 bool saveProduct(const SimulatedProduct& product, const QString& path, QString* error)

@@ -1,0 +1,66 @@
+#include "ports/StatefulSimulatedPort.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace hx {
+
+namespace {
+
+class StateFile : public ::testing::Test {
+protected:
+    QString path() const { return m_folder.filePath(QStringLiteral("product.state")); }
+
+    void write(const QByteArray& content) const
+    {
+        QFile file(path());
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        ASSERT_EQ(file.write(content), content.size());
+    }
+
+private:
+    QTemporaryDir m_folder;
+};
+
+} // namespace
+
+TEST_F(StateFile, AFileThatIsNotThereGivesTheProductAsItLeftTheFactory)
+{
+    SimulatedProduct product;
+    QString error;
+    EXPECT_TRUE(restoreProduct(product, path(), &error));
+    EXPECT_EQ(product.codeBytes(), SimulatedProduct().codeBytes());
+}
+
+TEST_F(StateFile, WhatIsSavedIsRestored)
+{
+    SimulatedProduct changed;
+    changed.damageCode(0);
+    QString error;
+    ASSERT_TRUE(saveProduct(changed, path(), &error)) << error.toStdString();
+    SimulatedProduct product;
+    ASSERT_TRUE(restoreProduct(product, path(), &error)) << error.toStdString();
+    EXPECT_EQ(product.codeBytes(), changed.codeBytes());
+}
+
+TEST_F(StateFile, ADamagedFileIsRefusedAndLeavesTheProductAlone)
+{
+    write("no state\n");
+    SimulatedProduct product;
+    QString error;
+    EXPECT_FALSE(restoreProduct(product, path(), &error));
+    EXPECT_FALSE(error.isEmpty());
+    EXPECT_EQ(product.codeBytes(), SimulatedProduct().codeBytes());
+}
+
+TEST_F(StateFile, AFileWithoutEndIsRefusedAndNotTakenIntoMemory)
+{
+    SimulatedProduct product;
+    QString error;
+    EXPECT_FALSE(restoreProduct(product, QStringLiteral("/dev/zero"), &error));
+    EXPECT_EQ(error, "it is larger than 67108864 bytes, which no memory of a product is");
+}
+
+} // namespace hx
