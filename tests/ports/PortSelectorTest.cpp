@@ -49,6 +49,17 @@ TEST(PortSelector, TakesAWholeNameAPartOfOneOrANameWithItsBackend)
     EXPECT_EQ(chosen("Port 2"), "alsa|USB MIDI:Port 2 24:1|USB MIDI:Port 2 24:1");
 }
 
+TEST(PortSelector, AWholeNameIsTakenThoughItIsAPartOfAnother)
+{
+    const QStringList ports = {"Boot loader 2", "Boot loader", "Boot loader-01:in"};
+    for (const QString& wanted : {ports[0], ports[1], ports[2], QString("core:Boot loader")}) {
+        const PortSelection selection = selectPort({backend("core", ports, ports)}, wanted, wanted);
+        ASSERT_TRUE(selection.address.has_value()) << selection.what.toStdString();
+        EXPECT_TRUE(wanted.endsWith(selection.address->output)) << wanted.toStdString();
+        EXPECT_EQ(selection.address->output, selection.address->input);
+    }
+}
+
 TEST(PortSelector, TwoThatFitAreAnErrorThatListsBoth)
 {
     const PortSelection selection = selectPort(studio(), "USB MIDI", QString());

@@ -92,6 +92,14 @@ TEST_F(Replay, FirstDifferentMessageEndsItAndIsShown)
     EXPECT_EQ(divergences.size(), 1u);
 }
 
+TEST_F(Replay, OneOtherByteDivergesToo)
+{
+    ReplayPort port = replay("0.000000 sent F0 7E 00 06 01 F7\n");
+    EXPECT_FALSE(port.send(identify));
+    ASSERT_EQ(divergences.size(), 1u);
+    EXPECT_EQ(divergences[0].firstDifference(), 2);
+}
+
 TEST_F(Replay, ShorterAndMissingMessagesDivergeToo)
 {
     ReplayPort shorter = replay("0.000000 sent F0 7E\n");

@@ -78,6 +78,13 @@ TEST_F(UpdateRefusal, SkippedMessageFailsTheUpdate)
     EXPECT_FALSE(product.isCodeValid());
 }
 
+TEST_F(UpdateRefusal, SkippedNumberFailsTheUpdateThoughItsAddressFollows)
+{
+    sendAll({image.at(0)});
+    EXPECT_EQ(send(dataMessage(2, 112, code.mid(112, 112))), failed);
+    EXPECT_FALSE(product.isUpdating());
+}
+
 TEST_F(UpdateRefusal, AddressThatDoesNotFollowFailsTheUpdate)
 {
     sendAll({image.at(0)});
@@ -95,8 +102,10 @@ TEST_F(UpdateRefusal, HugeAddressFailsTheUpdate)
 
 TEST_F(UpdateRefusal, FirstMessageElsewhereThanAtZeroFailsAndErasesNothing)
 {
-    EXPECT_EQ(send(dataMessage(0, 112, code.left(112))), failed);
-    EXPECT_TRUE(product.isCodeValid());
+    for (const quint64 address : {1u, 112u}) {
+        EXPECT_EQ(send(dataMessage(0, address, code.left(112))), failed);
+        EXPECT_TRUE(product.isCodeValid());
+    }
 }
 
 TEST_F(UpdateRefusal, OtherKindInTheMiddleFailsTheUpdate)
