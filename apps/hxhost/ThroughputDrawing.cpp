@@ -73,7 +73,9 @@ void Chart::drawRates()
 {
     constexpr int mostRates = 5;
     const double step = roundStep(m_top, mostRates);
-    for (double rate = 0; rate <= m_top; rate += step) {
+    const int count = int(m_top / step);
+    for (int i = 0; i <= count; ++i) {
+        const double rate = i * step;
         m_page.line("grid", left, yOf(rate), right, yOf(rate));
         m_page.text("small", Anchor::End, left - labelGap, yOf(rate) + 4,
                     QString::number(rate, 'f', 0));
@@ -87,11 +89,13 @@ void Chart::drawTimes()
     const double start = double(m_throughput.start) / microsecondsPerSecond;
     const double step = roundStep(end - start, mostTimes);
     const int digits = std::max(0, int(-std::floor(std::log10(step))));
-    for (double count = std::ceil(start / step); count * step <= end; ++count) {
-        const int x = xOf(Microseconds(std::llround(count * step * microsecondsPerSecond)));
+    const auto last = qint64(end / step);
+    for (auto count = qint64(std::ceil(start / step)); count <= last; ++count) {
+        const double time = double(count) * step;
+        const int x = xOf(Microseconds(std::llround(time * microsecondsPerSecond)));
         m_page.line("axis", x, m_bottom, x, m_bottom + labelGap - 1);
         m_page.text("small", Anchor::Middle, x, m_bottom + below,
-                    QString::number(count * step, 'f', digits) + QStringLiteral(" s"));
+                    QString::number(time, 'f', digits) + QStringLiteral(" s"));
     }
 }
 

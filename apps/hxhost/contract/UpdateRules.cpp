@@ -30,7 +30,7 @@ FwUpdateProtocol describe(const RuleSubject& subject, RuleResult* result)
 {
     DeviceInterface& device = subject.device();
     const QList<HxMidiData> image = subject.image.isEmpty() ? madeUpImage(device) : subject.image;
-    const FwUpdateProtocol protocol = device.getUpdateProtocol(QStringLiteral("check"), image);
+    FwUpdateProtocol protocol = device.getUpdateProtocol(QStringLiteral("check"), image);
     if (protocol.codeType != CodeType::Unknown)
         return protocol;
     if (subject.image.isEmpty())
