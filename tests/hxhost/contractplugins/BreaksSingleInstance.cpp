@@ -10,7 +10,10 @@ class BreaksSingleInstance : public SoundPlugin {
 #define QT_MOC_EXPORT_PLUGIN(Class, name)                                                          \
     Q_EXTERN_C Q_DECL_EXPORT QObject* qt_plugin_instance()                                         \
     {                                                                                              \
-        return new Class;                                                                          \
+        static QObject owner;                                                                      \
+        auto* const another = new Class;                                                           \
+        another->setParent(&owner);                                                                \
+        return another;                                                                            \
     }                                                                                              \
     Q_EXTERN_C Q_DECL_EXPORT const char* qt_plugin_query_metadata()                                \
     {                                                                                              \
