@@ -285,6 +285,15 @@ TEST(FaultyProduct, DamagedReply)
     EXPECT_EQ(ask(product, gender), genderReply);
 }
 
+TEST(FaultyProduct, PlacesAreCountedFromTheEndToo)
+{
+    FaultyProduct product =
+        productWith("damage-reply:1:-1:80 damage-reply:2:-12:80 cut-reply:3:-1");
+    EXPECT_EQ(ask(product, gender), "F0 00 6B 2D 30 41 2F 00 30 00 41 77");
+    EXPECT_EQ(ask(product, gender), "70 00 6B 2D 30 41 2F 00 30 00 41 F7");
+    EXPECT_EQ(ask(product, gender), "F0 00 6B 2D 30 41 2F 00 30 00 41");
+}
+
 TEST(FaultyProduct, CutReply)
 {
     FaultyProduct product = productWith("cut-reply:1 cut-reply:2:3");
