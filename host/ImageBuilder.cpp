@@ -75,7 +75,9 @@ BuiltImage buildImage(const QByteArray& code, CodeType kind, const QString& vers
         return refused(QStringLiteral("The kind of code is unknown; expected \"fwu\" or \"fwd\"."));
     if (code.isEmpty() || code.size() > image::maxCodeBytes)
         return refused(QStringLiteral("The code has %1 bytes; an image carries 1 to %2.")
-                           .arg(code.size())
+                           .arg(code.isEmpty()
+                                    ? QStringLiteral("0")
+                                    : QStringLiteral("more than %1").arg(image::maxCodeBytes))
                            .arg(image::maxCodeBytes));
     if (digits.isEmpty())
         return refused(
