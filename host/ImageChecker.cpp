@@ -218,7 +218,7 @@ void ImageChecker::checkNumber(int index)
     if (number == expected)
         return;
     m_codeIsWhole = false;
-    m_nextAddress = number * image::codeBytesPerMessage;
+    m_nextAddress = qint64(number) * image::codeBytesPerMessage;
     if (number < expected)
         return problem(
             index, image::numberPosition,

@@ -169,7 +169,7 @@ BusData PortBus::waitFor(const ReplyTest& fits, Microseconds timeout)
     Microseconds now = clock.now();
     const Microseconds deadline = now + timeout;
     for (;; now = clock.now()) {
-        const BusData reply = takeFitting(fits);
+        BusData reply = takeFitting(fits);
         if (!reply.bytes.isEmpty())
             return reply;
         if (interrupted())
@@ -191,7 +191,7 @@ BusData PortBus::takeFitting(const ReplyTest& fits)
     while (!m_queue.empty()) {
         const AssembledEvent event = std::move(m_queue.front());
         m_queue.pop_front();
-        const BusData message(event.message());
+        BusData message(event.message());
         if (isMessage(event) && fits(message)) {
             report(event, BusEventKind::Received, QString());
             m_lastEnd = ExchangeEnd::Answered;
@@ -249,7 +249,7 @@ AssembledEvents PortBus::listen(Microseconds duration)
              QStringLiteral("the port %1 is gone (%2)").arg(m_port.name(), m_port.errorText));
         break;
     }
-    const AssembledEvents heard(m_queue.begin(), m_queue.end());
+    AssembledEvents heard(m_queue.begin(), m_queue.end());
     m_queue.clear();
     for (const AssembledEvent& event : heard)
         reportUnused(event, QStringLiteral("heard while listening"));

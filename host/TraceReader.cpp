@@ -6,7 +6,7 @@ namespace hx {
 
 namespace {
 
-constexpr qint64 maxTraceBytes = 256 * 1024 * 1024;
+constexpr qint64 maxTraceBytes = Q_INT64_C(256) * 1024 * 1024;
 constexpr int microsecondDigits = 6;
 constexpr int mostSecondDigits = 9;
 

@@ -3,6 +3,8 @@
 
 #include "mididata/HexDigits.h"
 
+#include <cstddef>
+
 #ifdef __SSE2__
 #include <emmintrin.h>
 #else
@@ -12,7 +14,7 @@
 namespace hx {
 
 /** How many bytes readBlock() and writeBlock() take at once, in two digits each. */
-constexpr int blockBytes = 8;
+constexpr std::ptrdiff_t blockBytes = 8;
 
 #ifdef __SSE2__
 

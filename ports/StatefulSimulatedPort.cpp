@@ -8,7 +8,7 @@ namespace hx {
 namespace {
 
 // More than the text of the largest memory, which has 16 MiB.
-constexpr qint64 maxStateFileBytes = 64 * 1024 * 1024;
+constexpr qint64 maxStateFileBytes = Q_INT64_C(64) * 1024 * 1024;
 
 } // namespace
 
