@@ -1,6 +1,7 @@
 # fish completion for hxhost
 
 set -l commands ports identify info update verify recover image inspect check monitor trace simulate
+set -l leaves ports identify info update verify recover build inspect check monitor trace simulate
 set -l product identify info update verify recover
 set -l paced identify info update verify recover simulate
 set -l faulty identify info update verify recover monitor simulate
@@ -30,12 +31,12 @@ complete -c hxhost -n __fish_use_subcommand -a simulate -d 'Put a simulated prod
 complete -c hxhost -n '__fish_seen_subcommand_from image; and not __fish_seen_subcommand_from build inspect' -f -a build -d 'Make an image'
 complete -c hxhost -n '__fish_seen_subcommand_from image; and not __fish_seen_subcommand_from build inspect' -f -a inspect -d 'Look into an image'
 
-complete -c hxhost -n "__fish_seen_subcommand_from $commands" -l json -d 'Print one JSON document'
-complete -c hxhost -n "__fish_seen_subcommand_from $commands" -l field -x -d 'Print this value alone'
-complete -c hxhost -n "__fish_seen_subcommand_from $commands" -l progress -x -a 'auto bar plain json none' -d 'How progress is shown'
-complete -c hxhost -n "__fish_seen_subcommand_from $commands" -s q -l quiet -d 'Say nothing but errors'
-complete -c hxhost -n "__fish_seen_subcommand_from $commands" -s v -l verbose -d 'Say what is decided'
-complete -c hxhost -n "__fish_seen_subcommand_from $commands" -l trace -r -d 'Write a record'
+complete -c hxhost -n "__fish_seen_subcommand_from $leaves" -l json -d 'Print one JSON document'
+complete -c hxhost -n "__fish_seen_subcommand_from $leaves" -l field -x -d 'Print this value alone'
+complete -c hxhost -n "__fish_seen_subcommand_from $leaves" -l progress -x -a 'auto bar plain json none' -d 'How progress is shown'
+complete -c hxhost -n "__fish_seen_subcommand_from $leaves" -s q -l quiet -d 'Say nothing but errors'
+complete -c hxhost -n "__fish_seen_subcommand_from $leaves" -s v -l verbose -d 'Say what is decided'
+complete -c hxhost -n "__fish_seen_subcommand_from $leaves" -l trace -r -d 'Write a record'
 
 complete -c hxhost -n "__fish_seen_subcommand_from $plugged" -l plugin -r -d 'The device plugin, or its folder'
 complete -c hxhost -n $inspect -l plugin -r -d 'The device plugin, or its folder'
