@@ -26,6 +26,22 @@ protected:
         }
         return rules;
     }
+
+    // The plugin breaks this rule and no other, and is told why.
+    static void expectBroken(const QString& rule, const char* plugin, const char* finding)
+    {
+        const QJsonObject document = json({"check", contractPlugin(plugin)});
+        EXPECT_EQ(document.value("exitCode").toInt(), 13);
+        EXPECT_EQ(rulesIn("failed", document), QStringList(rule));
+        EXPECT_EQ(rulesIn("skipped", document), QStringList());
+        const QJsonArray rows = document.value("result").toObject().value("rules").toArray();
+        for (const QJsonValue& row : rows) {
+            const QJsonObject result = row.toObject();
+            if (result.value("rule").toString() == rule) {
+                EXPECT_EQ(result.value("finding").toString().toStdString(), finding);
+            }
+        }
+    }
 };
 
 class BrokenRule : public CheckCommand, public testing::WithParamInterface<const char*> {};
@@ -100,8 +116,28 @@ INSTANTIATE_TEST_SUITE_P(Rules, BrokenRule, testing::ValuesIn(breakable));
 
 TEST_F(CheckCommand, InterfaceIdentifierOfAnotherClassBreaksARule)
 {
-    EXPECT_EQ(rulesIn("failed", json({"check", contractPlugin("BreaksInterfaceId")})),
-              QStringList("metadata.interface"));
+    expectBroken("metadata.interface", "BreaksInterfaceId",
+                 "the interface identifier is \"com.tarv.qtio.DeviceInterface.AnotherClass\", "
+                 "expected \"com.tarv.qtio.DeviceInterface.BreaksInterfaceId\"");
+}
+
+TEST_F(CheckCommand, ObjectOfAnotherClassThanTheMetadataNamesBreaksARule)
+{
+    expectBroken("metadata.class", "BreaksClassName",
+                 "the object's class is \"AnotherClass\", the metadata says \"BreaksClassName\"");
+}
+
+TEST_F(CheckCommand, KeysNamedTwiceOrWithBlanksBreakARule)
+{
+    expectBroken("metadata.keys", "BreaksKeys",
+                 "the key \"contractPlugin\" is named twice; "
+                 "the key \"contract plugin\" has blanks");
+}
+
+TEST_F(CheckCommand, CastsThatIgnoreCaseBreakARule)
+{
+    expectBroken("casts", "BreaksCasts",
+                 "the cast to \"deviceinterface\" gives something: names are case-sensitive");
 }
 
 TEST_F(CheckCommand, SecondInstanceBreaksARule)
