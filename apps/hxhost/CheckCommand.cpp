@@ -55,21 +55,26 @@ void addResults(Report& report, const std::vector<RuleResult>& results)
         report.add(QStringLiteral("summary.") + ruleStateWord(state), countOf(results, state));
 }
 
-void failOnBrokenRules(CommandContext& context, const std::vector<RuleResult>& results)
+const QString wholePlugin = QStringLiteral("a plugin that keeps all rules");
+const QString whereToRead = QStringLiteral("see docs/writing-a-plugin.md for what hosts rely on");
+
+void failOnBrokenRules(CommandContext& context, const ContractFinding& finding)
 {
     QStringList broken;
-    for (const RuleResult& result : results) {
+    for (const RuleResult& result : finding.results) {
         if (result.state() == RuleState::Failed)
             broken << result.rule;
     }
-    if (!broken.isEmpty())
-        context.fail(ExitCode::ContractBroken,
-                     QStringLiteral("the plugin breaks %1 of %2 rules: %3")
-                         .arg(broken.size())
-                         .arg(results.size())
-                         .arg(broken.join(QStringLiteral(", "))),
-                     QStringLiteral("a plugin that keeps all rules"),
-                     QStringLiteral("see docs/writing-a-plugin.md for what hosts rely on"));
+    if (broken.isEmpty())
+        return;
+    const QString crash =
+        finding.crash.isEmpty() ? QString() : QStringLiteral("; in the last one ") + finding.crash;
+    context.fail(ExitCode::ContractBroken,
+                 QStringLiteral("the plugin breaks %1 of %2 rules: %3%4")
+                     .arg(broken.size())
+                     .arg(finding.results.size())
+                     .arg(broken.join(QStringLiteral(", ")), crash),
+                 wholePlugin, whereToRead);
 }
 
 // False, with the problem in the report, when the file holds no messages that can be read.
@@ -97,17 +102,21 @@ void check(CommandContext& context, const CheckOptions& options)
     QList<HxMidiData> image;
     if (!takeMessages(context, options.image, &image))
         return;
-    const std::unique_ptr<LoadedPlugin> plugin = loadChosenPlugin(context, options.plugin);
-    if (!plugin)
-        return;
-    context.report.add(QStringLiteral("plugin.file"), plugin->filePath());
-    context.report.add(QStringLiteral("plugin.className"), plugin->className());
-    const RuleSubject subject{*plugin, image};
-    const std::vector<RuleResult> results = checkContract(subject, [&context](const char* rule) {
+    const QString place = pluginPlace(options.plugin);
+    const ContractFinding finding = checkContract(place, image, [&context](const char* rule) {
         context.console.detail(QStringLiteral("rule ") + QLatin1String(rule));
     });
-    addResults(context.report, results);
-    failOnBrokenRules(context, results);
+    if (!finding.loadError.isEmpty())
+        return failWithoutPlugin(context, finding.loadError);
+    if (finding.results.empty())
+        return context.fail(
+            ExitCode::ContractBroken,
+            QStringLiteral("the plugin at %1 cannot be loaded: %2").arg(place, finding.crash),
+            wholePlugin, whereToRead);
+    context.report.add(QStringLiteral("plugin.file"), finding.filePath);
+    context.report.add(QStringLiteral("plugin.className"), finding.className);
+    addResults(context.report, finding.results);
+    failOnBrokenRules(context, finding);
 }
 
 } // namespace

@@ -21,7 +21,8 @@ const std::vector<ExitCodeRow>& exitCodeTable()
         {ExitCode::ReplayDiverged, "replay-diverged",
          "what was sent is not what the replayed trace recorded"},
         {ExitCode::NotConfirmed, "not-confirmed", "the question was not answered with yes"},
-        {ExitCode::ContractBroken, "contract-broken", "the plugin breaks a rule of the contract"},
+        {ExitCode::ContractBroken, "contract-broken",
+         "the plugin breaks a rule of the contract, or crashes in the check"},
         {ExitCode::Interrupted, "interrupted", "stopped by Ctrl-C"},
     };
     return rows;

@@ -16,14 +16,19 @@ QString pluginPlace(const PluginOptions& options)
     return QDir(installed).exists() ? installed : built;
 }
 
+void failWithoutPlugin(CommandContext& context, const QString& loadError)
+{
+    context.fail(ExitCode::NoPlugin, loadError,
+                 QStringLiteral("a device plugin made for this host"),
+                 QStringLiteral("give its file or folder with --plugin"));
+}
+
 std::unique_ptr<LoadedPlugin> loadChosenPlugin(CommandContext& context,
                                                const PluginOptions& options)
 {
     PluginLoadResult result = loadPlugin(pluginPlace(options));
     if (!result.ok())
-        context.fail(ExitCode::NoPlugin, result.error,
-                     QStringLiteral("a device plugin made for this host"),
-                     QStringLiteral("give its file or folder with --plugin"));
+        failWithoutPlugin(context, result.error);
     return std::move(result.plugin);
 }
 

@@ -14,6 +14,9 @@ namespace hx {
 // in (../lib). Never the working directory.
 QString pluginPlace(const PluginOptions& options);
 
+// Puts this error of the plugin loader into the report.
+void failWithoutPlugin(CommandContext& context, const QString& loadError);
+
 // Loads it; null, with the problem in the report, when there is none.
 std::unique_ptr<LoadedPlugin> loadChosenPlugin(CommandContext& context,
                                                const PluginOptions& options);

@@ -5,6 +5,8 @@
 
 #include <QJsonArray>
 
+#include <gmock/gmock.h>
+
 namespace {
 
 QString contractPlugin(const char* name)
@@ -45,6 +47,15 @@ protected:
 };
 
 class BrokenRule : public CheckCommand, public testing::WithParamInterface<const char*> {};
+
+struct Misbehaving {
+    const char* wish;
+    const char* rule; // in which the check notices
+    int skipped;      // rules after it
+    const char* what; // a pattern of what is said
+};
+
+class Misbehaviour : public CheckCommand, public testing::WithParamInterface<Misbehaving> {};
 
 const char* const breakable[] = {"names.present",
                                  "names.constant",
@@ -151,6 +162,57 @@ TEST_F(CheckCommand, NoInstanceAfterDestructionBreaksARule)
 {
     EXPECT_EQ(rulesIn("failed", json({"check", contractPlugin("BreaksDestruction")})),
               QStringList("instance.again"));
+}
+
+TEST_P(Misbehaviour, IsABrokenRuleAndEndsTheCheck)
+{
+    const ProgramResult ended = hxhost({"check", contractPlugin("BreaksOne"), "--json"},
+                                       {{"HX_MISBEHAVES", GetParam().wish}});
+    EXPECT_EQ(ended.exitCode, 13) << ended.err.toStdString();
+    const QJsonObject document = QJsonDocument::fromJson(ended.out).object();
+    EXPECT_EQ(rulesIn("failed", document), QStringList(GetParam().rule));
+    EXPECT_EQ(rulesIn("skipped", document).size(), GetParam().skipped);
+    EXPECT_EQ(rulesIn("passed", document).size(), 33 - 1 - GetParam().skipped);
+    EXPECT_THAT(ended.err.toStdString(),
+                testing::HasSubstr(std::string("error: the plugin breaks 1 of 33 rules: ") +
+                                   GetParam().rule + "; in the last one it "));
+    EXPECT_THAT(ended.err.toStdString(), testing::ContainsRegex(GetParam().what));
+}
+
+// Under the address sanitizer a segmentation fault ends the program with exit code 1.
+INSTANTIATE_TEST_SUITE_P(
+    Check, Misbehaviour,
+    testing::Values(
+        Misbehaving{"segfault versionNumber", "replies.none", 6,
+                    "it (crashed .Segmentation fault|ended the program with exit code 1)"},
+        Misbehaving{"abort versionNumber", "replies.none", 6, "it crashed .Abort"},
+        Misbehaving{"throw versionNumber", "replies.none", 6, "it crashed .Abort"},
+        Misbehaving{"exit versionNumber", "replies.none", 6,
+                    "it ended the program with exit code 0"},
+        Misbehaving{"hang versionNumber", "replies.none", 6, "it did not return within 5 seconds"},
+        Misbehaving{"abort destructor", "instance.again", 0, "it crashed .Abort"},
+        Misbehaving{"abort unloading", "instance.again", 0, "it crashed .Abort"}));
+
+TEST_F(CheckCommand, RuleThatAPluginCrashedInSaysSo)
+{
+    const ProgramResult ended =
+        hxhost({"check", contractPlugin("BreaksOne")}, {{"HX_MISBEHAVES", "exit versionNumber"}});
+    EXPECT_TRUE(
+        ended.out.contains("  failed   replies.none         it ended the program with exit code 0\n"
+                           "  skipped  replies.short        replies.none was the last rule that "
+                           "could be run\n"))
+        << ended.out.toStdString();
+}
+
+TEST_F(CheckCommand, PluginThatCrashesAsItIsLoadedIsSaidTo)
+{
+    const ProgramResult ended = hxhost({"check", contractPlugin("BreaksOne"), "--json"},
+                                       {{"HX_MISBEHAVES", "abort constructor"}});
+    EXPECT_EQ(ended.exitCode, 13);
+    EXPECT_THAT(ended.err.toStdString(),
+                testing::ContainsRegex("^error: the plugin at .*BreaksOne.* cannot be loaded: it "
+                                       "crashed .Abort"));
+    EXPECT_EQ(QJsonDocument::fromJson(ended.out).object().value("exitCode").toInt(), 13);
 }
 
 TEST_F(CheckCommand, ErrorNamesTheRulesAndWhatToRead)

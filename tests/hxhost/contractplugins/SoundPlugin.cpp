@@ -1,5 +1,11 @@
 #include "tests/hxhost/contractplugins/SoundPlugin.h"
 
+#include <csignal>
+#include <cstdlib>
+#include <stdexcept>
+
+#include <unistd.h>
+
 namespace {
 
 constexpr char header[] = "F000006B1122";
@@ -32,10 +38,33 @@ QMap<QString, QVariant> soundDictionary()
     return entries;
 }
 
+// What the environment asks for, such as "segfault versionNumber".
+void misbehaveIn(const char* operation)
+{
+    const QList<QByteArray> wish = qgetenv("HX_MISBEHAVES").split(' ');
+    if (wish.last() != operation)
+        return;
+    if (wish.first() == "segfault")
+        raise(SIGSEGV);
+    else if (wish.first() == "abort")
+        std::abort();
+    else if (wish.first() == "throw")
+        throw std::runtime_error("a plugin must not");
+    else if (wish.first() == "exit")
+        std::exit(EXIT_SUCCESS);
+    for (;;)
+        usleep(1000);
+}
+
+struct Unloading {
+    ~Unloading() { misbehaveIn("unloading"); }
+} const unloading;
+
 } // namespace
 
 SoundPlugin::SoundPlugin() : m_dictionary(soundDictionary())
 {
+    misbehaveIn("constructor");
     if (breaks("dictionary.keys"))
         m_dictionary.remove("version.read.user");
     if (breaks("dictionary.keys"))
@@ -54,6 +83,11 @@ SoundPlugin::SoundPlugin() : m_dictionary(soundDictionary())
         m_dictionary.insert("command.timeout.s", 22);
     if (breaks("update.answers"))
         m_dictionary.insert("fwupdate.fwu.response.bad", "F000006B1122430C0[012]F7");
+}
+
+SoundPlugin::~SoundPlugin()
+{
+    misbehaveIn("destructor");
 }
 
 QString SoundPlugin::productName() const
@@ -124,6 +158,7 @@ BusData SoundPlugin::ask(const char* key) const
 
 qint32 SoundPlugin::versionNumber()
 {
+    misbehaveIn("versionNumber");
     constexpr int versionPosition = 11;
     const QByteArray reply = ask("identify").bytes;
     if (breaks("replies.none") && reply.isEmpty())

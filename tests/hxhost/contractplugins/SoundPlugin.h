@@ -12,6 +12,7 @@ class SoundPlugin : public QObject, public DeviceInterface {
 
 public:
     SoundPlugin();
+    ~SoundPlugin() override;
 
     QString classVersion() override { return QStringLiteral("1.0"); }
     QString nickName() override { return QStringLiteral("MySound"); }
