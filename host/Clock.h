@@ -9,6 +9,7 @@ namespace hx {
 using Microseconds = qint64;
 
 constexpr Microseconds microsecondsPerMillisecond = 1000;
+constexpr Microseconds microsecondsPerSecond = 1000000;
 
 class Clock {
 public:

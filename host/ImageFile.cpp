@@ -1,6 +1,7 @@
 #include "host/ImageFile.h"
 
 #include "host/ImageFileReaders.h"
+#include "host/StatusByte.h"
 
 #include <QFile>
 
@@ -16,8 +17,6 @@ ImageFile refused(qint64 offset, const QString& text, const QString& advice)
     file.problems.push_back({-1, offset, text, advice});
     return file;
 }
-
-constexpr char sysExStart = '\xF0';
 
 bool hasStatusByte(const QByteArray& content)
 {
@@ -71,7 +70,7 @@ ImageFile parseImageFile(const QByteArray& content)
                        QStringLiteral("Get the update image again from where it came from."));
     else if (isMidiFile(content))
         file = readMidiFile(content);
-    else if (content.startsWith(sysExStart))
+    else if (content.startsWith(static_cast<char>(sysExStart)))
         file = readRawSysEx(content);
     else if (firstByteThatIsNoHexText(content) < 0)
         file = readHexText(content);

@@ -1,5 +1,7 @@
 #include "host/MessageNames.h"
 
+#include "host/RefusalForm.h"
+
 namespace hx {
 
 namespace {
@@ -8,7 +10,6 @@ const char fwuKeys[] = "fwupdate.fwu.";
 const char fwdKeys[] = "fwupdate.fwd.";
 constexpr char fwdCommand = 0x42;
 constexpr int commandPosition = 6;
-constexpr int refusalBytes = 9;
 
 // "gender" and "gender.response" are left out: they are "gender.read" once more, and the second
 // is a note for people that no message fits.
@@ -63,7 +64,8 @@ QRegExp wholeMessage(QString text)
 
 bool isRefusal(const QByteArray& message)
 {
-    return message.size() == refusalBytes && message.at(0) == '\xF0' && message.at(7) == 0x46;
+    return message.size() == refusalBytes && message.at(0) == '\xF0' &&
+           message.at(refusalMarkPosition) == refusalMark;
 }
 
 } // namespace

@@ -1,12 +1,12 @@
 #include "host/ProductReadings.h"
 
 #include "host/HexText.h"
+#include "host/RefusalForm.h"
 
 namespace hx {
 
 namespace {
 
-constexpr int refusalBytes = 9;
 constexpr int commandBytes = 7;  // F0 up to the command byte, which a refusal repeats
 constexpr int valuePosition = 7; // of the first value byte in a reply
 constexpr int checksumGroups = 4;

@@ -1,16 +1,12 @@
 #include "host/SysExAssembler.h"
 
+#include "host/StatusByte.h"
+
 #include <algorithm>
 
 namespace hx {
 
 namespace {
-
-constexpr quint8 sysExStart = 0xF0;
-constexpr quint8 sysExEnd = 0xF7;
-constexpr quint8 firstSystem = 0xF0;
-constexpr quint8 firstRealTime = 0xF8;
-constexpr quint8 firstStatus = 0x80;
 
 // Data bytes after a channel status: program change and channel pressure have one, others two.
 int channelDataBytes(quint8 status)

@@ -1,12 +1,10 @@
 #include "host/SysExCutter.h"
 
+#include "host/StatusByte.h"
+
 namespace hx {
 
 namespace {
-
-constexpr quint8 sysExStart = 0xF0;
-constexpr quint8 sysExEnd = 0xF7;
-constexpr quint8 firstStatus = 0x80;
 
 QString hexByte(quint8 byte)
 {

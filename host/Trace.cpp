@@ -11,7 +11,6 @@ namespace {
 
 constexpr int secondsWidth = 6;
 constexpr int wordWidth = 11;
-constexpr qint64 microsecondsPerSecond = 1000000;
 
 constexpr std::array<std::pair<BusEventKind, const char*>, 11> words = {{
     {BusEventKind::Sent, "sent"},

@@ -4,12 +4,6 @@
 
 namespace hx {
 
-namespace {
-
-constexpr qint64 microsecondsPerSecond = 1000000;
-
-} // namespace
-
 Microseconds Pace::wireTime(int bytes) const
 {
     return bytesPerSecond > 0 ? bytes * microsecondsPerSecond / bytesPerSecond : 0;

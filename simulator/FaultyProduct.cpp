@@ -1,5 +1,7 @@
 #include "simulator/FaultyProduct.h"
 
+#include "simulator/MessageForm.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -7,11 +9,8 @@ namespace hx {
 
 namespace {
 
-constexpr int modelAt = 5;
-constexpr int commandAt = 6;
 constexpr quint8 otherModel = 0x42;
 const QByteArray noiseBytes = QByteArray::fromHex("F8FE"); // clock, active sensing
-const QByteArray identityHead = QByteArray::fromHex("F07E");
 
 // The place in `bytes` that a fault names; -1 is the last byte. May lie outside.
 int placeIn(const QByteArray& bytes, const Fault& fault)
@@ -91,9 +90,9 @@ void changeReply(const Fault& fault, SimulatedReply* reply)
     }
 }
 
-QByteArray shortForm(const QByteArray& message, int headSize, const QByteArray& rest)
+QByteArray shortForm(const QByteArray& message, int kept, const QByteArray& rest)
 {
-    return message.left(headSize) + rest + '\xF7';
+    return message.left(kept) + rest + sysExEnd;
 }
 
 QByteArray ackWith(const QByteArray& message, char status)
@@ -168,9 +167,9 @@ QByteArray FaultyProduct::heardOf(const QByteArray& message) const
 // refused.
 QByteArray FaultyProduct::falseAnswer(const QByteArray& message, bool isUpdate) const
 {
-    const bool hasCommand = message.size() > commandAt + 1 && !message.startsWith(identityHead);
+    const bool hasCommand = message.size() > commandAt + 1 && !message.startsWith(universalHead);
     if (hasCommand && find(FaultKind::Refuse, m_messages) != nullptr)
-        return shortForm(message, commandAt + 1, QByteArray(1, '\x46'));
+        return shortForm(message, commandAt + 1, QByteArray(1, refused));
     if (isUpdate && find(FaultKind::BadAck, m_updateMessages) != nullptr)
         return ackWith(message, 1);
     if (isUpdate && find(FaultKind::FailedAck, m_updateMessages) != nullptr)
@@ -197,7 +196,7 @@ FaultyProduct::Replies FaultyProduct::answerAsOtherModel(QByteArray heard)
 {
     const quint8 model = m_product.settings().model;
     if (heard.size() > modelAt && heard.at(modelAt) == static_cast<char>(model) &&
-        !heard.startsWith(identityHead))
+        !heard.startsWith(universalHead))
         heard[modelAt] = static_cast<char>(otherModel);
     m_product.setModel(otherModel);
     const Replies replies = m_product.receive(heard);

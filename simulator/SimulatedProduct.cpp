@@ -1,6 +1,7 @@
 #include "simulator/SimulatedProduct.h"
 
 #include "simulator/Crc32.h"
+#include "simulator/MessageForm.h"
 #include "simulator/StateFile.h"
 #include "simulator/WireFormat.h"
 
@@ -11,21 +12,15 @@ namespace hx {
 namespace {
 
 const QByteArray manufacturer = QByteArray::fromHex("006B2D");
-const QByteArray identityHead = QByteArray::fromHex("F07E");
 const QByteArray identityRequestTail = QByteArray::fromHex("0601F7");
 constexpr quint8 allDevices = 0x7F;
 
-constexpr int headSize = 6; // F0, manufacturer, family, model
-constexpr int commandAt = 6;
-constexpr char sysExStart = '\xF0';
-constexpr char sysExEnd = '\xF7';
-constexpr char refused = 0x46;
 constexpr quint8 erased = 0xFF;
 
 constexpr int factoryCodeSize = 256;
 constexpr int serialAt = 0; // in the identity block
-constexpr int familyAt = 8;
-constexpr int modelAt = 9;
+constexpr int familyInBlockAt = 8;
+constexpr int modelInBlockAt = 9;
 constexpr int identityBlockSize = 16;
 constexpr int rawReadSize = 16;
 constexpr quint32 addressSpace = 0x1000000;
@@ -131,9 +126,9 @@ QByteArray SimulatedProduct::restart(ProductMode mode)
 
 QByteArray SimulatedProduct::answer(const QByteArray& message)
 {
-    if (message.size() == identityHead.size() + 1 + identityRequestTail.size() &&
-        message.startsWith(identityHead) && message.endsWith(identityRequestTail)) {
-        const auto device = static_cast<quint8>(message.at(identityHead.size()));
+    if (message.size() == universalHead.size() + 1 + identityRequestTail.size() &&
+        message.startsWith(universalHead) && message.endsWith(identityRequestTail)) {
+        const auto device = static_cast<quint8>(message.at(universalHead.size()));
         const bool isMeant = device == allDevices || device == (m_settings.deviceId & 0x7F);
         return isMeant ? identityReply() : QByteArray();
     }
@@ -203,7 +198,7 @@ QByteArray SimulatedProduct::refusal(quint8 command) const
 
 QByteArray SimulatedProduct::identityReply() const
 {
-    QByteArray message = identityHead;
+    QByteArray message = universalHead;
     message.append(to7Bit(m_settings.deviceId)).append("\x06\x02", 2).append(manufacturer);
     message.append(to7Bit(m_settings.family)).append('\0');
     message.append(to7Bit(m_settings.model)).append('\0');
@@ -303,8 +298,8 @@ quint8 SimulatedProduct::byteAt(quint32 address) const
     if (address >= identityAddress && address < addressSpace) {
         QByteArray block(identityBlockSize, static_cast<char>(erased));
         block.replace(serialAt, 8, to7BitBytes(m_settings.serialNumber));
-        block[familyAt] = to7Bit(m_settings.family);
-        block[modelAt] = to7Bit(m_settings.model);
+        block[familyInBlockAt] = to7Bit(m_settings.family);
+        block[modelInBlockAt] = to7Bit(m_settings.model);
         return static_cast<quint8>(block.at(static_cast<int>(address - identityAddress)));
     }
     if (address < static_cast<quint32>(codeBytes().size()))

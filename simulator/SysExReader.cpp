@@ -1,15 +1,8 @@
 #include "simulator/SysExReader.h"
 
+#include "simulator/MessageForm.h"
+
 namespace hx {
-
-namespace {
-
-constexpr quint8 sysExStart = 0xF0;
-constexpr quint8 sysExEnd = 0xF7;
-constexpr quint8 firstRealTime = 0xF8;
-constexpr quint8 firstStatus = 0x80;
-
-} // namespace
 
 QVector<QByteArray> SysExReader::take(const QByteArray& bytes)
 {
@@ -22,9 +15,9 @@ QVector<QByteArray> SysExReader::take(const QByteArray& bytes)
             takeData(byte);
             continue;
         }
-        if (value == sysExEnd && !m_message.isEmpty())
+        if (byte == sysExEnd && !m_message.isEmpty())
             messages.append(m_message + byte);
-        m_message = value == sysExStart ? QByteArray(1, byte) : QByteArray();
+        m_message = byte == sysExStart ? QByteArray(1, byte) : QByteArray();
     }
     return messages;
 }

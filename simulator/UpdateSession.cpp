@@ -12,7 +12,7 @@ namespace {
 // Positions and sizes of the update messages' fields, counted from the F0; docs/update-image.md.
 constexpr int closingSize = 7;
 constexpr int kindAt = 6;
-constexpr int commandAt = 7;
+constexpr int subCommandAt = 7;
 constexpr int fieldsAt = 8;
 constexpr quint8 dataCommand = 0x0A;
 constexpr quint8 checkCommand = 0x0C; // also the command of an acknowledgement
@@ -72,7 +72,7 @@ bool UpdateSession::isUpdateMessage(const QByteArray& message)
     if (message.size() == closingSize)
         return true;
     const quint8 kind = byteOf(message, kindAt);
-    const quint8 command = byteOf(message, commandAt);
+    const quint8 command = byteOf(message, subCommandAt);
     return (kind == kindFwd || kind == kindFwu) &&
            (command == dataCommand || command == checkCommand);
 }
@@ -104,8 +104,8 @@ UpdateSession::Status UpdateSession::judge(const QByteArray& message, ProductMem
         return Status::Good;
     if (message.size() == closingSize)
         return takeClosing(memory);
-    return byteOf(message, commandAt) == dataCommand ? takeData(message, memory)
-                                                     : takeFileCheck(message, memory);
+    return byteOf(message, subCommandAt) == dataCommand ? takeData(message, memory)
+                                                        : takeFileCheck(message, memory);
 }
 
 UpdateSession::Status UpdateSession::takeData(const QByteArray& message, ProductMemory& memory)

@@ -14,7 +14,6 @@ namespace {
 
 constexpr int familyPosition = 4;
 constexpr int modelPosition = 5;
-constexpr qint64 microsecondsPerSecond = 1000000;
 
 QJsonValue orNull(qint64 number)
 {

@@ -21,7 +21,6 @@ constexpr int noteHeight = 15;
 constexpr int textAbove = 5; // an arrow's label stands so much above it, a fault's below
 constexpr int longestLabel = 64;
 constexpr int longestNote = 76;
-constexpr double microsecondsPerSecond = 1e6;
 
 struct Look {
     const char* line;

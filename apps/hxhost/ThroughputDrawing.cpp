@@ -18,7 +18,6 @@ constexpr int chartHeight = 180;
 constexpr int footHeight = 44;
 constexpr int labelGap = 6;
 constexpr int mostTimes = 10;
-constexpr double microsecondsPerSecond = 1e6;
 
 // 1, 2 or 5 times a power of ten, so that at most `most` of them reach `reach`.
 double roundStep(double reach, int most)

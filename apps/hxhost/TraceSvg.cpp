@@ -14,7 +14,6 @@ constexpr int margin = 24;
 constexpr int titleY = 36;
 constexpr int summaryY = 58;
 constexpr int drawingY = 84;
-constexpr double microsecondsPerSecond = 1e6;
 
 QString summaryText(const TraceSummary& summary)
 {

@@ -10,7 +10,6 @@ namespace hx {
 namespace {
 
 constexpr int mostBins = 100;
-constexpr double microsecondsPerSecond = 1e6;
 
 // One message on the wire.
 struct Transmission {

@@ -1,21 +1,13 @@
 #include "host/ImageBuilder.h"
 
 #include "host/ImageGrammar.h"
+#include "tests/host/Bytes.h"
 #include "tests/host/ImageSamples.h"
 #include "tests/support/QtPrinting.h"
 
 #include <gtest/gtest.h>
 
 using namespace hx;
-
-namespace {
-
-QByteArray hex(const char* text)
-{
-    return QByteArray::fromHex(text);
-}
-
-} // namespace
 
 TEST(ImageGrammar, ComputesTheCheckValueOfTheCrc)
 {

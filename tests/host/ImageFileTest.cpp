@@ -1,5 +1,6 @@
 #include "host/ImageFile.h"
 
+#include "tests/host/Bytes.h"
 #include "tests/host/ImageSamples.h"
 #include "tests/host/TestFiles.h"
 #include "tests/support/QtPrinting.h"
@@ -9,19 +10,6 @@
 using namespace hx;
 
 namespace {
-
-QByteArray hex(const char* text)
-{
-    return QByteArray::fromHex(text);
-}
-
-QList<QByteArray> messagesOf(const ImageFile& file)
-{
-    QList<QByteArray> result;
-    for (const FileMessage& message : file.messages)
-        result << message.data.bytes;
-    return result;
-}
 
 void expectRefused(const QByteArray& content, qint64 offset)
 {

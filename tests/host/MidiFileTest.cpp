@@ -1,5 +1,6 @@
 #include "host/ImageFile.h"
 
+#include "tests/host/Bytes.h"
 #include "tests/host/ImageSamples.h"
 #include "tests/support/QtPrinting.h"
 
@@ -8,11 +9,6 @@
 using namespace hx;
 
 namespace {
-
-QByteArray hex(const char* text)
-{
-    return QByteArray::fromHex(text);
-}
 
 QByteArray number(int value)
 {
@@ -48,14 +44,6 @@ QByteArray variableLength(int value)
     while ((value >>= 7) > 0)
         bytes.prepend(static_cast<char>((value & 0x7F) | 0x80));
     return bytes;
-}
-
-QList<QByteArray> messagesOf(const ImageFile& file)
-{
-    QList<QByteArray> result;
-    for (const FileMessage& message : file.messages)
-        result << message.data.bytes;
-    return result;
 }
 
 QList<QByteArray> readMessages(const QByteArray& content)

@@ -1,4 +1,5 @@
 #include "host/PortBus.h"
+#include "tests/host/Bytes.h"
 
 #include "tests/support/QtPrinting.h"
 #include "tests/support/ScriptedPort.h"
@@ -8,11 +9,6 @@
 using namespace hx;
 
 namespace {
-
-QByteArray hex(const char* text)
-{
-    return QByteArray::fromHex(text);
-}
 
 const QByteArray command = hex("F0006B2D304130F7");
 const QByteArray reply = hex("F0006B2D3041305F507226F7");

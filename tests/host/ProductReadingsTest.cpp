@@ -1,5 +1,6 @@
 #include "host/ProductReadings.h"
 
+#include "tests/host/Bytes.h"
 #include "tests/host/ImageSamples.h"
 #include "tests/host/ProductSession.h"
 #include "tests/support/QtPrinting.h"
@@ -10,11 +11,6 @@
 using namespace hx;
 
 namespace {
-
-QByteArray hex(const char* text)
-{
-    return QByteArray::fromHex(text);
-}
 
 // The real plugin over a port on which a test answers each command itself.
 class ScriptedReadings : public testing::Test {

@@ -1,4 +1,5 @@
 #include "host/SysExAssembler.h"
+#include "tests/host/Bytes.h"
 
 #include "tests/support/QtPrinting.h"
 
@@ -8,11 +9,6 @@ using namespace hx;
 using Kind = AssembledEvent::Kind;
 
 namespace {
-
-QByteArray hex(const char* text)
-{
-    return QByteArray::fromHex(text);
-}
 
 // "SysEx F07EF7", "RealTime F8", "CutByStatus F001" ... one text for each event.
 QStringList texts(const AssembledEvents& events)

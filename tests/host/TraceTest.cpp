@@ -1,5 +1,6 @@
 #include "host/Trace.h"
 
+#include "tests/host/Bytes.h"
 #include "tests/host/ProductSession.h"
 #include "tests/host/TestFiles.h"
 #include "tests/support/QtPrinting.h"
@@ -13,19 +14,14 @@ using namespace hx;
 
 namespace {
 
-QByteArray hex(const char* text)
-{
-    return QByteArray::fromHex(text);
-}
-
-TraceFile parsed(const QByteArray& lines)
+TraceFile parsedTrace(const QByteArray& lines)
 {
     return parseTrace("# hxtrace 1\n" + lines);
 }
 
 void expectError(const QByteArray& lines, int line, int column, const char* text)
 {
-    const TraceFile file = parsed(lines);
+    const TraceFile file = parsedTrace(lines);
     EXPECT_FALSE(file.ok());
     EXPECT_EQ(file.errorLine, line) << lines.toStdString();
     EXPECT_EQ(file.errorColumn, column) << lines.toStdString();
@@ -99,7 +95,7 @@ TEST(Trace, ReadsBackWhatWasWrittenForEveryKind)
         event.event.bytes = carriesBytes(kind) ? hex("FF") : QByteArray();
         event.event.text = QString::fromUtf8("= : \\ \t\n\x7f F0 \xC3\xA4 ");
         event.name = carriesBytes(kind) ? "id.dsp*.response" : "";
-        const TraceFile file = parsed(traceLine(event).toUtf8() + "\n");
+        const TraceFile file = parsedTrace(traceLine(event).toUtf8() + "\n");
         ASSERT_TRUE(file.ok()) << file.error.toStdString();
         ASSERT_EQ(file.events.size(), 1u);
         EXPECT_EQ(file.events[0].event.kind, kind);

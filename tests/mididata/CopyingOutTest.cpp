@@ -1,14 +1,11 @@
 #include "tests/mididata/Bytes.h"
+#include "tests/mididata/ExtremeIntegers.h"
 
 #include <gtest/gtest.h>
 
-#include <limits>
 #include <vector>
 
 namespace {
-
-constexpr int greatest = std::numeric_limits<int>::max();
-constexpr int least = std::numeric_limits<int>::min();
 
 using Vector = std::vector<unsigned char>;
 

@@ -1,13 +1,9 @@
 #include "tests/mididata/Bytes.h"
+#include "tests/mididata/ExtremeIntegers.h"
 
 #include <gtest/gtest.h>
 
-#include <limits>
-
 namespace {
-
-constexpr int greatest = std::numeric_limits<int>::max();
-constexpr int least = std::numeric_limits<int>::min();
 
 QStringList difference(const char* mine, const char* other, int count, int offset)
 {

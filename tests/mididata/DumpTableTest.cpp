@@ -1,13 +1,9 @@
 #include "tests/mididata/Bytes.h"
+#include "tests/mididata/ExtremeIntegers.h"
 
 #include <gtest/gtest.h>
 
-#include <limits>
-
 namespace {
-
-constexpr int greatest = std::numeric_limits<int>::max();
-constexpr int least = std::numeric_limits<int>::min();
 
 const QString heading = QStringLiteral("      00 01 02 03 04 05 06 07   08 09 0A 0B 0C 0D 0E 0F\n"
                                        "\t ------------------------ - -----------------------\n");

@@ -1,15 +1,11 @@
 #include "tests/mididata/Bytes.h"
+#include "tests/mididata/ExtremeIntegers.h"
 
 #include <QDataStream>
 
 #include <gtest/gtest.h>
 
-#include <limits>
-
 namespace {
-
-constexpr int greatest = std::numeric_limits<int>::max();
-constexpr int least = std::numeric_limits<int>::min();
 
 QByteArray chomped(int n)
 {

@@ -1,16 +1,9 @@
 #include "tests/mididata/Bytes.h"
+#include "tests/mididata/ExtremeIntegers.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
-
-namespace {
-
-constexpr int greatest = std::numeric_limits<int>::max();
-constexpr int least = std::numeric_limits<int>::min();
-
-} // namespace
 
 TEST(Fields, get14bitAddsSignedBytes)
 {

@@ -1,13 +1,10 @@
 #include "tests/mididata/Bytes.h"
+#include "tests/mididata/ExtremeIntegers.h"
 
 #include <gtest/gtest.h>
 
-#include <limits>
-
 namespace {
 
-constexpr int greatest = std::numeric_limits<int>::max();
-constexpr int least = std::numeric_limits<int>::min();
 constexpr int longestPaddedText = 1048576;
 
 QString zeros(int count)

@@ -33,7 +33,7 @@ public:
 namespace {
 
 // Notes the place of each operation that is called, counted from 1.
-class PlaceProbe : public ValdrinBootInterface {
+class OwnPlaceProbe : public ValdrinBootInterface {
 public:
     bool isBootcode() const override { return note(1), false; }
     QString classVersion() override { return note(2), QString(); }
@@ -92,7 +92,7 @@ CALLS_THROUGH_FROZEN_TABLE void callAllInOrder(FrozenPlugin* plugin)
 
 TEST(OwnVirtualTable, operationsFollowThoseOfQObjectInTheirOrder)
 {
-    PlaceProbe probe;
+    OwnPlaceProbe probe;
     callAllInOrder(throughFrozenTable<FrozenPlugin>(static_cast<QObject*>(&probe)));
     EXPECT_EQ(probe.places,
               (QVector<int>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18}));

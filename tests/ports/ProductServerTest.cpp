@@ -1,6 +1,7 @@
 #include "ports/ProductServer.h"
 #include "ports/ChunkQueue.h"
 #include "ports/StatefulSimulatedPort.h"
+#include "tests/ports/SimulatedExchange.h"
 #include "tests/support/ScriptedPort.h"
 
 #include <QDir>
@@ -12,21 +13,6 @@
 #include <thread>
 
 namespace hx {
-
-namespace {
-
-const QByteArray identify = QByteArray::fromHex("F07E7F0601F7");
-const QByteArray identityReply = QByteArray::fromHex("F07E000602006B2D3000410031303233F7");
-
-FaultyProduct productWith(const char* fault)
-{
-    QString error;
-    const auto parsed = parseFault(QString::fromLatin1(fault), &error);
-    EXPECT_TRUE(parsed.has_value()) << error.toStdString();
-    return FaultyProduct(SimulatedProduct(), {parsed.value_or(Fault())});
-}
-
-} // namespace
 
 TEST(ProductServer, AnswersWhatArrivesAfterTheProductsDelay)
 {

@@ -1,4 +1,5 @@
 #include "ports/ReplayPort.h"
+#include "tests/ports/SimulatedExchange.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +7,6 @@ namespace hx {
 
 namespace {
 
-const QByteArray identify = QByteArray::fromHex("F07E7F0601F7");
 const QByteArray reset = QByteArray::fromHex("F0006B2D30411B0958F7");
 
 class Replay : public ::testing::Test {
@@ -25,8 +25,6 @@ protected:
     int interrupts = 0;
 };
 
-constexpr Microseconds second = 1000000;
-
 } // namespace
 
 TEST_F(Replay, ReplyComesAfterItsMessageAtItsTime)
@@ -34,10 +32,10 @@ TEST_F(Replay, ReplyComesAfterItsMessageAtItsTime)
     ReplayPort port = replay("0.001000 sent F0 7E 7F 06 01 F7\n"
                              "0.003000 received F0 01 F7\n");
     EXPECT_EQ(port.name(), "replay:file");
-    EXPECT_TRUE(port.receive(second).bytes.isEmpty());
-    EXPECT_EQ(port.clock().now(), second);
+    EXPECT_TRUE(port.receive(microsecondsPerSecond).bytes.isEmpty());
+    EXPECT_EQ(port.clock().now(), microsecondsPerSecond);
     EXPECT_TRUE(port.send(identify));
-    const MidiChunk chunk = port.receive(2 * second);
+    const MidiChunk chunk = port.receive(2 * microsecondsPerSecond);
     EXPECT_EQ(chunk.bytes, QByteArray::fromHex("F001F7"));
     EXPECT_EQ(port.messagesLeft(), 0);
 }
@@ -52,7 +50,7 @@ TEST_F(Replay, AllThatArrivedIsPlayedInOrder)
                              "0.004000 received F0 03 F7\n");
     ASSERT_TRUE(port.send(identify));
     for (const char* hex : {"F8", "4041", "F002F7", "F003F7"})
-        EXPECT_EQ(port.receive(second).bytes, QByteArray::fromHex(hex));
+        EXPECT_EQ(port.receive(microsecondsPerSecond).bytes, QByteArray::fromHex(hex));
     EXPECT_EQ(port.clock().now(), 4000);
 }
 
@@ -87,7 +85,7 @@ TEST_F(Replay, FirstDifferentMessageEndsItAndIsShown)
     EXPECT_EQ(port.errorText.toStdString(),
               "the replay diverged: " + divergences[0].text().toStdString());
     EXPECT_FALSE(port.send(identify));
-    port.receive(second);
+    port.receive(microsecondsPerSecond);
     EXPECT_FALSE(port.errorText.isEmpty());
     EXPECT_EQ(divergences.size(), 1u);
 }
@@ -140,7 +138,7 @@ TEST_F(Replay, InterruptComesAfterTheSameMessageAndInTheSameWait)
                              "0.001000 decided : good\n"
                              "0.001000 interrupted : Ctrl-C\n");
     ASSERT_TRUE(port.send(identify));
-    EXPECT_FALSE(port.receive(second).bytes.isEmpty());
+    EXPECT_FALSE(port.receive(microsecondsPerSecond).bytes.isEmpty());
     EXPECT_EQ(interrupts, 1);
     ReplayPort waiting = replay("0.000000 sent F0 7E 7F 06 01 F7\n"
                                 "0.700000 interrupted : waited\n");

@@ -1,21 +1,11 @@
 #include "ports/SimulatedPort.h"
+#include "tests/ports/SimulatedExchange.h"
 
 #include <gtest/gtest.h>
 
 namespace hx {
 
 namespace {
-
-const QByteArray identify = QByteArray::fromHex("F07E7F0601F7");
-const QByteArray identityReply = QByteArray::fromHex("F07E000602006B2D3000410031303233F7");
-
-FaultyProduct productWith(const char* fault)
-{
-    QString error;
-    const auto parsed = parseFault(QString::fromLatin1(fault), &error);
-    EXPECT_TRUE(parsed.has_value()) << error.toStdString();
-    return FaultyProduct(SimulatedProduct(), {parsed.value_or(Fault())});
-}
 
 SimulatedPortOptions options(qint64 bytesPerSecond, Microseconds gap, int chunkSize)
 {
@@ -25,8 +15,6 @@ SimulatedPortOptions options(qint64 bytesPerSecond, Microseconds gap, int chunkS
     return result;
 }
 
-constexpr Microseconds second = 1000000;
-
 } // namespace
 
 TEST(SimulatedPort, ReplyComesAfterTheProductsDelay)
@@ -35,7 +23,7 @@ TEST(SimulatedPort, ReplyComesAfterTheProductsDelay)
     EXPECT_EQ(port.name(), QStringLiteral("simulator"));
     ASSERT_TRUE(port.send(identify));
     EXPECT_EQ(port.clock().now(), 0);
-    const MidiChunk chunk = port.receive(second);
+    const MidiChunk chunk = port.receive(microsecondsPerSecond);
     EXPECT_EQ(chunk.bytes, identityReply);
     EXPECT_EQ(chunk.time, 1000);
     EXPECT_EQ(port.clock().now(), 1000);
@@ -45,13 +33,13 @@ TEST(SimulatedPort, ReplyComesAfterTheProductsDelay)
 TEST(SimulatedPort, WaitingForNothingMovesTheClockToTheDeadline)
 {
     SimulatedPort port;
-    const MidiChunk chunk = port.receive(25 * second);
+    const MidiChunk chunk = port.receive(25 * microsecondsPerSecond);
     EXPECT_TRUE(chunk.bytes.isEmpty());
-    EXPECT_EQ(chunk.time, 25 * second);
-    EXPECT_EQ(port.clock().now(), 25 * second);
+    EXPECT_EQ(chunk.time, 25 * microsecondsPerSecond);
+    EXPECT_EQ(port.clock().now(), 25 * microsecondsPerSecond);
     EXPECT_TRUE(port.errorText.isEmpty());
     EXPECT_TRUE(port.receive(5).bytes.isEmpty()); // a deadline in the past
-    EXPECT_EQ(port.clock().now(), 25 * second);
+    EXPECT_EQ(port.clock().now(), 25 * microsecondsPerSecond);
 }
 
 TEST(SimulatedPort, ReplyAfterTheDeadlineComesWithTheNextReceive)
@@ -61,18 +49,18 @@ TEST(SimulatedPort, ReplyAfterTheDeadlineComesWithTheNextReceive)
     EXPECT_TRUE(port.receive(999).bytes.isEmpty());
     EXPECT_EQ(port.clock().now(), 999);
     EXPECT_EQ(port.receive(1000).bytes, identityReply);
-    EXPECT_TRUE(port.receive(second).bytes.isEmpty());
+    EXPECT_TRUE(port.receive(microsecondsPerSecond).bytes.isEmpty());
 }
 
 TEST(SimulatedPort, ReplyThatIsOverdueKeepsItsTimeOfArrival)
 {
     SimulatedPort port;
     port.send(identify);
-    port.clock().sleepUntil(second);
+    port.clock().sleepUntil(microsecondsPerSecond);
     const MidiChunk chunk = port.receive(0);
     EXPECT_EQ(chunk.bytes, identityReply);
     EXPECT_EQ(chunk.time, 1000);
-    EXPECT_EQ(port.clock().now(), second);
+    EXPECT_EQ(port.clock().now(), microsecondsPerSecond);
 }
 
 TEST(SimulatedPort, BytesTravelAtTheGivenPaceBothWays)
@@ -80,7 +68,7 @@ TEST(SimulatedPort, BytesTravelAtTheGivenPaceBothWays)
     SimulatedPort port(FaultyProduct(), options(dinBytesPerSecond, 0, 0));
     port.send(identify);
     EXPECT_EQ(port.clock().now(), 6 * 320);
-    EXPECT_EQ(port.receive(second).time, 6 * 320 + 1000 + 17 * 320);
+    EXPECT_EQ(port.receive(microsecondsPerSecond).time, 6 * 320 + 1000 + 17 * 320);
 }
 
 TEST(SimulatedPort, GapLiesBetweenTwoMessages)
@@ -97,11 +85,11 @@ TEST(SimulatedPort, RepliesAreCutIntoChunks)
     SimulatedPort port(FaultyProduct(), options(dinBytesPerSecond, 0, 7));
     port.send(identify);
     for (const int end : {7, 14, 17}) {
-        const MidiChunk chunk = port.receive(second);
+        const MidiChunk chunk = port.receive(microsecondsPerSecond);
         EXPECT_EQ(chunk.bytes, identityReply.mid(end == 17 ? 14 : end - 7, end == 17 ? 3 : 7));
         EXPECT_EQ(chunk.time, 1920 + 1000 + end * 320);
     }
-    EXPECT_TRUE(port.receive(second).bytes.isEmpty());
+    EXPECT_TRUE(port.receive(microsecondsPerSecond).bytes.isEmpty());
 }
 
 TEST(SimulatedPort, ChunksOfOneMomentKeepTheirOrder)
@@ -109,8 +97,8 @@ TEST(SimulatedPort, ChunksOfOneMomentKeepTheirOrder)
     SimulatedPort port(FaultyProduct(), options(0, 0, 1));
     port.send(identify + identify);
     QByteArray bytes;
-    for (MidiChunk chunk = port.receive(second); !chunk.bytes.isEmpty();
-         chunk = port.receive(second))
+    for (MidiChunk chunk = port.receive(microsecondsPerSecond); !chunk.bytes.isEmpty();
+         chunk = port.receive(microsecondsPerSecond))
         bytes += chunk.bytes;
     EXPECT_EQ(bytes, identityReply + identityReply);
 }
@@ -121,8 +109,9 @@ TEST(SimulatedPort, DelayedReplyIsOvertakenByTheNext)
     port.send(identify);
     EXPECT_TRUE(port.receive(2200000).bytes.isEmpty());
     port.send(QByteArray::fromHex("F0006B2D30412EF7"));
-    EXPECT_EQ(port.receive(10 * second).bytes, QByteArray::fromHex("F0006B2D30412E31303233F7"));
-    const MidiChunk late = port.receive(10 * second);
+    EXPECT_EQ(port.receive(10 * microsecondsPerSecond).bytes,
+              QByteArray::fromHex("F0006B2D30412E31303233F7"));
+    const MidiChunk late = port.receive(10 * microsecondsPerSecond);
     EXPECT_EQ(late.bytes, identityReply);
     EXPECT_EQ(late.time, 2501000);
 }
@@ -136,7 +125,7 @@ TEST(SimulatedPort, VanishedProductTakesThePortWithIt)
                                         "unplugged; plug it in again and start over");
     EXPECT_EQ(port.errorText, gone);
     port.errorText.clear();
-    const MidiChunk chunk = port.receive(second);
+    const MidiChunk chunk = port.receive(microsecondsPerSecond);
     EXPECT_TRUE(chunk.bytes.isEmpty());
     EXPECT_EQ(port.errorText, gone);
     EXPECT_EQ(port.clock().now(), 0);
@@ -148,7 +137,7 @@ TEST(SimulatedPort, NoiseComesUnaskedEvery20Milliseconds)
     SimulatedPort port(productWith("noise"));
     const QByteArray noise = QByteArray::fromHex("F8FE");
     for (const Microseconds expected : {0, 20000, 40000, 60000}) {
-        const MidiChunk chunk = port.receive(second);
+        const MidiChunk chunk = port.receive(microsecondsPerSecond);
         EXPECT_EQ(chunk.bytes, noise);
         EXPECT_EQ(chunk.time, expected);
     }
@@ -159,7 +148,7 @@ TEST(SimulatedPort, NoiseDoesNotPileUpWhileNobodyListens)
 {
     SimulatedPort port(productWith("noise"));
     port.receive(0);
-    port.clock().sleepUntil(3600 * second);
+    port.clock().sleepUntil(3600 * microsecondsPerSecond);
     int chunks = 0;
     while (!port.receive(port.clock().now()).bytes.isEmpty() && chunks < 100)
         ++chunks;
@@ -172,7 +161,7 @@ TEST(SimulatedPort, RepliesThatNobodyTakesAreLostInTheEnd)
     for (int i = 0; i < SimulatedPort::queueLimit + 100; ++i)
         ASSERT_TRUE(port.send(identify));
     int received = 0;
-    while (!port.receive(second).bytes.isEmpty())
+    while (!port.receive(microsecondsPerSecond).bytes.isEmpty())
         ++received;
     EXPECT_EQ(received, SimulatedPort::queueLimit);
 }

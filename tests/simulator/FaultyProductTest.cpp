@@ -1,6 +1,6 @@
 #include "simulator/FaultyProduct.h"
 
-#include "tests/simulator/UpdateMessages.h"
+#include "tests/simulator/UpdateFixture.h"
 
 #include <gtest/gtest.h>
 
@@ -10,13 +10,10 @@ namespace hx {
 
 namespace {
 
-const QByteArray code = codeOfSize(300);
-const QVector<QByteArray> image = imageOf(code, "1024");
+const QByteArray wholeCode = codeOfSize(300);
+const QVector<QByteArray> wholeImage = imageOf(wholeCode, "1024");
 const QByteArray gender = bytesOf("F0006B2D30412FF7");
 const QByteArray genderReply = "F0 00 6B 2D 30 41 2F 00 30 00 41 F7";
-const QByteArray good = "F0 00 6B 2D 30 41 43 0C 00 F7";
-const QByteArray bad = "F0 00 6B 2D 30 41 43 0C 01 F7";
-const QByteArray failed = "F0 00 6B 2D 30 41 43 0C 02 F7";
 
 FaultyProduct productWith(const char* faults)
 {
@@ -61,7 +58,7 @@ TEST(FaultyProduct, WithoutFaultsItIsTheProduct)
 {
     FaultyProduct faulty;
     SimulatedProduct plain;
-    for (const QByteArray& message : image + QVector<QByteArray>{gender, "\x01\x02", "\xF0"}) {
+    for (const QByteArray& message : wholeImage + QVector<QByteArray>{gender, "\x01\x02", "\xF0"}) {
         const QVector<SimulatedReply> replies = faulty.receive(message);
         const QVector<SimulatedReply> expected = plain.receive(message);
         ASSERT_EQ(replies.size(), expected.size());
@@ -70,7 +67,7 @@ TEST(FaultyProduct, WithoutFaultsItIsTheProduct)
             EXPECT_EQ(replies.at(i).delayUs, expected.at(i).delayUs);
         }
     }
-    EXPECT_EQ(faulty.product().codeBytes(), code);
+    EXPECT_EQ(faulty.product().codeBytes(), wholeCode);
     EXPECT_TRUE(faulty.unaskedBytes().isEmpty());
     EXPECT_FALSE(faulty.isGone());
 }
@@ -79,7 +76,7 @@ TEST(FaultyProduct, SilentDoesNotHearTheMessage)
 {
     EXPECT_EQ(askNumbered("silent:2-3", 4), "51 / / / 54 /");
     FaultyProduct product = productWith("silent");
-    EXPECT_EQ(ask(product, image.first()), "");
+    EXPECT_EQ(ask(product, wholeImage.first()), "");
     EXPECT_TRUE(product.product().isCodeValid());
 }
 
@@ -91,8 +88,8 @@ TEST(FaultyProduct, DuplicateMessageIsHeardTwice)
 TEST(FaultyProduct, DamagedMessageIsCalledBad)
 {
     FaultyProduct product = productWith("damage-message:1");
-    EXPECT_EQ(ask(product, image.first()), bad);
-    EXPECT_EQ(ask(product, image.first()), good);
+    EXPECT_EQ(ask(product, wholeImage.first()), bad);
+    EXPECT_EQ(ask(product, wholeImage.first()), good);
 }
 
 TEST(FaultyProduct, DamageTakesPositionAndMask)
@@ -125,7 +122,7 @@ TEST(FaultyProduct, InsertedByteIsHeard)
 TEST(FaultyProduct, RefusedMessageIsNotActedOn)
 {
     FaultyProduct product = productWith("refuse:1-3");
-    EXPECT_EQ(ask(product, image.first()), "F0 00 6B 2D 30 41 43 46 F7");
+    EXPECT_EQ(ask(product, wholeImage.first()), "F0 00 6B 2D 30 41 43 46 F7");
     EXPECT_TRUE(product.product().isCodeValid());
     EXPECT_EQ(ask(product, gender), "F0 00 6B 2D 30 41 2F 46 F7");
     EXPECT_EQ(ask(product, bytesOf("F07E7F0601F7")), // has no command that could be refused
@@ -139,17 +136,17 @@ TEST(FaultyProduct, WrongModelAnswersAsAnother)
     EXPECT_EQ(ask(product, bytesOf("F07E7F0601F7")),
               "F0 7E 00 06 02 00 6B 2D 30 00 42 00 31 30 32 33 F7");
     EXPECT_EQ(ask(product, gender), "F0 00 6B 2D 30 42 2F 00 30 00 42 F7");
-    EXPECT_EQ(ask(product, image.first()), "F0 00 6B 2D 30 42 43 0C 00 F7");
+    EXPECT_EQ(ask(product, wholeImage.first()), "F0 00 6B 2D 30 42 43 0C 00 F7");
     EXPECT_EQ(ask(product, bytesOf("F0006B2D30432FF7")), "");
 }
 
 TEST(FaultyProduct, WrongModelInTheMiddleLetsTheMessageComeAgain)
 {
     FaultyProduct product = productWith("wrong-model:2");
-    EXPECT_EQ(ask(product, image.at(0)), good);
-    EXPECT_EQ(ask(product, image.at(1)), "F0 00 6B 2D 30 42 43 0C 00 F7");
-    EXPECT_EQ(ask(product, image.at(1)), good);
-    EXPECT_EQ(ask(product, image.at(2)), good);
+    EXPECT_EQ(ask(product, wholeImage.at(0)), good);
+    EXPECT_EQ(ask(product, wholeImage.at(1)), "F0 00 6B 2D 30 42 43 0C 00 F7");
+    EXPECT_EQ(ask(product, wholeImage.at(1)), good);
+    EXPECT_EQ(ask(product, wholeImage.at(2)), good);
 }
 
 TEST(FaultyProduct, VanishedProductStaysAway)
@@ -157,7 +154,7 @@ TEST(FaultyProduct, VanishedProductStaysAway)
     FaultyProduct product = productWith("vanish:2");
     EXPECT_EQ(ask(product, gender), genderReply);
     EXPECT_FALSE(product.isGone());
-    EXPECT_EQ(ask(product, image.first()), "");
+    EXPECT_EQ(ask(product, wholeImage.first()), "");
     EXPECT_TRUE(product.isGone());
     EXPECT_TRUE(product.product().isCodeValid());
     EXPECT_EQ(ask(product, gender), "");
@@ -167,17 +164,17 @@ TEST(FaultyProduct, BadAckIsGivenWithoutWriting)
 {
     FaultyProduct product = productWith("bad-ack:1-2");
     EXPECT_EQ(ask(product, gender), genderReply); // is no update message and not counted
-    EXPECT_EQ(ask(product, image.first()), bad);
+    EXPECT_EQ(ask(product, wholeImage.first()), bad);
     EXPECT_EQ(ask(product, closing()), bad);
     EXPECT_TRUE(product.product().isCodeValid());
-    for (const QByteArray& message : image)
+    for (const QByteArray& message : wholeImage)
         EXPECT_EQ(ask(product, message), good);
 }
 
 TEST(FaultyProduct, FailedAckIsGivenInTheKindOfTheMessage)
 {
     FaultyProduct product = productWith("failed-ack:1");
-    EXPECT_EQ(ask(product, imageOf(code, "1024", kindFwd).first()),
+    EXPECT_EQ(ask(product, imageOf(wholeCode, "1024", kindFwd).first()),
               "F0 00 6B 2D 30 41 42 0C 02 F7");
     EXPECT_TRUE(product.product().isCodeValid());
 }
@@ -185,34 +182,34 @@ TEST(FaultyProduct, FailedAckIsGivenInTheKindOfTheMessage)
 TEST(FaultyProduct, PowerCutBeforeTheWrites)
 {
     FaultyProduct product = productWith("power-cut:2:before");
-    EXPECT_EQ(ask(product, image.at(0)), good);
-    EXPECT_EQ(ask(product, image.at(1)), "");
-    EXPECT_EQ(product.product().codeBytes(), code.left(112));
-    EXPECT_EQ(ask(product, image.at(1)), failed);
+    EXPECT_EQ(ask(product, wholeImage.at(0)), good);
+    EXPECT_EQ(ask(product, wholeImage.at(1)), "");
+    EXPECT_EQ(product.product().codeBytes(), wholeCode.left(112));
+    EXPECT_EQ(ask(product, wholeImage.at(1)), failed);
 }
 
 TEST(FaultyProduct, PowerCutDuringTheWrites)
 {
     FaultyProduct product = productWith("power-cut:2");
-    EXPECT_EQ(ask(product, image.at(0)), good);
-    EXPECT_EQ(ask(product, image.at(1)), "");
-    EXPECT_EQ(product.product().codeBytes(), code.left(112 + 56));
-    EXPECT_EQ(ask(product, image.at(1)), failed);
+    EXPECT_EQ(ask(product, wholeImage.at(0)), good);
+    EXPECT_EQ(ask(product, wholeImage.at(1)), "");
+    EXPECT_EQ(product.product().codeBytes(), wholeCode.left(112 + 56));
+    EXPECT_EQ(ask(product, wholeImage.at(1)), failed);
 }
 
 TEST(FaultyProduct, PowerCutAfterTheWrites)
 {
     FaultyProduct product = productWith("power-cut:2:after");
-    EXPECT_EQ(ask(product, image.at(0)), good);
-    EXPECT_EQ(ask(product, image.at(1)), "");
-    EXPECT_EQ(product.product().codeBytes(), code.left(224));
-    EXPECT_EQ(ask(product, image.at(1)), failed);
+    EXPECT_EQ(ask(product, wholeImage.at(0)), good);
+    EXPECT_EQ(ask(product, wholeImage.at(1)), "");
+    EXPECT_EQ(product.product().codeBytes(), wholeCode.left(224));
+    EXPECT_EQ(ask(product, wholeImage.at(1)), failed);
 }
 
 TEST(FaultyProduct, PowerCutAfterTheClosingLeavesValidCode)
 {
     FaultyProduct product = productWith("power-cut:5:after");
-    for (const QByteArray& message : image.mid(0, 4))
+    for (const QByteArray& message : wholeImage.mid(0, 4))
         EXPECT_EQ(ask(product, message), good);
     EXPECT_EQ(ask(product, closing()), "");
     EXPECT_TRUE(product.product().isCodeValid());
@@ -223,12 +220,12 @@ TEST(FaultyProduct, PowerCutAfterTheClosingLeavesValidCode)
 TEST(FaultyProduct, PowerCutAfterSoManyWrites)
 {
     FaultyProduct product = productWith("power-cut:2:3 power-cut:4:500");
-    EXPECT_EQ(ask(product, image.at(0)), good);
-    EXPECT_EQ(ask(product, image.at(1)), "");
-    EXPECT_EQ(product.product().codeBytes(), code.left(115));
-    EXPECT_EQ(ask(product, image.at(0)), good);
-    EXPECT_EQ(ask(product, image.at(1)), ""); // fewer writes than that: cut when they are done
-    EXPECT_EQ(product.product().codeBytes(), code.left(224));
+    EXPECT_EQ(ask(product, wholeImage.at(0)), good);
+    EXPECT_EQ(ask(product, wholeImage.at(1)), "");
+    EXPECT_EQ(product.product().codeBytes(), wholeCode.left(115));
+    EXPECT_EQ(ask(product, wholeImage.at(0)), good);
+    EXPECT_EQ(ask(product, wholeImage.at(1)), ""); // fewer writes than that: cut when they are done
+    EXPECT_EQ(product.product().codeBytes(), wholeCode.left(224));
 }
 
 TEST(FaultyProduct, PowerCutDoesNotTouchOtherMessages)
@@ -240,17 +237,17 @@ TEST(FaultyProduct, PowerCutDoesNotTouchOtherMessages)
 TEST(FaultyProduct, BadWriteIsFoundByTheFileCheck)
 {
     FaultyProduct product = productWith("bad-write:3");
-    for (const QByteArray& message : image.mid(0, 3))
+    for (const QByteArray& message : wholeImage.mid(0, 3))
         EXPECT_EQ(ask(product, message), good);
-    EXPECT_EQ(ask(product, image.at(3)), failed);
-    for (const QByteArray& message : image)
+    EXPECT_EQ(ask(product, wholeImage.at(3)), failed);
+    for (const QByteArray& message : wholeImage)
         EXPECT_EQ(ask(product, message), good);
 }
 
 TEST(FaultyProduct, BadWriteAfterTheClosingShowsInTheChecksums)
 {
     FaultyProduct product = productWith("bad-write:5");
-    for (const QByteArray& message : image)
+    for (const QByteArray& message : wholeImage)
         EXPECT_EQ(ask(product, message), good);
     EXPECT_NE(ask(product, bytesOf("F0006B2D304130F7")).mid(21),
               ask(product, bytesOf("F0006B2D304131F7")).mid(21));
@@ -259,9 +256,9 @@ TEST(FaultyProduct, BadWriteAfterTheClosingShowsInTheChecksums)
 TEST(FaultyProduct, DroppedReplyWasActedOn)
 {
     FaultyProduct product = productWith("drop-reply:1");
-    EXPECT_EQ(ask(product, image.at(0)), "");
+    EXPECT_EQ(ask(product, wholeImage.at(0)), "");
     EXPECT_FALSE(product.product().isCodeValid());
-    EXPECT_EQ(ask(product, image.at(0)), good);
+    EXPECT_EQ(ask(product, wholeImage.at(0)), good);
 }
 
 TEST(FaultyProduct, RepliesAreCountedNotMessages)

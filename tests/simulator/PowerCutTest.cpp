@@ -11,12 +11,12 @@ namespace hx {
 namespace {
 
 const QByteArray newCode = codeOfSize(230);
-const QVector<QByteArray> image = imageOf(newCode, "2345");
+const QVector<QByteArray> newImage = imageOf(newCode, "2345");
 
 SimulatedProduct productAfter(int messages)
 {
     SimulatedProduct product;
-    for (const QByteArray& message : image.mid(0, messages))
+    for (const QByteArray& message : newImage.mid(0, messages))
         product.receive(message);
     return product;
 }
@@ -37,7 +37,7 @@ void expectHonestMemory(const SimulatedProduct& product)
 
 void expectMendedByUpdate(SimulatedProduct product)
 {
-    for (const QByteArray& message : image)
+    for (const QByteArray& message : newImage)
         EXPECT_EQ(hexOf(product.receive(message).value(0).bytes).right(5), "00 F7");
     EXPECT_EQ(product.codeBytes(), newCode);
     EXPECT_TRUE(product.isCodeValid());
@@ -48,13 +48,13 @@ void expectMendedByUpdate(SimulatedProduct product)
 TEST(PowerCut, AfterAnyWriteOfAnyMessageTheMemoryIsHonest)
 {
     int cuts = 0;
-    for (int number = 0; number < image.size(); ++number) {
+    for (int number = 0; number < newImage.size(); ++number) {
         const SimulatedProduct before = productAfter(number);
-        const qint64 writes = writesOf(before, image.at(number));
+        const qint64 writes = writesOf(before, newImage.at(number));
         for (qint64 write = 0; write < writes; ++write, ++cuts) {
             SimulatedProduct product = before;
             product.failPowerAfter(write);
-            ASSERT_TRUE(product.receive(image.at(number)).isEmpty()) << number << "." << write;
+            ASSERT_TRUE(product.receive(newImage.at(number)).isEmpty()) << number << "." << write;
             ASSERT_EQ(product.memoryWrites() - before.memoryWrites(), write);
             ASSERT_FALSE(product.isUpdating());
             expectHonestMemory(product);
@@ -69,7 +69,7 @@ TEST(PowerCut, BeforeTheFirstWriteTheOldCodeStaysValid)
     SimulatedProduct product;
     const QByteArray factory = product.codeBytes();
     product.failPowerAfter(0);
-    EXPECT_TRUE(product.receive(image.first()).isEmpty());
+    EXPECT_TRUE(product.receive(newImage.first()).isEmpty());
     EXPECT_TRUE(product.isCodeValid());
     EXPECT_EQ(product.codeBytes(), factory);
     EXPECT_EQ(product.mode(), ProductMode::User);
@@ -79,7 +79,7 @@ TEST(PowerCut, InTheMiddleOfADataMessageLeavesItsBeginning)
 {
     SimulatedProduct product = productAfter(1);
     product.failPowerAfter(5);
-    EXPECT_TRUE(product.receive(image.at(1)).isEmpty());
+    EXPECT_TRUE(product.receive(newImage.at(1)).isEmpty());
     EXPECT_EQ(product.codeBytes(), newCode.left(117));
     EXPECT_FALSE(product.isCodeValid());
     EXPECT_EQ(product.mode(), ProductMode::Boot);
@@ -87,7 +87,7 @@ TEST(PowerCut, InTheMiddleOfADataMessageLeavesItsBeginning)
 
 TEST(PowerCut, JustBeforeTheMarkOfValidityTheCodeIsNotValid)
 {
-    SimulatedProduct product = productAfter(image.size() - 1);
+    SimulatedProduct product = productAfter(newImage.size() - 1);
     product.failPowerAfter(2);
     product.receive(closing());
     EXPECT_EQ(product.codeBytes(), newCode);
@@ -100,7 +100,7 @@ TEST(PowerCut, EraseGoesFromTheEndInBlocks)
     for (const QByteArray& message : imageOf(codeOfSize(9000), "1000"))
         product.receive(message);
     product.failPowerAfter(2); // the mark, and the last of three blocks
-    product.receive(image.first());
+    product.receive(newImage.first());
     EXPECT_EQ(product.codeBytes(), codeOfSize(8192));
     EXPECT_FALSE(product.isCodeValid());
 }
@@ -109,7 +109,7 @@ TEST(PowerCut, HappensOnce)
 {
     SimulatedProduct product;
     product.failPowerAfter(0);
-    product.receive(image.first());
+    product.receive(newImage.first());
     expectMendedByUpdate(product);
 }
 
@@ -132,7 +132,7 @@ TEST(PowerCut, OtherMessagesInTheSameChunkAreStillAnswered)
 {
     SimulatedProduct product;
     product.failPowerAfter(0);
-    EXPECT_EQ(answers(product, image.first() + bytesOf("F0006B2D30412FF7")),
+    EXPECT_EQ(answers(product, newImage.first() + bytesOf("F0006B2D30412FF7")),
               "F0 00 6B 2D 30 41 2F 00 30 00 41 F7");
 }
 

@@ -10,7 +10,7 @@ namespace hx {
 
 namespace {
 
-constexpr int memorySize = 1000;
+constexpr int sizeOfMemory = 1000;
 
 // `lines`, closed by a line with the right checksum.
 QByteArray sealed(const QByteArray& lines)
@@ -24,7 +24,7 @@ QString refusalOf(const QByteArray& text)
 {
     StoredCode code;
     QString error = QStringLiteral("unset");
-    if (readStateFile(text, memorySize, &code, &error))
+    if (readStateFile(text, sizeOfMemory, &code, &error))
         return QStringLiteral("taken");
     EXPECT_TRUE(code.bytes.isEmpty());
     EXPECT_TRUE(error.endsWith(
@@ -32,7 +32,7 @@ QString refusalOf(const QByteArray& text)
     return error.section(QLatin1Char(';'), 0, 0);
 }
 
-std::string refusal(const QByteArray& text)
+std::string reasonFor(const QByteArray& text)
 {
     return refusalOf(text).toStdString();
 }
@@ -119,7 +119,7 @@ TEST(StateFile, DecayedCodeSurvivesWithTheChecksumThatWasStored)
 TEST(StateFile, EmptyMemorySurvives)
 {
     StoredCode code;
-    ASSERT_TRUE(readStateFile(writeStateFile(StoredCode()), memorySize, &code, nullptr));
+    ASSERT_TRUE(readStateFile(writeStateFile(StoredCode()), sizeOfMemory, &code, nullptr));
     EXPECT_TRUE(code.bytes.isEmpty());
     EXPECT_FALSE(code.valid);
 }
@@ -141,20 +141,20 @@ TEST(StateFile, RefusedStateLeavesTheProductAsItWas)
 
 TEST(StateFile, EmptyFileIsRefused)
 {
-    EXPECT_EQ(refusal(""), "this is no state file: it begins with \"\", expected \"simulated "
-                           "product state 1\"");
+    EXPECT_EQ(reasonFor(""), "this is no state file: it begins with \"\", expected \"simulated "
+                             "product state 1\"");
 }
 
 TEST(StateFile, ErrorsShowNoControlCharactersAndNoMoreThan60Bytes)
 {
-    EXPECT_EQ(refusal("\x1B[2J\x80\t~" + QByteArray(100, 'x') + "\nmore"),
+    EXPECT_EQ(reasonFor("\x1B[2J\x80\t~" + QByteArray(100, 'x') + "\nmore"),
               "this is no state file: it begins with \"?[2J??~" + std::string(53, 'x') +
                   "\", expected \"simulated product state 1\"");
 }
 
 TEST(StateFile, OtherFormatVersionIsRefused)
 {
-    EXPECT_EQ(refusal("simulated product state 2\nend 00000000\n"),
+    EXPECT_EQ(reasonFor("simulated product state 2\nend 00000000\n"),
               "this is no state file: it begins with \"simulated product state 2\", expected "
               "\"simulated product state 1\"");
 }
@@ -163,10 +163,11 @@ TEST(StateFile, EveryTruncationIsRefused)
 {
     const QByteArray whole = sealed(worked);
     for (int size = 0; size < whole.size(); ++size)
-        EXPECT_NE(refusal(whole.left(size)), "taken") << size;
-    EXPECT_EQ(refusal(worked), "the state file is cut off: its last line, \"end\" and a checksum, "
-                               "is missing");
-    EXPECT_EQ(refusal(whole), "taken");
+        EXPECT_NE(reasonFor(whole.left(size)), "taken") << size;
+    EXPECT_EQ(reasonFor(worked),
+              "the state file is cut off: its last line, \"end\" and a checksum, "
+              "is missing");
+    EXPECT_EQ(reasonFor(whole), "taken");
 }
 
 TEST(StateFile, EveryInvertedBitIsRefused)
@@ -175,42 +176,42 @@ TEST(StateFile, EveryInvertedBitIsRefused)
     for (int bit = 0; bit < 8 * whole.size(); ++bit) {
         QByteArray damaged = whole;
         damaged[bit / 8] = static_cast<char>(damaged.at(bit / 8) ^ (1 << bit % 8));
-        EXPECT_NE(refusal(damaged), "taken") << bit;
+        EXPECT_NE(reasonFor(damaged), "taken") << bit;
     }
 }
 
 TEST(StateFile, BytesBehindTheLastLineAreRefused)
 {
-    EXPECT_EQ(refusal(sealed(worked) + "x"),
+    EXPECT_EQ(reasonFor(sealed(worked) + "x"),
               "the state file is damaged: it ends with \"end 4097AB99?x\", its content gives "
               "\"end 4097AB99\"");
 }
 
 TEST(StateFile, ChecksumThatDisagreesIsRefused)
 {
-    EXPECT_EQ(refusal(worked + "end 00000000\n"),
+    EXPECT_EQ(reasonFor(worked + "end 00000000\n"),
               "the state file is damaged: it ends with \"end 00000000\", its content gives \"end "
               "4097AB99\"");
 }
 
 TEST(StateFile, UnknownKindIsRefused)
 {
-    EXPECT_EQ(refusal(workedWith("kind fwu", "kind fwx")),
+    EXPECT_EQ(reasonFor(workedWith("kind fwu", "kind fwx")),
               "the state file has \"kind fwx\" in line 2, expected \"kind\" and fwu or fwd");
-    EXPECT_EQ(refusal(workedWith("kind fwu", "king fwu")),
+    EXPECT_EQ(reasonFor(workedWith("kind fwu", "king fwu")),
               "the state file has \"king fwu\" in line 2, expected \"kind\" and fwu or fwd");
 }
 
 TEST(StateFile, UnknownValidityIsRefused)
 {
-    EXPECT_EQ(refusal(workedWith("valid yes", "valid maybe")),
+    EXPECT_EQ(reasonFor(workedWith("valid yes", "valid maybe")),
               "the state file has \"valid maybe\" in line 3, expected \"valid\" and yes or no");
 }
 
 TEST(StateFile, LengthThatIsNoNumberInRangeIsRefused)
 {
     for (const char* length : {"x", "-1", "+9", "09", "1001", "99999999999", "9 ", ""})
-        EXPECT_EQ(refusal(workedWith("length 9", QByteArray("length ") + length)),
+        EXPECT_EQ(reasonFor(workedWith("length 9", QByteArray("length ") + length)),
                   std::string("the state file has \"length ") + length +
                       "\" in line 4, expected \"length\" and a number from 0 to 1000");
 }
@@ -218,7 +219,7 @@ TEST(StateFile, LengthThatIsNoNumberInRangeIsRefused)
 TEST(StateFile, VersionThatIsNotFourDigitsIsRefused)
 {
     for (const char* version : {"1.0.2", "1.0.2.x", "1.0.2.44", "1024", "-", "1.0.2.4 "})
-        EXPECT_EQ(refusal(workedWith("version 1.0.2.4", QByteArray("version ") + version)),
+        EXPECT_EQ(reasonFor(workedWith("version 1.0.2.4", QByteArray("version ") + version)),
                   std::string("the state file has \"version ") + version +
                       "\" in line 5, expected \"version\" and four digits, as in 1.0.2.3");
 }
@@ -226,17 +227,17 @@ TEST(StateFile, VersionThatIsNotFourDigitsIsRefused)
 TEST(StateFile, ChecksumThatIsNotEightHexDigitsIsRefused)
 {
     for (const char* crc : {"cbf43926", "CBF4392", "0CBF43926", "XBF43926", "-"})
-        EXPECT_EQ(refusal(workedWith("crc CBF43926", QByteArray("crc ") + crc)),
+        EXPECT_EQ(reasonFor(workedWith("crc CBF43926", QByteArray("crc ") + crc)),
                   std::string("the state file has \"crc ") + crc +
                       "\" in line 6, expected \"crc\" and eight hex digits");
 }
 
 TEST(StateFile, InvalidCodeHasNoVersionAndNoChecksum)
 {
-    EXPECT_EQ(refusal(workedWith("valid yes", "valid no")),
+    EXPECT_EQ(reasonFor(workedWith("valid yes", "valid no")),
               "the state file has \"version 1.0.2.4\" in line 5, expected \"version\" and -");
-    EXPECT_EQ(refusal(workedWith("valid yes\nlength 9\nversion 1.0.2.4",
-                                 "valid no\nlength 9\nversion -")),
+    EXPECT_EQ(reasonFor(workedWith("valid yes\nlength 9\nversion 1.0.2.4",
+                                   "valid no\nlength 9\nversion -")),
               "the state file has \"crc CBF43926\" in line 6, expected \"crc\" and -");
 }
 
@@ -245,37 +246,37 @@ TEST(StateFile, CodeLineThatDoesNotFitIsRefused)
     for (const char* line :
          {"000001 313233343536373839", "000000 3132333435363738", "000000 31323334353637383930",
           "000000 31323334353637383x", "000000 3132333435363738 39", "0 313233343536373839", ""})
-        EXPECT_EQ(refusal(workedWith("000000 313233343536373839", line)),
+        EXPECT_EQ(reasonFor(workedWith("000000 313233343536373839", line)),
                   std::string("the state file has \"") + line +
                       "\" in line 7, expected the address 000000 and 9 code bytes");
 }
 
 TEST(StateFile, MissingAndFurtherCodeLinesAreRefused)
 {
-    EXPECT_EQ(refusal(workedWith("000000 313233343536373839\n", "")),
+    EXPECT_EQ(reasonFor(workedWith("000000 313233343536373839\n", "")),
               "the state file has \"\" in line 7, expected more code");
-    EXPECT_EQ(refusal(sealed(worked + "000009 30\n")),
+    EXPECT_EQ(reasonFor(sealed(worked + "000009 30\n")),
               "the state file has \"000009 30\" in line 8, expected the end of the code");
 }
 
 TEST(StateFile, MissingLinesAreRefused)
 {
-    EXPECT_EQ(refusal(sealed("simulated product state 1\n")),
+    EXPECT_EQ(reasonFor(sealed("simulated product state 1\n")),
               "the state file has \"\" in line 2, expected \"kind\" and fwu or fwd");
-    EXPECT_EQ(refusal(sealed("simulated product state 1\nkind fwu\nvalid no\n")),
+    EXPECT_EQ(reasonFor(sealed("simulated product state 1\nkind fwu\nvalid no\n")),
               "the state file has \"\" in line 4, expected \"length\" and a number from 0 to 1000");
 }
 
 TEST(StateFile, TextLargerThanAnyStateIsRefused)
 {
     EXPECT_EQ(
-        refusal("simulated product state 1\n" + QByteArray(4000, '0')),
+        reasonFor("simulated product state 1\n" + QByteArray(4000, '0')),
         "the state file has 4026 bytes, too many for a product with room for 1000 code bytes");
 }
 
 TEST(StateFile, LargestStateIsTaken)
 {
-    for (const int size : {1, 32, 33, memorySize}) {
+    for (const int size : {1, 32, 33, sizeOfMemory}) {
         StoredCode code;
         code.bytes = codeOfSize(size);
         code.valid = true;

@@ -9,7 +9,6 @@ namespace {
 constexpr quint8 otherModel = 0x42;
 constexpr int modelAt = 5;
 constexpr int modelInIdentityAt = 10;
-constexpr int commandAt = 6;
 const QByteArray identityHead = QByteArray::fromHex("F07E");
 
 } // namespace

@@ -10,6 +10,8 @@
 
 namespace sweep {
 
+constexpr int commandAt = 6; // behind F0, manufacturer, family and model
+
 struct WireEvent {
     enum class Kind { Sent, Arrived, Lost };
 

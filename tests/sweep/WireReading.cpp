@@ -9,7 +9,6 @@ const QByteArray calculatedRequest = QByteArray::fromHex("F0006B2D304131F7");
 namespace {
 
 constexpr hx::Microseconds longestPause = 1000 * 1000; // inside a message
-constexpr int commandAt = 6;
 constexpr int valueAt = 7;
 constexpr int valueSize = 4;
 
