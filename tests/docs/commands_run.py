@@ -10,10 +10,12 @@ project's scripts or programs, or a line of the examples of a manual page. It mu
 nothing that one document leaves behind is there for the next.
 
 What a test cannot run stands in NOT_RUN. A script there must at least be in the tree and know the
-options that the document gives it. Blocks of language console, and the manual of hxmidi, show output too
+options that the document gives it. So must what a sentence names in `backquotes`: such a command is one
+to be completed, and only its words and options are looked up. Blocks of language console, and the manual of hxmidi, show output too
 and are run by tests/hxmidi/DocumentExamplesTest.cpp, which must name their document.
 """
 
+import itertools
 import os
 import pathlib
 import re
@@ -24,23 +26,26 @@ import tempfile
 
 SOURCE, BUILD = (pathlib.Path(word).resolve() for word in sys.argv[1:3])
 
-# Beginnings of commands, and why they are not run here.
+# Beginnings of commands, and why they are not run here; the longest that fits counts. None: it is run.
 NOT_RUN = {
     "scripts/setup": "installs packages",
+    "scripts/run": "installs packages",
     "scripts/build": "builds the tree that this test is part of",
-    "scripts/run": "sets up and builds",
-    "scripts/test": "runs this test; scripts/test-asan too",
+    "scripts/test": "builds and runs the tests that this test is one of",
+    "scripts/test-asan": "the same under the sanitizers; .ci/run runs it",
+    "scripts/test-tsan": "builds the tree another time",
+    ".ci/run": "runs all tests",
     "scripts/analyse": "takes minutes; .ci/run runs it",
     "scripts/check-format": "needs clang-format; .ci/run runs it",
-    "scripts/check-package": "builds packages in a clean folder; takes minutes",
-    "scripts/abi": "tests/abi runs it",
-    "scripts/sweep": "runs a test program of its own for minutes",
+    "scripts/check-package": "builds packages; .ci/run runs the quick form",
+    "scripts/abi": "needs clang; tests/abi runs it",
+    "scripts/sweep": "builds its program, takes a minute; .ci/run runs it",
+    "scripts/fuzz": "builds with clang, searches for minutes; .ci/run runs it",
     "scripts/mutate": "builds and tests many times over",
-    "scripts/fuzz": "searches for minutes to hours",
-    "scripts/bench": "measures, which needs an idle machine",
+    "scripts/mutate --list": None,
     "scripts/coverage": "builds and tests another time",
-    "scripts/soak": "runs for hours",
-    ".ci/run": "runs all tests",
+    "scripts/soak": "builds its program, takes minutes; tests/soak has a short form",
+    "scripts/bench": "measures for minutes, which needs an idle machine",
 }
 
 # Documents whose commands run elsewhere, in the place that they are written for.
@@ -102,20 +107,56 @@ def commands_of(document):
     return found
 
 
+def commands_in_sentences(document):
+    text = (SOURCE / document).read_text(encoding="utf-8")
+    prose = "\n".join(line for language, lines in blocks(text) if language is None for line in lines)
+    return [" ".join(span.split()) for span in re.findall(r"`([^`]+)`", prose) if INDENTED.match(span)]
+
+
+def beginning_of(command):
+    """The entry of NOT_RUN that a command begins with."""
+    words = re.sub(r"^\./", "", command).split()
+    fitting = [name for name in NOT_RUN if words[:len(name.split())] == name.split()]
+    return max(fitting, key=len, default=None)
+
+
 def reason_not_to_run(command):
-    word = re.sub(r"^\./", "", command.split()[0])
-    return next((reason for name, reason in NOT_RUN.items() if word.startswith(name)), None)
+    return NOT_RUN.get(beginning_of(command))
+
+
+def options_of(command):
+    return re.findall(r"(?<= )--?[a-z][a-z-]*", command.split("#")[0])
+
+
+def complaint_about_options(command, known):
+    unknown = [option for option in options_of(command) if not re.search(rf"(?<![\w-]){option}\b", known)]
+    return f"{command.split()[0]} does not know {unknown[0]}" if unknown else None
 
 
 def complaint_about_script(command):
-    """What is wrong with a command that is not run."""
-    words = command.split("#")[0].split()
-    script = SOURCE / words[0]
+    """What is wrong with a command of a script that is not run."""
+    script = SOURCE / command.split()[0]
     if not os.access(script, os.X_OK):
-        return f"{words[0]} is not in the tree"
-    text = script.read_text(encoding="utf-8")
-    unknown = [word for word in words[1:] if word.startswith("--") and word not in text]
-    return f"{words[0]} does not know {unknown[0]}" if unknown else None
+        return f"{command.split()[0]} is not in the tree"
+    return complaint_about_options(command, script.read_text(encoding="utf-8"))
+
+
+def complaint_about_program(command):
+    """What is wrong with words and options of one of our programs, by its own help."""
+    words = list(itertools.takewhile(re.compile("[a-z]+$").match, command.split()))
+    asked = subprocess.run([BUILD / "bin" / words[0], *words[1:], "--help"],
+                           capture_output=True, text=True, check=False, timeout=60)
+    if f"Usage: {' '.join(words)} " not in asked.stdout:
+        return "is no command"
+    return complaint_about_options(command, asked.stdout)
+
+
+def check_sentences(document, report):
+    for command in commands_in_sentences(document):
+        if re.match(r"(\./)?(scripts/|\.ci/)", command):
+            report(document, command, complaint_about_script(command))
+        elif command.startswith(("hxhost ", "hxmidi ")):
+            report(document, command, complaint_about_program(command))
 
 
 class Scratch:
@@ -184,10 +225,10 @@ def check_console_blocks(document, report):
 
 def check_lists(documents, report):
     """Nothing is left out for a reason that has gone."""
-    used = {command for document in documents for command in commands_of(document)}
-    for name in NOT_RUN:
-        if not any(re.sub(r"^\./", "", command).startswith(name) for command in used) and not (SOURCE / name).exists():
-            report("NOT_RUN", name, "stands in no document and is not in the tree")
+    used = {beginning_of(command) for document in documents
+            for command in commands_of(document) + commands_in_sentences(document)}
+    for name in NOT_RUN.keys() - used:
+        report("NOT_RUN", name, "stands in no document")
     for document, test in RUN_ELSEWHERE.items():
         if not commands_of(document) or not (SOURCE / test).exists():
             report("RUN_ELSEWHERE", document, f"holds no command, or there is no {test}")
@@ -210,6 +251,7 @@ def main():
         scratch = Scratch(folder)
         for document in documents:
             check_console_blocks(document, report)
+            check_sentences(document, report)
             run += check_document(scratch, document, report)
     check_lists(every, report)
     print("\n".join(failures) or f"{run} commands of {len(documents)} documents run as printed")
