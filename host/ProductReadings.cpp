@@ -10,7 +10,6 @@ namespace {
 constexpr int commandBytes = 7;  // F0 up to the command byte, which a refusal repeats
 constexpr int valuePosition = 7; // of the first value byte in a reply
 constexpr int checksumGroups = 4;
-constexpr int versionBytesCount = 4;
 constexpr int serialNumberBytes = 8;
 constexpr int imageReplyBytes = 22;
 constexpr int noImageBytes = 10; // the reply about an image that is not there

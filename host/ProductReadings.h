@@ -10,6 +10,8 @@
 
 namespace hx {
 
+constexpr int versionBytesCount = 4; // one for each number of a version
+
 enum class ReadingState {
     NotRead,
     Good,

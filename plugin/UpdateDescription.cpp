@@ -9,7 +9,7 @@ namespace {
 constexpr int shortestMessage = 7;
 constexpr int commandPosition = 6;
 
-unsigned byteAt(const HxMidiData& message, int position)
+unsigned valueAt(const HxMidiData& message, int position)
 {
     return static_cast<unsigned char>(message.bytes.at(position));
 }
@@ -23,7 +23,7 @@ CodeType kindOfImage(const HxMidiData& first, const HxMidiData& last)
 {
     if (!isClosingMessage(last))
         return CodeType::Unknown;
-    switch (byteAt(first, commandPosition)) {
+    switch (valueAt(first, commandPosition)) {
     case 0x42:
         return CodeType::Fwd;
     case 0x43:
@@ -55,7 +55,7 @@ FwUpdateProtocol ValdrinBootInterface::getUpdateProtocol(QString const&,
         qDebug() << "ERROR: CodeType is unknown.";
         return protocol;
     }
-    protocol.fidpid = static_cast<int>(byteAt(last, 4) << 16 | byteAt(last, 5));
+    protocol.fidpid = static_cast<int>(valueAt(last, 4) << 16 | valueAt(last, 5));
     protocol.codeType = kind;
 
     const auto pattern = [&](const char* key) {

@@ -15,7 +15,7 @@ constexpr int productX = 650;
 constexpr int middleX = (hostX + productX) / 2;
 constexpr int noteX = 676;
 constexpr int headWidth = 90;
-constexpr int headHeight = 24;
+constexpr int lifelineHeadHeight = 24;
 constexpr int rowHeight = 27;
 constexpr int noteHeight = 15;
 constexpr int textAbove = 5; // an arrow's label stands so much above it, a fault's below
@@ -172,7 +172,7 @@ void drawRow(SvgPage& page, int y, const SequenceRow& row)
 void drawHead(SvgPage& page, int x, int y, const QString& name)
 {
     constexpr int baseline = 16;
-    page.box("head", x - headWidth / 2, y, headWidth, headHeight);
+    page.box("head", x - headWidth / 2, y, headWidth, lifelineHeadHeight);
     page.text("heading", Anchor::Middle, x, y + baseline, name);
 }
 
@@ -180,7 +180,7 @@ void drawHead(SvgPage& page, int x, int y, const QString& name)
 
 int sequenceHeight(const std::vector<SequenceRow>& rows)
 {
-    int height = headHeight + rowHeight;
+    int height = lifelineHeadHeight + rowHeight;
     for (const SequenceRow& row : rows)
         height += heightOf(row);
     return height;
@@ -189,13 +189,13 @@ int sequenceHeight(const std::vector<SequenceRow>& rows)
 void drawSequence(SvgPage& page, int y, const std::vector<SequenceRow>& rows)
 {
     const int bottom = y + sequenceHeight(rows);
-    page.line("life", hostX, y + headHeight, hostX, bottom);
-    page.line("life", productX, y + headHeight, productX, bottom);
+    page.line("life", hostX, y + lifelineHeadHeight, hostX, bottom);
+    page.line("life", productX, y + lifelineHeadHeight, productX, bottom);
     drawHead(page, hostX, y, QStringLiteral("host"));
     drawHead(page, productX, y, QStringLiteral("product"));
     page.text("heading", Anchor::Start, noteX + headWidth / 2, y + 16,
               QStringLiteral("what the host made of it"));
-    int rowY = y + headHeight + rowHeight;
+    int rowY = y + lifelineHeadHeight + rowHeight;
     for (const SequenceRow& row : rows) {
         drawRow(page, rowY, row);
         rowY += heightOf(row);

@@ -6,7 +6,7 @@ namespace hx {
 
 namespace {
 
-constexpr BuilderField fields[] = {
+constexpr BuilderField builderFields[] = {
     {"VV", ArgumentType::Integer, 0},      {"V8", ArgumentType::Integer, 0},
     {"P8", ArgumentType::Integer, 0},      {"P14", ArgumentType::Word, 14},
     {"V14", ArgumentType::Word, 14},       {"UT", ArgumentType::Word, 32},
@@ -21,15 +21,15 @@ constexpr BuilderField fields[] = {
 const BuilderField* findBuilderField(const QByteArray& token)
 {
     const QByteArray upper = token.toUpper();
-    const auto found = std::find_if(std::begin(fields), std::end(fields),
+    const auto found = std::find_if(std::begin(builderFields), std::end(builderFields),
                                     [&](const BuilderField& field) { return upper == field.name; });
-    return found == std::end(fields) ? nullptr : found;
+    return found == std::end(builderFields) ? nullptr : found;
 }
 
 QByteArray builderFieldNames()
 {
     QByteArray names;
-    for (const BuilderField& field : fields)
+    for (const BuilderField& field : builderFields)
         names += QByteArray(field.name) + ' ';
     return names.trimmed();
 }

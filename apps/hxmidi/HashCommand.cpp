@@ -9,7 +9,7 @@ namespace hx {
 
 namespace {
 
-void run(const InputOptions& options, Outcome& outcome)
+void hash(const InputOptions& options, Outcome& outcome)
 {
     const HxMidiData data = readInput(options, outcome);
     const QString hash =
@@ -29,7 +29,7 @@ void addHashCommand(CommandLine& line)
     CLI::App* command =
         line.add("hash", "Print the 64-bit content hash of the bytes in hexadecimal");
     addInputOptions(*command, *options);
-    line.setRun(command, [options](Outcome& outcome) { run(*options, outcome); });
+    line.setRun(command, [options](Outcome& outcome) { hash(*options, outcome); });
 }
 
 } // namespace hx

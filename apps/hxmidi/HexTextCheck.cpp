@@ -1,5 +1,7 @@
 #include "apps/hxmidi/HexTextCheck.h"
 
+#include "apps/hxmidi/Characters.h"
+
 #include "apps/hxmidi/HexToken.h"
 
 #include <algorithm>
@@ -12,11 +14,6 @@ struct Piece {
     QByteArray text; // without the blanks inside it
     Span span;
 };
-
-bool isPrintable(char c)
-{
-    return c >= ' ' && c <= '~';
-}
 
 // Looks at one text from its first to its last character that is not blank.
 class HexTextChecker {

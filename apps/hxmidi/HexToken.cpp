@@ -1,5 +1,7 @@
 #include "apps/hxmidi/HexToken.h"
 
+#include "apps/hxmidi/Characters.h"
+
 #include "apps/hxmidi/BuilderField.h"
 
 #include "mididata/HxMidiData.h"
@@ -9,11 +11,6 @@
 namespace hx {
 
 namespace {
-
-bool isHexDigit(char c)
-{
-    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
-}
 
 // The digits of a token without its sign and prefix.
 QByteArray digitsOf(QByteArray token)

@@ -21,7 +21,7 @@ QString textOf(const PlacedMessage& message)
     return text;
 }
 
-void run(const InputOptions& options, Outcome& outcome)
+void parse(const InputOptions& options, Outcome& outcome)
 {
     const HxMidiData data = readInput(options, outcome);
     if (outcome.findings.hasErrors())
@@ -46,7 +46,7 @@ void addParseCommand(CommandLine& line)
     CLI::App* command =
         line.add("parse", "Show the bytes that a text denotes, and in words what is universal");
     addInputOptions(*command, *options);
-    line.setRun(command, [options](Outcome& outcome) { run(*options, outcome); });
+    line.setRun(command, [options](Outcome& outcome) { parse(*options, outcome); });
 }
 
 } // namespace hx

@@ -1,5 +1,7 @@
 #include "apps/hxmidi/PatternCheck.h"
 
+#include "apps/hxmidi/Characters.h"
+
 #include "apps/hxmidi/PatternScanner.h"
 
 #include <algorithm>
@@ -11,11 +13,6 @@ namespace {
 // Beyond these QRegExp runs out of memory or of stack.
 constexpr qint64 mostElements = 10000;
 constexpr int deepestNesting = 100;
-
-bool isPrintable(char c)
-{
-    return c >= ' ' && c <= '~';
-}
 
 bool refusesCharacter(const SourceText& pattern, Findings& findings)
 {
@@ -56,11 +53,6 @@ bool refusesExpression(const SourceText& pattern, const Findings& why, Findings&
                        QStringLiteral("QRegExp's syntax"), QStringLiteral("see docs/pattern.md"),
                        Place{pattern, {0, pattern.text.size()}});
     return true;
-}
-
-bool isHexDigit(char upper)
-{
-    return (upper >= '0' && upper <= '9') || (upper >= 'A' && upper <= 'F');
 }
 
 // Whether only blanks, which are removed, stand between two places of the pattern.

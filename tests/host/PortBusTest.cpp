@@ -11,8 +11,8 @@ using namespace hx;
 namespace {
 
 const QByteArray command = hex("F0006B2D304130F7");
-const QByteArray reply = hex("F0006B2D3041305F507226F7");
-const QString pattern = QStringLiteral("F0 00 6B 2D 30 41 30 .. .. .. ..");
+const QByteArray checksumReply = hex("F0006B2D3041305F507226F7");
+const QString checksumPattern = QStringLiteral("F0 00 6B 2D 30 41 30 .. .. .. ..");
 
 class Recorder : public BusObserver {
 public:
@@ -50,7 +50,7 @@ protected:
 
     HxMidiData transact(unsigned timeoutMs = 2200)
     {
-        return bus.transact(HxMidiData(command), pattern, timeoutMs);
+        return bus.transact(HxMidiData(command), checksumPattern, timeoutMs);
     }
 
     ScriptedPort port;
@@ -62,21 +62,21 @@ protected:
 
 TEST_F(PortBusTest, SendsTheCommandAndReturnsTheReply)
 {
-    answerWith(reply);
-    EXPECT_EQ(transact().bytes, reply);
+    answerWith(checksumReply);
+    EXPECT_EQ(transact().bytes, checksumReply);
     EXPECT_EQ(port.sent, std::vector<QByteArray>{command});
     EXPECT_EQ(bus.lastEnd(), ExchangeEnd::Answered);
     EXPECT_TRUE(bus.errorText.isEmpty());
     EXPECT_EQ(recorder.count(BusEventKind::Sent), 1);
-    EXPECT_EQ(recorder.first(BusEventKind::Received).bytes, reply);
+    EXPECT_EQ(recorder.first(BusEventKind::Received).bytes, checksumReply);
     EXPECT_EQ(recorder.first(BusEventKind::Received).time, 1000);
 }
 
 TEST_F(PortBusTest, MatchesCompactSpacedAndLowerCasePatternsAlike)
 {
-    answerWith(reply);
+    answerWith(checksumReply);
     for (const char* text : {"F0006B2D304130", "F0 00 6b 2d 30 41 30", "f0 xx 6B 2D .. 41 3[01]"})
-        EXPECT_EQ(bus.transact(HxMidiData(command), text, 10).bytes, reply) << text;
+        EXPECT_EQ(bus.transact(HxMidiData(command), text, 10).bytes, checksumReply) << text;
 }
 
 TEST_F(PortBusTest, MatchesFromTheFirstByteOn)
@@ -88,14 +88,14 @@ TEST_F(PortBusTest, MatchesFromTheFirstByteOn)
 
 TEST_F(PortBusTest, LetsBytesFollowTheMatchedPart)
 {
-    answerWith(reply);
-    EXPECT_EQ(bus.transact(HxMidiData(command), "F0 00", 10).bytes, reply);
+    answerWith(checksumReply);
+    EXPECT_EQ(bus.transact(HxMidiData(command), "F0 00", 10).bytes, checksumReply);
 }
 
 TEST_F(PortBusTest, AnEmptyPatternFitsAnyMessage)
 {
-    answerWith(hex("F8") + reply);
-    EXPECT_EQ(bus.transact(HxMidiData(command), QString(), 10).bytes, reply);
+    answerWith(hex("F8") + checksumReply);
+    EXPECT_EQ(bus.transact(HxMidiData(command), QString(), 10).bytes, checksumReply);
 }
 
 TEST_F(PortBusTest, RemovesTheBlanksOfACompiledPattern)
@@ -109,8 +109,8 @@ TEST_F(PortBusTest, RemovesTheBlanksOfACompiledPattern)
 TEST_F(PortBusTest, IgnoresAndReportsWhatDoesNotFit)
 {
     const QByteArray other = hex("F0006B2D304121F7");
-    answerWith(other + hex("904001") + reply);
-    EXPECT_EQ(transact().bytes, reply);
+    answerWith(other + hex("904001") + checksumReply);
+    EXPECT_EQ(transact().bytes, checksumReply);
     EXPECT_EQ(recorder.count(BusEventKind::Ignored), 2);
     EXPECT_EQ(recorder.first(BusEventKind::Ignored).bytes, other);
     EXPECT_EQ(recorder.first(BusEventKind::Ignored).text,
@@ -119,8 +119,8 @@ TEST_F(PortBusTest, IgnoresAndReportsWhatDoesNotFit)
 
 TEST_F(PortBusTest, ReportsDroppedAndRealTimeBytes)
 {
-    answerWith(hex("0102F7") + hex("F8") + reply);
-    EXPECT_EQ(transact().bytes, reply);
+    answerWith(hex("0102F7") + hex("F8") + checksumReply);
+    EXPECT_EQ(transact().bytes, checksumReply);
     EXPECT_EQ(recorder.count(BusEventKind::Dropped), 2);
     EXPECT_EQ(recorder.first(BusEventKind::Dropped).text, "data bytes that belong to no message");
     EXPECT_EQ(recorder.first(BusEventKind::RealTime).bytes, hex("F8"));
@@ -139,15 +139,15 @@ TEST_F(PortBusTest, EndsTheWaitAtTheTimeoutAndSaysWhatItWaitedFor)
 TEST_F(PortBusTest, CountsTheTimeoutFromTheEndOfSending)
 {
     port.microsecondsPerByte = 320;
-    answerWith(reply, 2199 * 1000);
-    EXPECT_EQ(transact(2200).bytes, reply);
+    answerWith(checksumReply, 2199 * 1000);
+    EXPECT_EQ(transact(2200).bytes, checksumReply);
 }
 
 TEST_F(PortBusTest, TakesAReplyAtTheDeadlineAndNoneAfterIt)
 {
-    answerWith(reply, 2200 * 1000);
-    EXPECT_EQ(transact(2200).bytes, reply);
-    answerWith(reply, 2200 * 1000 + 1);
+    answerWith(checksumReply, 2200 * 1000);
+    EXPECT_EQ(transact(2200).bytes, checksumReply);
+    answerWith(checksumReply, 2200 * 1000 + 1);
     EXPECT_TRUE(transact(2200).bytes.isEmpty());
 }
 
@@ -204,7 +204,7 @@ TEST_F(PortBusTest, SendsNothingForAPatternThatIsNoRegularExpression)
 
 TEST_F(PortBusTest, DoesNotTakeALateOldReplyForTheAnswer)
 {
-    answerWith(reply, 5000 * 1000);
+    answerWith(checksumReply, 5000 * 1000);
     EXPECT_TRUE(transact(2200).bytes.isEmpty());
     port.answer = nullptr;
     port.clock().sleepUntil(6000 * 1000);
@@ -214,16 +214,16 @@ TEST_F(PortBusTest, DoesNotTakeALateOldReplyForTheAnswer)
 
 TEST_F(PortBusTest, DoesNotTakeTheRestOfAnOldReplyForTheAnswer)
 {
-    port.arrive(reply.left(6));
-    port.answer = [&](const QByteArray&, int) { port.arrive(reply.mid(6), 1000); };
+    port.arrive(checksumReply.left(6));
+    port.answer = [&](const QByteArray&, int) { port.arrive(checksumReply.mid(6), 1000); };
     EXPECT_TRUE(transact(100).bytes.isEmpty());
     EXPECT_EQ(recorder.count(BusEventKind::Dropped), 3);
 }
 
 TEST_F(PortBusTest, AnExtraReplyInOneChunkIsNotTakenForTheNextAnswer)
 {
-    answerWith(reply + reply);
-    EXPECT_EQ(transact().bytes, reply);
+    answerWith(checksumReply + checksumReply);
+    EXPECT_EQ(transact().bytes, checksumReply);
     port.answer = nullptr;
     EXPECT_TRUE(transact(100).bytes.isEmpty());
     EXPECT_EQ(recorder.count(BusEventKind::Ignored), 1);
@@ -232,18 +232,18 @@ TEST_F(PortBusTest, AnExtraReplyInOneChunkIsNotTakenForTheNextAnswer)
 TEST_F(PortBusTest, AssemblesAReplyCutAnywhere)
 {
     port.answer = [&](const QByteArray&, int) {
-        for (int i = 0; i < reply.size(); ++i)
-            port.arrive(reply.mid(i, 1), 1000 * (i + 1));
+        for (int i = 0; i < checksumReply.size(); ++i)
+            port.arrive(checksumReply.mid(i, 1), 1000 * (i + 1));
     };
-    EXPECT_EQ(transact().bytes, reply);
+    EXPECT_EQ(transact().bytes, checksumReply);
 }
 
 TEST_F(PortBusTest, AnInputThatNeverStopsDoesNotKeepACommandFromBeingSent)
 {
     for (int i = 0; i < 10000; ++i)
         port.arrive(hex("F8"));
-    answerWith(reply);
-    EXPECT_EQ(transact().bytes, reply);
+    answerWith(checksumReply);
+    EXPECT_EQ(transact().bytes, checksumReply);
 }
 
 TEST_F(PortBusTest, SaysThatThePortIsGone)
@@ -288,11 +288,11 @@ TEST_F(PortBusTest, AnInterruptDuringAWaitEndsItWithinASlice)
 TEST_F(PortBusTest, ListensWithoutSending)
 {
     port.arrive(hex("F8"), 100);
-    port.arrive(reply, 200);
+    port.arrive(checksumReply, 200);
     port.arrive(hex("F8"), 2000 * 1000);
     const AssembledEvents events = bus.listen(1000 * 1000);
     ASSERT_EQ(events.size(), 2u);
-    EXPECT_EQ(events[1].bytes, reply);
+    EXPECT_EQ(events[1].bytes, checksumReply);
     EXPECT_EQ(port.clock().now(), 1000 * 1000);
     EXPECT_TRUE(port.sent.empty());
     EXPECT_EQ(recorder.first(BusEventKind::Ignored).text, "heard while listening");

@@ -14,24 +14,24 @@ using namespace hx;
 
 namespace {
 
-constexpr int codeBytes = 230;       // three data messages, the last one short
+constexpr int smallCodeBytes = 230;  // three data messages, the last one short
 constexpr int exchanges = 2 + 5 + 4; // before, the image, after
 constexpr Microseconds longestRun = 10 * 60 * 1000000LL;
 
-const UpdateImage& image()
+const UpdateImage& smallImage()
 {
-    static const UpdateImage made = samples::image(codeBytes);
+    static const UpdateImage made = samples::image(smallCodeBytes);
     return made;
 }
 
-UpdateResult update(ProductSession& session)
+UpdateResult updateAgainst(ProductSession& session)
 {
-    return runUpdate(session.device(), session.bus, image());
+    return runUpdate(session.device(), session.bus, smallImage());
 }
 
 bool holdsTheCode(const SimulatedProduct& product)
 {
-    return product.isCodeValid() && product.codeBytes() == image().code;
+    return product.isCodeValid() && product.codeBytes() == smallImage().code;
 }
 
 // Runs an update with these faults and checks what must hold whatever they are.
@@ -39,7 +39,7 @@ UpdateResult updateWith(const QStringList& faults)
 {
     SCOPED_TRACE(faults.join(" ").toStdString());
     ProductSession session(faults);
-    const UpdateResult result = update(session);
+    const UpdateResult result = updateAgainst(session);
     EXPECT_LE(session.port.clock().now(), longestRun);
     EXPECT_EQ(result.reason.isEmpty(), result.succeeded());
     EXPECT_FALSE(result.productState.isEmpty());
@@ -48,7 +48,7 @@ UpdateResult updateWith(const QStringList& faults)
         EXPECT_EQ(result.progress.message, 5);
     }
     ProductSession again(session.product(), {});
-    const UpdateResult second = update(again);
+    const UpdateResult second = updateAgainst(again);
     EXPECT_TRUE(second.succeeded()) << second.reason.toStdString();
     EXPECT_TRUE(holdsTheCode(again.product()));
     return result;
@@ -87,7 +87,7 @@ TEST(UpdateFaults, OneLostDamagedOrDoubledMessageOfTheImageIsMendedByARetry)
 TEST(UpdateFaults, NoDamagedByteOfAMessageLeadsToAFalseSuccess)
 {
     for (int message = 3; message <= 7; ++message) {
-        const int size = image().messages.at(message - 3).bytes.size();
+        const int size = smallImage().messages.at(message - 3).bytes.size();
         for (int byte = 0; byte < size; ++byte) {
             const int bit = (message + byte) % 8;
             updateWith({QString("damage-message:%1:%2:%3")

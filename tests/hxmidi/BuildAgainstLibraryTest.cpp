@@ -93,8 +93,8 @@ Argument randomArgument(Random& random, const std::string& field)
     return argument;
 }
 
-const std::vector<std::string> fields = {"VV",  "V8",  "P8",    "P14",   "V14",  "UT",  "V32",
-                                         "I32", "F32", "NIB24", "NIB32", "MSTR", "CSTR"};
+const std::vector<std::string> textFields = {"VV",  "V8",  "P8",    "P14",   "V14",  "UT",  "V32",
+                                             "I32", "F32", "NIB24", "NIB32", "MSTR", "CSTR"};
 const std::vector<std::string> literals = {"F0", "7e",    "123", "FFFF", "-1",
                                            "XX", "F0,7E", "",    "F7"};
 
@@ -117,8 +117,8 @@ bool givesNoBytes(const std::string& field, const Argument& argument)
     return field == "CSTR" && argument.text.empty();
 }
 
-// Tokens separated by blanks, at most four of them fields with an argument. The token after a text
-// without bytes is passed over, so that, a field or not, it gets no argument.
+// Tokens separated by blanks, at most four of them fields with an argument. The token after a
+// text without bytes is passed over, so that, a field or not, it gets no argument.
 Case makeCase(Random& random)
 {
     LogCapture quiet;
@@ -128,7 +128,7 @@ Case makeCase(Random& random)
     for (int i = 0; i < tokens; ++i) {
         const bool mayBeField = skipped || int(made.arguments.size()) < mostArguments;
         const bool isField = mayBeField && random.oneIn(2);
-        const std::string token = random.of(isField ? fields : literals);
+        const std::string token = random.of(isField ? textFields : literals);
         made.format += (i > 0 ? " " : "") + randomCase(random, token);
         const bool takesArgument = isField && !skipped;
         if (takesArgument)

@@ -10,7 +10,7 @@
 
 namespace {
 
-const std::vector<std::string> pieces = {
+const std::vector<std::string> textPieces = {
     "F0", "7e", "00", "F7", "7",    "123",      "0x",       "0X7F", "-1", "-5", "+5",
     "..", "XX", "VV", "G",  "FFFF", "FFFFFFFF", "80000000", "x",    "-",  "+",  "12345"};
 
@@ -20,7 +20,7 @@ std::string randomText(Random& random)
     std::string text;
     const int count = random.below(7);
     for (int i = 0; i < count; ++i)
-        text += random.of(pieces) + random.of(separators);
+        text += random.of(textPieces) + random.of(separators);
     return random.oneIn(5) ? " " + text : text;
 }
 

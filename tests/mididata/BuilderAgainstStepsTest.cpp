@@ -10,8 +10,8 @@
 
 namespace {
 
-const std::vector<std::string> texts = {"",  "41 42", "AB",    "XX", "0x123456",
-                                        " ", "7",     "F0,7E", "-1"};
+const std::vector<std::string> textArguments = {"",  "41 42", "AB",    "XX", "0x123456",
+                                                " ", "7",     "F0,7E", "-1"};
 
 /** Literals and other tokens that take no argument. */
 const std::vector<std::string> literals = {"F0",      "7e",       "00",       "F7",   "7",   "123",
@@ -119,7 +119,7 @@ TEST(BuilderAgainstSteps, textsThatMayFail)
     const std::vector<std::string> names = {"MSTR", "CSTR"};
     for (int i = 0; i < 20000 && !HasFatalFailure(); ++i) {
         const std::string format = formatOf(random, {random.of(names), random.of(names)});
-        compare(format, random.of(texts).c_str(), random.of(texts).c_str());
+        compare(format, random.of(textArguments).c_str(), random.of(textArguments).c_str());
     }
 }
 

@@ -15,6 +15,11 @@ inline QByteArray hex(const char* digits)
     return QByteArray::fromHex(digits);
 }
 
+inline QString text(const char* latin1)
+{
+    return QString::fromLatin1(latin1);
+}
+
 inline HxMidiData dataOf(const char* digits)
 {
     return HxMidiData(hex(digits));

@@ -18,11 +18,6 @@ QString table(int size, int columns, int len = -1)
     return HxMidiData(bytes).toStringTable(len, columns);
 }
 
-QString text(const char* latin1)
-{
-    return QString::fromLatin1(latin1);
-}
-
 } // namespace
 
 TEST(DumpTable, ofNothingIsTheFirstLabel)

@@ -3,15 +3,6 @@
 
 #include <gtest/gtest.h>
 
-namespace {
-
-QString text(const char* latin1)
-{
-    return QString::fromLatin1(latin1);
-}
-
-} // namespace
-
 TEST(Rendering, compactHex)
 {
     const HxMidiData data = dataOf("F07E");

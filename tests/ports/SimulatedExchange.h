@@ -9,8 +9,7 @@
 namespace hx {
 
 inline const QByteArray identify = QByteArray::fromHex("F07E7F0601F7");
-inline const QByteArray identityReply =
-    QByteArray::fromHex("F07E000602006B2D3000410031303233F7");
+inline const QByteArray identityReply = QByteArray::fromHex("F07E000602006B2D3000410031303233F7");
 
 inline FaultyProduct productWith(const char* fault)
 {

@@ -8,7 +8,6 @@ namespace hx {
 
 namespace {
 
-constexpr unsigned unknownIdentifier = 0x7F007F;
 constexpr unsigned identifierBits = 0x7F007F; // family and model are MIDI data bytes
 
 QString hexWord(unsigned identifier)

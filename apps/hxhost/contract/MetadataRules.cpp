@@ -41,7 +41,7 @@ void judgeClassName(const RuleSubject& subject, RuleResult* result)
                         .arg(real, subject.plugin.className()));
 }
 
-void judgeKeys(const RuleSubject& subject, RuleResult* result)
+void judgeMetadataKeys(const RuleSubject& subject, RuleResult* result)
 {
     std::set<QString> seen;
     for (const QString& key : subject.plugin.keys()) {
@@ -117,7 +117,7 @@ std::vector<Rule> metadataRules()
         {"metadata.interface", "the interface identifier ends with the name of the class",
          judgeInterfaceId},
         {"metadata.class", "the metadata names the object's class", judgeClassName},
-        {"metadata.keys", "there is a key, each once and without blanks", judgeKeys},
+        {"metadata.keys", "there is a key, each once and without blanks", judgeMetadataKeys},
         {"casts", "casts by interface name, interface identifier and class name give the object",
          judgeCasts},
         {"instance.single", "every call of the instance function gives the same object",

@@ -167,7 +167,7 @@ bool changesTheProduct(const DeviceInterface& device, const QByteArray& command)
     return false;
 }
 
-void judgeCommands(const RuleSubject& subject, RuleResult* result)
+void judgeCommandsSent(const RuleSubject& subject, RuleResult* result)
 {
     AnsweringBus bus(subject.device());
     readAll(subject.device(), bus);
@@ -204,7 +204,7 @@ std::vector<Rule> replyRules()
         {"serial-number", "esn() is the product's number as hex", judgeSerialNumber},
         {"code-check", "isCodeValid() is true for two equal checksums alone", judgeCodeCheck},
         {"commands", "what is sent is whole messages that change nothing, with sane timeouts",
-         judgeCommands},
+         judgeCommandsSent},
     };
 }
 

@@ -9,7 +9,6 @@ namespace hx {
 
 namespace {
 
-constexpr int unknownIdentifier = 0x7F007F;
 constexpr char fwuCommand = 0x43;
 
 QString tagText(CodeType kind)

@@ -1,0 +1,16 @@
+// Kinds of characters in the texts that a user writes.
+#pragma once
+
+namespace hx {
+
+inline bool isPrintable(char c)
+{
+    return c >= ' ' && c <= '~';
+}
+
+inline bool isHexDigit(char c)
+{
+    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
+}
+
+} // namespace hx
