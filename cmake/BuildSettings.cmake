@@ -24,3 +24,11 @@ add_compile_definitions(QT_DEPRECATED_WARNINGS QT_NO_KEYWORDS)
 set(HX_QT_VERSION 5.12) # the oldest that this project is built with
 list(APPEND CMAKE_MODULE_PATH ${CMAKE_CURRENT_LIST_DIR})
 include(${CMAKE_CURRENT_LIST_DIR}/Install.cmake)
+
+# hx_precompile(TARGET HEADER...): headers that cost most of the time its files take to compile.
+function(hx_precompile target)
+  target_precompile_headers(${target} PRIVATE ${ARGN})
+  # A header with a time in it would never be found in the compiler's cache.
+  target_compile_options(${target} PRIVATE
+    $<$<CXX_COMPILER_ID:Clang>:SHELL:-Xclang -fno-pch-timestamp>)
+endfunction()
