@@ -1,5 +1,4 @@
-#ifndef HX_BENCH_ALLOCATIONCOUNT_H
-#define HX_BENCH_ALLOCATIONCOUNT_H
+#pragma once
 
 #include <cstdint>
 
@@ -12,5 +11,3 @@ bool countsAllocations();
 std::uint64_t allocationCount();
 
 } // namespace hxbench
-
-#endif

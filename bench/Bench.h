@@ -1,5 +1,4 @@
-#ifndef HX_BENCH_BENCH_H
-#define HX_BENCH_BENCH_H
+#pragma once
 
 #include "bench/AllocationCount.h"
 
@@ -52,5 +51,3 @@ void addPlainOperations();
 void addUpdateLoop();
 
 } // namespace hxbench
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef HX_BENCH_EXPRESSIONS_H
-#define HX_BENCH_EXPRESSIONS_H
+#pragma once
 
 #include <QByteArray>
 
@@ -32,5 +31,3 @@ private:
 #endif
 
 } // namespace hxbench
-
-#endif

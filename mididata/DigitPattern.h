@@ -1,5 +1,4 @@
-#ifndef HX_DIGITPATTERN_H
-#define HX_DIGITPATTERN_H
+#pragma once
 
 #include "mididata/DigitRun.h"
 
@@ -61,5 +60,3 @@ Fit fit(const char* pattern, const QByteArray& bytes, bool atStart);
 Fit fitAtStart(const char* pattern, const QByteArray& bytes);
 
 } // namespace hx
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef HX_DIGITRUN_H
-#define HX_DIGITRUN_H
+#pragma once
 
 #include "mididata/PatternItem.h"
 
@@ -63,5 +62,3 @@ private:
 };
 
 } // namespace hx
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef HX_HEXBLOCK_H
-#define HX_HEXBLOCK_H
+#pragma once
 
 #include "mididata/HexDigits.h"
 
@@ -73,5 +72,3 @@ inline void writeBlock(char16_t* to, const char* from)
 #endif
 
 } // namespace hx
-
-#endif

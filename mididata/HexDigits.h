@@ -1,5 +1,4 @@
-#ifndef HX_HEXDIGITS_H
-#define HX_HEXDIGITS_H
+#pragma once
 
 #include <array>
 #include <cstddef>
@@ -54,5 +53,3 @@ constexpr int hexByte(char high, char low)
 }
 
 } // namespace hx
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef HX_HEXNUMBER_H
-#define HX_HEXNUMBER_H
+#pragma once
 
 #include <string_view>
 
@@ -18,5 +17,3 @@ struct HexNumber {
 HexNumber readHexNumber(std::string_view token);
 
 } // namespace hx
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef HX_HEXTEXTWRITER_H
-#define HX_HEXTEXTWRITER_H
+#pragma once
 
 #include "mididata/HexBlock.h"
 #include "mididata/HexDigits.h"
@@ -67,5 +66,3 @@ inline char16_t* writeText(char16_t* to, std::u16string_view text)
 }
 
 } // namespace hx
-
-#endif

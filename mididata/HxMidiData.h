@@ -1,5 +1,4 @@
-#ifndef HX_MIDIDATA_H
-#define HX_MIDIDATA_H
+#pragma once
 
 #include <QByteArray>
 #include <QList>
@@ -438,5 +437,3 @@ QDataStream& operator<<(QDataStream& stream, const HxMidiData& data);
 
 /** Replaces the bytes alone; the other members keep their values. */
 QDataStream& operator>>(QDataStream& stream, HxMidiData& data);
-
-#endif

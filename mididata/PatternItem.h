@@ -1,5 +1,4 @@
-#ifndef HX_PATTERNITEM_H
-#define HX_PATTERNITEM_H
+#pragma once
 
 #include "mididata/HexDigits.h"
 
@@ -83,5 +82,3 @@ inline const char* skipBlanks(const char* at)
 const char* readSpecialItem(const char* at, DigitMask*& next);
 
 } // namespace hx
-
-#endif

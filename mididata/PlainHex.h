@@ -1,5 +1,4 @@
-#ifndef HX_PLAINHEX_H
-#define HX_PLAINHEX_H
+#pragma once
 
 #include "mididata/HexBlock.h"
 #include "mididata/HexDigits.h"
@@ -75,5 +74,3 @@ bool readPlainHex(const Char* text, qint64 length, QByteArray& bytes, IsSeparato
 }
 
 } // namespace hx
-
-#endif

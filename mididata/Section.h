@@ -1,5 +1,4 @@
-#ifndef HX_SECTION_H
-#define HX_SECTION_H
+#pragma once
 
 #include <QtGlobal>
 
@@ -27,5 +26,3 @@ inline Section clippedSection(qint64 pos, qint64 len, int size)
 }
 
 } // namespace hx
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef HX_TESTS_BYTES_H
-#define HX_TESTS_BYTES_H
+#pragma once
 
 #include "mididata/HxMidiData.h"
 #include "tests/support/QtPrinting.h"
@@ -53,5 +52,3 @@ private:
 public:
     HxMidiData data;
 };
-
-#endif

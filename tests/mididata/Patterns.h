@@ -1,5 +1,4 @@
-#ifndef HX_TESTS_PATTERNS_H
-#define HX_TESTS_PATTERNS_H
+#pragma once
 
 #include "tests/mididata/Random.h"
 
@@ -23,5 +22,3 @@ std::string patternLike(Random& random, const QByteArray& bytes);
 
 /** A string of pattern characters without any sense to it, most of them no correct expression. */
 std::string anyPattern(Random& random);
-
-#endif

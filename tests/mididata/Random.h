@@ -1,5 +1,4 @@
-#ifndef HX_TESTS_RANDOM_H
-#define HX_TESTS_RANDOM_H
+#pragma once
 
 #include <QByteArray>
 
@@ -50,5 +49,3 @@ public:
 private:
     std::mt19937 engine;
 };
-
-#endif

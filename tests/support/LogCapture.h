@@ -1,5 +1,4 @@
-#ifndef HX_TESTS_LOGCAPTURE_H
-#define HX_TESTS_LOGCAPTURE_H
+#pragma once
 
 #include <QList>
 #include <QString>
@@ -68,5 +67,3 @@ private:
     QtMessageHandler previous = nullptr;
     QList<LogLine> collected;
 };
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef HX_TESTS_TRANSCRIPTION_H
-#define HX_TESTS_TRANSCRIPTION_H
+#pragma once
 
 #include <QByteArray>
 #include <QList>
@@ -73,5 +72,3 @@ QString toStringDec(const QByteArray& bytes);
 QString toStringTable(const QByteArray& bytes, int len, int columns);
 
 } // namespace transcription
-
-#endif
