@@ -12,6 +12,7 @@ namespace hx {
 struct MidiChunk {
     QByteArray bytes;
     Microseconds time = 0;
+    qint64 lostBefore = 0; // bytes that arrived before these and were lost: too many waited
 };
 
 class MidiPort {

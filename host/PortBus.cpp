@@ -133,7 +133,7 @@ void PortBus::discardStaleInput()
         const MidiChunk chunk = m_port.receive(now);
         if (chunk.bytes.isEmpty())
             break;
-        queue(m_assembler.feed(chunk.bytes, chunk.time));
+        take(chunk);
         now = clock.now();
     }
     queue(m_assembler.flush());
@@ -148,7 +148,7 @@ bool PortBus::receiveUntil(Microseconds deadline)
     const MidiChunk chunk = m_port.receive(deadline);
     Clock& clock = m_port.clock();
     if (!chunk.bytes.isEmpty()) {
-        queue(m_assembler.feed(chunk.bytes, chunk.time));
+        take(chunk);
         return true;
     }
     if (!m_port.errorText.isEmpty())
@@ -156,6 +156,13 @@ bool PortBus::receiveUntil(Microseconds deadline)
     clock.sleepUntil(deadline);
     queue(m_assembler.idle(clock.now()));
     return true;
+}
+
+void PortBus::take(const MidiChunk& chunk)
+{
+    if (chunk.lostBefore > 0)
+        queue(m_assembler.lose(chunk.time));
+    queue(m_assembler.feed(chunk.bytes, chunk.time));
 }
 
 void PortBus::queue(const AssembledEvents& events)
@@ -221,9 +228,11 @@ void PortBus::noteCameInstead(const AssembledEvent& event)
     if (event.kind == AssembledEvent::Kind::RealTime || ++m_wait.unused > mostListed)
         return;
     const QString what = hexTextShort(event.message());
-    m_wait.cameInstead << (isMessage(event)
-                               ? what
-                               : QStringLiteral("%1 (%2)").arg(what, dropReasonText(event.reason)));
+    if (isMessage(event))
+        m_wait.cameInstead << what;
+    else
+        m_wait.cameInstead
+            << QStringLiteral("%1 (%2)").arg(what, dropReasonText(event.reason)).trimmed();
 }
 
 QString PortBus::cameInstead() const
@@ -283,7 +292,8 @@ void PortBus::reportUnused(const AssembledEvent& event, const QString& why)
     case AssembledEvent::Kind::RealTime:
         return report(event, BusEventKind::RealTime, QString());
     case AssembledEvent::Kind::Dropped:
-        return report(event, BusEventKind::Dropped, dropReasonText(event.reason));
+        return report(event, event.bytes.isEmpty() ? BusEventKind::Decided : BusEventKind::Dropped,
+                      dropReasonText(event.reason));
     case AssembledEvent::Kind::SysEx:
     case AssembledEvent::Kind::Short:
         return report(event, BusEventKind::Ignored, why);

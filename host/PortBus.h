@@ -93,6 +93,7 @@ private:
     bool interrupted() const;
     void discardStaleInput();
     bool receiveUntil(Microseconds deadline);
+    void take(const MidiChunk& chunk);
     void queue(const AssembledEvents& events);
     BusData waitFor(const ReplyTest& fits, Microseconds timeout);
     BusData takeFitting(const ReplyTest& fits);

@@ -38,6 +38,8 @@ QString dropReasonText(DropReason reason)
         return QStringLiteral("a message whose rest did not come in time");
     case DropReason::Abandoned:
         return QStringLiteral("a message still unfinished when the wait for it ended");
+    case DropReason::InputLost:
+        return QStringLiteral("input was lost here: more waited to be read than the port keeps");
     }
     return QString();
 }
@@ -67,6 +69,17 @@ AssembledEvents SysExAssembler::feed(const QByteArray& bytes, Microseconds time)
 AssembledEvents SysExAssembler::idle(Microseconds now)
 {
     dropWhenIdle(now);
+    return std::exchange(m_events, {});
+}
+
+AssembledEvents SysExAssembler::lose(Microseconds time)
+{
+    giveUp(DropReason::InputLost);
+    m_runningStatus = 0;
+    AssembledEvent mark;
+    mark.reason = DropReason::InputLost;
+    mark.firstByte = mark.lastByte = time;
+    m_events.push_back(mark);
     return std::exchange(m_events, {});
 }
 

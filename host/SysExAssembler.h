@@ -22,6 +22,7 @@ enum class DropReason {
     TooLong,         // a SysEx longer than the upper bound, up to its end
     Idle,            // a message whose rest did not come within the idle limit
     Abandoned,       // a message still unfinished when the receiver stopped waiting for it
+    InputLost,       // a message of which the port lost a part
 };
 
 // The reason in words, such as "cut off by the F0 of the next message".
@@ -68,6 +69,11 @@ public:
 
     // Tells that nothing has come until `now`: a message that has paused too long is dropped.
     AssembledEvents idle(Microseconds now);
+
+    // Tells that bytes were lost before what comes next. A message under way is given up, and data
+    // bytes no longer follow an earlier status byte. The last event is a Dropped without bytes,
+    // which marks the place.
+    AssembledEvents lose(Microseconds time);
 
     // Gives up an unfinished message, reported with `reason`.
     AssembledEvents flush(DropReason reason = DropReason::Abandoned);

@@ -1,6 +1,7 @@
 #include "ports/ChunkQueue.h"
 
 #include <chrono>
+#include <utility>
 
 namespace hx {
 
@@ -14,6 +15,7 @@ void ChunkQueue::put(const MidiChunk& chunk)
         }
         m_bytes += chunk.bytes.size();
         m_chunks.push_back(chunk);
+        m_chunks.back().lostBefore = std::exchange(m_lost, 0);
     }
     m_arrived.notify_one();
 }
@@ -28,14 +30,6 @@ std::optional<MidiChunk> ChunkQueue::take(Microseconds wait)
     m_chunks.pop_front();
     m_bytes -= chunk.bytes.size();
     return chunk;
-}
-
-qint64 ChunkQueue::takeLost()
-{
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    const qint64 lost = m_lost;
-    m_lost = 0;
-    return lost;
 }
 
 } // namespace hx

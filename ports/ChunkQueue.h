@@ -12,7 +12,7 @@ namespace hx {
 
 class ChunkQueue {
 public:
-    // Bytes that wait at most; what arrives above that is lost, and `take` says so.
+    // Bytes that wait at most; what arrives above that is lost, as the next chunk says.
     static constexpr qint64 maxBytes = qint64(4) * 1024 * 1024;
 
     void put(const MidiChunk& chunk);
@@ -20,15 +20,12 @@ public:
     // Waits at most `wait` for the oldest chunk.
     std::optional<MidiChunk> take(Microseconds wait);
 
-    // Bytes that were lost since the last call, because nobody took those before them.
-    qint64 takeLost();
-
 private:
     std::mutex m_mutex;
     std::condition_variable m_arrived;
     std::deque<MidiChunk> m_chunks;
     qint64 m_bytes = 0;
-    qint64 m_lost = 0;
+    qint64 m_lost = 0; // since the last chunk was put
 };
 
 } // namespace hx

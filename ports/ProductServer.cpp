@@ -15,6 +15,10 @@ bool ProductServer::serve(Microseconds wait)
     scheduleUnasked();
     const MidiChunk chunk = m_port.receive(nextDue(m_port.clock().now() + wait));
     errorText = m_port.errorText;
+    if (chunk.lostBefore > 0)
+        errorText = QStringLiteral("%1 bytes of input were lost: more waited to be read than the "
+                                   "port keeps")
+                        .arg(chunk.lostBefore);
     if (!errorText.isEmpty())
         return false;
     if (!chunk.bytes.isEmpty()) {

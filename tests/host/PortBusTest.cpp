@@ -319,3 +319,26 @@ TEST_F(PortBusTest, PassesNotesToItsObservers)
     bus.note(BusEventKind::Log, "IOSUPORT: line");
     EXPECT_EQ(recorder.first(BusEventKind::Log).text, "IOSUPORT: line");
 }
+
+TEST_F(PortBusTest, AMessageWithAHoleIsNoAnswerAndTheLossIsTold)
+{
+    port.answer = [this](const QByteArray&, int) {
+        port.arrive(checksumReply.left(6), 1000);
+        port.arriveAfterLoss(checksumReply.mid(6), 12, 2000);
+    };
+    EXPECT_TRUE(transact().bytes.isEmpty());
+    EXPECT_EQ(bus.lastEnd(), ExchangeEnd::TimedOut);
+    EXPECT_TRUE(bus.errorText.contains(
+        "instead came F0 00 6B 2D 30 41 (input was lost here: more waited to be read than the port "
+        "keeps), (input was lost here: more waited to be read than the port keeps)"))
+        << bus.errorText.toStdString();
+    EXPECT_EQ(recorder.first(BusEventKind::Dropped).bytes, checksumReply.left(6));
+    EXPECT_EQ(recorder.first(BusEventKind::Decided).text,
+              "input was lost here: more waited to be read than the port keeps");
+}
+
+TEST_F(PortBusTest, AWholeAnswerBehindALossIsTaken)
+{
+    port.answer = [this](const QByteArray&, int) { port.arriveAfterLoss(checksumReply, 1, 1000); };
+    EXPECT_EQ(transact().bytes, checksumReply);
+}

@@ -203,8 +203,26 @@ TEST(SysExAssembler, SaysEveryReasonInWords)
 {
     QStringList words;
     for (int i = static_cast<int>(DropReason::StrayData);
-         i <= static_cast<int>(DropReason::Abandoned); ++i)
+         i <= static_cast<int>(DropReason::InputLost); ++i)
         words << dropReasonText(static_cast<DropReason>(i));
     EXPECT_EQ(words.removeDuplicates(), 0);
     EXPECT_FALSE(words.contains(QString()));
+}
+
+TEST(SysExAssembler, LostInputEndsTheMessageUnderWayAndTheRunningStatus)
+{
+    SysExAssembler assembler;
+    assembler.feed(hex("F001"), 10);
+    const AssembledEvents events = assembler.lose(20);
+    EXPECT_EQ(texts(events),
+              QStringList({drop(DropReason::InputLost, "F001"), drop(DropReason::InputLost, "")}));
+    EXPECT_EQ(events.back().firstByte, 20);
+    EXPECT_EQ(events.back().lastByte, 20);
+    EXPECT_EQ(texts(assembler.feed(hex("02F7F003F7"), 20)),
+              QStringList({drop(DropReason::StrayData, "02"), drop(DropReason::StrayEnd, "F7"),
+                           "SysEx F003F7"}));
+
+    assembler.feed(hex("904001"), 30);
+    EXPECT_EQ(texts(assembler.lose(40)), QStringList({drop(DropReason::InputLost, "")}));
+    EXPECT_EQ(texts(assembler.feed(hex("4100F8F0F7"), 40)).first(), "RealTime F8");
 }

@@ -84,6 +84,18 @@ TEST(ProductServer, EndsWhenThePortFails)
     EXPECT_EQ(second.errorText, "full");
 }
 
+TEST(ProductServer, EndsWhenInputWasLost)
+{
+    ScriptedPort port;
+    FaultyProduct product;
+    ProductServer server(port, product);
+    port.arriveAfterLoss(identify, 70);
+    EXPECT_FALSE(server.serve(50000));
+    EXPECT_EQ(server.errorText,
+              "70 bytes of input were lost: more waited to be read than the port keeps");
+    EXPECT_TRUE(port.sent.empty());
+}
+
 TEST(ChunkQueue, GivesChunksInOrderAcrossThreads)
 {
     ChunkQueue queue;
@@ -100,23 +112,28 @@ TEST(ChunkQueue, GivesChunksInOrderAcrossThreads)
     sender.join();
     EXPECT_FALSE(queue.take(0).has_value());
     EXPECT_FALSE(queue.take(-5).has_value());
-    EXPECT_EQ(queue.takeLost(), 0);
 }
 
-TEST(ChunkQueue, HoldsABoundedNumberOfBytesAndCountsTheRest)
+TEST(ChunkQueue, HoldsABoundedNumberOfBytesAndTheNextChunkTellsOfTheRest)
 {
     ChunkQueue queue;
     const QByteArray block(1024 * 1024, 'x');
-    for (int i = 0; i < 5; ++i)
+    for (int i = 0; i < 6; ++i)
         queue.put({block, i});
-    EXPECT_EQ(queue.takeLost(), block.size());
-    EXPECT_EQ(queue.takeLost(), 0);
-    int taken = 0;
-    while (queue.take(0))
-        ++taken;
-    EXPECT_EQ(taken, 4);
+    for (int i = 0; i < 4; ++i) {
+        const auto chunk = queue.take(0);
+        ASSERT_TRUE(chunk.has_value());
+        EXPECT_EQ(chunk->time, i);
+        EXPECT_EQ(chunk->lostBefore, 0);
+    }
+    EXPECT_FALSE(queue.take(0).has_value());
     queue.put({block, 9});
-    EXPECT_EQ(queue.take(0)->time, 9);
+    queue.put({block, 10});
+    const auto chunk = queue.take(0);
+    ASSERT_TRUE(chunk.has_value());
+    EXPECT_EQ(chunk->time, 9);
+    EXPECT_EQ(chunk->lostBefore, 2 * block.size());
+    EXPECT_EQ(queue.take(0)->lostBefore, 0);
 }
 
 class StatefulPort : public ::testing::Test {

@@ -33,7 +33,7 @@ public:
         const auto next = m_arriving.begin();
         if (next != m_arriving.end() && next->first <= std::max(deadline, m_clock.now())) {
             m_clock.sleepUntil(next->first);
-            const hx::MidiChunk chunk{next->second, next->first};
+            const hx::MidiChunk chunk = next->second;
             m_arriving.erase(next);
             return chunk;
         }
@@ -49,7 +49,14 @@ public:
     // Bytes that arrive `delay` microseconds from now, in one chunk.
     void arrive(const QByteArray& bytes, hx::Microseconds delay = 0)
     {
-        m_arriving.emplace(m_clock.now() + delay, bytes);
+        arriveAfterLoss(bytes, 0, delay);
+    }
+
+    // The same; before these bytes the port lost `lost` others.
+    void arriveAfterLoss(const QByteArray& bytes, qint64 lost, hx::Microseconds delay = 0)
+    {
+        const hx::Microseconds time = m_clock.now() + delay;
+        m_arriving.emplace(time, hx::MidiChunk{bytes, time, lost});
     }
 
     // Called after each message that is sent, with its bytes and its index.
@@ -64,5 +71,5 @@ public:
 
 private:
     hx::ManualClock m_clock;
-    std::multimap<hx::Microseconds, QByteArray> m_arriving;
+    std::multimap<hx::Microseconds, hx::MidiChunk> m_arriving;
 };
