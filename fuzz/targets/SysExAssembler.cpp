@@ -18,6 +18,7 @@ using Kind = AssembledEvent::Kind;
 struct Chunk {
     QByteArray bytes;
     Microseconds time = 0;
+    bool isAfterLoss = false;
 };
 
 struct Stream {
@@ -34,7 +35,7 @@ Stream streamOf(FuzzInput& input)
     while (!input.atEnd()) {
         const int head = input.byte();
         time += head >= 0xF0 ? 99 + head % 4 : head >> 6; // just within the limit, or beyond it
-        stream.chunks.push_back({input.take(1 + head % 16), time});
+        stream.chunks.push_back({input.take(1 + head % 16), time, (head & 0x3F) == 0x3F});
     }
     return stream;
 }
@@ -51,6 +52,10 @@ AssembledEvents assembled(const Stream& stream, bool byteByByte, Microseconds en
         require(assembler.pending().size() <= bound, "memory stays within the bound");
     };
     for (const Chunk& chunk : stream.chunks) {
+        if (chunk.isAfterLoss) {
+            const AssembledEvents some = assembler.lose(chunk.time);
+            events.insert(events.end(), some.begin(), some.end());
+        }
         if (!byteByByte)
             feed(chunk.bytes, chunk.time);
         for (int i = 0; byteByByte && i < chunk.bytes.size(); ++i)
@@ -104,11 +109,14 @@ int shortSize(quint8 status)
 
 void requireWellFormed(const AssembledEvent& event, const AssemblerLimits& limits)
 {
-    require(!event.bytes.isEmpty(), "an event has bytes");
     require(event.firstByte <= event.lastByte, "the first byte comes first");
     require((event.kind == Kind::Dropped) == (event.reason != DropReason::None),
             "what is dropped has a reason");
     require(event.bytes.size() <= qMax(limits.maxBytes, 3), "an event is bounded");
+    if (event.bytes.isEmpty()) {
+        require(event.reason == DropReason::InputLost, "only the mark of a loss has no bytes");
+        return;
+    }
     require((event.runningStatus == 0) || event.kind == Kind::Short,
             "running status belongs to short messages");
     const QByteArray message = event.message();
@@ -123,13 +131,16 @@ void requireWellFormed(const AssembledEvent& event, const AssemblerLimits& limit
     require(std::all_of(message.begin() + 1, message.end(), isData), "a short message's data");
 }
 
-// Every run F0, data, F7 within bound and pause is a message, and there is no other.
+// Every run F0, data, F7 within bound and pause, without a loss, is a message, and there is no
+// other.
 QList<QByteArray> scanned(const Stream& stream)
 {
     QList<QByteArray> messages;
     QByteArray current;
     Microseconds last = 0;
     for (const Chunk& chunk : stream.chunks) {
+        if (chunk.isAfterLoss)
+            current.clear();
         for (const char byte : chunk.bytes) {
             if (chunk.time - last > stream.limits.idle)
                 current.clear();
@@ -157,7 +168,7 @@ void run(FuzzInput& input)
     Stream stream = streamOf(input);
     const Microseconds end = stream.chunks.empty() ? 0 : stream.chunks.back().time;
     const QByteArray probe("\xF0\xF7", 2); // arrives whatever came before it
-    stream.chunks.push_back({probe, end});
+    stream.chunks.push_back({probe, end, false});
 
     const AssembledEvents events = assembled(stream, false, end);
     const AssembledEvents others = assembled(stream, true, end);
