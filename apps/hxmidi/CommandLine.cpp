@@ -64,6 +64,25 @@ QString messageOf(const CLI::ParseError& error)
     return QString::fromStdString(error.what()).remove(QLatin1Char(guard));
 }
 
+QString commandNames(const CLI::App& app)
+{
+    QStringList names;
+    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; }))
+        names << QString::fromStdString(command->get_name());
+    return QStringLiteral("one of: ") + names.join(QLatin1String(", "));
+}
+
+// The first word where a command should stand and none does; empty when it is an option.
+QString unknownCommand(const CLI::App& app)
+{
+    const std::vector<std::string> left = app.remaining();
+    if (!app.get_subcommands().empty() || left.empty() || left.front().rfind('-', 0) == 0)
+        return {};
+    return QString::fromStdString(unguarded(left.front()));
+}
+
+const QString anyCommandLine = QStringLiteral("a command, its arguments and its options");
+
 constexpr int mostJsonRows = 100000;
 
 // Compact JSON on one line.
@@ -118,10 +137,14 @@ int CommandLine::run(int argc, const char* const* argv)
         return help(request);
     } catch (const CLI::ParseError& error) {
         m_json = asksForJson(argc, argv); // which may not have been reached
-        return refuse(messageOf(error));
+        const QString unknown = unknownCommand(m_app);
+        if (!unknown.isEmpty())
+            return refuse(QStringLiteral("\"%1\" is not a command").arg(unknown),
+                          commandNames(m_app));
+        return refuse(messageOf(error), anyCommandLine);
     }
     if (!m_run)
-        return refuse(QStringLiteral("no command is given"));
+        return refuse(QStringLiteral("no command is given"), commandNames(m_app));
     Outcome outcome(m_streams.input);
     m_run(outcome);
     return finish(outcome);
@@ -131,16 +154,17 @@ int CommandLine::help(const CLI::Success& request)
 {
     std::ostringstream text;
     m_app.exit(request, text, text);
-    m_streams.output.write(text.str().c_str());
-    return int(ExitCode::Success);
+    Outcome outcome(m_streams.input);
+    outcome.text = QByteArray::fromStdString(text.str());
+    return finish(outcome);
 }
 
-int CommandLine::refuse(const QString& what)
+int CommandLine::refuse(const QString& what, const QString& expected)
 {
     if (!m_app.get_subcommands().empty())
         m_name = m_app.get_subcommands().front()->get_name();
     Outcome outcome(m_streams.input);
-    outcome.findings.error(what, QStringLiteral("a command, its arguments and its options"),
+    outcome.findings.error(what, expected,
                            QStringLiteral("see 'hxmidi --help' and 'hxmidi COMMAND --help'"));
     return finish(outcome);
 }

@@ -32,7 +32,7 @@ public:
 
 private:
     int help(const CLI::Success& request);
-    int refuse(const QString& what);
+    int refuse(const QString& what, const QString& expected);
     int finish(Outcome& outcome);
     bool print(const Outcome& outcome);
 

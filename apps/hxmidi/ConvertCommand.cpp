@@ -80,7 +80,8 @@ void addConvertCommand(CommandLine& line)
                      "hex (F0 7E, the default), compact (F07E), raw, decimal (240 126) or c (an "
                      "array)")
         ->type_name("FORM")
-        ->transform(CLI::CheckedTransformer(forms).description(""));
+        ->transform(CLI::Transformer(forms).description(""))
+        ->transform(CLI::IsMember(forms).description(""));
     line.setRun(command, [options](Outcome& outcome) { run(*options, outcome); });
 }
 

@@ -228,7 +228,8 @@ void addInputFormOptions(CLI::App& command, InputOptions& options)
                         "How the data is written: auto, raw, hex, decimal or c; auto is hex text "
                         "unless a file holds a byte that no text has")
             ->type_name("FORM")
-            ->transform(CLI::CheckedTransformer(forms).description(""))
+            ->transform(CLI::Transformer(forms).description(""))
+            ->transform(CLI::IsMember(forms).description(""))
             ->group(inputGroup);
     command.add_flag("--raw", options.raw, "The same as --from raw")
         ->excludes(form)

@@ -100,7 +100,8 @@ void addSumCommand(CommandLine& line)
                      "7bit: the sum modulo 128 (default); complement: what makes it 0 modulo 128; "
                      "32bit: the sum of whole bytes")
         ->type_name("KIND")
-        ->transform(CLI::CheckedTransformer(kinds).description(""));
+        ->transform(CLI::Transformer(kinds).description(""))
+        ->transform(CLI::IsMember(kinds).description(""));
     addSectionOptions(*command, *options);
     line.setRun(command, [options](Outcome& outcome) { run(*options, outcome); });
 }

@@ -71,9 +71,10 @@ TEST(Output, TakesWarningsAsErrorsWhenStrict)
 
 TEST(Output, NamesAnUnknownCommand)
 {
-    const CommandRun run = hxmidi({"frobnicate"});
-    EXPECT_EQ(run.err, "error: The following argument was not expected: frobnicate\n"
-                       "  expected: a command, its arguments and its options\n"
+    const CommandRun run = hxmidi({"frobnicate", "F0"});
+    EXPECT_EQ(run.err, "error: \"frobnicate\" is not a command\n"
+                       "  expected: one of: parse, build, match, diff, dump, split, fields, sum, "
+                       "hash, convert\n"
                        "  next: see 'hxmidi --help' and 'hxmidi COMMAND --help'\n");
     EXPECT_EQ(run.code, 2);
 }
