@@ -1,7 +1,8 @@
 #include "ports/StatefulSimulatedPort.h"
 
+#include "host/WholeFile.h"
+
 #include <QFile>
-#include <QSaveFile>
 
 namespace hx {
 
@@ -32,12 +33,7 @@ bool restoreProduct(SimulatedProduct& product, const QString& path, QString* err
 
 bool saveProduct(const SimulatedProduct& product, const QString& path, QString* error)
 {
-    QSaveFile file(path);
-    const QByteArray state = product.save();
-    if (file.open(QIODevice::WriteOnly) && file.write(state) == state.size() && file.commit())
-        return true;
-    *error = file.errorString();
-    return false;
+    return writeWholeFile(path, product.save(), error);
 }
 
 std::unique_ptr<StatefulSimulatedPort>

@@ -14,6 +14,20 @@ void writeOut(const QByteArray& bytes)
     fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout);
 }
 
+// Whether everything reached standard output, what a command printed as it went included.
+bool allWritten()
+{
+    const bool streamed = bool(std::cout.flush());
+    return fflush(stdout) == 0 && ferror(stdout) == 0 && streamed;
+}
+
+Problem outputLost()
+{
+    return {ExitCode::FileError, QStringLiteral("standard output could not be written to its end"),
+            QStringLiteral("an open standard output, and room where it leads"),
+            QStringLiteral("send it elsewhere; only the result is lost, what was done is done")};
+}
+
 bool asksForJson(int argc, char** argv)
 {
     return std::any_of(argv, argv + argc,
@@ -115,10 +129,21 @@ int CommandLine::run(int argc, char** argv)
     return runChosen();
 }
 
+// --help and --version.
+int CommandLine::showHelp(const CLI::ParseError& request)
+{
+    m_app.exit(request, std::cout, std::cerr);
+    if (allWritten())
+        return int(ExitCode::Success);
+    const Problem problem = outputLost();
+    Console(Verbosity::Normal).problem(problem);
+    return int(problem.code);
+}
+
 int CommandLine::refuse(const CLI::ParseError& error, int argc, char** argv)
 {
     if (error.get_exit_code() == int(CLI::ExitCodes::Success))
-        return m_app.exit(error, std::cout, std::cerr); // --help, --version
+        return showHelp(error);
     Report report;
     const Problem problem = usageProblem(m_app, error);
     report.fail(problem);
@@ -169,6 +194,8 @@ int CommandLine::finish(CommandContext& context)
                      QStringLiteral("the trace could not be written to its end"),
                      QStringLiteral("room on the disk"), QStringLiteral("free some, run again"));
     printResult(context);
+    if (!allWritten() && !report.failed())
+        report.fail(outputLost());
     if (report.problem())
         context.console.problem(*report.problem());
     return int(report.exitCode());

@@ -56,6 +56,7 @@ private:
     int runChosen();
     void runGuarded(CommandContext& context);
     int finish(CommandContext& context);
+    int showHelp(const CLI::ParseError& request);
     int refuse(const CLI::ParseError& error, int argc, char** argv);
     void printResult(CommandContext& context);
 

@@ -4,9 +4,10 @@
 
 #include "host/ImageBuilder.h"
 #include "host/ImageGrammar.h"
+#include "host/WholeFile.h"
 
 #include <QFile>
-#include <QSaveFile>
+#include <QFileInfo>
 
 namespace hx {
 
@@ -36,19 +37,30 @@ bool readCode(CommandContext& context, const QString& path, QByteArray* code)
 
 bool writeImage(CommandContext& context, const QString& path, const QByteArray& content)
 {
-    QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.commit())
+    QString error;
+    if (writeWholeFile(path, content, &error))
         return true;
-    context.fail(
-        ExitCode::FileError,
-        QStringLiteral("the image \"%1\" cannot be written: %2").arg(path, file.errorString()),
-        QStringLiteral("a file name in a folder that may be written to"),
-        QStringLiteral("give another name with -o"));
+    context.fail(ExitCode::FileError,
+                 QStringLiteral("the image \"%1\" cannot be written: %2").arg(path, error),
+                 QStringLiteral("a file name in a folder that may be written to"),
+                 QStringLiteral("give another name with -o"));
     return false;
+}
+
+bool isSameFile(const QString& first, const QString& second)
+{
+    const QString name = QFileInfo(first).canonicalFilePath(); // empty where there is none
+    return !name.isEmpty() && name == QFileInfo(second).canonicalFilePath();
 }
 
 void build(CommandContext& context, const BuildOptions& options)
 {
+    if (isSameFile(QString::fromStdString(options.code), QString::fromStdString(options.output)))
+        return context.fail(ExitCode::Usage,
+                            QStringLiteral("the image would overwrite its own code file \"%1\"")
+                                .arg(QString::fromStdString(options.code)),
+                            QStringLiteral("two different files"),
+                            QStringLiteral("give another name with -o"));
     QByteArray code;
     if (!readCode(context, QString::fromStdString(options.code), &code))
         return;
@@ -62,8 +74,9 @@ void build(CommandContext& context, const BuildOptions& options)
                                            "such as 1.0.2.4")
                                 .arg(image::maxCodeBytes),
                             QStringLiteral("give another code file or --code-version"));
-    if (writeImage(context, QString::fromStdString(options.output), built.fileContent()))
-        addImage(context.report, loadImage(options.output));
+    const QByteArray content = built.fileContent();
+    if (writeImage(context, QString::fromStdString(options.output), content))
+        addImage(context.report, writtenImage(options.output, content));
 }
 
 void inspectImage(CommandContext& context, const std::string& path)

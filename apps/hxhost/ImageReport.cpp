@@ -109,11 +109,15 @@ bool requireGoodImage(CommandContext& context, const LoadedImage& loaded)
 
 LoadedImage loadImage(const std::string& path)
 {
-    LoadedImage loaded;
-    loaded.path = QString::fromStdString(path);
-    loaded.file = readImageFile(loaded.path);
-    loaded.image = parseUpdateImage(loaded.file);
-    return loaded;
+    const QString name = QString::fromStdString(path);
+    const ImageFile file = readImageFile(name);
+    return {name, file, parseUpdateImage(file)};
+}
+
+LoadedImage writtenImage(const std::string& path, const QByteArray& content)
+{
+    const ImageFile file = parseImageFile(content);
+    return {QString::fromStdString(path), file, parseUpdateImage(file)};
 }
 
 void addImage(Report& report, const LoadedImage& loaded)

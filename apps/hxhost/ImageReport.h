@@ -16,6 +16,9 @@ struct LoadedImage {
 
 LoadedImage loadImage(const std::string& path);
 
+// What was written to `path`, which may be a pipe and not be there to be read again.
+LoadedImage writtenImage(const std::string& path, const QByteArray& content);
+
 // Adds kind, product, version, messages, sizes, time on the wire, and every problem.
 void addImage(Report& report, const LoadedImage& loaded);
 

@@ -5,9 +5,9 @@
 #include "apps/hxhost/TraceSvg.h"
 
 #include "host/HexText.h"
+#include "host/WholeFile.h"
 
 #include <QFileInfo>
-#include <QSaveFile>
 
 namespace hx {
 
@@ -101,13 +101,13 @@ void drawTrace(CommandContext& context, const TraceOptions& options,
     const QString path = QString::fromStdString(options.svg);
     const QString title = QFileInfo(QString::fromStdString(options.file)).fileName();
     const QByteArray picture = traceSvg(title, events);
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(picture) != picture.size() || !file.commit())
-        return context.fail(ExitCode::FileError,
-                            QStringLiteral("the picture \"%1\" cannot be written: %2")
-                                .arg(path, file.errorString()),
-                            QStringLiteral("a file name in a folder that may be written to"),
-                            QStringLiteral("give another name with --svg"));
+    QString error;
+    if (!writeWholeFile(path, picture, &error))
+        return context.fail(
+            ExitCode::FileError,
+            QStringLiteral("the picture \"%1\" cannot be written: %2").arg(path, error),
+            QStringLiteral("a file name in a folder that may be written to"),
+            QStringLiteral("give another name with --svg"));
     context.report.add(QStringLiteral("picture"), path);
 }
 

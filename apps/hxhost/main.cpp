@@ -3,8 +3,31 @@
 
 #include <QCoreApplication>
 
+#ifdef Q_OS_UNIX
+#include <fcntl.h>
+#include <unistd.h>
+#endif
+
+namespace {
+
+// A closed standard stream's number would go to the next file that is opened, a trace or a port,
+// and what is meant for the stream would be written into that. Read-only, so that writing fails.
+void holdClosedStreams()
+{
+#ifdef Q_OS_UNIX
+    for (int opened = 0; opened >= 0 && opened <= STDERR_FILENO;) {
+        opened = open("/dev/null", O_RDONLY);
+        if (opened > STDERR_FILENO)
+            close(opened);
+    }
+#endif
+}
+
+} // namespace
+
 int main(int argc, char** argv)
 {
+    holdClosedStreams();
     const QCoreApplication application(argc, argv);
     hx::CommandLine line;
     hx::addAllCommands(line);

@@ -118,6 +118,17 @@ TEST_F(ImageCommands, InspectReadsHexTextAsWell)
     EXPECT_EQ(hxhost({"update", text, "--port", "simulator"}).exitCode, 0);
 }
 
+TEST_F(ImageCommands, BuildLeavesItsOwnCodeFileAlone)
+{
+    const QString code = write("code.bin", "some code");
+    const ProgramResult ended =
+        hxhost({"image", "build", code, "-o", path("./code.bin"), "--kind", "fwu"});
+    EXPECT_EQ(ended.exitCode, 2);
+    EXPECT_TRUE(ended.err.startsWith("error: the image would overwrite its own code file"))
+        << ended.err.toStdString();
+    EXPECT_EQ(read(code), "some code");
+}
+
 TEST_F(ImageCommands, BuildRefusesWhatNoImageCanHold)
 {
     const QString empty = write("empty.bin", "");

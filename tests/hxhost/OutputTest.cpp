@@ -5,7 +5,17 @@
 
 namespace {
 
-class Output : public HxHostTest {};
+class Output : public HxHostTest {
+protected:
+    // The program with its standard output as `redirection` says.
+    ProgramResult shell(const QString& command, const QString& redirection) const
+    {
+        return runProgram(QStringLiteral("/bin/sh"),
+                          {QStringLiteral("-c"),
+                           QStringLiteral("\"$0\" ") + command + QLatin1Char(' ') + redirection,
+                           QStringLiteral(HX_HOST_PROGRAM)});
+    }
+};
 
 const char escape = '\033';
 
@@ -27,6 +37,53 @@ TEST_F(Output, JsonHoldsTheErrorThatStderrShows)
     EXPECT_EQ(ended.err, "error: " + error.value("what").toString().toUtf8() +
                              "\n  expected: " + error.value("expected").toString().toUtf8() +
                              "\n  next: " + error.value("next").toString().toUtf8() + "\n");
+}
+
+TEST_F(Output, ResultThatIsLostIsAFailure)
+{
+    QStringList redirections{">&-"};
+    if (QFile::exists("/dev/full"))
+        redirections << "> /dev/full";
+    for (const QString& redirection : redirections) {
+        for (const char* command :
+             {"identify --port simulator", "identify --port simulator --json",
+              "identify --port simulator --field product", "--help", "--version"}) {
+            const ProgramResult ended = shell(command, redirection);
+            EXPECT_EQ(ended.exitCode, 10) << command << ' ' << redirection.toStdString();
+            EXPECT_TRUE(ended.err.startsWith("error: standard output could not be written"))
+                << ended.err.toStdString();
+        }
+    }
+}
+
+TEST_F(Output, ResultThatIsLostLeavesTheErrorsCode)
+{
+    EXPECT_EQ(shell("identify --port simulator --fault silent", ">&-").exitCode, 5);
+}
+
+TEST_F(Output, ClosedStandardOutputLeavesTheTraceAlone)
+{
+    const QString trace = path("closed.trace");
+    shell("identify --port simulator --trace '" + trace + "'", ">&-");
+    EXPECT_EQ(hxhost({"trace", trace}).exitCode, 0);
+    EXPECT_FALSE(read(trace).contains("identity.version")) << read(trace).toStdString();
+}
+
+// The pipe first: a program that replaced special files would replace the machine's device next.
+TEST_F(Output, DevicesAndPipesAreWrittenToAndNotReplaced)
+{
+    const QString pipe = path("pipe");
+    const QString code = write("code", "some code");
+    const QString script = "mkfifo '%1' && { timeout 10 cat '%1' > '%1.copy' & "
+                           "\"$0\" image build '%2' -o '%1' --kind fwu -q > '%1.out'; wait; "
+                           "test -p '%1' && test -s '%1.copy'; }";
+    ASSERT_EQ(runProgram("/bin/sh", {"-c", script.arg(pipe, code), HX_HOST_PROGRAM}).exitCode, 0);
+    if (!QFile::exists("/dev/full"))
+        GTEST_SKIP() << "there is no /dev/full here";
+    const QString trace = path("session.trace");
+    ASSERT_EQ(hxhost({"identify", "--port", "simulator", "--trace", trace}).exitCode, 0);
+    EXPECT_EQ(hxhost({"trace", trace, "--svg", "/dev/full"}).exitCode, 10);
+    EXPECT_EQ(hxhost({"image", "build", code, "-o", "/dev/full", "--kind", "fwu"}).exitCode, 10);
 }
 
 TEST_F(Output, JsonHoldsUsageErrorsToo)

@@ -1,0 +1,45 @@
+#include "host/WholeFile.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+namespace hx {
+
+namespace {
+
+bool writeTo(QFileDevice& file, const QByteArray& content)
+{
+    return file.write(content) == content.size() && file.flush();
+}
+
+// QSaveFile would put a regular file in the place of a device.
+bool isSpecial(const QString& path)
+{
+    const QFileInfo info(path);
+    return info.exists() && !info.isFile() && !info.isDir();
+}
+
+bool writeSpecial(const QString& path, const QByteArray& content, QString* error)
+{
+    QFile file(path);
+    if (file.open(QIODevice::WriteOnly) && writeTo(file, content))
+        return true;
+    *error = file.errorString();
+    return false;
+}
+
+} // namespace
+
+bool writeWholeFile(const QString& path, const QByteArray& content, QString* error)
+{
+    if (isSpecial(path))
+        return writeSpecial(path, content, error);
+    QSaveFile file(path);
+    if (file.open(QIODevice::WriteOnly) && writeTo(file, content) && file.commit())
+        return true;
+    *error = file.errorString();
+    return false;
+}
+
+} // namespace hx
