@@ -90,6 +90,7 @@ function(hx_install_package)
   file(GLOB documents CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/*.md
     ${PROJECT_SOURCE_DIR}/docs/*.svg ${PROJECT_SOURCE_DIR}/docs/*.trace)
   install(FILES ${documents} DESTINATION ${CMAKE_INSTALL_DOCDIR})
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/schema DESTINATION ${CMAKE_INSTALL_DOCDIR})
   foreach(set IN ITEMS HxMidiKitTargets HxMidiKitPortsTargets)
     install(EXPORT ${set} DESTINATION ${HX_INSTALL_CMAKEDIR})
   endforeach()

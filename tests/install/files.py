@@ -41,6 +41,7 @@ DOCUMENTS = {
     "docs/*.md": "share/doc/HxMidiKit/{name}",
     "docs/*.svg": "share/doc/HxMidiKit/{name}",
     "docs/*.trace": "share/doc/HxMidiKit/{name}",
+    "docs/schema/*.json": "share/doc/HxMidiKit/schema/{name}",
     "docs/man/*.1": "share/man/man1/{name}",
     "completions/*.bash": "share/bash-completion/completions/{stem}",
     "completions/_*": "share/zsh/site-functions/{name}",
