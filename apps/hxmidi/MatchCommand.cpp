@@ -119,7 +119,8 @@ void addMatchCommand(CommandLine& line)
     command->add_flag("-s,--start", options->atStart, "It must fit from the first byte on");
     command->add_flag("-e,--each", options->each,
                       "Look into each message by itself and print those that fit");
-    command->add_flag("-q,--quiet", options->quiet, "Print nothing but errors and warnings; exit with 0 or 1");
+    command->add_flag("-q,--quiet", options->quiet,
+                      "Print nothing but errors and warnings; exit with 0 or 1");
     line.setRun(command, [options](Outcome& outcome) { run(*options, outcome); });
 }
 
