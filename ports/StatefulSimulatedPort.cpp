@@ -11,10 +11,12 @@ namespace {
 // More than the text of the largest memory, which has 16 MiB.
 constexpr qint64 maxStateFileBytes = Q_INT64_C(64) * 1024 * 1024;
 
-} // namespace
-
-bool restoreProduct(SimulatedProduct& product, const QString& path, QString* error)
+bool readState(SimulatedProduct& product, const QString& path, QString* error)
 {
+    if (path.isEmpty()) {
+        *error = QStringLiteral("it has no name");
+        return false;
+    }
     QFile file(path);
     if (!file.exists())
         return true;
@@ -29,6 +31,13 @@ bool restoreProduct(SimulatedProduct& product, const QString& path, QString* err
         return false;
     }
     return product.restore(state, error);
+}
+
+} // namespace
+
+bool restoreProduct(SimulatedProduct& product, const QString& path, QString* error)
+{
+    return readState(product, path, error) && saveProduct(product, path, error);
 }
 
 bool saveProduct(const SimulatedProduct& product, const QString& path, QString* error)

@@ -13,8 +13,8 @@ public:
     using OnSaveError = std::function<void(const QString&)>;
 
     // Plugs in the product that `path` describes, a fresh one when there is no such file yet; null,
-    // with the reason in `error`, when the file is not a state file. When the port is closed the
-    // product's state is written back; `onSaveError` is told when it cannot be.
+    // with the reason in `error`, when the file is not a state file or cannot be written. When the
+    // port is closed the product's state is written back; `onSaveError` is told when it cannot be.
     static std::unique_ptr<StatefulSimulatedPort> open(const QString& path, const FaultPlan& faults,
                                                        const SimulatedPortOptions& options,
                                                        const OnSaveError& onSaveError,
@@ -36,7 +36,8 @@ private:
     OnSaveError m_onSaveError;
 };
 
-// The two steps by themselves, for a product that is driven in another way.
+// The two steps by themselves, for a product that is driven in another way. Restoring writes the
+// state too, so that a place that cannot keep it is known before the product is used.
 bool restoreProduct(SimulatedProduct& product, const QString& path, QString* error);
 bool saveProduct(const SimulatedProduct& product, const QString& path, QString* error);
 

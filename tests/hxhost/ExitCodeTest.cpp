@@ -185,6 +185,16 @@ TEST_F(ExitCodes, FileErrorForFilesThatCannotBeReadOrWritten)
     }
 }
 
+TEST_F(ExitCodes, AStateFileThatCannotBeWrittenIsRefusedBeforeAnythingIsSent)
+{
+    for (const QString& name : {path("no/such/folder/file"), QString()}) {
+        const ProgramResult ended = hxhost({"identify", "--port", "simulator:" + name, "--json"});
+        EXPECT_EQ(ended.exitCode, 10);
+        const QJsonObject document = QJsonDocument::fromJson(ended.out).object();
+        EXPECT_EQ(document["result"].toObject().contains("identity"), false) << ended.out.data();
+    }
+}
+
 TEST_F(ExitCodes, ReplayDivergedWhenSomethingElseIsSent)
 {
     const QString trace = path("trace");

@@ -192,10 +192,21 @@ TEST_F(StatefulPort, StateThatCannotBeReadIsRefused)
     EXPECT_FALSE(openError.isEmpty());
 }
 
-TEST_F(StatefulPort, StateThatCannotBeWrittenIsReported)
+TEST_F(StatefulPort, APlaceThatCannotKeepTheStateIsRefused)
 {
-    open(inFolder("no/such/folder/state"));
-    EXPECT_FALSE(saveError.isEmpty());
+    EXPECT_EQ(open(inFolder("no/such/folder/state")), nullptr);
+    EXPECT_EQ(openError, "No such file or directory");
+}
+
+TEST_F(StatefulPort, StateThatCannotBeWrittenAtTheEndIsReported)
+{
+    const QString folder = inFolder("folder");
+    ASSERT_TRUE(QDir().mkpath(folder));
+    auto port = open(folder + "/state");
+    ASSERT_NE(port, nullptr) << openError.toStdString();
+    ASSERT_TRUE(QDir(folder).removeRecursively());
+    port.reset();
+    EXPECT_EQ(saveError, "No such file or directory");
 }
 
 } // namespace hx

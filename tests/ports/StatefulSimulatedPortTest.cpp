@@ -55,6 +55,16 @@ TEST_F(StateFile, ADamagedFileIsRefusedAndLeavesTheProductAlone)
     EXPECT_EQ(product.codeBytes(), SimulatedProduct().codeBytes());
 }
 
+TEST_F(StateFile, APlaceThatCannotKeepTheStateIsRefusedBeforeTheProductIsUsed)
+{
+    SimulatedProduct product;
+    QString error;
+    EXPECT_FALSE(restoreProduct(product, path() + "/no/such/folder", &error));
+    EXPECT_EQ(error, "No such file or directory");
+    EXPECT_FALSE(restoreProduct(product, QString(), &error));
+    EXPECT_EQ(error, "it has no name");
+}
+
 TEST_F(StateFile, AFileWithoutEndIsRefusedAndNotTakenIntoMemory)
 {
     SimulatedProduct product;
