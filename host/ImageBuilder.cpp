@@ -60,6 +60,11 @@ HxMidiData fileCheckMessage(const QByteArray& code, quint8 command, const QByteA
 
 } // namespace
 
+bool isImageVersion(const QString& version)
+{
+    return !versionDigits(version).isEmpty();
+}
+
 QByteArray BuiltImage::fileContent() const
 {
     QByteArray content;

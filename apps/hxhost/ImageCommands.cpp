@@ -20,6 +20,13 @@ struct BuildOptions {
     std::string version = "1.0.2.4";
 };
 
+std::string checkVersion(const std::string& text)
+{
+    return isImageVersion(QString::fromStdString(text))
+               ? std::string()
+               : '"' + text + "\" is not a version of four digits, such as 1.0.2.4";
+}
+
 bool readCode(CommandContext& context, const QString& path, QByteArray* code)
 {
     QFile file(path);
@@ -64,16 +71,21 @@ void build(CommandContext& context, const BuildOptions& options)
     QByteArray code;
     if (!readCode(context, QString::fromStdString(options.code), &code))
         return;
+    if (parseUpdateImage(parseImageFile(code)).ok())
+        return context.fail(ExitCode::ImageRefused,
+                            QStringLiteral("\"%1\" is an update image already, not code")
+                                .arg(QString::fromStdString(options.code)),
+                            QStringLiteral("the file of code bytes that an image is made of"),
+                            QStringLiteral("send the image with 'hxhost update', or give the code "
+                                           "file"));
     const BuiltImage built =
         buildImage(code, options.kind, QString::fromStdString(options.version));
     if (!built.ok())
         return context.fail(ExitCode::ImageRefused,
                             QStringLiteral("no image can be made of \"%1\": %2")
                                 .arg(QString::fromStdString(options.code), built.error),
-                            QStringLiteral("1 to %1 code bytes and a version of four digits, "
-                                           "such as 1.0.2.4")
-                                .arg(image::maxCodeBytes),
-                            QStringLiteral("give another code file or --code-version"));
+                            QStringLiteral("1 to %1 code bytes").arg(image::maxCodeBytes),
+                            QStringLiteral("give another code file"));
     const QByteArray content = built.fileContent();
     if (writeImage(context, QString::fromStdString(options.output), content))
         addImage(context.report, writtenImage(options.output, content));
@@ -98,6 +110,7 @@ void addBuildCommand(CommandLine& line, CLI::App* group)
         ->required();
     command->add_option("--code-version", options->version, "Version that the code carries")
         ->type_name("A.B.C.D")
+        ->check(checkVersion)
         ->capture_default_str();
     line.setRun(command, [options](CommandContext& context) { build(context, *options); });
 }

@@ -136,9 +136,30 @@ TEST_F(ImageCommands, BuildRefusesWhatNoImageCanHold)
     const QString large = write("large.bin", QByteArray(1048577, 'x'));
     EXPECT_EQ(hxhost({"image", "build", empty, "-o", path("x"), "--kind", "fwu"}).exitCode, 6);
     EXPECT_EQ(hxhost({"image", "build", large, "-o", path("x"), "--kind", "fwu"}).exitCode, 6);
-    EXPECT_EQ(
-        hxhost({"image", "build", code, "-o", path("x"), "--kind", "fwu", "--code-version", "1.2"})
-            .exitCode,
-        6);
     EXPECT_FALSE(QFileInfo::exists(path("x")));
+}
+
+TEST_F(ImageCommands, BuildRefusesAVersionThatIsNotFourDigits)
+{
+    const QString code = write("code.bin", "code");
+    const ProgramResult ended =
+        hxhost({"image", "build", code, "-o", path("x"), "--kind", "fwu", "--code-version", "1.2"});
+    EXPECT_EQ(ended.exitCode, 2);
+    EXPECT_TRUE(ended.err.startsWith("error: --code-version: \"1.2\" is not a version of four "
+                                     "digits, such as 1.0.2.4\n"))
+        << ended.err.toStdString();
+    EXPECT_FALSE(QFileInfo::exists(path("x")));
+}
+
+TEST_F(ImageCommands, BuildRefusesAnUpdateImageInThePlaceOfCode)
+{
+    const QString code = write("code.bin", "code");
+    ASSERT_EQ(hxhost({"image", "build", code, "-o", path("x.syx"), "--kind", "fwu"}).exitCode, 0);
+    const ProgramResult ended =
+        hxhost({"image", "build", path("x.syx"), "-o", path("y.syx"), "--kind", "fwu"});
+    EXPECT_EQ(ended.exitCode, 6);
+    EXPECT_TRUE(ended.err.startsWith("error: \"" + path("x.syx").toUtf8() +
+                                     "\" is an update image already, not code\n"))
+        << ended.err.toStdString();
+    EXPECT_FALSE(QFileInfo::exists(path("y.syx")));
 }

@@ -38,7 +38,7 @@ CASES = [
     (["info", "--port", "replay:TRACE"], 11),
     (["image", "build", "CODE", "-o", "NEW", "--kind", "fwd"], 0),
     (["image", "build", "nowhere", "-o", "NEW", "--kind", "fwu"], 10),
-    (["image", "build", "CODE", "-o", "NEW", "--kind", "fwu", "--code-version", "x"], 6),
+    (["image", "build", "CODE", "-o", "NEW", "--kind", "fwu", "--code-version", "x"], 2),
     (["image", "inspect", "IMAGE"], 0),
     (["image", "inspect", "BAD"], 6),
     (["image", "inspect", "nowhere"], 10),
