@@ -16,7 +16,8 @@ int main(int argc, char** argv)
     QPluginLoader loader(QFileInfo(QString::fromLocal8Bit(argv[1])).absoluteFilePath());
     const QString identifier = loader.metaData().value("IID").toString(); // runs no plugin code
     if (!identifier.startsWith("com.tarv.qtio.DeviceInterface.")) {
-        out << "not a device plugin: " << argv[1] << '\n';
+        out << "not a device plugin: " << argv[1] << ": "
+            << (identifier.isEmpty() ? loader.errorString() : identifier) << '\n';
         return 1;
     }
     auto* device = qobject_cast<DeviceInterface*>(loader.instance());
