@@ -55,6 +55,11 @@ struct Misbehaving {
     const char* what; // a pattern of what is said
 };
 
+void PrintTo(const Misbehaving& plugin, std::ostream* out)
+{
+    *out << '"' << plugin.wish << '"';
+}
+
 class Misbehaviour : public CheckCommand, public testing::WithParamInterface<Misbehaving> {};
 
 const char* const breakable[] = {"names.present",

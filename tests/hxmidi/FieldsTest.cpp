@@ -10,6 +10,11 @@ struct Reading {
     const char* value;
 };
 
+void PrintTo(const Reading& reading, std::ostream* out)
+{
+    *out << '"' << reading.data << ' ' << reading.field << '"';
+}
+
 class FieldValue : public testing::TestWithParam<Reading> {};
 
 TEST_P(FieldValue, IsRead)
@@ -66,7 +71,7 @@ TEST(Fields, TakesTheFallbackOutsideOfTheData)
     EXPECT_EQ(hxmidi({"fields", "--fallback", "0", "F0 01", "string@1+9"}).code, 2);
 }
 
-TEST(Fields, WarnsWhereFourteenBitsLackABytes)
+TEST(Fields, WarnsWhereFourteenBitsLackAByte)
 {
     EXPECT_EQ(hxmidi({"fields", "05 7F", "14bit@1"}).err,
               "warning: only 1 of the 2 bytes are there, missing ones count as 0\n"
@@ -89,6 +94,11 @@ struct BadField {
     const char* field;
     const char* what;
 };
+
+void PrintTo(const BadField& bad, std::ostream* out)
+{
+    *out << '"' << bad.field << '"';
+}
 
 class FieldsBad : public testing::TestWithParam<BadField> {};
 

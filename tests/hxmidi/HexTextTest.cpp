@@ -74,6 +74,11 @@ struct Surprise {
     const char* next;
 };
 
+void PrintTo(const Surprise& surprise, std::ostream* out)
+{
+    *out << '"' << surprise.text << '"';
+}
+
 class HexTextSurprise : public testing::TestWithParam<Surprise> {};
 
 TEST_P(HexTextSurprise, IsWarnedOf)

@@ -47,6 +47,11 @@ struct Words {
     const char* words; // of the line "at 0: ..."
 };
 
+void PrintTo(const Words& expected, std::ostream* out)
+{
+    *out << '"' << expected.bytes << '"';
+}
+
 class MessageWords : public testing::TestWithParam<Words> {};
 
 TEST_P(MessageWords, AreSaid)

@@ -19,6 +19,11 @@ struct Reading {
     int value;
 };
 
+void PrintTo(const Reading& reading, std::ostream* out)
+{
+    *out << '"' << reading.text << '"';
+}
+
 std::string refusal(const char* text)
 {
     QString error;
