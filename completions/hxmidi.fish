@@ -35,7 +35,7 @@ complete -c hxmidi -n "__fish_seen_subcommand_from $readers; and string match -q
 
 complete -c hxmidi -n '__fish_seen_subcommand_from match' -s s -l start -d 'Fit from the first byte on'
 complete -c hxmidi -n '__fish_seen_subcommand_from match' -s e -l each -d 'Each message by itself'
-complete -c hxmidi -n '__fish_seen_subcommand_from match' -s q -l quiet -d 'Print nothing'
+complete -c hxmidi -n '__fish_seen_subcommand_from match' -s q -l quiet -d 'Print nothing but errors and warnings'
 complete -c hxmidi -n '__fish_seen_subcommand_from diff' -l offset -x -d 'Index of the first byte'
 complete -c hxmidi -n '__fish_seen_subcommand_from diff' -l count -x -d 'Compare so many bytes'
 complete -c hxmidi -n '__fish_seen_subcommand_from diff' -l tolerant -d 'Exit with 0 within tolerances'

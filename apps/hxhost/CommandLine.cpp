@@ -59,6 +59,17 @@ QString innermostCommand(const CLI::App& app)
     return chosen.empty() ? name : name + QLatin1Char(' ') + innermostCommand(*chosen.front());
 }
 
+// CLI11 lists surplus words last first.
+QString parserText(const CLI::App& app, const CLI::ParseError& error)
+{
+    if (error.get_exit_code() != int(CLI::ExitCodes::ExtrasError))
+        return QString::fromStdString(error.what());
+    QStringList surplus;
+    for (const std::string& word : app.remaining(true))
+        surplus << QStringLiteral("\"%1\"").arg(QString::fromStdString(word));
+    return QStringLiteral("not expected here: ") + surplus.join(QLatin1Char(' '));
+}
+
 // What the words of the command line lack or have too much, in our words where the parser's own
 // leave the reason out.
 Problem usageProblem(const CLI::App& app, const CLI::ParseError& error)
@@ -70,7 +81,7 @@ Problem usageProblem(const CLI::App& app, const CLI::ParseError& error)
     const std::vector<std::string> left = innermost->remaining();
     const QStringList known = commandNames(*innermost);
     if (known.isEmpty() || left.empty() || left.front().rfind('-', 0) == 0)
-        return {ExitCode::Usage, QString::fromStdString(error.what()),
+        return {ExitCode::Usage, parserText(app, error),
                 QStringLiteral("a command, its arguments and its options"), help};
     return {ExitCode::Usage,
             QStringLiteral("\"%1\" is not a command").arg(QString::fromStdString(left.front())),

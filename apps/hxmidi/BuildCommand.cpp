@@ -40,15 +40,15 @@ void addBuildCommand(CommandLine& line)
     addWords(*command, "ARGUMENT", options->arguments, "One value for every field of the format");
     command->add_flag("--lenient", options->lenient,
                       "Ignore what HxMidiData ignores, with a warning");
-    command->footer("Fields:\n"
-                    "  VV V8 P8   a number as one byte, 0 to 255\n"
-                    "  P14 V14    14 bits in two 7-bit bytes\n"
-                    "  NIB24      24 bits in six bytes of 4 bits\n"
-                    "  NIB32      32 bits in eight bytes of 4 bits\n"
-                    "  V32 I32 UT 32 bits in five bytes\n"
-                    "  F32        a single-precision number in five bytes\n"
-                    "  MSTR       hex text\n"
-                    "  CSTR       characters as they are");
+    line.explain(command, "Fields:\n"
+                          "  VV V8 P8   a number as one byte, 0 to 255\n"
+                          "  P14 V14    14 bits in two 7-bit bytes\n"
+                          "  NIB24      24 bits in six bytes of 4 bits\n"
+                          "  NIB32      32 bits in eight bytes of 4 bits\n"
+                          "  V32 I32 UT 32 bits in five bytes\n"
+                          "  F32        a single-precision number in five bytes\n"
+                          "  MSTR       hex text\n"
+                          "  CSTR       characters as they are\n");
     line.setRun(command, [options](Outcome& outcome) { run(*options, outcome); });
 }
 

@@ -18,12 +18,14 @@ bool asksForJson(int argc, const char* const* argv)
                        [](const char* word) { return std::strcmp(word, "--json") == 0; });
 }
 
-constexpr char footer[] =
+constexpr char dataHelp[] =
     R"(DATA is hex text, @FILE for a file, or @- for standard input; several are joined, and
 without any the standard input is read. 'hxmidi COMMAND --help' lists a command's options;
 'man hxmidi' explains them with examples.
+)";
 
-Exit codes:
+constexpr char exitCodeHelp[] =
+    R"(Exit codes:
   0  done; the pattern matched; the two are the same
   1  the pattern did not match; the two differ
   2  an error in the command line or in the data
@@ -59,9 +61,15 @@ std::vector<std::string> guardedWords(int argc, const char* const* argv)
     return words;
 }
 
-QString messageOf(const CLI::ParseError& error)
+// CLI11 lists surplus words last first.
+QString messageOf(const CLI::App& app, const CLI::ParseError& error)
 {
-    return QString::fromStdString(error.what()).remove(QLatin1Char(guard));
+    if (error.get_exit_code() != int(CLI::ExitCodes::ExtrasError))
+        return QString::fromStdString(error.what()).remove(QLatin1Char(guard));
+    QStringList surplus;
+    for (const std::string& word : app.remaining(true))
+        surplus << quoted(QByteArray::fromStdString(unguarded(word)));
+    return QStringLiteral("not expected here: ") + surplus.join(QLatin1Char(' '));
 }
 
 QString commandNames(const CLI::App& app)
@@ -108,7 +116,7 @@ CommandLine::CommandLine(const Streams& streams)
     m_app.name("hxmidi");
     m_app.set_version_flag("--version", "hxmidi " HXMIDI_VERSION);
     m_app.require_subcommand(0, 1); // of none at all run() complains
-    m_app.footer(footer);
+    m_app.footer(std::string(dataHelp) + '\n' + exitCodeHelp);
 }
 
 CLI::App* CommandLine::add(const std::string& name, const std::string& description, JsonForm json)
@@ -119,6 +127,11 @@ CLI::App* CommandLine::add(const std::string& name, const std::string& descripti
         command->add_flag("--json", m_json, "Print exactly one JSON document, errors included")
             ->group("Output");
     return command;
+}
+
+void CommandLine::explain(CLI::App* command, const std::string& text)
+{
+    command->footer(text + '\n' + exitCodeHelp);
 }
 
 void CommandLine::setRun(CLI::App* command, const Run& run)
@@ -141,7 +154,7 @@ int CommandLine::run(int argc, const char* const* argv)
         if (!unknown.isEmpty())
             return refuse(QStringLiteral("\"%1\" is not a command").arg(unknown),
                           commandNames(m_app));
-        return refuse(messageOf(error), anyCommandLine);
+        return refuse(messageOf(m_app, error), anyCommandLine);
     }
     if (!m_run)
         return refuse(QStringLiteral("no command is given"), commandNames(m_app));

@@ -24,6 +24,9 @@ public:
     CLI::App* add(const std::string& name, const std::string& description,
                   JsonForm json = JsonForm::Available);
 
+    // What the help of `command` says below its options, before the exit codes.
+    void explain(CLI::App* command, const std::string& text);
+
     // What to do when `command` was chosen.
     void setRun(CLI::App* command, const Run& run);
 

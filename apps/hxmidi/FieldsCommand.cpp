@@ -80,16 +80,17 @@ void addFieldsCommand(CommandLine& line)
             },
             "The value of number fields outside of the data, which else are errors")
         ->type_name("N");
-    command->footer("Types of fields:\n"
-                    "  14bit        two 7-bit bytes\n"
-                    "  32bit utime  32 bits in five bytes\n"
-                    "  32bitle      the same, the least significant byte first\n"
-                    "  float32      a single-precision number in five bytes\n"
-                    "  int1 int2    one signed byte; two 7-bit bytes\n"
-                    "  int3 int4    three or four whole bytes\n"
-                    "  string       characters of 7 bits: string@5+8, or without a length to\n"
-                    "               the byte before the last\n"
-                    "  ascii        characters of 8 bits: ascii@5+8, or to the last byte");
+    line.explain(command,
+                 "Types of fields:\n"
+                 "  14bit        two 7-bit bytes\n"
+                 "  32bit utime  32 bits in five bytes\n"
+                 "  32bitle      the same, the least significant byte first\n"
+                 "  float32      a single-precision number in five bytes\n"
+                 "  int1 int2    one signed byte; two 7-bit bytes\n"
+                 "  int3 int4    three or four whole bytes\n"
+                 "  string       characters of 7 bits: string@5+8, or without a length to\n"
+                 "               the byte before the last\n"
+                 "  ascii        characters of 8 bits: ascii@5+8, or to the last byte\n");
     line.setRun(command, [options](Outcome& outcome) { run(*options, outcome); });
 }
 

@@ -1,7 +1,6 @@
 #include "apps/hxmidi/PatternCheck.h"
 
 #include "apps/hxmidi/Characters.h"
-
 #include "apps/hxmidi/PatternScanner.h"
 
 #include <algorithm>
@@ -100,6 +99,13 @@ void warnOfLiterals(const SourceText& pattern, const QVector<PatternLiteral>& li
     }
 }
 
+void warnOfEmptiness(const SourceText& pattern, Findings& findings)
+{
+    if (pattern.text.trimmed().isEmpty())
+        findings.warning(QStringLiteral("the pattern is empty and fits anything"),
+                         QStringLiteral("write the bytes to look for, such as 'F0 7E .. 06 02'"));
+}
+
 void warnOfEscapes(const SourceText& pattern, const QVector<int>& escapes, Findings& findings)
 {
     for (const int at : escapes)
@@ -125,6 +131,7 @@ bool checkPattern(const SourceText& pattern, Findings& findings)
     const PatternElements elements = scanPattern(pattern, why);
     if (refusesSize(pattern, elements, findings) || refusesExpression(pattern, why, findings))
         return false;
+    warnOfEmptiness(pattern, findings);
     warnOfLiterals(pattern, elements.literals, findings);
     warnOfEscapes(pattern, elements.escapes, findings);
     return true;

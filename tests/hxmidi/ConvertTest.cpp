@@ -27,6 +27,8 @@ TEST(Convert, RefusesACArrayWithoutBytes)
 TEST(Convert, RefusesAnUnknownForm)
 {
     EXPECT_EQ(hxmidi({"convert", "--to", "octal", "00"}).code, 2);
+    EXPECT_EQ(hxmidi({"convert", "--to", "octal", "00"}).firstComplaint(),
+              "error: --to: octal not in {c,compact,decimal,hex,raw}");
     EXPECT_EQ(hxmidi({"convert", "--from", "octal", "00"}).code, 2);
 }
 

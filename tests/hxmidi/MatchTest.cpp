@@ -56,10 +56,14 @@ TEST(Match, CountsBytesOfWhichOnlyOneDigitFits)
     EXPECT_EQ(hxmidi({"match", "1F", "01 F7"}).out, "match at byte 0: 01 F7\n");
 }
 
-TEST(Match, FitsWithoutABytesWhenThePatternIsEmpty)
+TEST(Match, FitsWithoutAByteWhenThePatternIsEmptyAndWarnsOfIt)
 {
-    EXPECT_EQ(hxmidi({"match", "", "F0"}).out, "match at byte 0:\n");
-    EXPECT_EQ(hxmidi({"match", ""}).out, "match at byte 0:\n");
+    const CommandRun run = hxmidi({"match", "", "F0"});
+    EXPECT_EQ(run.out, "match at byte 0:\n");
+    EXPECT_EQ(run.err, "warning: the pattern is empty and fits anything\n"
+                       "  next: write the bytes to look for, such as 'F0 7E .. 06 02'\n");
+    EXPECT_EQ(hxmidi({"match", " "}).out, "match at byte 0:\n");
+    EXPECT_EQ(hxmidi({"match", "--strict", "", "F0"}).code, 2);
 }
 
 TEST(Match, PrintsEachMessageThatFits)

@@ -79,6 +79,12 @@ TEST(Output, NamesAnUnknownCommand)
     EXPECT_EQ(run.code, 2);
 }
 
+TEST(Output, NamesSurplusWordsInTheirOrder)
+{
+    EXPECT_EQ(hxmidi({"diff", "F0", "F1", "F2", "--all", "F3"}).firstComplaint(),
+              "error: not expected here: \"F2\" \"--all\" \"F3\"");
+}
+
 TEST(Output, WantsACommand)
 {
     EXPECT_EQ(hxmidi({}).firstComplaint(), "error: no command is given");
@@ -96,6 +102,7 @@ TEST(Output, HasHelpForEveryCommandAndItsExitCodes)
         const CommandRun help = hxmidi({command, "--help"});
         EXPECT_EQ(help.code, 0);
         EXPECT_NE(help.out.find("--strict"), std::string::npos) << command;
+        EXPECT_NE(help.out.find("Exit codes:\n  0 "), std::string::npos) << command;
     }
 }
 

@@ -45,6 +45,13 @@ TEST(Program, FailsWhenItsOutputCannotBeWritten)
         << run.output.toStdString();
 }
 
+TEST(Program, FailsWhenItsHelpCannotBeWritten)
+{
+    const ShellRun run = shell("hxmidi --help >&-");
+    EXPECT_EQ(run.code, 2);
+    EXPECT_EQ(run.output, "error: standard output could not be written to its end\n");
+}
+
 TEST(Program, FailsWhenItsInputCannotBeRead)
 {
     const ShellRun run = shell("hxmidi dump <&-");
