@@ -84,7 +84,7 @@ def check_values(program, shell, check):
 def main():
     program, name, folder = sys.argv[1], sys.argv[2], pathlib.Path(sys.argv[3]).resolve()
     if shutil.which(name) is None:
-        print(f"SKIPPED: {name} is not installed (scripts/setup installs it)")
+        print(f"SKIPPED: {name} is not installed (scripts/setup --tests installs it)")
         return NOT_RUN
     failures = []
 
