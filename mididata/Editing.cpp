@@ -1,5 +1,8 @@
 #include "mididata/HxMidiData.h"
 
+#include <QArrayData>
+
+#include <algorithm>
 #include <functional>
 #include <limits>
 
@@ -25,6 +28,19 @@ bool fitsInt(qint64 value)
     return value <= std::numeric_limits<int>::max();
 }
 
+/** Whether an array can be so long: header, bytes and closing zero are allocated as one int. */
+bool fitsArray(qint64 size)
+{
+    return fitsInt(size + qint64(sizeof(QArrayData)) + 1);
+}
+
+/** How long `size` bytes are after `len` of them at `pos` have become `added` ones. */
+qint64 sizeAfterReplacing(int size, int pos, int len, int added)
+{
+    const int removed = std::max(0, std::min(len, size - pos));
+    return qint64(std::max(pos, size - removed)) + added;
+}
+
 } // namespace
 
 HxMidiData& HxMidiData::append(const HxMidiData& other)
@@ -43,7 +59,9 @@ void HxMidiData::chomp(int n)
 
 QByteArray HxMidiData::replace(int pos, int len, const QByteArray& with)
 {
-    if (pos < 0 || !fitsInt(qint64(pos) + len) || !fitsInt(qint64(pos) + with.size()))
+    if (pos < 0 || !fitsInt(qint64(pos) + len))
+        return bytes;
+    if (!fitsArray(sizeAfterReplacing(bytes.size(), pos, len, with.size())))
         return bytes;
     return bytes.replace(pos, len, deepCopy(with));
 }

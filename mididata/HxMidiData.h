@@ -344,7 +344,8 @@ public:
     /**
      * `len` characters, each a byte without its top bit; with `len` 0 all from `pos` on but the
      * buffer's last byte (normally F7). Bytes outside the buffer read as U+0000, but the text never
-     * grows beyond the larger of 1,048,576 characters and the buffer's size.
+     * grows beyond the larger of 1,048,576 characters and the buffer's size. Empty when it is
+     * longer than a QString can be, as is every text here: that is about 1,073,741,000 characters.
      */
     QString getString(int pos, int len) const;
 
@@ -390,8 +391,8 @@ public:
 
     /**
      * Replaces `len` bytes at `pos` by `with`, by QByteArray::replace()'s rules, and returns the
-     * resulting bytes. Beyond the end the gap is filled with blanks. A negative `pos`, or a
-     * position and length (of the old or the new bytes) whose sum does not fit an int, changes
+     * resulting bytes. Beyond the end the gap is filled with blanks. A negative `pos`, a position
+     * and length whose sum does not fit an int, or a result longer than an array can be changes
      * nothing.
      */
     QByteArray replace(int pos, int len, const QByteArray& with);

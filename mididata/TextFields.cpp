@@ -1,4 +1,6 @@
+#include "mididata/HexTextWriter.h"
 #include "mididata/HxMidiData.h"
+#include "mididata/Section.h"
 
 #include <algorithm>
 
@@ -14,9 +16,10 @@ QString HxMidiData::getString(int pos, int len) const
     const int size = bytes.size();
     const qint64 end = len == 0 ? qint64(size) - 1 : qint64(pos) + len;
     const qint64 length = std::min<qint64>(end - pos, std::max(longestPaddedText, size));
-    if (length <= 0)
-        return QString();
-    QString text(static_cast<int>(length), QChar(0));
+    QString text = hx::unwrittenText(length);
+    if (text.isNull())
+        return text;
+    text.fill(QChar(0));
     const int first = std::max(pos, 0);
     const int last = static_cast<int>(std::min<qint64>(pos + length, size));
     for (int i = first; i < last; ++i)
@@ -28,6 +31,8 @@ QString HxMidiData::toAsciiString(int pos, int len) const
 {
     if (qint64(pos) + len > bytes.size())
         return QString();
-    const QByteArray section = bytes.mid(pos, len);
-    return QString(QLatin1String(section.constData(), section.size()));
+    const hx::Section section = hx::clippedSection(pos, len, bytes.size());
+    if (section.size() > hx::longestText)
+        return QString();
+    return QString(QLatin1String(bytes.constData() + section.begin, section.size()));
 }

@@ -104,6 +104,14 @@ TEST(Editing, replaceWhoseSumsOverflowChangesNothing)
     EXPECT_EQ(replaced(greatest, 0, "AA"), hex("01020304"));
 }
 
+TEST(Editing, replaceWhoseResultIsLongerThanAnArrayCanBeChangesNothing)
+{
+    EXPECT_EQ(replaced(greatest - 1, 0, "AA"), hex("01020304"));
+    EXPECT_EQ(replaced(greatest - 1, 1, "AA"), hex("01020304"));
+    EXPECT_EQ(replaced(greatest - 2, 2, "AABB"), hex("01020304"));
+    EXPECT_EQ(replaced(greatest - 1, 0, ""), hex("01020304"));
+}
+
 TEST(Editing, replaceByAViewOfItsOwnStorageUsesWhatStoodThere)
 {
     HxMidiData data = dataOf("01020304");

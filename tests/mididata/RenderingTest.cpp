@@ -1,5 +1,6 @@
 #include "tests/mididata/Bytes.h"
 #include "tests/mididata/ExtremeIntegers.h"
+#include "tests/mididata/GiantBuffer.h"
 
 #include <gtest/gtest.h>
 
@@ -105,4 +106,18 @@ TEST(Rendering, readsNothingBehindAdoptedMemory)
     EXPECT_EQ(adopted.data.toString(' ', 0, 9), text("F0 7E"));
     EXPECT_EQ(adopted.data.toStringDec(), text("240 126"));
     EXPECT_EQ(adopted.data.toStringTable(-1, 4), text("000 | F0 7E"));
+}
+
+TEST(Rendering, aTextLongerThanAQStringCanBeIsEmpty)
+{
+    const GiantBuffer giant;
+    if (giant.data.bytes.isEmpty())
+        GTEST_SKIP() << "1 GiB of address space is needed";
+    EXPECT_EQ(giant.data.toString(-1), QString());
+    EXPECT_EQ(giant.data.toStringFromEnd(greatest), QString());
+    EXPECT_EQ(giant.data.toString(':', -1), QString());
+    EXPECT_EQ(giant.data.toString(':', 1, greatest), QString());
+    EXPECT_EQ(giant.data.toStringDec(), QString());
+    EXPECT_EQ(giant.data.toStringTable(-1, 16), QString());
+    EXPECT_EQ(giant.data.toString(2), text("0000"));
 }

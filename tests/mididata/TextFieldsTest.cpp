@@ -1,5 +1,6 @@
 #include "tests/mididata/Bytes.h"
 #include "tests/mididata/ExtremeIntegers.h"
+#include "tests/mididata/GiantBuffer.h"
 
 #include <gtest/gtest.h>
 
@@ -86,4 +87,17 @@ TEST(TextFields, toAsciiStringFollowsTheRulesOfMid)
 TEST(TextFields, toAsciiStringOfAdoptedMemoryEndsWithIt)
 {
     EXPECT_EQ(AdoptedBuffer(QByteArray("AB")).data.toAsciiString(0, 2), QStringLiteral("AB"));
+}
+
+TEST(TextFields, aTextLongerThanAQStringCanBeIsEmpty)
+{
+    const GiantBuffer giant;
+    if (giant.data.bytes.isEmpty())
+        GTEST_SKIP() << "1 GiB of address space is needed";
+    EXPECT_EQ(giant.data.toAsciiString(0, GiantBuffer::size), QString());
+    EXPECT_EQ(giant.data.toAsciiString(1, -1), QString());
+    EXPECT_EQ(giant.data.toAsciiString(GiantBuffer::size - 2, 2), zeros(2));
+    EXPECT_EQ(giant.data.getString(0, 0), QString());
+    EXPECT_EQ(giant.data.getString(1, greatest), QString());
+    EXPECT_EQ(giant.data.getString(GiantBuffer::size - 3, 0), zeros(2));
 }
