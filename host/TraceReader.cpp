@@ -2,6 +2,8 @@
 
 #include <QFile>
 
+#include <algorithm>
+
 namespace hx {
 
 namespace {
@@ -207,8 +209,23 @@ void refuse(TraceFile& file, int line, int column, const QString& what)
     file.error = QStringLiteral("line %1, column %2: %3").arg(line).arg(column).arg(what);
 }
 
-bool readLine(TraceFile& file, const QString& text, int number)
+// Where the bytes stop being UTF-8, as a column from 1; 0 when they are all of `text`.
+int columnOfBadText(const QByteArray& bytes, const QString& text)
 {
+    const QByteArray again = text.toUtf8();
+    if (bytes == again)
+        return 0;
+    const auto bad = std::mismatch(bytes.begin(), bytes.end(), again.begin(), again.end()).first;
+    return QString::fromUtf8(bytes.constData(), int(bad - bytes.begin())).size() + 1;
+}
+
+bool readLine(TraceFile& file, const QByteArray& bytes, int number)
+{
+    const QString text = QString::fromUtf8(bytes.constData(), bytes.size()); // zero bytes included
+    if (const int column = columnOfBadText(bytes, text)) {
+        refuse(file, number, column, QStringLiteral("expected text in UTF-8"));
+        return false;
+    }
     if (text.startsWith(QLatin1Char('#')))
         return true;
     TraceEvent event;
@@ -227,10 +244,9 @@ bool readLine(TraceFile& file, const QString& text, int number)
     return true;
 }
 
-QString withoutLineEnd(const QByteArray& line)
+QByteArray withoutLineEnd(const QByteArray& line)
 {
-    const int size = line.endsWith('\r') ? line.size() - 1 : line.size();
-    return QString::fromUtf8(line.constData(), size); // zero bytes included
+    return line.endsWith('\r') ? line.left(line.size() - 1) : line;
 }
 
 } // namespace
@@ -239,7 +255,7 @@ TraceFile parseTrace(const QByteArray& content)
 {
     TraceFile file;
     QList<QByteArray> lines = content.split('\n');
-    if (withoutLineEnd(lines.takeFirst()) != QLatin1String(traceHeader)) {
+    if (withoutLineEnd(lines.takeFirst()) != QByteArray(traceHeader)) {
         refuse(file, 1, 1, QStringLiteral("expected \"%1\"").arg(QLatin1String(traceHeader)));
         return file;
     }
@@ -258,17 +274,21 @@ TraceFile readTrace(const QString& path)
     TraceFile file;
     QFile in(path);
     if (!in.open(QIODevice::ReadOnly)) {
-        file.error = QStringLiteral("%1 cannot be read: %2").arg(path, in.errorString());
+        file.error = QStringLiteral("it cannot be read: %1").arg(in.errorString());
         return file;
     }
-    if (in.size() > maxTraceBytes) {
-        file.error = QStringLiteral("%1 has %2 bytes; a trace has at most %3")
-                         .arg(path)
-                         .arg(in.size())
-                         .arg(maxTraceBytes);
+    const QByteArray head = in.peek(int(qstrlen(traceHeader)));
+    if (head != traceHeader)
+        return parseTrace(head); // which refuses it; what is no trace is not taken into memory
+    QByteArray content;
+    if (in.size() <= maxTraceBytes)
+        content = in.read(maxTraceBytes + 1); // a device states no size before it is read
+    if (content.isEmpty() || content.size() > maxTraceBytes) {
+        file.error =
+            QStringLiteral("it has more than %1 bytes, which no trace has").arg(maxTraceBytes);
         return file;
     }
-    return parseTrace(in.readAll());
+    return parseTrace(content);
 }
 
 } // namespace hx

@@ -219,11 +219,28 @@ TEST(TraceReader, ReadsAFileAndSaysWhenItCannot)
 {
     TestFiles files;
     EXPECT_TRUE(readTrace(files.write("a.trace", "# hxtrace 1\n")).ok());
-    EXPECT_TRUE(readTrace(files.path("none.trace")).error.contains(files.path("none.trace")));
-    QFile huge(files.path("huge.trace"));
-    ASSERT_TRUE(huge.open(QIODevice::WriteOnly));
+    EXPECT_EQ(readTrace(files.path("none.trace")).error,
+              "it cannot be read: No such file or directory");
+    QFile huge(files.write("huge.trace", "# hxtrace 1\n"));
     ASSERT_TRUE(huge.resize(256LL * 1024 * 1024 + 1)); // takes no room on the disk
-    EXPECT_TRUE(readTrace(huge.fileName()).error.contains("has 268435457 bytes"));
+    EXPECT_EQ(readTrace(huge.fileName()).error,
+              "it has more than 268435456 bytes, which no trace has");
+}
+
+// A device states no size, and this one has no end.
+TEST(TraceReader, RefusesAnEndlessDeviceWithoutTakingItIntoMemory)
+{
+    if (!QFile::exists(QStringLiteral("/dev/zero")))
+        GTEST_SKIP() << "no /dev/zero";
+    EXPECT_EQ(readTrace(QStringLiteral("/dev/zero")).error,
+              "line 1, column 1: expected \"# hxtrace 1\"");
+}
+
+TEST(TraceReader, RefusesTextThatIsNoUtf8AndSaysWhere)
+{
+    expectError("0.000000 log : \xC3\xA4 \xFF b\n", 2, 18, "text in UTF-8");
+    expectError("# \xC3\n", 2, 3, "text in UTF-8");
+    EXPECT_TRUE(parsedTrace("0.000000 log : \xC3\xA4 \xEF\xBF\xBD\n").ok());
 }
 
 TEST(Trace, RecordsEveryByteThatArrivedOnce)
