@@ -23,8 +23,7 @@ struct BuiltImage {
 // Whether `version` is four digits, with dots between them or not: "1.0.2.4" or "1024".
 bool isImageVersion(const QString& version);
 
-// `version` as isImageVersion wants it. Code is 1 to
-// 1,048,576 bytes; the kind is Fwu or Fwd.
+// `version` as isImageVersion wants it. Code is 1 to 1,048,576 bytes; the kind is Fwu or Fwd.
 BuiltImage buildImage(const QByteArray& code, CodeType kind, const QString& version);
 
 } // namespace hx

@@ -17,7 +17,6 @@ private:
     void reportOtherHeads();
     void skipData();
     void checkCommand(int index);
-    void checkOrder(int index, bool isFileCheck);
     void checkKind(int index, quint8 command);
     void checkData(int index);
     bool checkDataShape(int index);

@@ -14,9 +14,6 @@ public:
     void add(quint8 byte, qint64 offset);
     void finish();
 
-    // A message has begun and not ended.
-    bool inMessage() const { return m_inMessage; }
-
 private:
     void begin(qint64 offset);
     void complete();
