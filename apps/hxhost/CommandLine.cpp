@@ -1,5 +1,7 @@
 #include "apps/hxhost/CommandLine.h"
 
+#include "apps/hxhost/ArgumentCheck.h"
+
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
@@ -122,7 +124,7 @@ CLI::App* CommandLine::addGroup(const std::string& name, const std::string& desc
 void CommandLine::setRun(CLI::App* command, const Run& run)
 {
     command->callback([this, command, run] {
-        m_name = fullName(command);
+        m_chosen = command;
         m_run = run;
     });
 }
@@ -172,7 +174,9 @@ int CommandLine::runChosen()
     CommandContext context{m_output, report, console, recorder, std::nullopt};
     const QString trace = QString::fromStdString(m_output.trace);
     QString error;
-    if (trace.isEmpty() || recorder.openTrace(trace, m_words, &error))
+    if (const std::optional<Problem> problem = argumentProblem(*m_chosen, m_output.trace))
+        report.fail(*problem);
+    else if (trace.isEmpty() || recorder.openTrace(trace, m_words, &error))
         runGuarded(context);
     else
         context.fail(ExitCode::FileError,
@@ -216,7 +220,7 @@ void CommandLine::printResult(CommandContext& context)
 {
     Report& report = context.report;
     if (m_output.json)
-        return writeOut(report.toJson(m_name));
+        return writeOut(report.toJson(fullName(m_chosen)));
     if (m_output.field.empty())
         return writeOut(report.toText().toUtf8());
     const QString name = QString::fromStdString(m_output.field);

@@ -62,7 +62,7 @@ private:
 
     CLI::App m_app;
     OutputOptions m_output;
-    QString m_name;  // of the command chosen
+    const CLI::App* m_chosen = nullptr;
     QString m_words; // the whole command line, as it was typed
     Run m_run;
 };

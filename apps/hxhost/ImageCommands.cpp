@@ -1,13 +1,13 @@
 // hxhost image: makes update images and looks into them.
 #include "apps/hxhost/Commands.h"
 #include "apps/hxhost/ImageReport.h"
+#include "apps/hxhost/SameFile.h"
 
 #include "host/ImageBuilder.h"
 #include "host/ImageGrammar.h"
 #include "host/WholeFile.h"
 
 #include <QFile>
-#include <QFileInfo>
 
 namespace hx {
 
@@ -54,10 +54,12 @@ bool writeImage(CommandContext& context, const QString& path, const QByteArray& 
     return false;
 }
 
-bool isSameFile(const QString& first, const QString& second)
+// Messages from end to end, or any that carries a part of an update. The first is so of an image
+// for whatever product, the second also of one that is cut off or damaged.
+bool isMadeOfMessages(const QByteArray& content)
 {
-    const QString name = QFileInfo(first).canonicalFilePath(); // empty where there is none
-    return !name.isEmpty() && name == QFileInfo(second).canonicalFilePath();
+    const ImageFile file = parseImageFile(content);
+    return file.problems.empty() || parseUpdateImage(file).dataMessages > 0;
 }
 
 void build(CommandContext& context, const BuildOptions& options)
@@ -71,9 +73,10 @@ void build(CommandContext& context, const BuildOptions& options)
     QByteArray code;
     if (!readCode(context, QString::fromStdString(options.code), &code))
         return;
-    if (parseUpdateImage(parseImageFile(code)).ok())
+    if (isMadeOfMessages(code))
         return context.fail(ExitCode::ImageRefused,
-                            QStringLiteral("\"%1\" is an update image already, not code")
+                            QStringLiteral("\"%1\" is an update image already, whole or damaged, "
+                                           "not code")
                                 .arg(QString::fromStdString(options.code)),
                             QStringLiteral("the file of code bytes that an image is made of"),
                             QStringLiteral("send the image with 'hxhost update', or give the code "

@@ -4,7 +4,6 @@ namespace hx {
 
 namespace {
 
-constexpr char outputGroup[] = "Output";
 constexpr char connectionGroup[] = "Connection";
 constexpr int longestGapMs = 60000;
 constexpr qint64 highestRate = 100000000;

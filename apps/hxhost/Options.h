@@ -15,6 +15,9 @@
 
 namespace hx {
 
+// The group of the OutputOptions in each command's help.
+constexpr char outputGroup[] = "Output";
+
 // How results and progress are shown; every command has these.
 struct OutputOptions {
     bool json = false;

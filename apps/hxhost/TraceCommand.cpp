@@ -1,6 +1,7 @@
 // hxhost trace: a recorded session as a table and in numbers, or as a picture.
 #include "apps/hxhost/CommandLine.h"
 #include "apps/hxhost/Commands.h"
+#include "apps/hxhost/SameFile.h"
 #include "apps/hxhost/TraceSummary.h"
 #include "apps/hxhost/TraceSvg.h"
 
@@ -119,7 +120,13 @@ void showTrace(CommandContext& context, const TraceOptions& options)
         return context.fail(ExitCode::FileError,
                             QStringLiteral("the trace \"%1\": %2").arg(name, trace.error),
                             QStringLiteral("a file that --trace has written"),
-                            QStringLiteral("see docs/trace-format.md for what may stand there"));
+                            QStringLiteral("give the name of one; docs/trace-format.md says what "
+                                           "stands in it"));
+    if (isSameFile(name, QString::fromStdString(options.svg)))
+        return context.fail(
+            ExitCode::Usage,
+            QStringLiteral("the picture would overwrite the trace \"%1\"").arg(name),
+            QStringLiteral("two different files"), QStringLiteral("give another name with --svg"));
     addEvents(context.report, trace.events, !options.svg.empty());
     addSummary(context.report, summarize(trace.events));
     if (!options.svg.empty())

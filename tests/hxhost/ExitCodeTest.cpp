@@ -110,6 +110,49 @@ TEST_F(ExitCodes, UsageNamesTheWordThatIsNoCommand)
                                                            "  next: see 'hxhost image --help'\n");
 }
 
+// What a variable of a script that was never set leaves behind: "verify" without its image would
+// find code intact that is not the image's.
+TEST_F(ExitCodes, UsageForAnEmptyValue)
+{
+    const QList<QStringList> wrong = {{"verify", "", "--port", "simulator"},
+                                      {"check", ""},
+                                      {"identify", "--port", ""},
+                                      {"identify", "--port", "simulator", "--trace", ""},
+                                      {"identify", "--port", "simulator", "--field", ""}};
+    for (const QStringList& arguments : wrong) {
+        const ProgramResult ended = hxhost(arguments);
+        EXPECT_EQ(ended.exitCode, 2) << arguments.join(' ').toStdString();
+        EXPECT_EQ(ended.out.toStdString(), "") << arguments.join(' ').toStdString();
+        EXPECT_TRUE(ended.err.contains(" is empty\n")) << ended.err.toStdString();
+    }
+    EXPECT_EQ(json({"verify", "", "--port", "simulator"})["command"].toString(), "verify");
+}
+
+TEST_F(ExitCodes, UsageForATraceInThePlaceOfWhatIsRead)
+{
+    const QString syx = image();
+    const QString trace = path("trace");
+    const QString state = path("state");
+    const QString link = path("link.syx");
+    ASSERT_TRUE(QFile::link(syx, link));
+    ASSERT_EQ(hxhost({"update", syx, "--port", "simulator:" + state, "--trace", trace}).exitCode,
+              0);
+    const QList<QStringList> wrong = {
+        {"update", syx, "--port", "simulator", "--trace", syx},
+        {"update", syx, "--port", "simulator", "--trace", link},
+        {"update", syx, "--port", "simulator:" + state, "--trace", state},
+        {"update", syx, "--port", "replay:" + trace, "--trace", trace},
+        {"image", "build", path("code.bin"), "-o", path("x"), "--kind", "fwu", "--trace",
+         path("code.bin")}};
+    for (const QStringList& arguments : wrong) {
+        const QByteArray before = read(arguments.last());
+        const ProgramResult ended = hxhost(arguments);
+        EXPECT_EQ(ended.exitCode, 2) << arguments.join(' ').toStdString();
+        EXPECT_TRUE(ended.err.contains("would overwrite the file that")) << ended.err.toStdString();
+        EXPECT_EQ(read(arguments.last()), before);
+    }
+}
+
 TEST_F(ExitCodes, NoPluginForAWrongMissingOrDamagedOne)
 {
     const QString text = write("text.so", "this is no library");

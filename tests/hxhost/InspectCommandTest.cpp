@@ -4,6 +4,8 @@
 #include <QFileInfo>
 #include <QJsonArray>
 
+#include <filesystem>
+
 namespace {
 
 class InspectCommand : public HxHostTest {};
@@ -126,6 +128,8 @@ TEST_F(ImageCommands, BuildLeavesItsOwnCodeFileAlone)
     EXPECT_EQ(ended.exitCode, 2);
     EXPECT_TRUE(ended.err.startsWith("error: the image would overwrite its own code file"))
         << ended.err.toStdString();
+    std::filesystem::create_hard_link(code.toStdString(), path("hard").toStdString());
+    EXPECT_EQ(hxhost({"image", "build", code, "-o", path("hard"), "--kind", "fwu"}).exitCode, 2);
     EXPECT_EQ(read(code), "some code");
 }
 
@@ -155,11 +159,18 @@ TEST_F(ImageCommands, BuildRefusesAnUpdateImageInThePlaceOfCode)
 {
     const QString code = write("code.bin", "code");
     ASSERT_EQ(hxhost({"image", "build", code, "-o", path("x.syx"), "--kind", "fwu"}).exitCode, 0);
-    const ProgramResult ended =
-        hxhost({"image", "build", path("x.syx"), "-o", path("y.syx"), "--kind", "fwu"});
-    EXPECT_EQ(ended.exitCode, 6);
-    EXPECT_TRUE(ended.err.startsWith("error: \"" + path("x.syx").toUtf8() +
-                                     "\" is an update image already, not code\n"))
-        << ended.err.toStdString();
+    const QByteArray whole = read(path("x.syx"));
+    QByteArray ofAnotherProduct = whole;
+    ofAnotherProduct.replace(QByteArray::fromHex("30 41"), QByteArray::fromHex("30 42"));
+    for (const QByteArray& content : {whole, whole.left(40), whole + '\x01', ofAnotherProduct}) {
+        const QString image = write("image.syx", content);
+        const ProgramResult ended =
+            hxhost({"image", "build", image, "-o", path("y.syx"), "--kind", "fwu"});
+        EXPECT_EQ(ended.exitCode, 6) << content.toHex().toStdString();
+        EXPECT_TRUE(
+            ended.err.startsWith("error: \"" + image.toUtf8() +
+                                 "\" is an update image already, whole or damaged, not code\n"))
+            << ended.err.toStdString();
+    }
     EXPECT_FALSE(QFileInfo::exists(path("y.syx")));
 }

@@ -250,6 +250,16 @@ TEST_F(TracePicture, ThatCannotBeWrittenIsAFileError)
         << ended.err.toStdString();
 }
 
+TEST_F(TracePicture, LeavesItsOwnTraceAlone)
+{
+    const QString trace = write("a.trace", "# hxtrace 1\n");
+    const ProgramResult ended = hxhost({"trace", trace, "--svg", path("./a.trace")});
+    EXPECT_EQ(ended.exitCode, 2);
+    EXPECT_TRUE(ended.err.startsWith("error: the picture would overwrite the trace"))
+        << ended.err.toStdString();
+    EXPECT_EQ(read(trace), "# hxtrace 1\n");
+}
+
 // The picture that docs/update-run.md shows.
 TEST_F(TracePicture, OfTheDocumentedUpdateIsTheOneInTheTree)
 {
