@@ -15,6 +15,15 @@ extern "C" void noteSignal(int number)
     std::signal(number, SIG_DFL);
 }
 
+// A terminal that is closed; where nohup has it ignored, it stays so.
+void onHangUp(void (*handler)(int))
+{
+#ifdef SIGHUP
+    if (std::signal(SIGHUP, handler) == SIG_IGN)
+        std::signal(SIGHUP, SIG_IGN);
+#endif
+}
+
 } // namespace
 
 InterruptFlag::InterruptFlag()
@@ -22,12 +31,14 @@ InterruptFlag::InterruptFlag()
     interrupted.store(false);
     std::signal(SIGINT, noteSignal);
     std::signal(SIGTERM, noteSignal);
+    onHangUp(noteSignal);
 }
 
 InterruptFlag::~InterruptFlag()
 {
     std::signal(SIGINT, SIG_DFL);
     std::signal(SIGTERM, SIG_DFL);
+    onHangUp(SIG_DFL);
 }
 
 const std::atomic<bool>* InterruptFlag::flag() const

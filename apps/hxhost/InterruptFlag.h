@@ -5,8 +5,8 @@
 
 namespace hx {
 
-// While it lives, the first Ctrl-C (or termination signal) sets the flag; a second one ends the
-// program at once. One at a time.
+// While it lives, the first Ctrl-C (or termination signal, or closing of the terminal) sets the
+// flag; a second one ends the program at once. One at a time.
 class InterruptFlag {
 public:
     InterruptFlag();

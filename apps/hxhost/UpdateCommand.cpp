@@ -8,6 +8,7 @@
 
 #include "host/TrafficMonitor.h"
 
+#include <csignal>
 #include <utility>
 
 namespace hx {
@@ -43,12 +44,29 @@ void addPlan(Report& report, const UpdatePlan& plan)
     report.add(QStringLiteral("plan.timeoutMs"), plan.protocol.timeoutMs);
 }
 
-void listen(CommandContext& context, PortBus& bus)
+// Whoever reads what we say may leave first, as "head" does: that must not cut an update off.
+void outliveReaders()
 {
+#ifdef SIGPIPE
+    std::signal(SIGPIPE, SIG_IGN);
+#endif
+}
+
+bool listen(CommandContext& context, PortBus& bus)
+{
+    const InterruptFlag interrupt;
     context.console.note(QStringLiteral("Listening for other MIDI traffic ..."));
+    const std::atomic<bool>* before = bus.watchInterrupt(interrupt.flag());
     const TrafficReport traffic = listenForTraffic(bus);
+    bus.watchInterrupt(before);
     for (const QString& line : traffic.warnings())
         context.warn(line);
+    if (*interrupt.flag())
+        context.fail(ExitCode::Interrupted,
+                     QStringLiteral("interrupted before the update was started"),
+                     QStringLiteral("to run to its end"),
+                     QStringLiteral("nothing was sent; run the command again"));
+    return !*interrupt.flag();
 }
 
 QString question(const LoadedImage& loaded, const Session& session)
@@ -99,8 +117,8 @@ void send(CommandContext& context, const Session& session, const LoadedImage& lo
 bool mayStart(CommandContext& context, const UpdateCommandOptions& options,
               const LoadedImage& loaded, const Session& session)
 {
-    if (!options.noListen)
-        listen(context, session.bus());
+    if (!options.noListen && !listen(context, session.bus()))
+        return false;
     const bool asks = !options.yes && inputIsTerminal() && errorIsTerminal();
     return !asks || confirm(context, loaded, session);
 }
@@ -119,6 +137,7 @@ void update(CommandContext& context, const UpdateCommandOptions& options)
         return;
     if (options.dryRun)
         return context.console.note(QStringLiteral("Dry run: nothing was sent."));
+    outliveReaders();
     if (!session.connect(options.connection))
         return;
     context.report.add(QStringLiteral("port"), session.port().name());

@@ -167,14 +167,31 @@ def recover_after_a_kill(bench):
     bench.json(0, "verify", large)
 
 
-def stop_by_ctrl_c(bench):
-    large = bench.path("large.syx")
-    trace = bench.path("stopped.trace")
-    update = bench.start(bench.hxhost, "update", large, "--rate", "0", "--plugin", bench.plugin,
-                         "--trace", trace)
-    eventually("the update is under way", lambda: os.path.exists(trace) and len(sent_in(trace)) > 20)
+def stop_while_listening(bench):
+    update = bench.start(bench.hxhost, "update", bench.path("large.syx"), "--plugin", bench.plugin,
+                         "--json", stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+    check(b"Listening" in update.stderr.readline(), "the update does not listen first")
     stop(update, signal.SIGINT)
-    check(update.returncode == 130, f"Ctrl-C ended the update with {update.returncode}")
+    check(update.returncode == 130, f"Ctrl-C ended the listening with {update.returncode}")
+    error = json.load(update.stdout)["error"]
+    check("nothing was sent" in error["next"], error)
+
+
+def stop_in_the_midst(bench, number):
+    """Returns the trace of an update that the signal has stopped."""
+    trace = bench.path(f"{number.name}.trace")
+    update = bench.start(bench.hxhost, "update", bench.path("large.syx"), "--rate", "0", "--plugin",
+                         bench.plugin, "--trace", trace)
+    eventually("the update is under way", lambda: os.path.exists(trace) and len(sent_in(trace)) > 20)
+    stop(update, number)
+    check(update.returncode == 130, f"{number.name} ended the update with {update.returncode}")
+    return trace
+
+
+def recover_after_a_signal(bench):
+    large = bench.path("large.syx")
+    stop_in_the_midst(bench, signal.SIGHUP)
+    trace = stop_in_the_midst(bench, signal.SIGINT)
     replayed = bench.run(bench.hxhost, "update", large, "--rate", "0", "--plugin", bench.plugin,
                          "--port", "replay:" + trace)
     check(replayed.returncode == 130, f"its replay ended with {replayed.returncode}: {replayed.stderr}")
@@ -238,7 +255,8 @@ def run_once(hxhost, plugin):
             update_large(bench)
             update_at_the_pace_of_the_wire(bench)
             recover_after_a_kill(bench)
-            stop_by_ctrl_c(bench)
+            stop_while_listening(bench)
+            recover_after_a_signal(bench)
             wire_check(bench)
             unplug(bench, product)
         finally:
