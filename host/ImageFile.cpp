@@ -4,6 +4,7 @@
 #include "host/StatusByte.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <algorithm>
 
@@ -82,6 +83,10 @@ ImageFile parseImageFile(const QByteArray& content)
 
 ImageFile readImageFile(const QString& path)
 {
+    const QFileInfo info(path);
+    if (info.exists() && !info.isFile() && !info.isDir())
+        return refused(-1, QStringLiteral("%1 is no regular file.").arg(path),
+                       QStringLiteral("Copy what comes from it into a file, and name that."));
     QFile in(path);
     if (!in.open(QIODevice::ReadOnly))
         return refused(-1, QStringLiteral("%1 cannot be read: %2.").arg(path, in.errorString()),

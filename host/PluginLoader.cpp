@@ -49,11 +49,12 @@ QStringList keysOf(const QJsonObject& metaData)
 PluginLoadResult checkIsLibrary(const QString& path)
 {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    const bool isRegular = QFileInfo(path).isFile(); // opening a pipe could wait for ever
+    if (isRegular && !file.open(QIODevice::ReadOnly))
         return failed(PluginFault::Missing,
                       QStringLiteral("%1 cannot be read: %2. Check its permissions.")
                           .arg(path, file.errorString()));
-    if (hasLibraryMagic(file.read(4)))
+    if (isRegular && hasLibraryMagic(file.read(4)))
         return {};
     return failed(PluginFault::NotALibrary,
                   QStringLiteral("%1 (%2 bytes) is not a shared library. Name the plugin's library "

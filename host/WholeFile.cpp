@@ -13,6 +13,14 @@ bool writeTo(QFileDevice& file, const QByteArray& content)
     return file.write(content) == content.size() && file.flush();
 }
 
+// A system that takes a part of the content has met no error yet.
+QString reason(const QFileDevice& file)
+{
+    return file.error() == QFileDevice::NoError
+               ? QStringLiteral("there is no room for all of it; free some")
+               : file.errorString();
+}
+
 // QSaveFile would put a regular file in the place of a device.
 bool isSpecial(const QString& path)
 {
@@ -25,7 +33,7 @@ bool writeSpecial(const QString& path, const QByteArray& content, QString* error
     QFile file(path);
     if (file.open(QIODevice::WriteOnly) && writeTo(file, content))
         return true;
-    *error = file.errorString();
+    *error = reason(file);
     return false;
 }
 
@@ -38,7 +46,7 @@ bool writeWholeFile(const QString& path, const QByteArray& content, QString* err
     QSaveFile file(path);
     if (file.open(QIODevice::WriteOnly) && writeTo(file, content) && file.commit())
         return true;
-    *error = file.errorString();
+    *error = reason(file);
     return false;
 }
 

@@ -3,6 +3,7 @@
 #include "host/WholeFile.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 namespace hx {
 
@@ -20,6 +21,10 @@ bool readState(SimulatedProduct& product, const QString& path, QString* error)
     QFile file(path);
     if (!file.exists())
         return true;
+    if (!QFileInfo(path).isFile()) { // opening a pipe could wait for ever
+        *error = QStringLiteral("it is no regular file");
+        return false;
+    }
     if (!file.open(QIODevice::ReadOnly)) {
         *error = file.errorString();
         return false;

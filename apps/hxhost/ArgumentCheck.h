@@ -9,8 +9,8 @@
 
 namespace hx {
 
-// The problem with the values that `command` was given: an empty one, which is what a variable of a
-// script that was never set leaves behind, or a trace that would overwrite another file named there.
+// The problem with the values that `command` was given: an empty one, as an unset variable of a
+// script leaves behind, or a trace that would overwrite another file named there.
 std::optional<Problem> argumentProblem(const CLI::App& command, const std::string& trace);
 
 } // namespace hx

@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
 using namespace hx;
 
 namespace {
@@ -136,6 +138,17 @@ TEST(ImageFile, RefusesAFileAboveTheLimitUnread)
     const ImageFile read = readImageFile(file.fileName());
     ASSERT_EQ(read.problems.size(), 1u);
     EXPECT_TRUE(read.problems[0].text.contains("larger than 16777216 bytes"));
+}
+
+// Opening a pipe to which nobody writes would wait for ever.
+TEST(ImageFile, RefusesAPipeUnread)
+{
+    TestFiles files;
+    const QString pipe = files.path("pipe");
+    ASSERT_EQ(mkfifo(pipe.toLocal8Bit().constData(), 0600), 0);
+    const ImageFile read = readImageFile(pipe);
+    ASSERT_EQ(read.problems.size(), 1u);
+    EXPECT_EQ(read.problems[0].text, pipe + " is no regular file.");
 }
 
 TEST(ImageFile, NamesItsFormats)

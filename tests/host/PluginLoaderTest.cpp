@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
 using namespace hx;
 
 namespace {
@@ -112,6 +114,14 @@ TEST_F(PluginLoaderTest, RefusesAZeroLengthFile)
 TEST_F(PluginLoaderTest, RefusesATextFileWhateverItsName)
 {
     expectRefused(files.write("text" + suffix, "This is a text."), PluginFault::NotALibrary);
+}
+
+// Opening a pipe to which nobody writes would wait for ever.
+TEST_F(PluginLoaderTest, RefusesAPipeUnread)
+{
+    const QString pipe = files.path("pipe" + suffix);
+    ASSERT_EQ(mkfifo(pipe.toLocal8Bit().constData(), 0600), 0);
+    expectRefused(pipe, PluginFault::NotALibrary);
 }
 
 TEST_F(PluginLoaderTest, RefusesALibraryWithoutMetadata)

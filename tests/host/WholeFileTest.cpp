@@ -3,7 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
+
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -39,6 +42,25 @@ TEST(WholeFile, NamesTheReasonWhenItCannotBeWritten)
     error.clear();
     EXPECT_FALSE(writeWholeFile(files.folder(), "text", &error));
     EXPECT_FALSE(error.isEmpty());
+}
+
+// A system that runs out of room takes a part and says nothing yet.
+TEST(WholeFile, SaysThatThereIsNoRoomWhenOnlyAPartWasTaken)
+{
+    TestFiles files;
+    files.write("a", "before");
+    rlimit before = {};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
+    const rlimit small = {65536, before.rlim_max};
+    const auto onTooLarge = std::signal(SIGXFSZ, SIG_IGN);
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
+    QString error;
+    const bool isWritten = writeWholeFile(files.path("a"), QByteArray(100000, 'x'), &error);
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, onTooLarge);
+    EXPECT_FALSE(isWritten);
+    EXPECT_EQ(error, "there is no room for all of it; free some");
+    EXPECT_EQ(TestFiles::contentOf(files.path("a")), "before");
 }
 
 TEST(WholeFile, APipeIsWrittenToAndStaysAPipe)

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
 namespace hx {
 
 namespace {
@@ -65,12 +67,27 @@ TEST_F(StateFile, APlaceThatCannotKeepTheStateIsRefusedBeforeTheProductIsUsed)
     EXPECT_EQ(error, "it has no name");
 }
 
-TEST_F(StateFile, AFileWithoutEndIsRefusedAndNotTakenIntoMemory)
+TEST_F(StateFile, WhatIsTooLargeIsRefusedAndNotTakenIntoMemory)
+{
+    write("simulated product state 1\n");
+    QFile file(path());
+    ASSERT_TRUE(file.resize(64LL * 1024 * 1024 + 1)); // takes no room on the disk
+    SimulatedProduct product;
+    QString error;
+    EXPECT_FALSE(restoreProduct(product, path(), &error));
+    EXPECT_EQ(error, "it is larger than 67108864 bytes, which no memory of a product is");
+}
+
+// Opening a pipe to which nobody writes would wait for ever.
+TEST_F(StateFile, APipeOrADeviceIsRefusedUnread)
 {
     SimulatedProduct product;
     QString error;
-    EXPECT_FALSE(restoreProduct(product, QStringLiteral("/dev/zero"), &error));
-    EXPECT_EQ(error, "it is larger than 67108864 bytes, which no memory of a product is");
+    ASSERT_EQ(mkfifo(path().toLocal8Bit().constData(), 0600), 0);
+    EXPECT_FALSE(restoreProduct(product, path(), &error));
+    EXPECT_EQ(error, "it is no regular file");
+    EXPECT_FALSE(restoreProduct(product, QStringLiteral("/dev/null"), &error));
+    EXPECT_EQ(error, "it is no regular file");
 }
 
 } // namespace hx
