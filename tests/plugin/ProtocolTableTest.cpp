@@ -1,5 +1,6 @@
 // The protocol dictionary through the plugin's three lookups.
 #include "plugin/ValdrinBootInterface.h"
+#include "tests/support/FakeBus.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/QtPrinting.h"
 
@@ -170,4 +171,27 @@ TEST_F(ProtocolTable, typedLookupsGoThroughASubclassesLookup)
     const Subclass subclass;
     EXPECT_EQ(subclass.lookupInt("abc"), 3);
     EXPECT_EQ(subclass.lookupStr("abcd"), "4");
+}
+
+// A plugin for another product may answer its keys by overriding `lookup` alone, or answer typed
+// lookups in its own way: which of them an exchange asks is seen from outside.
+TEST_F(ProtocolTable, exchangesAskTheUntypedLookup)
+{
+    class Recorder : public ValdrinBootInterface {
+    public:
+        QVariant lookup(QString key) const override { return keys += key, QVariant(); }
+        int lookupInt(QString) const override { return typed = true, 0; }
+        QString lookupStr(QString) const override { return typed = true, QString(); }
+        mutable QStringList keys;
+        mutable bool typed = false;
+    };
+    Recorder recorder;
+    FakeBus bus;
+    recorder.bus = &bus;
+    recorder.esn();
+    hx::getRawFidPid(0, &recorder);
+    EXPECT_EQ(recorder.keys,
+              (QStringList{"get.esn.cmd", "get.esn.rtval.response", "get.esn.rtval.offset",
+                           "rawgender.read", "rawgender.read.response", "command.timeout.ms"}));
+    EXPECT_FALSE(recorder.typed);
 }
