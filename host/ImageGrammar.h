@@ -8,7 +8,6 @@ namespace hx {
 namespace image {
 
 constexpr int maxCodeBytes = 1048576;
-constexpr int maxDataMessages = 16384;
 constexpr int codeBytesPerMessage = 112;
 constexpr quint8 fwuCommand = 0x43;
 constexpr quint8 fwdCommand = 0x42;

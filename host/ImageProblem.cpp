@@ -15,4 +15,13 @@ QString ImageProblem::line() const
     return advice.isEmpty() ? head + text : QStringLiteral("%1%2 %3").arg(head, text, advice);
 }
 
+void addProblem(ImageProblems& problems, const ImageProblem& problem)
+{
+    if (problems.size() + 1 < mostImageProblems)
+        problems.push_back(problem);
+    else if (problems.size() < mostImageProblems)
+        problems.push_back({-1, -1, QStringLiteral("there are more problems than these."),
+                            QStringLiteral("Get the update image again.")});
+}
+
 } // namespace hx

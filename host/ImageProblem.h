@@ -19,4 +19,10 @@ struct ImageProblem {
 
 using ImageProblems = std::vector<ImageProblem>;
 
+// Problems that are listed at most: a file may have one at each of its bytes.
+constexpr size_t mostImageProblems = 1000;
+
+// Adds a problem; in the place of the last one that is listed it says that there are more.
+void addProblem(ImageProblems& problems, const ImageProblem& problem);
+
 } // namespace hx

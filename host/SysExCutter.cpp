@@ -2,6 +2,8 @@
 
 #include "host/StatusByte.h"
 
+#include <utility>
+
 namespace hx {
 
 namespace {
@@ -54,7 +56,12 @@ void SysExCutter::begin(qint64 offset)
 
 void SysExCutter::complete()
 {
-    m_file.messages.push_back(std::move(m_message));
+    if (m_file.messages.size() < maxImageFileMessages)
+        m_file.messages.push_back(std::move(m_message));
+    else if (!std::exchange(m_isFull, true))
+        problem(m_message.offsets.front(),
+                QStringLiteral("the file holds more than %1 messages, which no image does.")
+                    .arg(maxImageFileMessages));
     ++m_number;
     m_inMessage = false;
 }
@@ -76,8 +83,9 @@ void SysExCutter::addStray(quint8 byte, qint64 offset)
 
 void SysExCutter::problem(qint64 offset, const QString& text)
 {
-    m_file.problems.push_back({m_number, offset, text,
-                               QStringLiteral("The file is damaged: get the update image again.")});
+    addProblem(m_file.problems,
+               {m_number, offset, text,
+                QStringLiteral("The file is damaged: get the update image again.")});
 }
 
 } // namespace hx

@@ -25,6 +25,7 @@ private:
     FileMessage m_message;
     int m_number = 0; // of the message under way or the next one
     bool m_inMessage = false;
+    bool m_isFull = false;  // further messages are counted and not kept
     bool m_inStray = false; // the run of bytes outside of messages is reported already
 };
 

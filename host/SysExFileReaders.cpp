@@ -48,8 +48,8 @@ ImageFile readHexText(const QByteArray& content)
     }
     cutter.finish();
     if (file.messages.empty() && file.problems.empty())
-        file.problems.push_back({-1, -1, QStringLiteral("the file holds no message."),
-                                 QStringLiteral("Get the update image again.")});
+        addProblem(file.problems, {-1, -1, QStringLiteral("the file holds no message."),
+                                   QStringLiteral("Get the update image again.")});
     return file;
 }
 

@@ -9,6 +9,7 @@ namespace hx {
 namespace {
 
 constexpr qint64 maxTraceBytes = Q_INT64_C(256) * 1024 * 1024;
+constexpr size_t maxTraceEvents = 500000; // an update of the largest image has 30000
 constexpr int microsecondDigits = 6;
 constexpr int mostSecondDigits = 9;
 
@@ -228,6 +229,13 @@ bool readLine(TraceFile& file, const QByteArray& bytes, int number)
     }
     if (text.startsWith(QLatin1Char('#')))
         return true;
+    if (file.events.size() >= maxTraceEvents) {
+        refuse(file, number, 1,
+               QStringLiteral("expected at most %1 events; cut the trace into parts, each with "
+                              "the first line")
+                   .arg(maxTraceEvents));
+        return false;
+    }
     TraceEvent event;
     event.line = number;
     LineReader reader(text, event);
@@ -244,8 +252,13 @@ bool readLine(TraceFile& file, const QByteArray& bytes, int number)
     return true;
 }
 
-QByteArray withoutLineEnd(const QByteArray& line)
+// The line from `begin` on, which then is where the next one begins.
+QByteArray takeLine(const QByteArray& content, int* begin)
 {
+    const int found = content.indexOf('\n', *begin);
+    const int end = found < 0 ? content.size() : found;
+    const QByteArray line = content.mid(*begin, end - *begin);
+    *begin = end + 1;
     return line.endsWith('\r') ? line.left(line.size() - 1) : line;
 }
 
@@ -254,16 +267,13 @@ QByteArray withoutLineEnd(const QByteArray& line)
 TraceFile parseTrace(const QByteArray& content)
 {
     TraceFile file;
-    QList<QByteArray> lines = content.split('\n');
-    if (withoutLineEnd(lines.takeFirst()) != QByteArray(traceHeader)) {
+    int begin = 0;
+    if (takeLine(content, &begin) != QByteArray(traceHeader)) {
         refuse(file, 1, 1, QStringLiteral("expected \"%1\"").arg(QLatin1String(traceHeader)));
         return file;
     }
-    if (!lines.isEmpty() && lines.last().isEmpty())
-        lines.removeLast();
-    int number = 1;
-    for (const QByteArray& line : qAsConst(lines)) {
-        if (!readLine(file, withoutLineEnd(line), ++number))
+    for (int number = 2; begin < content.size(); ++number) {
+        if (!readLine(file, takeLine(content, &begin), number))
             break;
     }
     return file;

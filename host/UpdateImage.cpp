@@ -20,9 +20,9 @@ UpdateImage parseUpdateImage(const ImageFile& file)
     }
     const bool holdsNothing = file.messages.empty();
     if (holdsNothing && file.problems.empty())
-        updateImage.problems.push_back(
-            {-1, -1, QStringLiteral("the image is empty: it has no message."),
-             QStringLiteral("Get the update image again from where it came from.")});
+        addProblem(updateImage.problems,
+                   {-1, -1, QStringLiteral("the image is empty: it has no message."),
+                    QStringLiteral("Get the update image again from where it came from.")});
     if (!holdsNothing)
         ImageChecker(file, updateImage).check();
     return updateImage;

@@ -23,7 +23,7 @@ struct UpdateImage {
     bool hasFileCheck = false;
     QString version;        // "1.0.2.4"; empty without a file check
     qint64 bytes = 0;       // of all messages together
-    ImageProblems problems; // all of them, in the order of the file; empty: the image is good
+    ImageProblems problems; // in the order of the file; empty: the image is good
 
     bool ok() const { return problems.empty(); }
 
@@ -34,7 +34,7 @@ struct UpdateImage {
     QByteArray expectedChecksum() const;
 };
 
-// Takes the image apart and collects every problem, those of the file first.
+// Takes the image apart and collects its problems, those of the file first.
 UpdateImage parseUpdateImage(const ImageFile& file);
 
 // readImageFile and parseUpdateImage in one.

@@ -110,8 +110,9 @@ bool requireGoodImage(CommandContext& context, const LoadedImage& loaded)
 LoadedImage loadImage(const std::string& path)
 {
     const QString name = QString::fromStdString(path);
-    const ImageFile file = readImageFile(name);
-    return {name, file, parseUpdateImage(file)};
+    ImageFile file = readImageFile(name);
+    UpdateImage image = parseUpdateImage(file);
+    return {name, std::move(file), std::move(image)};
 }
 
 LoadedImage writtenImage(const std::string& path, const QByteArray& content)

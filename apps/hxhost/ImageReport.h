@@ -19,7 +19,7 @@ LoadedImage loadImage(const std::string& path);
 // What was written to `path`, which may be a pipe and not be there to be read again.
 LoadedImage writtenImage(const std::string& path, const QByteArray& content);
 
-// Adds kind, product, version, messages, sizes, time on the wire, and every problem.
+// Adds kind, product, version, messages, sizes, time on the wire, and the problems.
 void addImage(Report& report, const LoadedImage& loaded);
 
 // Reads an image and adds it to the report. None, with the problem in the report, when the file

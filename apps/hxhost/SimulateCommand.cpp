@@ -65,9 +65,12 @@ void serve(CommandContext& context, const SimulateOptions& options, RtMidiPort& 
             ++replies;
             context.console.bytes("sent " + hexText(bytes));
         });
-    const Microseconds end = port.clock().now() + Microseconds(options.seconds * 1e6);
+    const Microseconds start = port.clock().now();
+    const auto isOver = [&] {
+        return options.seconds > 0 && double(port.clock().now() - start) >= options.seconds * 1e6;
+    };
     bool serving = true;
-    while (serving && !*interrupt.flag() && (options.seconds <= 0 || port.clock().now() < end))
+    while (serving && !*interrupt.flag() && !isOver())
         serving = server.serve(serveInterval);
     context.report.add(QStringLiteral("replies"), replies);
     context.report.add(QStringLiteral("product.codeValid"), product.product().isCodeValid());

@@ -1,4 +1,5 @@
 #include "host/ImageFile.h"
+#include "host/UpdateImage.h"
 
 #include "tests/host/Bytes.h"
 #include "tests/host/ImageSamples.h"
@@ -138,6 +139,26 @@ TEST(ImageFile, RefusesAFileAboveTheLimitUnread)
     const ImageFile read = readImageFile(file.fileName());
     ASSERT_EQ(read.problems.size(), 1u);
     EXPECT_TRUE(read.problems[0].text.contains("larger than 16777216 bytes"));
+}
+
+TEST(ImageFile, ListsOnlyTheFirstOfVeryManyProblems)
+{
+    const ImageFile file = parseImageFile(QByteArray(100000, '\xF0'));
+    ASSERT_EQ(file.problems.size(), mostImageProblems);
+    EXPECT_EQ(file.problems.back().text, "there are more problems than these.");
+    EXPECT_FALSE(parseUpdateImage(file).ok());
+}
+
+TEST(ImageFile, KeepsOnlyTheFirstOfVeryManyMessages)
+{
+    const QByteArray message = QByteArray::fromHex("F0F7");
+    const ImageFile file = parseImageFile(message.repeated(int(maxImageFileMessages) + 10));
+    EXPECT_EQ(file.messages.size(), maxImageFileMessages);
+    ASSERT_EQ(file.problems.size(), 1u);
+    EXPECT_EQ(file.problems[0].text,
+              "the file holds more than 65536 messages, which no image does.");
+    EXPECT_EQ(file.problems[0].offset, 131072);
+    EXPECT_TRUE(parseImageFile(message.repeated(int(maxImageFileMessages))).problems.empty());
 }
 
 // Opening a pipe to which nobody writes would wait for ever.

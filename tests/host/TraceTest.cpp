@@ -227,6 +227,14 @@ TEST(TraceReader, ReadsAFileAndSaysWhenItCannot)
               "it has more than 268435456 bytes, which no trace has");
 }
 
+TEST(TraceReader, RefusesMoreEventsThanItKeeps)
+{
+    const QByteArray events = QByteArray("0.000000 lost\n").repeated(500000);
+    EXPECT_EQ(parsedTrace(events).events.size(), 500000u);
+    expectError(events + "0.000000 lost\n", 500002, 1,
+                "at most 500000 events; cut the trace into parts, each with the first line");
+}
+
 // A device states no size, and this one has no end.
 TEST(TraceReader, RefusesAnEndlessDeviceWithoutTakingItIntoMemory)
 {
