@@ -136,6 +136,18 @@ QStringList librariesIn(const QString& folder)
     return paths;
 }
 
+// Why a folder holds no plugin: the reason of each library, or of the first of many.
+QString whyNone(const QStringList& reasons)
+{
+    constexpr int mostListed = 3;
+    if (reasons.isEmpty())
+        return QStringLiteral("it holds no library.");
+    const QString listed = reasons.mid(0, mostListed).join(QLatin1Char(' '));
+    const int more = reasons.size() - mostListed;
+    return more > 0 ? listed + QStringLiteral(" %1 more libraries are none either.").arg(more)
+                    : listed;
+}
+
 PluginLoadResult loadFromFolder(const QString& folder)
 {
     QStringList plugins;
@@ -155,12 +167,10 @@ PluginLoadResult loadFromFolder(const QString& folder)
                           .arg(folder)
                           .arg(plugins.size())
                           .arg(plugins.join(QStringLiteral(", "))));
-    const QString tried =
-        others.isEmpty() ? QStringLiteral("it holds no library") : others.join(QStringLiteral(" "));
     return failed(PluginFault::NoneInFolder,
-                  QStringLiteral("The folder %1 holds no device plugin: %2. Name the plugin's "
+                  QStringLiteral("The folder %1 holds no device plugin: %2 Name the plugin's "
                                  "library file or the folder it is in.")
-                      .arg(folder, tried));
+                      .arg(folder, whyNone(others)));
 }
 
 } // namespace
@@ -201,7 +211,8 @@ PluginLoadResult loadPlugin(const QString& path)
     if (!info.exists())
         return failed(PluginFault::Missing,
                       QStringLiteral("There is no file or folder %1. Check the path.").arg(path));
-    return info.isDir() ? loadFromFolder(path) : loadFile(info.absoluteFilePath());
+    const QString absolute = info.absoluteFilePath(); // Qt's loader seeks others in system folders
+    return info.isDir() ? loadFromFolder(absolute) : loadFile(absolute);
 }
 
 } // namespace hx

@@ -3,6 +3,7 @@
 #include "tests/host/TestFiles.h"
 #include "tests/support/QtPrinting.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QLibrary>
 
@@ -238,6 +239,24 @@ TEST_F(PluginLoaderTest, SaysOfAFolderWithoutAPluginWhyEachLibraryIsNone)
     EXPECT_TRUE(error.contains("liba")) << error.toStdString();
     EXPECT_TRUE(error.contains("libb")) << error.toStdString();
     EXPECT_FALSE(codeRan());
+}
+
+TEST_F(PluginLoaderTest, NamesOnlyTheFirstOfManyLibraries)
+{
+    for (const char* name : {"liba", "libb", "libc", "libd", "libe"})
+        files.write(name + suffix, "no library");
+    expectRefused(files.folder(), PluginFault::NoneInFolder);
+    EXPECT_TRUE(error.contains("libc")) << error.toStdString();
+    EXPECT_FALSE(error.contains("libd")) << error.toStdString();
+    EXPECT_TRUE(error.contains(". 2 more libraries are none either. Name ")) << error.toStdString();
+}
+
+TEST_F(PluginLoaderTest, LoadsFromAFolderNamedFromTheWorkingDirectory)
+{
+    files.copy(pluginFile, "liba" + suffix);
+    const QString folder = QDir::current().relativeFilePath(files.folder());
+    ASSERT_TRUE(QFileInfo(folder).isRelative());
+    EXPECT_TRUE(loadPlugin(folder).plugin) << folder.toStdString();
 }
 
 TEST_F(PluginLoaderTest, DoesNotGuessBetweenTwoPluginsOfAFolder)
