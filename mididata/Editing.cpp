@@ -45,6 +45,8 @@ qint64 sizeAfterReplacing(int size, int pos, int len, int added)
 
 HxMidiData& HxMidiData::append(const HxMidiData& other)
 {
+    if (!fitsArray(qint64(bytes.size()) + other.bytes.size()))
+        return *this;
     if (looksInto(bytes, other.bytes))
         bytes.append(deepCopy(other.bytes));
     else

@@ -170,7 +170,10 @@ public:
     /** As setData(), but appends to what the buffer holds and leaves auxA and source alone. */
     void vSetData(const char* fmt, va_list args);
 
-    /** Appends the other buffer's bytes, which may be this buffer's own; returns this buffer. */
+    /**
+     * Appends the other buffer's bytes, which may be this buffer's own; returns this buffer. A sum
+     * longer than an array can be changes nothing.
+     */
     HxMidiData& append(const HxMidiData& other);
 
     /** Empties the buffer; auxA and source become 0, auxB and auxC keep their values. */

@@ -1,5 +1,6 @@
 #include "tests/mididata/Bytes.h"
 #include "tests/mididata/ExtremeIntegers.h"
+#include "tests/mididata/GiantBuffer.h"
 
 #include <QDataStream>
 
@@ -59,6 +60,17 @@ TEST(Editing, appendToAnEmptyBufferDoesNotKeepAdoptedMemory)
         data.append(adopted.data);
     }
     EXPECT_EQ(data.bytes, hex("0102"));
+}
+
+TEST(Editing, appendWhoseSumIsLongerThanAnArrayCanBeChangesNothing)
+{
+    GiantBuffer giant;
+    if (giant.data.bytes.isEmpty())
+        GTEST_SKIP() << "1 GiB of address space is needed";
+    const HxMidiData other = giant.data;
+    giant.data.append(other).append(giant.data);
+    EXPECT_EQ(giant.data.bytes.size(), GiantBuffer::size);
+    EXPECT_EQ(giant.data.bytes.constData(), other.bytes.constData());
 }
 
 TEST(Editing, chompRemovesFromTheEnd)
