@@ -103,7 +103,7 @@ QString MessageNames::nameOf(const QByteArray& message) const
         if (!entry.pattern.exactMatch(hex))
             continue;
         // Both kinds of update have the same acknowledgements; the kind byte tells them apart.
-        if (entry.key.startsWith(QLatin1String(fwuKeys)) &&
+        if (entry.key.startsWith(QLatin1String(fwuKeys)) && message.size() > commandPosition &&
             message.at(commandPosition) == fwdCommand)
             return QString(entry.key).replace(QLatin1String(fwuKeys), QLatin1String(fwdKeys));
         return entry.key;

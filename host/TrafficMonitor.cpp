@@ -65,7 +65,6 @@ QStringList TrafficReport::warnings() const
 TrafficReport listenForTraffic(PortBus& bus, Microseconds duration)
 {
     TrafficReport report;
-    report.duration = duration;
     for (const AssembledEvent& event : bus.listen(duration))
         report.add(event);
     report.portError = bus.errorText;

@@ -8,7 +8,6 @@
 namespace hx {
 
 struct TrafficReport {
-    Microseconds duration = 0;
     int clockBytes = 0;         // F8
     int activeSensingBytes = 0; // FE
     int otherRealTime = 0;      // F9 to FD, FF

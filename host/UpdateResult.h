@@ -13,7 +13,7 @@ enum class UpdateOutcome {
     Succeeded,    // every message acknowledged as good, all checksums agree, identity answered
     ImageRefused, // the image is damaged or not for this plugin; nothing was sent
     NoAnswer,     // the product did not answer: to the identity request, or to a message
-    WrongProduct, // something else answers than the image is for; nothing of it was sent
+    WrongProduct, // something else answers than the image is for, before or after sending it
     Failed,       // the product refused a message for good
     VerificationFailed, // all was sent, but what the product then reports does not agree
     Interrupted,

@@ -2,6 +2,7 @@
 
 #include "tests/host/ImageSamples.h"
 #include "tests/host/ProductSession.h"
+#include "tests/host/StubPlugin.h"
 #include "tests/support/QtPrinting.h"
 
 #include <gtest/gtest.h>
@@ -78,4 +79,15 @@ TEST(MessageNames, NamesNothingElse)
     EXPECT_EQ(nameOf("F0F7"), "");
     EXPECT_EQ(nameOf("904001"), "");
     EXPECT_EQ(nameOf("F0006B2D304130F700"), "");
+}
+
+// The acknowledgements of another product may end before the byte that tells the kinds apart.
+TEST(MessageNames, LooksForNoKindInAShortAcknowledgement)
+{
+    StubPlugin plugin;
+    plugin.texts["fwupdate.fwu.response.any"] = "F042..";
+    EXPECT_EQ(MessageNames(plugin).nameOf(QByteArray::fromHex("F04200F7")),
+              "fwupdate.fwu.response.any");
+    plugin.texts["fwupdate.fwu.response.any"] = ".*";
+    EXPECT_EQ(MessageNames(plugin).nameOf(QByteArray()), "fwupdate.fwu.response.any");
 }

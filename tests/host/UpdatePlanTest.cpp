@@ -2,6 +2,7 @@
 
 #include "tests/host/ImageSamples.h"
 #include "tests/host/ProductSession.h"
+#include "tests/host/StubPlugin.h"
 #include "tests/support/QtPrinting.h"
 
 #include <gtest/gtest.h>
@@ -9,49 +10,6 @@
 using namespace hx;
 
 namespace {
-
-// A plugin that describes an update as the test says.
-class StubPlugin : public DeviceInterface {
-public:
-    StubPlugin()
-    {
-        protocol.fidpid = 0x300041;
-        protocol.codeType = CodeType::Fwu;
-        protocol.responseAny = protocol.responseGood = protocol.responseBad =
-            protocol.responseFailed = ResponceData("F0");
-        protocol.fileCheck = ResponceData("F0 00 6B 2D 30 41 43 0C");
-    }
-
-    bool isNak(BusData) override { return false; }
-    bool isCodeValid(CodeType) override { return false; }
-    QString classVersion() override { return QString(); }
-    QString esn() override { return QString(); }
-    QString nickName() override { return QString(); }
-    QString productPortName() const override { return QString(); }
-    QString productName() const override { return QStringLiteral("Stub"); }
-    qint32 versionNumber() override { return 0; }
-    quint32 fidpid() override { return 0x300041; }
-    bool canSupport(unsigned int identifier) override { return identifier == supported; }
-    FwUpdateProtocol getUpdateProtocol(QString const&, QList<HxMidiData> const&) override
-    {
-        ++asked;
-        if (!error.isEmpty())
-            setLastError(error);
-        return protocol;
-    }
-    QVariant lookup(QString) const override { return QVariant(); }
-    int lookupInt(QString) const override { return 0; }
-    QString lookupStr(QString) const override { return QString(); }
-    bool isBootcode() const override { return true; }
-    QVector<unsigned int> getGenderList() const override { return {}; }
-    QMap<unsigned int, QString> getFidPidNameMap() const override { return {}; }
-    QMap<QString, unsigned int> getNameFidPidMap() const override { return {}; }
-
-    FwUpdateProtocol protocol;
-    unsigned supported = 0x300041;
-    QString error;
-    int asked = 0;
-};
 
 QString onlyRefusal(const UpdatePlan& plan)
 {
