@@ -122,7 +122,7 @@ void addInspectImageCommand(CommandLine& line, CLI::App* group)
 {
     auto path = std::make_shared<std::string>();
     CLI::App* command =
-        line.addTo(group, "inspect", "Shows what an update image holds and all that is wrong");
+        line.addTo(group, "inspect", "Shows what an update image holds and what is wrong");
     command->add_option("IMAGE", *path, "Update image: .syx, hex text or Standard MIDI File")
         ->required();
     line.setRun(command, [path](CommandContext& context) { inspectImage(context, *path); });

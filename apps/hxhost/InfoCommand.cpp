@@ -3,6 +3,8 @@
 #include "apps/hxhost/Readings.h"
 #include "apps/hxhost/Session.h"
 
+#include <initializer_list>
+
 namespace hx {
 
 namespace {
@@ -17,6 +19,27 @@ void addInfo(Report& report, const ProductInfo& info)
     addReading(report, QStringLiteral("dsp1"), info.dsp1);
     addReading(report, QStringLiteral("checksum.stored"), info.stored);
     addReading(report, QStringLiteral("checksum.calculated"), info.calculated);
+}
+
+// A refusal is an answer, and a plugin need not know every command.
+bool isAnswered(const Reading& reading)
+{
+    return reading.good() || reading.state == ReadingState::Refused ||
+           reading.state == ReadingState::Unknown;
+}
+
+// The first question that was not answered, if there is one, is the problem of the command.
+void requireAnswers(CommandContext& context, const ProductInfo& info)
+{
+    const std::initializer_list<const Reading*> readings = {
+        &info.gender, &info.version, &info.stored, &info.calculated,
+        &info.esn,    &info.dsp0,    &info.dsp1};
+    for (const Reading* reading : readings) {
+        if (!isAnswered(*reading)) {
+            requireGood(context, *reading, QStringLiteral("not all could be read"));
+            return;
+        }
+    }
 }
 
 void info(CommandContext& context, const ConnectionOptions& options)
@@ -34,6 +57,7 @@ void info(CommandContext& context, const ConnectionOptions& options)
     if (!reader.isServed(read.identity))
         return failWrongProduct(context, read.identity, session.device());
     addPluginAnswers(context.report, askPlugin(session.device()));
+    requireAnswers(context, read);
 }
 
 } // namespace

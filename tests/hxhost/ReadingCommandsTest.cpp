@@ -123,6 +123,21 @@ TEST_F(ReadingCommands, EachReadsTheSilenceOfTheProductAsNoAnswer)
     }
 }
 
+TEST_F(ReadingCommands, InfoFailsWhenAQuestionIsNotAnsweredAndShowsTheOthers)
+{
+    const QList<QPair<QString, int>> faults = {
+        {"drop-reply:2-", 5}, {"silent:8-", 5}, {"vanish:3", 4}, {"refuse:2-8", 0}};
+    for (const auto& fault : faults) {
+        const ProgramResult result =
+            hxhost({"info", "--port", "simulator", "--fault", fault.first});
+        EXPECT_EQ(result.exitCode, fault.second) << fault.first.toStdString();
+        EXPECT_TRUE(result.out.contains("identity.version           1.0.2.3\n"))
+            << result.out.toStdString();
+        EXPECT_EQ(result.err.contains("error: not all could be read: "), fault.second != 0)
+            << result.err.toStdString();
+    }
+}
+
 TEST_F(ReadingCommands, EachTellsAnotherProductFromTheRightOne)
 {
     for (const char* command : {"identify", "info", "verify", "recover"}) {

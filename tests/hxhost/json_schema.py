@@ -34,7 +34,7 @@ CASES = [
     (["identify", "--port", "simulator", "--field", "port"], 0),
     (["info", "--port", "simulator"], 0),
     (["info", "--port", "simulator", "--fault", "refuse:3"], 0),
-    (["info", "--port", "simulator", "--fault", "silent:2-"], 0),
+    (["info", "--port", "simulator", "--fault", "silent:2-"], 5),
     (["info", "--port", "replay:TRACE"], 11),
     (["image", "build", "CODE", "-o", "NEW", "--kind", "fwd"], 0),
     (["image", "build", "nowhere", "-o", "NEW", "--kind", "fwu"], 10),
