@@ -52,6 +52,7 @@ public:
 private:
     bool hasRoom() const;
     bool goesOn() const;
+    void listen();
     void show(const AssembledEvent& event);
 
     CommandContext& m_context;
@@ -91,13 +92,24 @@ void Monitor::show(const AssembledEvent& event)
     fflush(stdout);
 }
 
+// Silence lasts as long on a simulated or replayed port, where waiting takes no time, as on a real
+// one: without end it would keep a processor busy.
+void Monitor::listen()
+{
+    SteadyClock clock;
+    const Microseconds end = clock.now() + listenInterval;
+    const AssembledEvents heard = m_bus.listen(listenInterval);
+    for (const AssembledEvent& event : heard)
+        show(event);
+    if (heard.empty() && m_bus.errorText.isEmpty())
+        clock.sleepUntil(end);
+}
+
 void Monitor::run()
 {
     const InterruptFlag interrupt;
-    while (goesOn() && !*interrupt.flag() && m_bus.errorText.isEmpty()) {
-        for (const AssembledEvent& event : m_bus.listen(listenInterval))
-            show(event);
-    }
+    while (goesOn() && !*interrupt.flag() && m_bus.errorText.isEmpty())
+        listen();
     m_context.report.addHidden(QStringLiteral("events"), m_events);
     m_context.report.addHidden(QStringLiteral("count"), m_shown);
     if (!m_bus.errorText.isEmpty())

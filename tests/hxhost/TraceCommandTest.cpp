@@ -1,6 +1,7 @@
 // Traces: what is written, what is shown, what is played back.
 #include "tests/hxhost/HxHost.h"
 
+#include <QElapsedTimer>
 #include <QJsonArray>
 
 namespace {
@@ -106,6 +107,15 @@ TEST_F(TraceCommand, MonitorDecodesWhatArrives)
     const QJsonObject document =
         json({"monitor", "--port", "simulator", "--fault", "noise", "--seconds", "0.1"});
     EXPECT_EQ(document.value("result").toObject().value("count").toInt(), 12);
+}
+
+// Waiting takes no time on the simulated product's clock, and the loop took a whole processor.
+TEST_F(TraceCommand, MonitorWaitsOutTheSilenceOfASimulatedProduct)
+{
+    QElapsedTimer timer;
+    timer.start();
+    EXPECT_EQ(hxhost({"monitor", "--port", "simulator", "--seconds", "0.3"}).exitCode, 0);
+    EXPECT_GE(timer.elapsed(), 300);
 }
 
 TEST_F(TraceCommand, PortsListsBackendsEvenWhereNoneCanBeUsed)
