@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace hx {
 
@@ -22,8 +23,28 @@ protected:
         ASSERT_EQ(file.write(content), content.size());
     }
 
+    QString folder() const { return m_folder.path(); }
+
 private:
     QTemporaryDir m_folder;
+};
+
+// Without the superuser's right to read everything, as long as it lives.
+class AsNobody {
+public:
+    AsNobody() : m_user(geteuid())
+    {
+        if (m_user == 0) {
+            EXPECT_EQ(seteuid(nobody), 0);
+        }
+    }
+    ~AsNobody() { EXPECT_EQ(seteuid(m_user), 0); }
+    AsNobody(const AsNobody&) = delete;
+    AsNobody& operator=(const AsNobody&) = delete;
+
+private:
+    static constexpr uid_t nobody = 65534;
+    uid_t m_user;
 };
 
 } // namespace
@@ -65,6 +86,25 @@ TEST_F(StateFile, APlaceThatCannotKeepTheStateIsRefusedBeforeTheProductIsUsed)
     EXPECT_EQ(error, "No such file or directory");
     EXPECT_FALSE(restoreProduct(product, QString(), &error));
     EXPECT_EQ(error, "it has no name");
+}
+
+TEST_F(StateFile, AFileThatMayNotBeReadIsRefusedAndNotReplacedByAFreshProduct)
+{
+    const QByteArray state = SimulatedProduct().save();
+    write(state);
+    ASSERT_EQ(chmod(folder().toLocal8Bit().constData(), 0777), 0);
+    ASSERT_EQ(chmod(path().toLocal8Bit().constData(), 0000), 0);
+    {
+        const AsNobody nobody;
+        SimulatedProduct product;
+        QString error;
+        EXPECT_FALSE(restoreProduct(product, path(), &error));
+        EXPECT_EQ(error, "Permission denied");
+    }
+    struct stat found = {};
+    ASSERT_EQ(stat(path().toLocal8Bit().constData(), &found), 0);
+    EXPECT_EQ(found.st_mode & 0777, 0u);
+    EXPECT_EQ(found.st_size, state.size());
 }
 
 TEST_F(StateFile, WhatIsTooLargeIsRefusedAndNotTakenIntoMemory)
