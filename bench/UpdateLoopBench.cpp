@@ -1,10 +1,10 @@
 #include "bench/Bench.h"
-#include "host/ImageBuilder.h"
-#include "host/ImageFile.h"
-#include "host/PluginLoader.h"
-#include "host/UpdateImage.h"
-#include "host/UpdatePlan.h"
-#include "host/UpdateSender.h"
+#include "host/image/ImageBuilder.h"
+#include "host/image/ImageFile.h"
+#include "host/image/UpdateImage.h"
+#include "host/product/PluginLoader.h"
+#include "host/update/UpdatePlan.h"
+#include "host/update/UpdateSender.h"
 
 #include <QTemporaryFile>
 

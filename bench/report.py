@@ -343,7 +343,7 @@ def main():
     parser.add_argument("--repetitions", type=int, default=7)
     parser.add_argument("--min-time", default="0.05", help="seconds for each repetition")
     parser.add_argument("--filter", default=".", help="only the bars whose name fits; writes no file")
-    parser.add_argument("--output", default="docs/performance.md")
+    parser.add_argument("--output", default="docs/evidence/performance.md")
     options = parser.parse_args()
 
     report = run(options.program, options.repetitions, options.min_time, options.filter)

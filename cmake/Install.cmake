@@ -33,7 +33,10 @@ function(hx_install_library target)
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
     INCLUDES DESTINATION ${HX_INSTALL_INCLUDEDIR})
-  install(FILES ${ARG_HEADERS} DESTINATION ${HX_INSTALL_INCLUDEDIR}/${room})
+  foreach(header IN LISTS ARG_HEADERS)
+    get_filename_component(folder ${header} DIRECTORY)
+    install(FILES ${header} DESTINATION ${HX_INSTALL_INCLUDEDIR}/${room}/${folder})
+  endforeach()
   hx_install_pkgconfig(${target} "${ARG_DESCRIPTION}" "${ARG_REQUIRES}")
 endfunction()
 
@@ -87,10 +90,9 @@ function(hx_install_package)
     ${PROJECT_BINARY_DIR}/HxMidiKitConfigVersion.cmake
     ${PROJECT_SOURCE_DIR}/cmake/FindRtMidi.cmake
     DESTINATION ${HX_INSTALL_CMAKEDIR})
-  file(GLOB documents CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/*.md
-    ${PROJECT_SOURCE_DIR}/docs/*.svg ${PROJECT_SOURCE_DIR}/docs/*.trace)
-  install(FILES ${documents} DESTINATION ${CMAKE_INSTALL_DOCDIR})
-  install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/schema DESTINATION ${CMAKE_INSTALL_DOCDIR})
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR}
+    FILES_MATCHING
+    PATTERN "*.md" PATTERN "*.svg" PATTERN "*.trace" PATTERN "*.json" PATTERN man EXCLUDE)
   foreach(set IN ITEMS HxMidiKitTargets HxMidiKitPortsTargets)
     install(EXPORT ${set} DESTINATION ${HX_INSTALL_CMAKEDIR})
   endforeach()

@@ -1,7 +1,7 @@
 // Hands bytes from the thread on which a MIDI library delivers them to the one that waits for them.
 #pragma once
 
-#include "host/MidiPort.h"
+#include "host/bus/MidiPort.h"
 
 #include <condition_variable>
 #include <deque>

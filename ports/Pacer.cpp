@@ -4,11 +4,6 @@
 
 namespace hx {
 
-Microseconds Pace::wireTime(int bytes) const
-{
-    return bytesPerSecond > 0 ? bytes * microsecondsPerSecond / bytesPerSecond : 0;
-}
-
 Pacer::Pacer(Clock& clock, const Pace& pace, const OutputBuffer& buffer)
     : m_clock(clock), m_pace(pace), m_buffer(buffer)
 {

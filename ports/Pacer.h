@@ -1,22 +1,12 @@
 // Lets a port send no faster than the wire, or the library under it, can take.
 #pragma once
 
-#include "host/Clock.h"
+#include "host/base/Clock.h"
+#include "host/base/WirePace.h"
 
 #include <deque>
 
 namespace hx {
-
-// DIN MIDI is 31 250 baud with 10 bits a byte: 3 125 bytes a second, 320 microseconds each.
-constexpr qint64 dinBytesPerSecond = 3125;
-
-struct Pace {
-    qint64 bytesPerSecond = dinBytesPerSecond; // 0: as fast as the port takes them
-    Microseconds gap = 0;                      // pause after each message
-
-    // Time that `bytes` take on the wire at this pace; 0 when it is not limited.
-    Microseconds wireTime(int bytes) const;
-};
 
 // Output that the library buffers and loses without a word once its buffer is full.
 struct OutputBuffer {

@@ -1,7 +1,7 @@
 // Puts a simulated product at the end of any MIDI port, for other programs to talk to.
 #pragma once
 
-#include "host/MidiPort.h"
+#include "host/bus/MidiPort.h"
 #include "simulator/FaultyProduct.h"
 
 #include <functional>

@@ -1,6 +1,6 @@
 #include "ports/ReplayPort.h"
 
-#include "host/HexText.h"
+#include "host/base/HexText.h"
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
 // Plays the product's side of a trace back to whoever sends what the trace's host sent.
 #pragma once
 
-#include "host/MidiPort.h"
-#include "host/Trace.h"
+#include "host/bus/MidiPort.h"
+#include "host/trace/Trace.h"
 
 #include <functional>
 

@@ -1,7 +1,7 @@
 // A real pair of MIDI ports: ALSA, JACK, CoreMIDI, whatever RtMidi reaches.
 #pragma once
 
-#include "host/MidiPort.h"
+#include "host/bus/MidiPort.h"
 #include "ports/ChunkQueue.h"
 #include "ports/Pacer.h"
 

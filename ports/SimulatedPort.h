@@ -2,7 +2,7 @@
 // takes no time.
 #pragma once
 
-#include "host/MidiPort.h"
+#include "host/bus/MidiPort.h"
 #include "ports/Pacer.h"
 #include "simulator/FaultyProduct.h"
 

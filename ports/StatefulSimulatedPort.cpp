@@ -1,6 +1,6 @@
 #include "ports/StatefulSimulatedPort.h"
 
-#include "host/WholeFile.h"
+#include "host/base/WholeFile.h"
 
 #include <QFile>
 #include <QFileInfo>

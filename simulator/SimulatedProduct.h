@@ -1,5 +1,5 @@
 // The product, simulated: a boot loader that takes MIDI bytes and answers as the real one does.
-// What it answers to which message is listed in docs/simulated-product.md.
+// What it answers to which message is listed in docs/formats/simulated-product.md.
 #pragma once
 
 #include "simulator/SysExReader.h"
@@ -69,9 +69,9 @@ public:
     ProductMode mode() const { return m_mode; }
     qint64 memoryWrites() const { return m_memory.writes(); }
 
-    // The memory as text, and back (docs/simulated-product.md). `restore` switches off and on; when
-    // the text is not a whole state file for this product it returns false, says why in `error`,
-    // and leaves the product as it was.
+    // The memory as text, and back (docs/formats/simulated-product.md). `restore` switches off and
+    // on; when the text is not a whole state file for this product it returns false, says why in
+    // `error`, and leaves the product as it was.
     QByteArray save() const;
     bool restore(const QByteArray& state, QString* error);
 

@@ -1,4 +1,4 @@
-// The product's memory as text; the grammar is in docs/simulated-product.md.
+// The product's memory as text; the grammar is in docs/formats/simulated-product.md.
 #pragma once
 
 #include "simulator/ProductMemory.h"

@@ -9,7 +9,8 @@ namespace hx {
 
 namespace {
 
-// Positions and sizes of the update messages' fields, counted from the F0; docs/update-image.md.
+// Positions and sizes of the update messages' fields, counted from the F0;
+// docs/formats/update-image.md.
 constexpr int closingSize = 7;
 constexpr int kindAt = 6;
 constexpr int subCommandAt = 7;

@@ -1,5 +1,5 @@
-#include "apps/hxhost/CommandLine.h"
-#include "apps/hxhost/Commands.h"
+#include "apps/hxhost/commands/CommandLine.h"
+#include "apps/hxhost/commands/Commands.h"
 
 #include <QCoreApplication>
 

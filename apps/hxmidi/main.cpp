@@ -1,5 +1,5 @@
-#include "apps/hxmidi/CommandLine.h"
-#include "apps/hxmidi/Commands.h"
+#include "apps/hxmidi/commands/CommandLine.h"
+#include "apps/hxmidi/commands/Commands.h"
 
 #include <QFile>
 

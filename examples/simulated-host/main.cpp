@@ -1,7 +1,7 @@
 // A host that talks to a product: the simulated one, over the reference host's bus.
 // Usage: simulated-host PLUGIN
-#include "host/PluginLoader.h"
-#include "host/PortBus.h"
+#include "host/bus/PortBus.h"
+#include "host/product/PluginLoader.h"
 #include "ports/SimulatedPort.h"
 
 #include <QTextStream>

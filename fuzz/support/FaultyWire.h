@@ -3,7 +3,7 @@
 #pragma once
 
 #include "fuzz/support/FuzzInput.h"
-#include "host/MidiPort.h"
+#include "host/bus/MidiPort.h"
 #include "simulator/SimulatedProduct.h"
 
 #include <map>

@@ -1,8 +1,8 @@
 // What holds for every image file that was read, whatever it holds.
 #pragma once
 
-#include "host/ImageFile.h"
-#include "host/UpdateImage.h"
+#include "host/image/ImageFile.h"
+#include "host/image/UpdateImage.h"
 
 #include <QList>
 

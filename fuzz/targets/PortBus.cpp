@@ -1,6 +1,6 @@
 // The host's bus over a port that delivers anything at any time: what it returns has arrived and
 // fits, it ends within its deadline, and every byte that arrived is reported once.
-#include "host/PortBus.h"
+#include "host/bus/PortBus.h"
 
 #include "fuzz/support/FuzzTarget.h"
 

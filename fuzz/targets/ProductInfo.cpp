@@ -2,7 +2,7 @@
 // when its reply is a whole one, and over a good wire it is what the product holds.
 #include "fuzz/support/FaultyWire.h"
 #include "fuzz/support/FuzzTarget.h"
-#include "host/ProductState.h"
+#include "host/product/ProductState.h"
 #include "plugin/ValdrinBootInterface.h"
 #include "tests/simulator/UpdateMessages.h"
 

@@ -1,6 +1,6 @@
 // The assembler over any stream, cut anywhere, with pauses anywhere: every byte accounted for once,
 // chunks of no consequence, memory bounded, and the messages those of a plain scan.
-#include "host/SysExAssembler.h"
+#include "host/bus/SysExAssembler.h"
 
 #include "fuzz/support/FuzzTarget.h"
 

@@ -1,5 +1,5 @@
 // Traces: what is read is exactly what the grammar allows, and reads back as it was.
-#include "host/Trace.h"
+#include "host/trace/Trace.h"
 
 #include "fuzz/support/FuzzTarget.h"
 
@@ -12,7 +12,7 @@ using namespace hx::fuzz;
 
 const char header[] = "# hxtrace 1\n";
 
-// docs/trace-format.md, line by line.
+// docs/formats/trace-format.md, line by line.
 bool isAllowed(const QString& line)
 {
     static const QRegularExpression withBytes(

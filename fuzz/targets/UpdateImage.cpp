@@ -1,9 +1,9 @@
 // Images with messages changed, against the simulated product: an image is good exactly when the
 // product takes all of it, and then the product holds what the image says.
-#include "host/UpdateImage.h"
+#include "host/image/UpdateImage.h"
 
 #include "fuzz/support/FuzzTarget.h"
-#include "host/ImageBuilder.h"
+#include "host/image/ImageBuilder.h"
 #include "simulator/Crc32.h"
 #include "simulator/SimulatedProduct.h"
 #include "tests/simulator/UpdateMessages.h"

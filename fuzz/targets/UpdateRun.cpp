@@ -1,10 +1,10 @@
 // The host's update over a wire on which anything goes wrong: never a success unless the product
 // holds the image, always an end in bounded time, and a run without faults always recovers it.
-#include "host/UpdateRun.h"
+#include "host/update/UpdateRun.h"
 
 #include "fuzz/support/FaultyWire.h"
 #include "fuzz/support/FuzzTarget.h"
-#include "host/ImageBuilder.h"
+#include "host/image/ImageBuilder.h"
 #include "plugin/ValdrinBootInterface.h"
 #include "tests/simulator/UpdateMessages.h"
 

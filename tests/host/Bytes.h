@@ -1,7 +1,7 @@
 // Bytes as tests write them, and as they were found in an image file.
 #pragma once
 
-#include "host/ImageFile.h"
+#include "host/image/ImageFile.h"
 
 inline QByteArray hex(const char* digits)
 {

@@ -1,6 +1,6 @@
-#include "host/ImageBuilder.h"
+#include "host/image/ImageBuilder.h"
 
-#include "host/ImageGrammar.h"
+#include "host/image/ImageGrammar.h"
 #include "tests/host/Bytes.h"
 #include "tests/host/ImageSamples.h"
 #include "tests/support/QtPrinting.h"

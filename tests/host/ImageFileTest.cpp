@@ -1,5 +1,5 @@
-#include "host/ImageFile.h"
-#include "host/UpdateImage.h"
+#include "host/image/ImageFile.h"
+#include "host/image/UpdateImage.h"
 
 #include "tests/host/Bytes.h"
 #include "tests/host/ImageSamples.h"

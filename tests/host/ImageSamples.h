@@ -1,8 +1,8 @@
 // Update images for tests.
 #pragma once
 
-#include "host/ImageBuilder.h"
-#include "host/UpdateImage.h"
+#include "host/image/ImageBuilder.h"
+#include "host/image/UpdateImage.h"
 
 namespace samples {
 

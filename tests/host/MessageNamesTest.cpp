@@ -1,4 +1,4 @@
-#include "host/MessageNames.h"
+#include "host/product/MessageNames.h"
 
 #include "tests/host/ImageSamples.h"
 #include "tests/host/ProductSession.h"

@@ -1,4 +1,4 @@
-#include "host/ImageFile.h"
+#include "host/image/ImageFile.h"
 
 #include "tests/host/Bytes.h"
 #include "tests/host/ImageSamples.h"

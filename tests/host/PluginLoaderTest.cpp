@@ -1,4 +1,4 @@
-#include "host/PluginLoader.h"
+#include "host/product/PluginLoader.h"
 
 #include "tests/host/TestFiles.h"
 #include "tests/support/QtPrinting.h"

@@ -1,4 +1,4 @@
-#include "host/PortBus.h"
+#include "host/bus/PortBus.h"
 #include "tests/host/Bytes.h"
 
 #include "tests/support/QtPrinting.h"

@@ -1,4 +1,4 @@
-#include "host/ProductReadings.h"
+#include "host/product/ProductReadings.h"
 
 #include "tests/host/Bytes.h"
 #include "tests/host/ImageSamples.h"

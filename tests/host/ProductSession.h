@@ -1,8 +1,8 @@
 // The real plugin, loaded from its library file, over a bus to a simulated product.
 #pragma once
 
-#include "host/PluginLoader.h"
-#include "host/PortBus.h"
+#include "host/bus/PortBus.h"
+#include "host/product/PluginLoader.h"
 #include "ports/SimulatedPort.h"
 #include "tests/support/LogCapture.h"
 

@@ -1,4 +1,4 @@
-#include "host/ProductState.h"
+#include "host/product/ProductState.h"
 
 #include "tests/host/ImageSamples.h"
 #include "tests/host/ProductSession.h"

@@ -1,4 +1,4 @@
-#include "host/PortBus.h"
+#include "host/bus/PortBus.h"
 
 #include <gtest/gtest.h>
 

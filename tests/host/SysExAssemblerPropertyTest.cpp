@@ -1,5 +1,5 @@
 // What holds for every input, tried over generated streams with a fixed seed.
-#include "host/SysExAssembler.h"
+#include "host/bus/SysExAssembler.h"
 
 #include "tests/support/QtPrinting.h"
 

@@ -1,4 +1,4 @@
-#include "host/SysExAssembler.h"
+#include "host/bus/SysExAssembler.h"
 #include "tests/host/Bytes.h"
 
 #include "tests/support/QtPrinting.h"

@@ -1,4 +1,4 @@
-#include "host/Trace.h"
+#include "host/trace/Trace.h"
 
 #include "tests/host/Bytes.h"
 #include "tests/host/ProductSession.h"
@@ -207,7 +207,8 @@ TEST(TraceReader, RefusesANameWithControlCharacters)
 
 TEST(TraceReader, ReadsTheExampleOfItsPage)
 {
-    const QByteArray page = TestFiles::contentOf(QStringLiteral(HX_DOCS_FOLDER "/trace-format.md"));
+    const QByteArray page =
+        TestFiles::contentOf(QStringLiteral(HX_DOCS_FOLDER "/formats/trace-format.md"));
     const int begin = page.indexOf("# hxtrace 1\n# hxhost");
     ASSERT_GT(begin, 0);
     const TraceFile file = parseTrace(page.mid(begin, page.indexOf("```", begin) - begin));

@@ -1,4 +1,4 @@
-#include "host/TrafficMonitor.h"
+#include "host/bus/TrafficMonitor.h"
 
 #include "tests/support/QtPrinting.h"
 #include "tests/support/ScriptedPort.h"

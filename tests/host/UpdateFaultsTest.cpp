@@ -1,6 +1,6 @@
 // Every fault at every place: an update never claims a success that is not one, always ends, and
 // leaves a product that a second run recovers.
-#include "host/UpdateRun.h"
+#include "host/update/UpdateRun.h"
 
 #include "tests/host/ImageSamples.h"
 #include "tests/host/ProductSession.h"

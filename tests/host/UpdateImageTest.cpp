@@ -1,4 +1,4 @@
-#include "host/UpdateImage.h"
+#include "host/image/UpdateImage.h"
 
 #include "tests/host/ImageSamples.h"
 #include "tests/host/TestFiles.h"

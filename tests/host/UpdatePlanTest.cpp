@@ -1,4 +1,4 @@
-#include "host/UpdatePlan.h"
+#include "host/update/UpdatePlan.h"
 
 #include "tests/host/ImageSamples.h"
 #include "tests/host/ProductSession.h"

@@ -1,5 +1,5 @@
 // The update against the simulated product on good days and on bad ones.
-#include "host/UpdateRun.h"
+#include "host/update/UpdateRun.h"
 
 #include "tests/host/ImageSamples.h"
 #include "tests/host/ProductSession.h"

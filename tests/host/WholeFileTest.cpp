@@ -1,4 +1,4 @@
-#include "host/WholeFile.h"
+#include "host/base/WholeFile.h"
 #include "tests/host/TestFiles.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 // hxhost check: sound plugins keep every rule, broken ones break the rule that they are made to.
-#include "apps/hxhost/contract/ContractCheck.h"
-#include "apps/hxhost/contract/PatternSample.h"
+#include "contract/ContractCheck.h"
+#include "contract/PatternSample.h"
 #include "tests/hxhost/HxHost.h"
 
 #include <QJsonArray>
@@ -227,7 +227,7 @@ TEST_F(CheckCommand, ErrorNamesTheRulesAndWhatToRead)
     EXPECT_EQ(ended.err.toStdString(),
               "error: the plugin breaks 1 of 33 rules: maps.inverse\n"
               "  expected: a plugin that keeps all rules\n"
-              "  next: see docs/writing-a-plugin.md for what hosts rely on\n");
+              "  next: see docs/developer/writing-a-plugin.md for what hosts rely on\n");
     EXPECT_TRUE(
         ended.out.contains("  failed  maps.inverse         0x110022 is named \"SoundBoot\", "
                            "but that name does not lead back to it\n"))

@@ -1,6 +1,6 @@
 // Each exit code, reached in the way that its row of the table says.
-#include "apps/hxhost/ExitCode.h"
-#include "apps/hxhost/CommandLine.h"
+#include "apps/hxhost/report/ExitCode.h"
+#include "apps/hxhost/commands/CommandLine.h"
 #include "tests/hxhost/HxHost.h"
 
 #include <set>

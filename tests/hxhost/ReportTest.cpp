@@ -1,8 +1,8 @@
 // The pieces of the output by themselves: report, table, progress.
-#include "apps/hxhost/Report.h"
-#include "apps/hxhost/Progress.h"
-#include "apps/hxhost/TextTable.h"
-#include "apps/hxhost/TraceSummary.h"
+#include "apps/hxhost/report/Report.h"
+#include "apps/hxhost/report/Progress.h"
+#include "apps/hxhost/report/TextTable.h"
+#include "host/trace/TraceSummary.h"
 
 #include <gtest/gtest.h>
 

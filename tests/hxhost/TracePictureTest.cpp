@@ -1,6 +1,6 @@
 // hxhost trace --svg: what is drawn of a trace, how it is abbreviated, and the throughput.
-#include "apps/hxhost/TraceSequence.h"
-#include "apps/hxhost/TraceThroughput.h"
+#include "host/trace/TraceSequence.h"
+#include "host/trace/TraceThroughput.h"
 #include "tests/hxhost/HxHost.h"
 
 #include <QJsonArray>
@@ -260,12 +260,13 @@ TEST_F(TracePicture, LeavesItsOwnTraceAlone)
     EXPECT_EQ(read(trace), "# hxtrace 1\n");
 }
 
-// The picture that docs/update-run.md shows.
+// The picture that docs/user/update-run.md shows.
 TEST_F(TracePicture, OfTheDocumentedUpdateIsTheOneInTheTree)
 {
     const QString docs = QStringLiteral(HX_DOCS_FOLDER);
     const QString svg = path("again.svg");
-    ASSERT_EQ(hxhost({"trace", docs + "/update-sequence.trace", "--svg", svg}).exitCode, 0);
-    EXPECT_TRUE(read(svg) == read(docs + "/update-sequence.svg"))
-        << "make it again: hxhost trace docs/update-sequence.trace --svg docs/update-sequence.svg";
+    ASSERT_EQ(hxhost({"trace", docs + "/user/update-sequence.trace", "--svg", svg}).exitCode, 0);
+    EXPECT_TRUE(read(svg) == read(docs + "/user/update-sequence.svg"))
+        << "make it again: hxhost trace docs/user/update-sequence.trace --svg "
+           "docs/user/update-sequence.svg";
 }

@@ -1,5 +1,5 @@
 // Messages that the program builds token by token against one call of HxMidiData::setData().
-#include "apps/hxmidi/MessageBuilder.h"
+#include "apps/hxmidi/commands/MessageBuilder.h"
 #include "mididata/HxMidiData.h"
 #include "tests/mididata/Random.h"
 #include "tests/support/LogCapture.h"

@@ -1,5 +1,5 @@
 // What is said about formats and arguments; the bytes of all fields are in the tables of
-// docs/builder-format.md, which GrammarTablesTest runs.
+// docs/formats/builder-format.md, which GrammarTablesTest runs.
 #include "tests/hxmidi/CommandRun.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "tests/hxmidi/CommandRun.h"
 
-#include "apps/hxmidi/CommandLine.h"
-#include "apps/hxmidi/Commands.h"
+#include "apps/hxmidi/commands/CommandLine.h"
+#include "apps/hxmidi/commands/Commands.h"
 
 #include <QBuffer>
 

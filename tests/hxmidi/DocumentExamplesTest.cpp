@@ -63,8 +63,9 @@ TEST_P(DocumentExamples, PrintWhatTheDocumentShows)
 }
 
 INSTANTIATE_TEST_SUITE_P(Documents, DocumentExamples,
-                         testing::Values("docs/man/hxmidi.1", "docs/hex-text.md", "docs/pattern.md",
-                                         "docs/builder-format.md"));
+                         testing::Values("docs/man/hxmidi.1", "docs/formats/hex-text.md",
+                                         "docs/formats/pattern.md",
+                                         "docs/formats/builder-format.md"));
 
 TEST(Documents, HaveAnExampleOfEveryCommandInTheManPage)
 {

@@ -56,7 +56,7 @@ std::vector<std::string> buildWords(const QStringList& row)
 TEST(GrammarTables, HexTextsGiveTheirBytes)
 {
     for (const QStringList& row :
-         rowsOf("docs/hex-text.md", "| Hex text | Bytes | Bytes with `--tokens` |")) {
+         rowsOf("docs/formats/hex-text.md", "| Hex text | Bytes | Bytes with `--tokens` |")) {
         const std::string text = textOf(row.at(0));
         HxMidiData split;
         split.setText(text.c_str());
@@ -70,8 +70,9 @@ TEST(GrammarTables, HexTextsGiveTheirBytes)
 TEST(GrammarTables, BadHexTextsAreRefused)
 {
     for (const QStringList& row :
-         rowsOf("docs/hex-text.md", "| Hex text | Error of `hxmidi` | Bytes with `--lenient` | "
-                                    "Log of the library |")) {
+         rowsOf("docs/formats/hex-text.md",
+                "| Hex text | Error of `hxmidi` | Bytes with `--lenient` | "
+                "Log of the library |")) {
         const std::string text = textOf(row.at(0));
         const CommandRun run = hxmidi({"convert", "--", text});
         EXPECT_EQ(run.firstComplaint(), "error: " + textOf(row.at(1))) << text;
@@ -90,7 +91,8 @@ TEST(GrammarTables, BadHexTextsAreRefused)
 TEST(GrammarTables, PatternsFitWhereTheyShould)
 {
     for (const QStringList& row :
-         rowsOf("docs/pattern.md", "| Bytes | Pattern | Fits anywhere | Fits from the start |")) {
+         rowsOf("docs/formats/pattern.md",
+                "| Bytes | Pattern | Fits anywhere | Fits from the start |")) {
         const std::string data = textOf(row.at(0));
         const std::string pattern = textOf(row.at(1));
         const bool anywhere = row.at(2) == QLatin1String("yes");
@@ -104,7 +106,8 @@ TEST(GrammarTables, PatternsFitWhereTheyShould)
 
 TEST(GrammarTables, BadPatternsAreRefusedOrWarnedOf)
 {
-    for (const QStringList& row : rowsOf("docs/pattern.md", "| Pattern | What `hxmidi` says |")) {
+    for (const QStringList& row :
+         rowsOf("docs/formats/pattern.md", "| Pattern | What `hxmidi` says |")) {
         const CommandRun run = hxmidi({"match", textOf(row.at(0)), "F0 7E F7"});
         EXPECT_EQ(run.firstComplaint(), textOf(row.at(1))) << textOf(row.at(0));
         EXPECT_EQ(run.code, row.at(1).startsWith(QLatin1String("error")) ? 2 : 1);
@@ -114,7 +117,7 @@ TEST(GrammarTables, BadPatternsAreRefusedOrWarnedOf)
 TEST(GrammarTables, FormatsGiveTheirBytes)
 {
     for (const QStringList& row :
-         rowsOf("docs/builder-format.md", "| Format | Arguments | Bytes |")) {
+         rowsOf("docs/formats/builder-format.md", "| Format | Arguments | Bytes |")) {
         const CommandRun run = hxmidi(buildWords(row));
         EXPECT_EQ(run.out, textOf(row.at(2)) + "\n") << row.join(QLatin1Char(' ')).toStdString();
         EXPECT_EQ(run.code, 0);
@@ -124,7 +127,7 @@ TEST(GrammarTables, FormatsGiveTheirBytes)
 TEST(GrammarTables, BadFormatsAndArgumentsAreRefused)
 {
     for (const QStringList& row :
-         rowsOf("docs/builder-format.md",
+         rowsOf("docs/formats/builder-format.md",
                 "| Format | Arguments | Error of `hxmidi` | Bytes with `--lenient` |")) {
         std::vector<std::string> words = buildWords(row);
         const CommandRun strict = hxmidi(words);
@@ -142,7 +145,7 @@ TEST(GrammarTables, NameEveryFieldOfTheBuilder)
 {
     QString names;
     for (const QStringList& row :
-         rowsOf("docs/builder-format.md", "| Field | Argument | Bytes | Read back by |"))
+         rowsOf("docs/formats/builder-format.md", "| Field | Argument | Bytes | Read back by |"))
         names += row.at(0) + QLatin1Char(' ');
     for (const char* field : {"VV", "V8", "P8", "P14", "V14", "UT", "F32", "V32", "I32", "NIB24",
                               "NIB32", "MSTR", "CSTR"})

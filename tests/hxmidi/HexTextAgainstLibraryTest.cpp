@@ -1,6 +1,6 @@
 // What the program lets HxMidiData read of any text against one call with the text itself: the same
 // bytes, but without anything to log.
-#include "apps/hxmidi/HexTextCheck.h"
+#include "apps/hxmidi/findings/HexTextCheck.h"
 #include "mididata/HxMidiData.h"
 #include "tests/mididata/Random.h"
 #include "tests/support/LogCapture.h"

@@ -1,5 +1,5 @@
 // What is said about hex text that is wrong or surprising; the bytes of all kinds of text are in
-// the tables of docs/hex-text.md, which GrammarTablesTest runs.
+// the tables of docs/formats/hex-text.md, which GrammarTablesTest runs.
 #include "tests/hxmidi/CommandRun.h"
 
 #include <gtest/gtest.h>

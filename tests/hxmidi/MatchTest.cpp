@@ -1,5 +1,5 @@
 // What is said about matches and bad patterns; which pattern fits what is in the tables of
-// docs/pattern.md, which GrammarTablesTest runs.
+// docs/formats/pattern.md, which GrammarTablesTest runs.
 #include "tests/hxmidi/CommandRun.h"
 
 #include <QJsonArray>

@@ -38,10 +38,10 @@ PLACES = [
 
 # Documents of the source tree, and where they go.
 DOCUMENTS = {
-    "docs/*.md": "share/doc/HxMidiKit/{name}",
-    "docs/*.svg": "share/doc/HxMidiKit/{name}",
-    "docs/*.trace": "share/doc/HxMidiKit/{name}",
-    "docs/schema/*.json": "share/doc/HxMidiKit/schema/{name}",
+    "docs/**/*.md": "share/doc/HxMidiKit/{below}",
+    "docs/**/*.svg": "share/doc/HxMidiKit/{below}",
+    "docs/**/*.trace": "share/doc/HxMidiKit/{below}",
+    "docs/**/*.json": "share/doc/HxMidiKit/{below}",
     "docs/man/*.1": "share/man/man1/{name}",
     "completions/*.bash": "share/bash-completion/completions/{stem}",
     "completions/_*": "share/zsh/site-functions/{name}",
@@ -55,7 +55,8 @@ def installed_files():
 
 def installed_documents():
     """Where each document of the source tree goes."""
-    return {place.format(name=path.name, stem=path.stem): path
+    return {place.format(name=path.name, stem=path.stem,
+                         below=path.relative_to(SOURCE / path.relative_to(SOURCE).parts[0])): path
             for pattern, place in DOCUMENTS.items() for path in SOURCE.glob(pattern)}
 
 

@@ -1,7 +1,7 @@
 // What tests of simulated ports ask a product, and products with a fault.
 #pragma once
 
-#include "host/Clock.h"
+#include "host/base/Clock.h"
 #include "simulator/FaultyProduct.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// What docs/simulated-product.md says is what the product does.
+// What docs/formats/simulated-product.md says is what the product does.
 #include "simulator/FaultPlan.h"
 #include "simulator/SimulatedProduct.h"
 
@@ -16,7 +16,7 @@ namespace {
 
 QString page()
 {
-    QFile file(QStringLiteral(HX_DOCS_FOLDER "/simulated-product.md"));
+    QFile file(QStringLiteral(HX_DOCS_FOLDER "/formats/simulated-product.md"));
     EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << file.errorString().toStdString();
     return QString::fromUtf8(file.readAll());
 }

@@ -1,8 +1,8 @@
 // Updates the simulated product over and over in one process and measures its resident memory.
 // Usage: hxsoak PLUGIN UPDATES MOST_GROWTH_KIB
-#include "host/ImageBuilder.h"
-#include "host/PluginLoader.h"
-#include "host/UpdateRun.h"
+#include "host/image/ImageBuilder.h"
+#include "host/product/PluginLoader.h"
+#include "host/update/UpdateRun.h"
 #include "ports/SimulatedPort.h"
 
 #include <QFile>

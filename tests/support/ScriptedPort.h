@@ -2,7 +2,7 @@
 // clock that moves only by waiting.
 #pragma once
 
-#include "host/MidiPort.h"
+#include "host/bus/MidiPort.h"
 
 #include <functional>
 #include <map>

@@ -1,7 +1,7 @@
 // One direction of a MIDI connection that changes the messages a scenario strikes.
 #pragma once
 
-#include "host/Clock.h"
+#include "host/base/Clock.h"
 #include "tests/sweep/Scenario.h"
 
 #include <QByteArray>

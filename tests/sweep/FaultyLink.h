@@ -2,7 +2,7 @@
 // with the fault of one scenario in it. Everything that passes is recorded as the host sees it.
 #pragma once
 
-#include "host/MidiPort.h"
+#include "host/bus/MidiPort.h"
 #include "simulator/SimulatedProduct.h"
 #include "tests/sweep/FaultyLane.h"
 

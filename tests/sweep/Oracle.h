@@ -1,7 +1,7 @@
 // How an update over a recorded connection must have ended, told from the record alone.
 #pragma once
 
-#include "host/UpdateRun.h"
+#include "host/update/UpdateRun.h"
 #include "tests/sweep/WireReading.h"
 
 namespace sweep {

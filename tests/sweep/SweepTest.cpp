@@ -1,6 +1,6 @@
 // A part of the sweep that takes few seconds; hxsweep tries all of it.
 #include "tests/sweep/Sweep.h"
-#include "host/PluginLoader.h"
+#include "host/product/PluginLoader.h"
 
 #include <gtest/gtest.h>
 

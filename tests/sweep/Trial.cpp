@@ -1,7 +1,7 @@
 #include "tests/sweep/Trial.h"
 
-#include "host/ImageBuilder.h"
-#include "host/ImageFile.h"
+#include "host/image/ImageBuilder.h"
+#include "host/image/ImageFile.h"
 #include "simulator/Crc32.h"
 
 namespace sweep {

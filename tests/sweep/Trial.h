@@ -2,7 +2,7 @@
 #pragma once
 
 #include "deviceinterface/DeviceInterface.h"
-#include "host/UpdateRun.h"
+#include "host/update/UpdateRun.h"
 #include "tests/sweep/Oracle.h"
 
 #include <QStringList>

@@ -1,5 +1,5 @@
 // hxsweep: tries every scenario of the sweep, or the ones named, and says which did not pass.
-#include "host/PluginLoader.h"
+#include "host/product/PluginLoader.h"
 #include "tests/sweep/Sweep.h"
 
 #include <QTextStream>

@@ -1,0 +1,21 @@
+#include "apps/hxhost/commands/Commands.h"
+
+namespace hx {
+
+void addAllCommands(CommandLine& line)
+{
+    addPortsCommand(line);
+    addIdentifyCommand(line);
+    addInfoCommand(line);
+    addUpdateCommand(line);
+    addVerifyCommand(line);
+    addRecoverCommand(line);
+    addImageCommands(line);
+    addInspectCommand(line);
+    addCheckCommand(line);
+    addMonitorCommand(line);
+    addTraceCommand(line);
+    addSimulateCommand(line);
+}
+
+} // namespace hx

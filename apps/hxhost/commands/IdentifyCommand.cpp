@@ -1,0 +1,40 @@
+// hxhost identify: asks the product on a port who it is.
+#include "apps/hxhost/commands/Commands.h"
+#include "apps/hxhost/report/Readings.h"
+#include "apps/hxhost/session/Session.h"
+
+namespace hx {
+
+namespace {
+
+void identify(CommandContext& context, const ConnectionOptions& options)
+{
+    Session session(context);
+    if (!session.open(options))
+        return;
+    ProductReader reader(session.device(), session.bus());
+    const IdentityReading identity = reader.identity();
+    const bool isServed = identity.good() && reader.isServed(identity);
+    context.report.add(QStringLiteral("port"), session.port().name());
+    addReading(context.report, QStringLiteral("identity"), identity);
+    if (!requireGood(context, identity,
+                     QStringLiteral("no usable identity from ") + session.port().name()))
+        return;
+    context.report.add(QStringLiteral("identity.served"), isServed);
+    if (isServed)
+        context.report.add(QStringLiteral("product"), session.device().productName());
+    else
+        failWrongProduct(context, identity, session.device());
+}
+
+} // namespace
+
+void addIdentifyCommand(CommandLine& line)
+{
+    auto options = std::make_shared<ConnectionOptions>();
+    CLI::App* command = line.add("identify", "Asks the product on a port who it is");
+    addConnectionOptions(*command, *options);
+    line.setRun(command, [options](CommandContext& context) { identify(context, *options); });
+}
+
+} // namespace hx

@@ -1,0 +1,140 @@
+// hxhost image: makes update images and looks into them.
+#include "apps/hxhost/commands/Commands.h"
+#include "apps/hxhost/report/ImageReport.h"
+#include "apps/hxhost/session/SameFile.h"
+
+#include "host/base/WholeFile.h"
+#include "host/image/ImageBuilder.h"
+#include "host/image/ImageGrammar.h"
+
+#include <QFile>
+
+namespace hx {
+
+namespace {
+
+struct BuildOptions {
+    std::string code;
+    std::string output;
+    CodeType kind = CodeType::Fwu;
+    std::string version = "1.0.2.4";
+};
+
+std::string checkVersion(const std::string& text)
+{
+    return isImageVersion(QString::fromStdString(text))
+               ? std::string()
+               : '"' + text + "\" is not a version of four digits, such as 1.0.2.4";
+}
+
+bool readCode(CommandContext& context, const QString& path, QByteArray* code)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        context.fail(
+            ExitCode::FileError,
+            QStringLiteral("the code file \"%1\" cannot be read: %2").arg(path, file.errorString()),
+            QStringLiteral("a file of 1 to %1 bytes").arg(image::maxCodeBytes),
+            QStringLiteral("check the name and the permissions"));
+        return false;
+    }
+    *code = file.read(image::maxCodeBytes + 1);
+    return true;
+}
+
+bool writeImage(CommandContext& context, const QString& path, const QByteArray& content)
+{
+    QString error;
+    if (writeWholeFile(path, content, &error))
+        return true;
+    context.fail(ExitCode::FileError,
+                 QStringLiteral("the image \"%1\" cannot be written: %2").arg(path, error),
+                 QStringLiteral("a file name in a folder that may be written to"),
+                 QStringLiteral("give another name with -o"));
+    return false;
+}
+
+// Messages from end to end, or any that carries a part of an update. The first is so of an image
+// for whatever product, the second also of one that is cut off or damaged.
+bool isMadeOfMessages(const QByteArray& content)
+{
+    const ImageFile file = parseImageFile(content);
+    return file.problems.empty() || parseUpdateImage(file).dataMessages > 0;
+}
+
+void build(CommandContext& context, const BuildOptions& options)
+{
+    if (isSameFile(QString::fromStdString(options.code), QString::fromStdString(options.output)))
+        return context.fail(ExitCode::Usage,
+                            QStringLiteral("the image would overwrite its own code file \"%1\"")
+                                .arg(QString::fromStdString(options.code)),
+                            QStringLiteral("two different files"),
+                            QStringLiteral("give another name with -o"));
+    QByteArray code;
+    if (!readCode(context, QString::fromStdString(options.code), &code))
+        return;
+    if (isMadeOfMessages(code))
+        return context.fail(ExitCode::ImageRefused,
+                            QStringLiteral("\"%1\" is an update image already, whole or damaged, "
+                                           "not code")
+                                .arg(QString::fromStdString(options.code)),
+                            QStringLiteral("the file of code bytes that an image is made of"),
+                            QStringLiteral("send the image with 'hxhost update', or give the code "
+                                           "file"));
+    const BuiltImage built =
+        buildImage(code, options.kind, QString::fromStdString(options.version));
+    if (!built.ok())
+        return context.fail(ExitCode::ImageRefused,
+                            QStringLiteral("no image can be made of \"%1\": %2")
+                                .arg(QString::fromStdString(options.code), built.error),
+                            QStringLiteral("1 to %1 code bytes").arg(image::maxCodeBytes),
+                            QStringLiteral("give another code file"));
+    const QByteArray content = built.fileContent();
+    if (writeImage(context, QString::fromStdString(options.output), content))
+        addImage(context.report, writtenImage(options.output, content));
+}
+
+void inspectImage(CommandContext& context, const std::string& path)
+{
+    takeImage(context, path);
+}
+
+void addBuildCommand(CommandLine& line, CLI::App* group)
+{
+    auto options = std::make_shared<BuildOptions>();
+    CLI::App* command = line.addTo(group, "build", "Makes an update image out of a code file");
+    command->add_option("CODE", options->code, "File of code bytes")->required();
+    command->add_option("-o,--output", options->output, "Image to write")
+        ->type_name("FILE")
+        ->required();
+    addWordOption<CodeType>(*command, "--kind", "Kind of code image: fwu or fwd",
+                            {{"fwu", CodeType::Fwu}, {"fwd", CodeType::Fwd}}, options->kind)
+        ->type_name("KIND")
+        ->required();
+    command->add_option("--code-version", options->version, "Version that the code carries")
+        ->type_name("A.B.C.D")
+        ->check(checkVersion)
+        ->capture_default_str();
+    line.setRun(command, [options](CommandContext& context) { build(context, *options); });
+}
+
+void addInspectImageCommand(CommandLine& line, CLI::App* group)
+{
+    auto path = std::make_shared<std::string>();
+    CLI::App* command =
+        line.addTo(group, "inspect", "Shows what an update image holds and what is wrong");
+    command->add_option("IMAGE", *path, "Update image: .syx, hex text or Standard MIDI File")
+        ->required();
+    line.setRun(command, [path](CommandContext& context) { inspectImage(context, *path); });
+}
+
+} // namespace
+
+void addImageCommands(CommandLine& line)
+{
+    CLI::App* group = line.addGroup("image", "Makes update images and looks into them");
+    addBuildCommand(line, group);
+    addInspectImageCommand(line, group);
+}
+
+} // namespace hx

@@ -1,0 +1,123 @@
+// hxhost ports: the MIDI ports of this machine, and which of them seem to be the product's.
+#include "apps/hxhost/commands/Commands.h"
+#include "apps/hxhost/report/Readings.h"
+#include "apps/hxhost/session/PluginPlace.h"
+
+#include "ports/PortSelector.h"
+
+namespace hx {
+
+namespace {
+
+struct PortsOptions {
+    PluginOptions plugin;
+    bool probe = false;
+};
+
+QJsonArray portRows(const QList<MidiBackend>& backends, const QString& productPortName)
+{
+    QJsonArray rows;
+    for (const MidiBackend& backend : backends) {
+        const auto add = [&](const QString& port, const char* direction) {
+            rows << QJsonObject{{"direction", QString::fromLatin1(direction)},
+                                {"name", backend.name + QLatin1Char(':') + port},
+                                {"product", fitsProductPort(port, productPortName)}};
+        };
+        for (const QString& port : backend.outputs)
+            add(port, "output");
+        for (const QString& port : backend.inputs)
+            add(port, "input");
+    }
+    return rows;
+}
+
+void addBackends(CommandContext& context, const QList<MidiBackend>& backends)
+{
+    QJsonArray rows;
+    for (const MidiBackend& backend : backends) {
+        rows << QJsonObject{{"name", backend.name},
+                            {"usable", backend.unavailable.isEmpty()},
+                            {"reason", backend.unavailable}};
+        if (!backend.unavailable.isEmpty())
+            context.console.note(
+                QStringLiteral("%1 cannot be used: %2").arg(backend.name, backend.unavailable));
+    }
+    context.report.addHidden(QStringLiteral("backends"), rows);
+}
+
+// What answered to the identity request, in words.
+QString answerText(const IdentityReading& identity, DeviceInterface& device, bool isServed)
+{
+    if (!identity.good())
+        return readingStateText(identity.state);
+    const QString name = isServed ? device.productName() : QStringLiteral("another product");
+    return QStringLiteral("%1, %2, version %3")
+        .arg(name, identifierText(identity.fidpid), identity.version);
+}
+
+QJsonObject probed(const PortAddress& address, DeviceInterface& device)
+{
+    const QString name = address.backend + QLatin1Char(':') + address.output;
+    QString error;
+    const std::unique_ptr<RtMidiPort> port = RtMidiPort::open(address, Pace(), &error);
+    if (!port)
+        return {{"name", name}, {"served", false}, {"answer", error}};
+    PortBus bus(*port);
+    device.bus = &bus;
+    ProductReader reader(device, bus);
+    const IdentityReading identity = reader.identity();
+    const bool isServed = identity.good() && reader.isServed(identity);
+    device.bus = nullptr;
+    return {
+        {"name", name}, {"served", isServed}, {"answer", answerText(identity, device, isServed)}};
+}
+
+QJsonArray probeRows(const QList<MidiBackend>& backends, DeviceInterface& device)
+{
+    QJsonArray rows;
+    for (const MidiBackend& backend : backends) {
+        for (const QString& output : backend.outputs) {
+            const QString name = backend.name + QLatin1Char(':') + output;
+            const PortSelection selection = selectPort(backends, name, QString());
+            if (selection.address)
+                rows << probed(*selection.address, device);
+            else
+                rows << QJsonObject{{"name", name}, {"served", false}, {"answer", selection.what}};
+        }
+    }
+    return rows;
+}
+
+void listPorts(CommandContext& context, const PortsOptions& options)
+{
+    const std::unique_ptr<LoadedPlugin> plugin = loadChosenPlugin(context, options.plugin);
+    if (!plugin)
+        return;
+    const QList<MidiBackend> backends = listMidiBackends();
+    addBackends(context, backends);
+    const QJsonArray rows = portRows(backends, plugin->device().productPortName());
+    context.report.addTable(
+        QStringLiteral("ports"),
+        {QStringLiteral("direction"), QStringLiteral("product"), QStringLiteral("name")}, rows);
+    if (rows.isEmpty())
+        context.console.note(QStringLiteral("There are no MIDI ports. Connect an interface, or try "
+                                            "'--port simulator'."));
+    if (options.probe)
+        context.report.addTable(
+            QStringLiteral("probe"),
+            {QStringLiteral("served"), QStringLiteral("answer"), QStringLiteral("name")},
+            probeRows(backends, plugin->device()));
+}
+
+} // namespace
+
+void addPortsCommand(CommandLine& line)
+{
+    auto options = std::make_shared<PortsOptions>();
+    CLI::App* command = line.add("ports", "Lists MIDI ports and marks those that fit the product");
+    command->add_flag("--probe", options->probe, "Ask what is behind each output who it is");
+    addPluginOptions(*command, options->plugin);
+    line.setRun(command, [options](CommandContext& context) { listPorts(context, *options); });
+}
+
+} // namespace hx

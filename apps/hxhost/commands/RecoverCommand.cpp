@@ -1,0 +1,64 @@
+// hxhost recover: what state the product is in, and what brings it back.
+#include "apps/hxhost/commands/Commands.h"
+#include "apps/hxhost/report/Readings.h"
+#include "apps/hxhost/session/Session.h"
+
+#include "host/product/ProductState.h"
+
+namespace hx {
+
+namespace {
+
+ExitCode exitCodeOf(ProductCondition condition)
+{
+    switch (condition) {
+    case ProductCondition::CodeIntact:
+        return ExitCode::Success;
+    case ProductCondition::OtherProduct:
+        return ExitCode::WrongProduct;
+    case ProductCondition::NoAnswer:
+        return ExitCode::NoAnswer;
+    case ProductCondition::PortLost:
+        return ExitCode::NoPort;
+    case ProductCondition::NoValidCode:
+    case ProductCondition::CodeDamaged:
+    case ProductCondition::Unclear:
+        break;
+    }
+    return ExitCode::VerificationFailed;
+}
+
+void recover(CommandContext& context, const ConnectionOptions& options)
+{
+    Session session(context);
+    if (!session.open(options))
+        return;
+    ProductReader reader(session.device(), session.bus());
+    const ProductAssessment assessment = assessProduct(reader);
+    Report& report = context.report;
+    report.add(QStringLiteral("port"), session.port().name());
+    report.add(QStringLiteral("condition"), productConditionText(assessment.condition));
+    report.add(QStringLiteral("state"), assessment.state);
+    report.add(QStringLiteral("advice"), assessment.advice);
+    addReading(report, QStringLiteral("identity"), assessment.identity);
+    addReading(report, QStringLiteral("version"), assessment.version);
+    addReading(report, QStringLiteral("checksum.stored"), assessment.stored);
+    addReading(report, QStringLiteral("checksum.calculated"), assessment.calculated);
+    if (assessment.condition != ProductCondition::CodeIntact)
+        context.fail(exitCodeOf(assessment.condition), assessment.state,
+                     QStringLiteral("a product that answers and whose code is intact"),
+                     assessment.advice);
+}
+
+} // namespace
+
+void addRecoverCommand(CommandLine& line)
+{
+    auto options = std::make_shared<ConnectionOptions>();
+    CLI::App* command =
+        line.add("recover", "Says what state the product is in, and what brings it back");
+    addConnectionOptions(*command, *options);
+    line.setRun(command, [options](CommandContext& context) { recover(context, *options); });
+}
+
+} // namespace hx

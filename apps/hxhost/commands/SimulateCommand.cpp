@@ -1,0 +1,141 @@
+// hxhost simulate: the simulated product on a virtual MIDI port, for any program to talk to.
+#include "apps/hxhost/commands/CommandLine.h"
+#include "apps/hxhost/commands/Commands.h"
+#include "apps/hxhost/session/InterruptFlag.h"
+
+#include "host/base/HexText.h"
+#include "ports/PortList.h"
+#include "ports/ProductServer.h"
+#include "ports/RtMidiPort.h"
+#include "ports/StatefulSimulatedPort.h"
+
+namespace hx {
+
+namespace {
+
+// How soon an interrupt ends the service.
+constexpr Microseconds serveInterval = 50 * microsecondsPerMillisecond;
+
+struct SimulateOptions {
+    std::string name = "Valdrin Update";
+    std::string backend; // empty: the first that can be used
+    std::string state;   // empty: a fresh product, forgotten afterwards
+    double seconds = 0;  // 0: until it is interrupted
+    std::vector<std::string> faults;
+    Pace pace = {0, 0};
+};
+
+QString chosenBackend(CommandContext& context, const SimulateOptions& options)
+{
+    if (!options.backend.empty())
+        return QString::fromStdString(options.backend);
+    QStringList reasons;
+    const QList<MidiBackend> backends = listMidiBackends();
+    for (const MidiBackend& backend : backends) {
+        if (backend.unavailable.isEmpty())
+            return backend.name;
+        reasons << backend.name + QLatin1String(": ") + backend.unavailable;
+    }
+    context.fail(ExitCode::NoPort,
+                 QStringLiteral("no virtual port can be made: ") +
+                     reasons.join(QLatin1String("; ")),
+                 QStringLiteral("a running ALSA sequencer, JACK server or CoreMIDI"),
+                 QStringLiteral("start one, such as 'jackd -d dummy', or use '--port simulator' "
+                                "with the other commands"));
+    return QString();
+}
+
+void failState(CommandContext& context, const QString& path, const QString& error)
+{
+    context.fail(ExitCode::FileError, QStringLiteral("the state file \"%1\": %2").arg(path, error),
+                 QStringLiteral("a file written by this program, or a new one in a folder "
+                                "that may be written to"),
+                 QStringLiteral("give another name with --state"));
+}
+
+void serve(CommandContext& context, const SimulateOptions& options, RtMidiPort& port,
+           FaultyProduct& product)
+{
+    const InterruptFlag interrupt;
+    ProductServer server(port, product);
+    int replies = 0;
+    server.setWatch(
+        [&](const QByteArray& bytes) { context.console.bytes("heard " + hexText(bytes)); },
+        [&](const QByteArray& bytes) {
+            ++replies;
+            context.console.bytes("sent " + hexText(bytes));
+        });
+    const Microseconds start = port.clock().now();
+    const auto isOver = [&] {
+        return options.seconds > 0 && double(port.clock().now() - start) >= options.seconds * 1e6;
+    };
+    bool serving = true;
+    while (serving && !*interrupt.flag() && !isOver())
+        serving = server.serve(serveInterval);
+    context.report.add(QStringLiteral("replies"), replies);
+    context.report.add(QStringLiteral("product.codeValid"), product.product().isCodeValid());
+    context.report.add(QStringLiteral("product.codeBytes"), product.product().codeBytes().size());
+    context.report.add(QStringLiteral("product.unplugged"), product.isGone());
+    if (!server.errorText.isEmpty())
+        context.fail(ExitCode::NoPort, server.errorText, QStringLiteral("a port that stays open"),
+                     QStringLiteral("start the MIDI server again, then this command"));
+}
+
+std::unique_ptr<RtMidiPort> openVirtual(CommandContext& context, const SimulateOptions& options)
+{
+    const QString backend = chosenBackend(context, options);
+    if (backend.isEmpty())
+        return nullptr;
+    QString error;
+    auto port = RtMidiPort::openVirtual(backend, QString::fromStdString(options.name), options.pace,
+                                        &error);
+    if (!port)
+        context.fail(ExitCode::NoPort,
+                     QStringLiteral("no virtual port can be made on %1: %2").arg(backend, error),
+                     QStringLiteral("a running MIDI server of that kind"),
+                     QStringLiteral("start it, or choose another with --backend; 'hxhost ports' "
+                                    "shows what can be used"));
+    return port;
+}
+
+void simulate(CommandContext& context, const SimulateOptions& options)
+{
+    const QString state = QString::fromStdString(options.state);
+    SimulatedProduct fresh;
+    QString error;
+    if (!state.isEmpty() && !restoreProduct(fresh, state, &error))
+        return failState(context, state, error);
+    FaultyProduct product(fresh, faultPlan(options.faults));
+    const std::unique_ptr<RtMidiPort> port = openVirtual(context, options);
+    if (!port)
+        return;
+    context.report.add(QStringLiteral("port"), port->name());
+    context.console.note(
+        QStringLiteral("The product is on %1. Ctrl-C unplugs it.").arg(port->name()));
+    serve(context, options, *port, product);
+    if (!state.isEmpty() && !saveProduct(product.product(), state, &error))
+        failState(context, state, error);
+}
+
+} // namespace
+
+void addSimulateCommand(CommandLine& line)
+{
+    auto options = std::make_shared<SimulateOptions>();
+    CLI::App* command =
+        line.add("simulate", "Puts a simulated product on a virtual MIDI port until Ctrl-C");
+    command->add_option("--name", options->name, "Name of the port")->capture_default_str();
+    command->add_option("--backend", options->backend,
+                        "alsa, jack or core; default: the first "
+                        "that can be used");
+    command->add_option("--state", options->state, "File that keeps the product's memory")
+        ->type_name("FILE");
+    command->add_option("--seconds", options->seconds, "Stop after this time")
+        ->check(CLI::NonNegativeNumber);
+    addPaceOptions(*command, options->pace);
+    addFaultOption(*command, options->faults);
+    command->footer("Faults:\n" + faultHelp().toStdString());
+    line.setRun(command, [options](CommandContext& context) { simulate(context, *options); });
+}
+
+} // namespace hx

@@ -1,0 +1,45 @@
+// hxhost verify: whether the code in the product is intact, and is that of an image if one is
+// given.
+#include "apps/hxhost/commands/Commands.h"
+#include "apps/hxhost/report/ImageReport.h"
+#include "apps/hxhost/report/UpdateReport.h"
+
+namespace hx {
+
+namespace {
+
+struct VerifyOptions {
+    ConnectionOptions connection;
+    std::string image; // empty: none
+};
+
+void verify(CommandContext& context, const VerifyOptions& options)
+{
+    std::optional<LoadedImage> loaded;
+    if (!options.image.empty()) {
+        loaded = takeImage(context, options.image);
+        if (!loaded)
+            return;
+    }
+    Session session(context);
+    if (!session.open(options.connection))
+        return;
+    context.report.add(QStringLiteral("port"), session.port().name());
+    const UpdateImage* image = loaded ? &loaded->image : nullptr;
+    const UpdateResult result = verifyProduct(session.device(), session.bus(), image);
+    reportUpdate(context, result);
+    reportPluginAnswers(context, session, result);
+}
+
+} // namespace
+
+void addVerifyCommand(CommandLine& line)
+{
+    auto options = std::make_shared<VerifyOptions>();
+    CLI::App* command = line.add("verify", "Checks that the code in the product is intact");
+    command->add_option("IMAGE", options->image, "Image whose code the product should hold");
+    addConnectionOptions(*command, options->connection);
+    line.setRun(command, [options](CommandContext& context) { verify(context, *options); });
+}
+
+} // namespace hx

@@ -1,0 +1,50 @@
+// What the program says while it works: notes, warnings and errors on standard error.
+#pragma once
+
+#include "apps/hxhost/report/Problem.h"
+
+#include <QString>
+
+namespace hx {
+
+// How much is said; each level includes the ones before it.
+enum class Verbosity {
+    Quiet,  // errors only
+    Normal, // warnings and notes
+    Detail, // what is decided, and the plugin's log lines
+    Bytes,  // every message that is sent or arrives
+};
+
+class Console {
+public:
+    explicit Console(Verbosity verbosity);
+
+    Verbosity verbosity() const { return m_verbosity; }
+
+    void note(const QString& text) { say(Verbosity::Normal, text); }
+    void detail(const QString& text) { say(Verbosity::Detail, text); }
+    void bytes(const QString& text) { say(Verbosity::Bytes, text); }
+    void warning(const QString& text);
+    void problem(const Problem& problem);
+
+    // Asks on the terminal and returns the line that was typed, without blanks around it; a null
+    // text at the end of input.
+    QString ask(const QString& question);
+
+    // Draws `text` over the line drawn before; `endRedraw` leaves it standing and goes on below it.
+    void redraw(const QString& text);
+    void endRedraw();
+
+    // Writes one line whatever the level.
+    void line(const QString& text);
+
+private:
+    void say(Verbosity level, const QString& text);
+    QString coloured(const char* code, const QString& text) const;
+
+    Verbosity m_verbosity;
+    bool m_colour;
+    bool m_redrawing = false;
+};
+
+} // namespace hx

@@ -1,0 +1,158 @@
+#include "apps/hxhost/report/ImageReport.h"
+
+#include "apps/hxhost/report/Readings.h"
+
+#include "host/base/HexText.h"
+#include "host/image/ImageGrammar.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+namespace hx {
+
+namespace {
+
+constexpr int familyPosition = 4;
+constexpr int modelPosition = 5;
+
+QJsonValue orNull(qint64 number)
+{
+    return number < 0 ? QJsonValue() : QJsonValue(double(number));
+}
+
+QJsonArray problemRows(const ImageProblems& problems)
+{
+    QJsonArray rows;
+    for (const ImageProblem& problem : problems)
+        rows << QJsonObject{{"message", orNull(problem.message < 0 ? -1 : problem.message + 1)},
+                            {"offset", orNull(problem.offset)},
+                            {"text", problem.text},
+                            {"advice", problem.advice}};
+    return rows;
+}
+
+// "0x300041" for messages that name a family and a model; empty for others.
+QString imageProduct(const UpdateImage& image)
+{
+    if (image.messages.isEmpty())
+        return QString();
+    const QByteArray& first = image.messages.first().bytes;
+    if (first.size() <= modelPosition || first.at(1) != image::prefix().at(1))
+        return QString();
+    return identifierText((quint32(quint8(first.at(familyPosition))) << 16) |
+                          quint8(first.at(modelPosition)));
+}
+
+void addContent(Report& report, const UpdateImage& image)
+{
+    report.add(QStringLiteral("image.kind"), QString(codeTypeTag(image.kind)));
+    report.add(QStringLiteral("image.product"), imageProduct(image));
+    report.add(QStringLiteral("image.version"), image.version);
+    report.add(QStringLiteral("image.messages"), image.messages.size());
+    report.add(QStringLiteral("image.dataMessages"), image.dataMessages);
+    report.add(QStringLiteral("image.bytes"), double(image.bytes));
+    report.add(QStringLiteral("image.codeBytes"), image.code.size());
+    report.add(QStringLiteral("image.wireSeconds"),
+               double(image.wireMicroseconds()) / double(microsecondsPerSecond),
+               durationText(image.wireMicroseconds()) +
+                   QStringLiteral(" on a DIN MIDI wire, answers not counted"));
+    if (image.ok())
+        report.add(QStringLiteral("image.checksum"), hexText(image.expectedChecksum()));
+}
+
+// Empty when the file can be read. A pipe is refused too: it could be read only once.
+QString whyUnreadable(const QString& path)
+{
+    const QFileInfo info(path);
+    if (info.isDir())
+        return QStringLiteral("it is a folder");
+    if (info.exists() && !info.isFile())
+        return QStringLiteral("it is no regular file");
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? QString() : file.errorString();
+}
+
+bool requireReadable(CommandContext& context, const QString& path)
+{
+    const QString why = whyUnreadable(path);
+    if (why.isEmpty())
+        return true;
+    context.fail(ExitCode::FileError,
+                 QStringLiteral("the image \"%1\" cannot be read: %2").arg(path, why),
+                 QStringLiteral("an update image: .syx, hex text or Standard MIDI File"),
+                 QStringLiteral("check the name and the permissions"));
+    return false;
+}
+
+bool requireGoodImage(CommandContext& context, const LoadedImage& loaded)
+{
+    const ImageProblems& problems = loaded.image.problems;
+    if (problems.empty())
+        return true;
+    const ImageProblem& first = problems.front();
+    ImageProblem withoutAdvice = first;
+    withoutAdvice.advice.clear();
+    QString what =
+        QStringLiteral("the image \"%1\" is refused: %2").arg(loaded.path, withoutAdvice.line());
+    if (problems.size() > 1)
+        what += QStringLiteral(" (and %1 more)").arg(problems.size() - 1);
+    context.fail(ExitCode::ImageRefused, what,
+                 QStringLiteral("a whole update image: data messages, file check, closing message"),
+                 first.advice.isEmpty()
+                     ? QStringLiteral("get the file again; 'hxhost image inspect' lists every "
+                                      "problem")
+                     : first.advice);
+    return false;
+}
+
+} // namespace
+
+LoadedImage loadImage(const std::string& path)
+{
+    const QString name = QString::fromStdString(path);
+    ImageFile file = readImageFile(name);
+    UpdateImage image = parseUpdateImage(file);
+    return {name, std::move(file), std::move(image)};
+}
+
+LoadedImage writtenImage(const std::string& path, const QByteArray& content)
+{
+    const ImageFile file = parseImageFile(content);
+    return {QString::fromStdString(path), file, parseUpdateImage(file)};
+}
+
+void addImage(Report& report, const LoadedImage& loaded)
+{
+    report.add(QStringLiteral("image.file"), loaded.path);
+    report.add(QStringLiteral("image.format"), imageFormatName(loaded.file.format));
+    report.add(QStringLiteral("image.fileBytes"), double(loaded.file.size));
+    addContent(report, loaded.image);
+    report.add(QStringLiteral("image.good"), loaded.image.ok());
+    const QJsonArray problems = problemRows(loaded.image.problems);
+    const QStringList columns = {QStringLiteral("message"), QStringLiteral("offset"),
+                                 QStringLiteral("text"), QStringLiteral("advice")};
+    if (problems.isEmpty())
+        report.addHidden(QStringLiteral("image.problems"), problems);
+    else
+        report.addTable(QStringLiteral("image.problems"), columns, problems);
+}
+
+std::optional<LoadedImage> takeImage(CommandContext& context, const std::string& path)
+{
+    if (!requireReadable(context, QString::fromStdString(path)))
+        return std::nullopt;
+    LoadedImage loaded = loadImage(path);
+    addImage(context.report, loaded);
+    if (!requireGoodImage(context, loaded))
+        return std::nullopt;
+    return loaded;
+}
+
+QString durationText(qint64 microseconds)
+{
+    const qint64 seconds = (microseconds + microsecondsPerSecond - 1) / microsecondsPerSecond;
+    const QString rest = QStringLiteral("%1 s").arg(seconds % 60);
+    return seconds < 60 ? rest : QStringLiteral("%1 min %2").arg(seconds / 60).arg(rest);
+}
+
+} // namespace hx

@@ -1,0 +1,137 @@
+#include "apps/hxhost/report/Readings.h"
+
+#include "host/base/HexText.h"
+
+namespace hx {
+
+namespace {
+
+QString member(const QString& name, const char* last)
+{
+    return name + QLatin1Char('.') + QLatin1String(last);
+}
+
+// True when there is a value to add.
+bool addState(Report& report, const QString& name, const Reading& reading)
+{
+    if (reading.state == ReadingState::NotRead)
+        return false;
+    const QString state = readingStateText(reading.state);
+    report.addHidden(member(name, "state"), state);
+    report.addHidden(member(name, "reason"), reading.reason);
+    report.addHidden(member(name, "reply"), hexText(reading.raw.bytes));
+    if (!reading.good())
+        report.add(member(name, "state"), state, state + QLatin1String(": ") + reading.reason);
+    return reading.good();
+}
+
+QString noWhen(bool isNull, const QString& text)
+{
+    return isNull ? QStringLiteral("(none)") : text;
+}
+
+ExitCode exitCodeOf(ReadingState state)
+{
+    switch (state) {
+    case ReadingState::PortLost:
+        return ExitCode::NoPort;
+    case ReadingState::Interrupted:
+        return ExitCode::Interrupted;
+    default:
+        return ExitCode::NoAnswer;
+    }
+}
+
+} // namespace
+
+QString identifierText(quint32 fidpid)
+{
+    return QStringLiteral("0x") + QString::number(fidpid, 16).toUpper().rightJustified(6, '0');
+}
+
+void addReading(Report& report, const QString& name, const IdentityReading& reading)
+{
+    if (!addState(report, name, reading))
+        return;
+    report.add(member(name, "identifier"), identifierText(reading.fidpid));
+    report.add(member(name, "manufacturer"), hexText(reading.manufacturer));
+    report.add(member(name, "version"), reading.version);
+}
+
+void addReading(Report& report, const QString& name, const GenderReading& reading)
+{
+    if (addState(report, name, reading))
+        report.add(member(name, "identifier"), identifierText(reading.fidpid));
+}
+
+void addReading(Report& report, const QString& name, const VersionReading& reading)
+{
+    if (addState(report, name, reading))
+        report.add(member(name, "version"), reading.version);
+}
+
+void addReading(Report& report, const QString& name, const ChecksumReading& reading)
+{
+    if (addState(report, name, reading))
+        report.add(member(name, "bytes"), hexText(reading.groups));
+}
+
+void addReading(Report& report, const QString& name, const EsnReading& reading)
+{
+    if (addState(report, name, reading))
+        report.add(member(name, "number"), QString::fromLatin1(reading.number.toHex().toUpper()));
+}
+
+void addReading(Report& report, const QString& name, const CodeImageReading& reading)
+{
+    if (!addState(report, name, reading))
+        return;
+    report.add(member(name, "present"), reading.present);
+    if (!reading.present)
+        return;
+    report.add(member(name, "version"), reading.version);
+    report.add(member(name, "size"), double(reading.size));
+    report.add(member(name, "responseFlag"), reading.responseFlag);
+    report.add(member(name, "bankStatus"), reading.bankStatus);
+}
+
+void addPluginAnswers(Report& report, const PluginAnswers& answers)
+{
+    report.add(QStringLiteral("plugin.versionNumber"), answers.versionNumber);
+    const bool noEsn = answers.esn.isNull();
+    report.add(QStringLiteral("plugin.esn"), noEsn ? QJsonValue() : QJsonValue(answers.esn),
+               noWhen(noEsn, answers.esn));
+    report.add(QStringLiteral("plugin.isCodeValid.fwu"), answers.fwuValid);
+    report.add(QStringLiteral("plugin.isCodeValid.fwd"), answers.fwdValid);
+    report.add(QStringLiteral("plugin.isCodeValid.note"),
+               QStringLiteral("by contract the plugin compares the echoed command byte along with "
+                              "the checksum and never asks for fwd, so that it answers false for "
+                              "intact code too; the checksum bytes above decide"));
+}
+
+bool requireGood(CommandContext& context, const Reading& reading, const QString& what)
+{
+    if (reading.good())
+        return true;
+    context.fail(
+        exitCodeOf(reading.state),
+        QStringLiteral("%1: %2 (%3)").arg(what, readingStateText(reading.state), reading.reason),
+        QStringLiteral("an answer to \"%1\"").arg(reading.key),
+        QStringLiteral("check the cable and the port, and that the product is on; "
+                       "'hxhost ports' lists the ports"));
+    return false;
+}
+
+void failWrongProduct(CommandContext& context, const IdentityReading& identity,
+                      DeviceInterface& device)
+{
+    context.fail(ExitCode::WrongProduct,
+                 QStringLiteral("the product that answered has the identifier %1")
+                     .arg(identifierText(identity.fidpid)),
+                 QStringLiteral("%1 (%2), which this plugin serves")
+                     .arg(identifierText(device.fidpid()), device.productName()),
+                 QStringLiteral("choose the product's port with --port, or the plugin made for "
+                                "this product with --plugin"));
+}
+
+} // namespace hx

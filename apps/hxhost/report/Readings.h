@@ -1,0 +1,31 @@
+// What was read from the product, put into a report.
+#pragma once
+
+#include "apps/hxhost/commands/CommandLine.h"
+
+#include "host/product/ProductReadings.h"
+
+namespace hx {
+
+// "0x300041".
+QString identifierText(quint32 fidpid);
+
+// Adds state, reason and value of a reading under `name`. A reading that was not made adds nothing.
+void addReading(Report& report, const QString& name, const IdentityReading& reading);
+void addReading(Report& report, const QString& name, const GenderReading& reading);
+void addReading(Report& report, const QString& name, const VersionReading& reading);
+void addReading(Report& report, const QString& name, const ChecksumReading& reading);
+void addReading(Report& report, const QString& name, const EsnReading& reading);
+void addReading(Report& report, const QString& name, const CodeImageReading& reading);
+
+// The plugin's own answers under "plugin.", with a word on why `isCodeValid` is as it is.
+void addPluginAnswers(Report& report, const PluginAnswers& answers);
+
+// Makes a reading that is not good the command's problem; true when it is good.
+bool requireGood(CommandContext& context, const Reading& reading, const QString& what);
+
+// Makes it the command's problem that something else answered than the plugin serves.
+void failWrongProduct(CommandContext& context, const IdentityReading& identity,
+                      DeviceInterface& device);
+
+} // namespace hx

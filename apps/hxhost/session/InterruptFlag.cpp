@@ -1,0 +1,49 @@
+#include "apps/hxhost/session/InterruptFlag.h"
+
+#include <csignal>
+
+namespace hx {
+
+namespace {
+
+std::atomic<bool> interrupted{false};
+static_assert(std::atomic<bool>::is_always_lock_free, "signal handlers may not wait for a lock");
+
+extern "C" void noteSignal(int number)
+{
+    interrupted.store(true);
+    std::signal(number, SIG_DFL);
+}
+
+// A terminal that is closed; where nohup has it ignored, it stays so.
+void onHangUp(void (*handler)(int))
+{
+#ifdef SIGHUP
+    if (std::signal(SIGHUP, handler) == SIG_IGN)
+        std::signal(SIGHUP, SIG_IGN);
+#endif
+}
+
+} // namespace
+
+InterruptFlag::InterruptFlag()
+{
+    interrupted.store(false);
+    std::signal(SIGINT, noteSignal);
+    std::signal(SIGTERM, noteSignal);
+    onHangUp(noteSignal);
+}
+
+InterruptFlag::~InterruptFlag()
+{
+    std::signal(SIGINT, SIG_DFL);
+    std::signal(SIGTERM, SIG_DFL);
+    onHangUp(SIG_DFL);
+}
+
+const std::atomic<bool>* InterruptFlag::flag() const
+{
+    return &interrupted;
+}
+
+} // namespace hx

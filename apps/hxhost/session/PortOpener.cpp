@@ -1,0 +1,156 @@
+#include "apps/hxhost/session/PortOpener.h"
+
+#include "host/base/HexText.h"
+#include "ports/PortSelector.h"
+#include "ports/ReplayPort.h"
+#include "ports/StatefulSimulatedPort.h"
+
+#include <algorithm>
+#include <csignal>
+
+namespace hx {
+
+namespace {
+
+const QString simulatorName = QStringLiteral("simulator");
+const QString simulatorPrefix = QStringLiteral("simulator:");
+const QString replayPrefix = QStringLiteral("replay:");
+
+using PortPointer = std::unique_ptr<MidiPort>;
+
+void failStateFile(CommandContext& context, const QString& path, const QString& error)
+{
+    context.fail(ExitCode::FileError, QStringLiteral("the state file \"%1\": %2").arg(path, error),
+                 QStringLiteral("a file written by this program, or a new one in a folder "
+                                "that may be written to"),
+                 QStringLiteral("give another file name after 'simulator:'"));
+}
+
+PortPointer openStateful(CommandContext& context, const ConnectionOptions& options,
+                         const QString& path)
+{
+    QString error;
+    const auto onSaveError = [&context, path](const QString& text) {
+        failStateFile(context, path, text);
+    };
+    PortPointer port = StatefulSimulatedPort::open(path, faultPlan(options.faults),
+                                                   {options.pace, 0}, onSaveError, &error);
+    if (!port)
+        failStateFile(context, path, error);
+    return port;
+}
+
+// The names that the plugin gives its product's ports, when the person gave none.
+PortSelection select(const ConnectionOptions& options, const DeviceInterface& device)
+{
+    const QString output = QString::fromStdString(options.port);
+    const QString input = QString::fromStdString(options.inPort);
+    if (!output.isEmpty())
+        return selectPort(listMidiBackends(), output, input);
+    return selectPort(listMidiBackends(), device.productOutPortName(),
+                      input.isEmpty() ? device.productInPortName() : input);
+}
+
+PortPointer openSelected(CommandContext& context, const PortSelection& selection, const Pace& pace)
+{
+    if (!selection.address) {
+        context.fail(ExitCode::NoPort, selection.what, selection.expected, selection.next);
+        return nullptr;
+    }
+    QString error;
+    PortPointer port = RtMidiPort::open(*selection.address, pace, &error);
+    if (!port)
+        context.fail(ExitCode::NoPort, QStringLiteral("the port cannot be opened: ") + error,
+                     QStringLiteral("a port that no other program holds"),
+                     QStringLiteral("close what uses it, or choose another from 'hxhost ports'"));
+    return port;
+}
+
+QJsonArray differingBytes(const ReplayDivergence& divergence)
+{
+    QJsonArray rows;
+    const int longer = std::max(divergence.recorded.size(), divergence.sent.size());
+    for (int i = 0; i < longer; ++i) {
+        const QString recorded = hexText(divergence.recorded.mid(i, 1));
+        const QString sent = hexText(divergence.sent.mid(i, 1));
+        if (recorded != sent)
+            rows << QJsonObject{{"byte", i}, {"recorded", recorded}, {"sent", sent}};
+    }
+    return rows;
+}
+
+void reportDivergence(CommandContext& context, const ReplayDivergence& divergence)
+{
+    Report& report = context.report;
+    report.add(QStringLiteral("divergence.message"), divergence.message);
+    report.add(QStringLiteral("divergence.line"), divergence.line);
+    report.add(QStringLiteral("divergence.recorded"), hexText(divergence.recorded));
+    report.add(QStringLiteral("divergence.sent"), hexText(divergence.sent));
+    report.addTable(QStringLiteral("divergence.bytes"),
+                    {QStringLiteral("byte"), QStringLiteral("recorded"), QStringLiteral("sent")},
+                    differingBytes(divergence));
+    context.replayProblem = Problem{
+        ExitCode::ReplayDiverged, QStringLiteral("the replay diverged: ") + divergence.text(),
+        QStringLiteral("the messages that the trace holds"),
+        QStringLiteral("run the command, with the image, that the trace was made with")};
+}
+
+PortPointer openReplay(CommandContext& context, const QString& path)
+{
+    const TraceFile trace = readTrace(path);
+    if (!trace.ok()) {
+        context.fail(ExitCode::FileError,
+                     QStringLiteral("the trace \"%1\": %2").arg(path, trace.error),
+                     QStringLiteral("a file that --trace has written"),
+                     QStringLiteral("give its name after 'replay:'"));
+        return nullptr;
+    }
+    ReplayHandlers handlers;
+    handlers.diverged = [&context](const ReplayDivergence& divergence) {
+        reportDivergence(context, divergence);
+    };
+    handlers.interrupted = [] { std::raise(SIGINT); };
+    return std::make_unique<ReplayPort>(path, trace, handlers);
+}
+
+// Whether the name stands for something other than a port of this machine.
+bool isMadeUp(const QString& name)
+{
+    return name == simulatorName || name.startsWith(simulatorPrefix) ||
+           name.startsWith(replayPrefix);
+}
+
+PortPointer openMadeUp(CommandContext& context, const ConnectionOptions& options,
+                       const QString& name)
+{
+    if (name.startsWith(replayPrefix))
+        return openReplay(context, name.mid(replayPrefix.size()));
+    if (name.startsWith(simulatorPrefix))
+        return openStateful(context, options, name.mid(simulatorPrefix.size()));
+    return std::make_unique<SimulatedPort>(
+        FaultyProduct(SimulatedProduct(), faultPlan(options.faults)),
+        SimulatedPortOptions{options.pace, 0});
+}
+
+} // namespace
+
+PortPointer openPort(CommandContext& context, const ConnectionOptions& options,
+                     const DeviceInterface& device)
+{
+    const QString name = QString::fromStdString(options.port);
+    if (isMadeUp(name))
+        return openMadeUp(context, options, name);
+    return openSelected(context, select(options, device), options.pace);
+}
+
+PortPointer openInput(CommandContext& context, const ConnectionOptions& options,
+                      const DeviceInterface& device)
+{
+    const QString name = QString::fromStdString(options.port);
+    if (isMadeUp(name))
+        return openMadeUp(context, options, name);
+    const QString wanted = name.isEmpty() ? device.productInPortName() : name;
+    return openSelected(context, selectInput(listMidiBackends(), wanted), options.pace);
+}
+
+} // namespace hx

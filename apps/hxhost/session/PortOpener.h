@@ -1,0 +1,21 @@
+// Opens whatever --port names: a real port, the simulated product, a recorded one.
+#pragma once
+
+#include "apps/hxhost/commands/CommandLine.h"
+
+#include "deviceinterface/DeviceInterface.h"
+#include "host/bus/MidiPort.h"
+
+#include <memory>
+
+namespace hx {
+
+// Null, with the problem in the report, when it cannot be opened.
+std::unique_ptr<MidiPort> openPort(CommandContext& context, const ConnectionOptions& options,
+                                   const DeviceInterface& device);
+
+// The same for a port that is only listened to.
+std::unique_ptr<MidiPort> openInput(CommandContext& context, const ConnectionOptions& options,
+                                    const DeviceInterface& device);
+
+} // namespace hx

@@ -1,0 +1,111 @@
+#include "apps/hxhost/session/Recorder.h"
+
+#include "host/base/HexText.h"
+
+namespace hx {
+
+namespace {
+
+// Qt's messages have one handler for the whole process: this is the recorder it belongs to.
+Recorder* activeRecorder = nullptr;
+
+void recordQtMessage(QtMsgType, const QMessageLogContext&, const QString& text)
+{
+    if (activeRecorder != nullptr)
+        activeRecorder->note(BusEventKind::Log, text);
+}
+
+bool travels(BusEventKind kind)
+{
+    return kind != BusEventKind::Decided && kind != BusEventKind::Log;
+}
+
+} // namespace
+
+Recorder::Recorder(Console& console) : m_console(console)
+{
+    continueTimeFrom(m_clock);
+    activeRecorder = this;
+    qInstallMessageHandler(recordQtMessage);
+}
+
+Recorder::~Recorder()
+{
+    qInstallMessageHandler(nullptr);
+    activeRecorder = nullptr;
+}
+
+bool Recorder::openTrace(const QString& path, const QString& title, QString* error)
+{
+    m_file.setFileName(path);
+    if (!m_file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
+        *error = m_file.errorString();
+        return false;
+    }
+    m_writer = std::make_unique<TraceWriter>(m_file, 0);
+    m_writer->comment(title);
+    return true;
+}
+
+void Recorder::attach(PortBus& bus, const MessageNames& names)
+{
+    m_bus = &bus;
+    m_names = &names;
+    continueTimeFrom(bus.port().clock());
+    if (m_writer)
+        m_writer->setNames(&names);
+    bus.addObserver(this);
+}
+
+void Recorder::detach()
+{
+    if (m_bus == nullptr)
+        return;
+    m_bus->removeObserver(this);
+    if (m_writer)
+        m_writer->setNames(nullptr);
+    m_bus = nullptr;
+    m_names = nullptr;
+    continueTimeFrom(m_clock);
+}
+
+void Recorder::note(BusEventKind kind, const QString& text)
+{
+    if (m_bus != nullptr)
+        m_bus->note(kind, text);
+    else
+        busEvent({kind, m_clock.now(), QByteArray(), text});
+}
+
+void Recorder::busEvent(const BusEvent& event)
+{
+    BusEvent recorded = event;
+    recorded.time = m_traceTime = event.time + m_shift;
+    if (m_writer)
+        m_writer->busEvent(recorded);
+    showOnConsole(event);
+}
+
+void Recorder::showOnConsole(const BusEvent& event)
+{
+    if (!travels(event.kind)) {
+        m_console.detail(busEventWord(event.kind) + QLatin1String(": ") + event.text);
+        return;
+    }
+    QString line = busEventWord(event.kind);
+    if (!event.bytes.isEmpty())
+        line += QLatin1Char(' ') + hexText(event.bytes);
+    const QString name = m_names != nullptr ? m_names->nameOf(event.bytes) : QString();
+    if (!name.isEmpty())
+        line += QLatin1Char(' ') + name;
+    if (!event.text.isEmpty())
+        line += QLatin1String(" (") + event.text + QLatin1Char(')');
+    m_console.bytes(line);
+}
+
+void Recorder::continueTimeFrom(Clock& clock)
+{
+    m_shift = m_traceTime - clock.now();
+}
+
+} // namespace hx

@@ -1,0 +1,53 @@
+// Passes on what happens to whoever watches: the trace file, and the console at -v and -vv.
+#pragma once
+
+#include "apps/hxhost/report/Console.h"
+
+#include "host/bus/PortBus.h"
+#include "host/trace/Trace.h"
+
+#include <QFile>
+
+#include <memory>
+
+namespace hx {
+
+class Recorder final : public BusObserver {
+public:
+    explicit Recorder(Console& console);
+    ~Recorder() override;
+    Recorder(const Recorder&) = delete;
+    Recorder& operator=(const Recorder&) = delete;
+
+    // Starts a trace in the file `path`, with `title` as its first comment; false, with the reason
+    // in `error`, when it cannot be written.
+    bool openTrace(const QString& path, const QString& title, QString* error);
+
+    // From now on times come from the bus's clock, and what happens on the bus is recorded, until
+    // `detach`. `names` are those of the dictionary; they must outlive the attachment.
+    void attach(PortBus& bus, const MessageNames& names);
+    void detach();
+
+    // Records what did not travel: a decision, a line of a log.
+    void note(BusEventKind kind, const QString& text);
+
+    // False once the trace could not be written.
+    bool ok() const { return !m_writer || m_writer->ok(); }
+
+    void busEvent(const BusEvent& event) override;
+
+private:
+    void showOnConsole(const BusEvent& event);
+    void continueTimeFrom(Clock& clock);
+
+    Console& m_console;
+    QFile m_file;
+    std::unique_ptr<TraceWriter> m_writer;
+    PortBus* m_bus = nullptr;
+    const MessageNames* m_names = nullptr;
+    SteadyClock m_clock;          // while there is no bus
+    Microseconds m_traceTime = 0; // of the last event; the trace starts at 0
+    Microseconds m_shift = 0;     // from the clock in use to the trace's time
+};
+
+} // namespace hx

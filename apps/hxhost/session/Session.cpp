@@ -1,0 +1,51 @@
+#include "apps/hxhost/session/Session.h"
+
+#include "apps/hxhost/session/PortOpener.h"
+
+namespace hx {
+
+Session::Session(CommandContext& context) : m_context(context) {}
+
+Session::~Session()
+{
+    m_context.recorder.detach();
+    if (m_plugin)
+        m_plugin->device().bus = nullptr;
+}
+
+bool Session::loadPlugin(const PluginOptions& options)
+{
+    m_plugin = loadChosenPlugin(m_context, options);
+    if (!m_plugin)
+        return false;
+    m_names = std::make_unique<MessageNames>(device());
+    return true;
+}
+
+bool Session::connect(const ConnectionOptions& options)
+{
+    return use(openPort(m_context, options, device()));
+}
+
+bool Session::listenOn(const ConnectionOptions& options)
+{
+    return loadPlugin(options.plugin) && use(openInput(m_context, options, device()));
+}
+
+bool Session::use(std::unique_ptr<MidiPort> port)
+{
+    m_port = std::move(port);
+    if (!m_port)
+        return false;
+    m_bus = std::make_unique<PortBus>(*m_port);
+    m_context.recorder.attach(*m_bus, *m_names);
+    device().bus = m_bus.get();
+    return true;
+}
+
+bool Session::open(const ConnectionOptions& options)
+{
+    return loadPlugin(options.plugin) && connect(options);
+}
+
+} // namespace hx

@@ -1,0 +1,46 @@
+// A loaded plugin with a product behind it.
+#pragma once
+
+#include "apps/hxhost/session/PluginPlace.h"
+
+#include "host/bus/PortBus.h"
+#include "host/product/MessageNames.h"
+
+#include <memory>
+
+namespace hx {
+
+class Session {
+public:
+    explicit Session(CommandContext& context);
+    ~Session();
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+    // Each returns false, with the problem in the report, when it cannot be done. A plugin is
+    // needed before anything is connected.
+    bool loadPlugin(const PluginOptions& options);
+    bool connect(const ConnectionOptions& options);
+
+    // Both.
+    bool open(const ConnectionOptions& options);
+
+    // Both, for a session that only listens.
+    bool listenOn(const ConnectionOptions& options);
+
+    DeviceInterface& device() const { return m_plugin->device(); }
+    PortBus& bus() const { return *m_bus; }
+    MidiPort& port() const { return *m_port; }
+    const MessageNames& names() const { return *m_names; }
+
+private:
+    bool use(std::unique_ptr<MidiPort> port);
+
+    CommandContext& m_context;
+    std::unique_ptr<LoadedPlugin> m_plugin;
+    std::unique_ptr<MessageNames> m_names;
+    std::unique_ptr<MidiPort> m_port;
+    std::unique_ptr<PortBus> m_bus;
+};
+
+} // namespace hx

@@ -1,0 +1,259 @@
+#include "apps/hxmidi/input/Input.h"
+
+#include "apps/hxmidi/commands/CommandLine.h"
+#include "apps/hxmidi/findings/HexTextCheck.h"
+#include "apps/hxmidi/input/NumberList.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <map>
+
+namespace hx {
+
+namespace {
+
+constexpr char byteOrderMark[] = "\xEF\xBB\xBF";
+
+bool isWhiteSpace(char c)
+{
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+bool isTextCharacter(char c)
+{
+    return isWhiteSpace(c) || (c > ' ' && c <= '~');
+}
+
+bool isText(const QByteArray& content)
+{
+    return std::all_of(content.begin(), content.end(), isTextCharacter);
+}
+
+QByteArray withoutMark(const QByteArray& content)
+{
+    return content.startsWith(byteOrderMark) ? content.mid(int(qstrlen(byteOrderMark))) : content;
+}
+
+// Reads to the end, but never more than a byte beyond what may be used. False after a failure.
+bool readToLimit(QIODevice& device, QByteArray& content)
+{
+    char part[65536];
+    while (content.size() <= mostInputBytes) {
+        const qint64 room = mostInputBytes + 1 - content.size();
+        const qint64 got = device.read(part, std::min(room, qint64(sizeof(part))));
+        if (got < 1)
+            return got == 0;
+        content.append(part, int(got));
+    }
+    return true;
+}
+
+class InputReader {
+public:
+    InputReader(const InputOptions& options, Outcome& outcome)
+        : m_options(options), m_form(options.raw ? InputForm::Raw : options.form),
+          m_outcome(outcome), m_findings(outcome.findings)
+    {
+    }
+
+    HxMidiData read()
+    {
+        if (m_options.words.empty())
+            readStandardInput();
+        for (const std::string& word : m_options.words)
+            readWord(QByteArray::fromStdString(word));
+        endWords();
+        return m_data;
+    }
+
+private:
+    void readWord(const QByteArray& word)
+    {
+        if (!word.startsWith('@')) {
+            m_words << word;
+            return;
+        }
+        endWords();
+        if (word == "@-")
+            readStandardInput();
+        else
+            readFile(QFile::decodeName(word.mid(1)));
+    }
+
+    // Reads the words since the last file as one text.
+    void endWords()
+    {
+        if (m_words.isEmpty())
+            return;
+        const QByteArray text = m_words.join(' ');
+        const bool named = namesFile();
+        m_words.clear();
+        if (named)
+            return;
+        if (m_form == InputForm::Raw)
+            m_findings.error(QStringLiteral("%1 cannot be raw bytes").arg(quoted(text)),
+                             QStringLiteral("raw bytes from a file or from standard input"),
+                             QStringLiteral("write @FILE or @-, or leave --raw out"));
+        else
+            readText({QString(), text});
+    }
+
+    // A file's name that was typed without its "@" is told apart from bad hex text.
+    bool namesFile()
+    {
+        for (const QByteArray& word : qAsConst(m_words)) {
+            const QString name = QFile::decodeName(word);
+            if (!word.contains('.') && !word.contains('/'))
+                continue;
+            if (!QFileInfo(name).isFile())
+                continue;
+            m_findings.error(QStringLiteral("%1 is the name of a file").arg(quoted(word)),
+                             QStringLiteral("hex text, or @ and a file's name"),
+                             QStringLiteral("write @") + harmless(word));
+            return true;
+        }
+        return false;
+    }
+
+    void readStandardInput()
+    {
+        QByteArray content;
+        if (m_outcome.standardInputRead)
+            m_findings.error(QStringLiteral("standard input is asked for twice"),
+                             QStringLiteral("@- at most once, and data or @- for every command"),
+                             QStringLiteral("save the input in a file and write @FILE"));
+        else if (!readToLimit(m_outcome.standardInput, content))
+            m_findings.error(QStringLiteral("standard input cannot be read: ") +
+                                 m_outcome.standardInput.errorString(),
+                             QStringLiteral("a pipe, a file or a terminal"),
+                             QStringLiteral("give the data as words or as @FILE"));
+        else
+            readContent(QStringLiteral("standard input"), content);
+        m_outcome.standardInputRead = true;
+    }
+
+    void readFile(const QString& name)
+    {
+        QFile file(name);
+        QByteArray content;
+        if (name.isEmpty())
+            refuseFile(name, QStringLiteral("no name follows the @"));
+        else if (QFileInfo(name).isDir())
+            refuseFile(name, QStringLiteral("it is a folder"));
+        else if (!file.open(QIODevice::ReadOnly) || !readToLimit(file, content))
+            refuseFile(name, file.errorString());
+        else
+            readContent(name, content);
+    }
+
+    void refuseFile(const QString& name, const QString& why)
+    {
+        m_findings.error(QStringLiteral("%1 cannot be read: %2").arg(quoted(name.toUtf8()), why),
+                         QStringLiteral("the name of a readable file after @"),
+                         QStringLiteral("check the name and its permissions"));
+    }
+
+    void readContent(const QString& name, const QByteArray& content)
+    {
+        if (isTooMuch(content.size()))
+            return;
+        const QByteArray text = withoutMark(content);
+        const bool raw = m_form == InputForm::Raw || (m_form == InputForm::Auto && !isText(text));
+        if (raw)
+            m_data.append(HxMidiData(content));
+        else
+            readText({name, text});
+    }
+
+    bool isTooMuch(int more)
+    {
+        const bool tooMuch = more > mostInputBytes - m_data.bytes.size();
+        if (tooMuch)
+            m_findings.error(QStringLiteral("there is too much data"),
+                             QStringLiteral("at most %1 bytes in all").arg(mostInputBytes),
+                             QStringLiteral("cut it into parts"));
+        return tooMuch;
+    }
+
+    void readText(const SourceText& source)
+    {
+        if (m_form == InputForm::Decimal || m_form == InputForm::CArray)
+            m_data.bytes += m_form == InputForm::CArray ? readCArray(source, m_findings)
+                                                        : readDecimalList(source, m_findings);
+        else
+            readHexText(source);
+    }
+
+    // Line ends and tabs count as blanks.
+    void readHexText(const SourceText& source)
+    {
+        QByteArray blanked = source.text;
+        std::replace_if(blanked.begin(), blanked.end(), isWhiteSpace, ' ');
+        const Severity badPiece = m_options.lenient ? Severity::Warning : Severity::Error;
+        const Blanks blanks = m_options.tokens ? Blanks::Split : Blanks::Removed;
+        const QByteArray text = checkHexText(blanked, source, blanks, badPiece, m_findings);
+        if (blanks == Blanks::Removed) {
+            m_data.append(HxMidiData(text.constData()));
+            return;
+        }
+        HxMidiData read;
+        read.setText(text.constData());
+        m_data.append(read);
+    }
+
+    const InputOptions& m_options;
+    InputForm m_form;
+    Outcome& m_outcome;
+    Findings& m_findings;
+    QByteArrayList m_words;
+    HxMidiData m_data;
+};
+
+constexpr char inputGroup[] = "Data";
+
+} // namespace
+
+void addInputFormOptions(CLI::App& command, InputOptions& options)
+{
+    static const std::map<std::string, InputForm> forms = {{"auto", InputForm::Auto},
+                                                           {"raw", InputForm::Raw},
+                                                           {"hex", InputForm::Hex},
+                                                           {"decimal", InputForm::Decimal},
+                                                           {"c", InputForm::CArray}};
+    CLI::Option* form =
+        command
+            .add_option("--from", options.form,
+                        "How the data is written: auto, raw, hex, decimal or c; auto is hex text "
+                        "unless a file holds a byte that no text has")
+            ->type_name("FORM")
+            ->transform(CLI::Transformer(forms).description(""))
+            ->transform(CLI::IsMember(forms).description(""))
+            ->group(inputGroup);
+    command.add_flag("--raw", options.raw, "The same as --from raw")
+        ->excludes(form)
+        ->group(inputGroup);
+    command
+        .add_flag("--tokens", options.tokens,
+                  "Split hex text at blanks as setText() does, each word a number; the "
+                  "constructors, and this program without --tokens, remove blanks")
+        ->group(inputGroup);
+    command
+        .add_flag("--lenient", options.lenient,
+                  "Leave bad pieces of hex text out, as HxMidiData does, with a warning")
+        ->group(inputGroup);
+}
+
+void addInputOptions(CLI::App& command, InputOptions& options)
+{
+    addWords(command, "DATA", options.words, "Hex text, @FILE, or @- for standard input (default)");
+    addInputFormOptions(command, options);
+}
+
+HxMidiData readInput(const InputOptions& options, Outcome& outcome)
+{
+    return InputReader(options, outcome).read();
+}
+
+} // namespace hx

@@ -1,0 +1,122 @@
+#include "contract/ContractCheck.h"
+
+#include "contract/SeparateProcess.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace hx {
+
+namespace {
+
+// A rule takes milliseconds.
+constexpr unsigned secondsForARule = 5;
+
+std::vector<Rule> contractRules()
+{
+    std::vector<Rule> rules;
+    for (const auto& family : {metadataRules(), identityRules(), dictionaryRules(), updateRules(),
+                               replyRules(), destructionRules()})
+        rules.insert(rules.end(), family.begin(), family.end());
+    return rules;
+}
+
+RuleResult emptyResult(const Rule& rule)
+{
+    RuleResult result;
+    result.rule = QString::fromLatin1(rule.name);
+    result.demand = QString::fromLatin1(rule.demand);
+    return result;
+}
+
+QByteArray packed(const QJsonObject& object)
+{
+    return QJsonDocument(object).toJson(QJsonDocument::Compact);
+}
+
+QByteArray packedResult(const RuleResult& result)
+{
+    return packed({{"failures", QJsonArray::fromStringList(result.failures)},
+                   {"quirks", QJsonArray::fromStringList(result.quirks)},
+                   {"skipped", result.skipped}});
+}
+
+RuleResult unpackedResult(const Rule& rule, const QJsonObject& object)
+{
+    RuleResult result = emptyResult(rule);
+    result.failures = object.value("failures").toVariant().toStringList();
+    result.quirks = object.value("quirks").toVariant().toStringList();
+    result.skipped = object.value("skipped").toString();
+    return result;
+}
+
+// Runs in the process of its own: sends what was loaded, then a line for each rule.
+void examine(const QString& path, const QList<HxMidiData>& image, const RuleStart& start,
+             const SendLine& send)
+{
+    const PluginLoadResult loaded = loadPlugin(path);
+    if (!loaded.ok()) {
+        send(packed({{"loadError", loaded.error}}));
+        return;
+    }
+    send(packed(
+        {{"filePath", loaded.plugin->filePath()}, {"className", loaded.plugin->className()}}));
+    const RuleSubject subject{*loaded.plugin, image};
+    for (const Rule& rule : contractRules()) {
+        start(rule.name);
+        RuleResult result = emptyResult(rule);
+        rule.judge(subject, &result);
+        send(packedResult(result));
+    }
+}
+
+void takeLoaded(const QJsonObject& object, ContractFinding* finding)
+{
+    finding->filePath = object.value("filePath").toString();
+    finding->className = object.value("className").toString();
+    finding->loadError = object.value("loadError").toString();
+}
+
+// The last rule is kept only when the plugin can also be unloaded.
+void addCrash(const std::vector<Rule>& rules, ContractFinding* finding)
+{
+    std::vector<RuleResult>& results = finding->results;
+    if (results.size() == rules.size()) {
+        results.back().failures << QStringLiteral("after it, ") + finding->crash;
+        return;
+    }
+    results.push_back(emptyResult(rules[results.size()]));
+    results.back().failures << finding->crash;
+    const QString reason =
+        QStringLiteral("%1 was the last rule that could be run").arg(results.back().rule);
+    while (results.size() < rules.size()) {
+        results.push_back(emptyResult(rules[results.size()]));
+        results.back().skipped = reason;
+    }
+}
+
+} // namespace
+
+ContractFinding checkContract(const QString& path, const QList<HxMidiData>& image,
+                              const RuleStart& start)
+{
+    const std::vector<Rule> rules = contractRules();
+    ContractFinding finding;
+    bool isLoaded = false;
+    const auto work = [&](const SendLine& send) { examine(path, image, start, send); };
+    const auto receive = [&](const QByteArray& line) {
+        const QJsonObject object = QJsonDocument::fromJson(line).object();
+        if (isLoaded)
+            finding.results.push_back(unpackedResult(rules[finding.results.size()], object));
+        else
+            takeLoaded(object, &finding);
+        isLoaded = true;
+    };
+    finding.crash = runSeparately(work, receive, secondsForARule);
+    if (isLoaded && finding.loadError.isEmpty() && !finding.crash.isEmpty())
+        addCrash(rules, &finding);
+    return finding;
+}
+
+} // namespace hx

@@ -1,0 +1,320 @@
+#include "host/bus/PortBus.h"
+
+#include "host/base/HexText.h"
+
+#include <algorithm>
+
+namespace hx {
+
+namespace {
+
+// How soon an interrupt ends a wait.
+constexpr Microseconds waitSlice = 50 * microsecondsPerMillisecond;
+
+// Input that never ends must not keep a command from being sent.
+constexpr Microseconds longestDiscard = 250 * microsecondsPerMillisecond;
+constexpr int mostDiscardedChunks = 4096;
+
+constexpr int mostListed = 5; // messages that came instead, in an error text
+
+bool isMessage(const AssembledEvent& event)
+{
+    return event.kind == AssembledEvent::Kind::SysEx || event.kind == AssembledEvent::Kind::Short;
+}
+
+QRegExp compactPattern(QString text)
+{
+    text.remove(QLatin1Char(' '));
+    text = text.toUpper();
+    text.replace(QLatin1String("XX"), QLatin1String(".."));
+    return QRegExp(text, Qt::CaseInsensitive, QRegExp::RegExp);
+}
+
+QRegExp withoutBlanks(QRegExp rx)
+{
+    rx.setPattern(rx.pattern().remove(QLatin1Char(' ')));
+    return rx;
+}
+
+// Whether the expression means the same as its text does to HxMidiData::match(), which is much
+// faster.
+bool isPatternText(const QRegExp& rx)
+{
+    const QString text = rx.pattern();
+    return rx.patternSyntax() == QRegExp::RegExp && !text.isEmpty() && text == text.toUpper() &&
+           !text.contains(QLatin1String("XX")) && !text.contains(QChar::Null) &&
+           text == QString::fromLatin1(text.toLatin1());
+}
+
+ReplyTest testOf(const QRegExp& rx)
+{
+    if (isPatternText(rx)) {
+        const QByteArray text = rx.pattern().toLatin1();
+        return [text](const HxMidiData& message) { return message.match(text.constData(), true); };
+    }
+    return [rx](const HxMidiData& message) { return message.match(rx, true); };
+}
+
+QString shown(const QString& pattern)
+{
+    return pattern.isEmpty() ? QStringLiteral("any message") : pattern;
+}
+
+} // namespace
+
+ReplyTest replyTest(const QString& pattern)
+{
+    return testOf(compactPattern(pattern));
+}
+
+ReplyTest replyTest(const ResponceData& pattern)
+{
+    return testOf(withoutBlanks(pattern.rx));
+}
+
+PortBus::PortBus(MidiPort& port, AssemblerLimits limits) : m_port(port), m_assembler(limits) {}
+
+BusData PortBus::transact(BusData command, QString responsePattern, unsigned timeoutMs)
+{
+    return exchangeByPattern(command, compactPattern(responsePattern), responsePattern, timeoutMs);
+}
+
+BusData PortBus::transactExpect(BusData const& command, ResponceData const& expected,
+                                unsigned timeoutMs)
+{
+    return exchangeByPattern(command, withoutBlanks(expected.rx), expected.rx.pattern(), timeoutMs);
+}
+
+BusData PortBus::exchangeByPattern(const BusData& command, const QRegExp& rx,
+                                   const QString& pattern, unsigned timeoutMs)
+{
+    if (!rx.isValid() && !command.bytes.isEmpty())
+        return fail(ExchangeEnd::BadPattern, BusEventKind::Decided,
+                    QStringLiteral("the reply pattern \"%1\" is not valid (%2); nothing was sent")
+                        .arg(pattern, rx.errorString()));
+    return exchange(command, testOf(rx), shown(pattern), timeoutMs);
+}
+
+BusData PortBus::exchange(const BusData& command, const ReplyTest& fits, const QString& expected,
+                          unsigned timeoutMs)
+{
+    if (command.bytes.isEmpty())
+        return fail(ExchangeEnd::EmptyCommand, BusEventKind::Decided,
+                    QStringLiteral("the command is empty; nothing was sent or waited for"));
+    discardStaleInput();
+    if (!m_port.send(command.bytes))
+        return fail(ExchangeEnd::SendFailed, BusEventKind::SendFailed,
+                    QStringLiteral("%1 could not be sent: %2")
+                        .arg(hexText(command.bytes), m_port.errorText));
+    announce(BusEventKind::Sent, command.bytes, QString());
+    m_wait = {expected, timeoutMs, {}, 0};
+    return waitFor(fits, timeoutMs * microsecondsPerMillisecond);
+}
+
+BusData PortBus::fail(ExchangeEnd end, BusEventKind kind, const QString& text)
+{
+    m_lastEnd = end;
+    errorText = text;
+    announce(kind, QByteArray(), text);
+    return BusData();
+}
+
+bool PortBus::interrupted() const
+{
+    return m_interrupt != nullptr && m_interrupt->load();
+}
+
+void PortBus::discardStaleInput()
+{
+    Clock& clock = m_port.clock();
+    Microseconds now = clock.now();
+    const Microseconds limit = now + longestDiscard;
+    for (int i = 0; i < mostDiscardedChunks && now <= limit; ++i) {
+        const MidiChunk chunk = m_port.receive(now);
+        if (chunk.bytes.isEmpty())
+            break;
+        take(chunk);
+        now = clock.now();
+    }
+    queue(m_assembler.flush());
+    for (const AssembledEvent& event : m_queue)
+        reportUnused(event, QStringLiteral("came before the command was sent"));
+    m_queue.clear();
+}
+
+// False when the port is gone.
+bool PortBus::receiveUntil(Microseconds deadline)
+{
+    const MidiChunk chunk = m_port.receive(deadline);
+    Clock& clock = m_port.clock();
+    if (!chunk.bytes.isEmpty()) {
+        take(chunk);
+        return true;
+    }
+    if (!m_port.errorText.isEmpty())
+        return false;
+    clock.sleepUntil(deadline);
+    queue(m_assembler.idle(clock.now()));
+    return true;
+}
+
+void PortBus::take(const MidiChunk& chunk)
+{
+    if (chunk.lostBefore > 0)
+        queue(m_assembler.lose(chunk.time));
+    queue(m_assembler.feed(chunk.bytes, chunk.time));
+}
+
+void PortBus::queue(const AssembledEvents& events)
+{
+    m_queue.insert(m_queue.end(), events.begin(), events.end());
+}
+
+BusData PortBus::waitFor(const ReplyTest& fits, Microseconds timeout)
+{
+    Clock& clock = m_port.clock();
+    Microseconds now = clock.now();
+    const Microseconds deadline = now + timeout;
+    for (;; now = clock.now()) {
+        BusData reply = takeFitting(fits);
+        if (!reply.bytes.isEmpty())
+            return reply;
+        if (interrupted())
+            return endWait(ExchangeEnd::Interrupted, BusEventKind::Interrupted,
+                           QStringLiteral("interrupted"));
+        if (now >= deadline)
+            return endWait(ExchangeEnd::TimedOut, BusEventKind::TimedOut,
+                           QStringLiteral("no answer"));
+        if (!receiveUntil(std::min(deadline, now + waitSlice)))
+            return endWait(
+                ExchangeEnd::PortLost, BusEventKind::PortLost,
+                QStringLiteral("the port %1 is gone (%2)").arg(m_port.name(), m_port.errorText));
+    }
+}
+
+// Looks at what has arrived, in order, up to the first message that fits.
+BusData PortBus::takeFitting(const ReplyTest& fits)
+{
+    while (!m_queue.empty()) {
+        const AssembledEvent event = std::move(m_queue.front());
+        m_queue.pop_front();
+        BusData message(event.message());
+        if (isMessage(event) && fits(message)) {
+            report(event, BusEventKind::Received, QString());
+            m_lastEnd = ExchangeEnd::Answered;
+            errorText.clear();
+            return message;
+        }
+        noteCameInstead(event);
+        reportUnused(event, QStringLiteral("does not fit %1").arg(m_wait.expected));
+    }
+    return BusData();
+}
+
+// An unfinished message is given up with the wait, so that its rest cannot end as a late answer.
+BusData PortBus::endWait(ExchangeEnd end, BusEventKind kind, const QString& why)
+{
+    for (const AssembledEvent& event : m_assembler.flush()) {
+        noteCameInstead(event);
+        reportUnused(event, QString());
+    }
+    return fail(end, kind,
+                QStringLiteral("%1: waited %2 ms for %3; %4")
+                    .arg(why, QString::number(m_wait.timeoutMs), m_wait.expected, cameInstead()));
+}
+
+void PortBus::noteCameInstead(const AssembledEvent& event)
+{
+    if (event.kind == AssembledEvent::Kind::RealTime || ++m_wait.unused > mostListed)
+        return;
+    const QString what = hexTextShort(event.message());
+    if (isMessage(event))
+        m_wait.cameInstead << what;
+    else
+        m_wait.cameInstead
+            << QStringLiteral("%1 (%2)").arg(what, dropReasonText(event.reason)).trimmed();
+}
+
+QString PortBus::cameInstead() const
+{
+    if (m_wait.unused == 0)
+        return QStringLiteral("nothing came");
+    QString text =
+        QStringLiteral("instead came %1").arg(m_wait.cameInstead.join(QStringLiteral(", ")));
+    if (m_wait.unused > mostListed)
+        text += QStringLiteral(" and %1 more").arg(m_wait.unused - mostListed);
+    return text;
+}
+
+AssembledEvents PortBus::listen(Microseconds duration)
+{
+    Clock& clock = m_port.clock();
+    const Microseconds deadline = clock.now() + duration;
+    errorText.clear();
+    while (clock.now() < deadline && !interrupted()) {
+        if (receiveUntil(std::min(deadline, clock.now() + waitSlice)))
+            continue;
+        fail(ExchangeEnd::PortLost, BusEventKind::PortLost,
+             QStringLiteral("the port %1 is gone (%2)").arg(m_port.name(), m_port.errorText));
+        break;
+    }
+    AssembledEvents heard(m_queue.begin(), m_queue.end());
+    m_queue.clear();
+    for (const AssembledEvent& event : heard)
+        reportUnused(event, QStringLiteral("heard while listening"));
+    return heard;
+}
+
+void PortBus::addObserver(BusObserver* observer)
+{
+    m_observers.push_back(observer);
+}
+
+void PortBus::removeObserver(BusObserver* observer)
+{
+    m_observers.erase(std::remove(m_observers.begin(), m_observers.end(), observer),
+                      m_observers.end());
+}
+
+void PortBus::note(BusEventKind kind, const QString& text)
+{
+    announce(kind, QByteArray(), text);
+}
+
+const std::atomic<bool>* PortBus::watchInterrupt(const std::atomic<bool>* flag)
+{
+    return std::exchange(m_interrupt, flag);
+}
+
+void PortBus::reportUnused(const AssembledEvent& event, const QString& why)
+{
+    switch (event.kind) {
+    case AssembledEvent::Kind::RealTime:
+        return report(event, BusEventKind::RealTime, QString());
+    case AssembledEvent::Kind::Dropped:
+        return report(event, event.bytes.isEmpty() ? BusEventKind::Decided : BusEventKind::Dropped,
+                      dropReasonText(event.reason));
+    case AssembledEvent::Kind::SysEx:
+    case AssembledEvent::Kind::Short:
+        return report(event, BusEventKind::Ignored, why);
+    }
+}
+
+void PortBus::report(const AssembledEvent& event, BusEventKind kind, const QString& text)
+{
+    tell({kind, event.lastByte, event.bytes, text});
+}
+
+void PortBus::announce(BusEventKind kind, const QByteArray& bytes, const QString& text)
+{
+    if (isObserved())
+        tell({kind, m_port.clock().now(), bytes, text});
+}
+
+void PortBus::tell(const BusEvent& event)
+{
+    for (BusObserver* observer : m_observers)
+        observer->busEvent(event);
+}
+
+} // namespace hx

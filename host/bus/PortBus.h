@@ -1,0 +1,116 @@
+// The host's Bus over a MIDI port: one command out, the first message that fits back.
+#pragma once
+
+#include "deviceinterface/Bus.h"
+#include "deviceinterface/FwUpdateProtocol.h"
+#include "host/bus/BusEvent.h"
+#include "host/bus/MidiPort.h"
+#include "host/bus/SysExAssembler.h"
+
+#include <QStringList>
+
+#include <atomic>
+#include <deque>
+#include <functional>
+#include <vector>
+
+namespace hx {
+
+// How an exchange ended.
+enum class ExchangeEnd {
+    Answered,
+    EmptyCommand, // nothing was sent and nothing waited for
+    BadPattern,   // the pattern is no regular expression; nothing was sent
+    SendFailed,
+    TimedOut,
+    PortLost,
+    Interrupted,
+};
+
+// Says whether a message is the reply that is waited for.
+using ReplyTest = std::function<bool(const HxMidiData&)>;
+
+// A test for a pattern over compact hex text: blanks are taken out of it first, letters match in
+// either case, "XX" stands for "..". A message fits when the pattern matches from its first byte
+// on; bytes after the matched part are allowed. An empty pattern fits every message.
+ReplyTest replyTest(const QString& pattern);
+
+// The same for a compiled pattern, which keeps its syntax.
+ReplyTest replyTest(const ResponceData& pattern);
+
+// What holds for every exchange:
+//   - input that came before the command is taken away first and reported, an unfinished message
+//     included, so that a late old reply is never taken for the answer;
+//   - a message that does not fit is ignored and reported, and the wait goes on to its deadline;
+//   - an empty command is answered at once with an empty reply, whatever the timeout;
+//   - an empty reply means that it failed: `errorText` then says what was waited for, how long and
+//     what came instead, and `lastEnd` how it ended. After an answer `errorText` is empty.
+class PortBus final : public Bus {
+public:
+    explicit PortBus(MidiPort& port, AssemblerLimits limits = {});
+
+    // `timeoutMs` counts from the end of sending; 0xFFFFFFFF is 49 days.
+    BusData transact(BusData command, QString responsePattern, unsigned timeoutMs) override;
+    BusData transactExpect(BusData const& command, ResponceData const& expected,
+                           unsigned timeoutMs) override;
+
+    // The same with any test; `expected` names in errors what is waited for.
+    BusData exchange(const BusData& command, const ReplyTest& fits, const QString& expected,
+                     unsigned timeoutMs);
+
+    // Sends nothing, waits `duration`, and returns all that came. Ends early when the port is lost
+    // (`errorText` then says so) or on an interrupt. Observers see it as ignored input.
+    AssembledEvents listen(Microseconds duration);
+
+    ExchangeEnd lastEnd() const { return m_lastEnd; }
+    MidiPort& port() const { return m_port; }
+
+    // The observer is told everything from now on; it must outlive the bus or be removed.
+    void addObserver(BusObserver* observer);
+    void removeObserver(BusObserver* observer);
+    bool isObserved() const { return !m_observers.empty(); }
+
+    // Tells the observers something that did not travel: a decision, a line of a log.
+    void note(BusEventKind kind, const QString& text);
+
+    // A wait ends soon after `*flag` becomes true. Null: nothing interrupts. Returns the flag that
+    // was watched before.
+    const std::atomic<bool>* watchInterrupt(const std::atomic<bool>* flag);
+
+private:
+    // What the wait under way is for, and what came that was not it.
+    struct Wait {
+        QString expected;
+        unsigned timeoutMs = 0;
+        QStringList cameInstead;
+        int unused = 0;
+    };
+
+    BusData exchangeByPattern(const BusData& command, const QRegExp& rx, const QString& pattern,
+                              unsigned timeoutMs);
+    BusData fail(ExchangeEnd end, BusEventKind kind, const QString& text);
+    BusData endWait(ExchangeEnd end, BusEventKind kind, const QString& why);
+    bool interrupted() const;
+    void discardStaleInput();
+    bool receiveUntil(Microseconds deadline);
+    void take(const MidiChunk& chunk);
+    void queue(const AssembledEvents& events);
+    BusData waitFor(const ReplyTest& fits, Microseconds timeout);
+    BusData takeFitting(const ReplyTest& fits);
+    void noteCameInstead(const AssembledEvent& event);
+    QString cameInstead() const;
+    void reportUnused(const AssembledEvent& event, const QString& why);
+    void report(const AssembledEvent& event, BusEventKind kind, const QString& text);
+    void announce(BusEventKind kind, const QByteArray& bytes, const QString& text);
+    void tell(const BusEvent& event);
+
+    MidiPort& m_port;
+    SysExAssembler m_assembler;
+    std::deque<AssembledEvent> m_queue; // arrived, not looked at yet
+    std::vector<BusObserver*> m_observers;
+    const std::atomic<bool>* m_interrupt = nullptr;
+    ExchangeEnd m_lastEnd = ExchangeEnd::Answered;
+    Wait m_wait;
+};
+
+} // namespace hx

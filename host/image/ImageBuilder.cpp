@@ -1,0 +1,99 @@
+#include "host/image/ImageBuilder.h"
+
+#include "host/image/ImageGrammar.h"
+
+namespace hx {
+
+namespace {
+
+BuiltImage refused(const QString& error)
+{
+    BuiltImage built;
+    built.error = error;
+    return built;
+}
+
+// Four ASCII digits; empty when `version` is something else.
+QByteArray versionDigits(const QString& version)
+{
+    static const QRegExp form(QStringLiteral("([0-9])\\.?([0-9])\\.?([0-9])\\.?([0-9])"));
+    QRegExp rx(form);
+    if (!rx.exactMatch(version))
+        return QByteArray();
+    return (rx.cap(1) + rx.cap(2) + rx.cap(3) + rx.cap(4)).toLatin1();
+}
+
+QByteArray packed(const QByteArray& code)
+{
+    QByteArray result(image::packedSize(code.size()), '\0');
+    HxMidiData().cvt8to7(result.data(), code.constData(), static_cast<unsigned>(code.size()));
+    return result;
+}
+
+// Puts the sum and the F7 behind a message that is otherwise complete.
+HxMidiData closed(HxMidiData message)
+{
+    message.append(HxMidiData(message.sumOfSection(image::sumStart, -1)));
+    return message.append(HxMidiData(0xF7));
+}
+
+HxMidiData dataMessage(const QByteArray& code, quint8 command, int address)
+{
+    const QByteArray part = code.mid(address, image::codeBytesPerMessage);
+    HxMidiData message(image::prefix());
+    HxMidiData fields;
+    fields.setData("VV VV V14 UT VV", command, image::dataSubCommand,
+                   static_cast<unsigned>(address / image::codeBytesPerMessage),
+                   static_cast<unsigned>(address), part.size());
+    return closed(message.append(fields).append(HxMidiData(packed(part))));
+}
+
+HxMidiData fileCheckMessage(const QByteArray& code, quint8 command, const QByteArray& version)
+{
+    HxMidiData message(image::prefix());
+    HxMidiData fields;
+    fields.setData("VV VV UT UT CSTR VV", command, image::fileCheckSubCommand,
+                   static_cast<unsigned>(code.size()), crc32(code), version.constData(),
+                   image::layoutVersion);
+    return closed(message.append(fields));
+}
+
+} // namespace
+
+bool isImageVersion(const QString& version)
+{
+    return !versionDigits(version).isEmpty();
+}
+
+QByteArray BuiltImage::fileContent() const
+{
+    QByteArray content;
+    for (const HxMidiData& message : messages)
+        content += message.bytes;
+    return content;
+}
+
+BuiltImage buildImage(const QByteArray& code, CodeType kind, const QString& version)
+{
+    const QByteArray digits = versionDigits(version);
+    if (kind == CodeType::Unknown)
+        return refused(QStringLiteral("The kind of code is unknown; expected \"fwu\" or \"fwd\"."));
+    if (code.isEmpty() || code.size() > image::maxCodeBytes)
+        return refused(QStringLiteral("The code has %1 bytes; an image carries 1 to %2.")
+                           .arg(code.isEmpty()
+                                    ? QStringLiteral("0")
+                                    : QStringLiteral("more than %1").arg(image::maxCodeBytes))
+                           .arg(image::maxCodeBytes));
+    if (digits.isEmpty())
+        return refused(
+            QStringLiteral("The version \"%1\" is not four digits such as 1.0.2.4.").arg(version));
+    const quint8 command = kind == CodeType::Fwu ? image::fwuCommand : image::fwdCommand;
+    BuiltImage built;
+    for (int address = 0; address < code.size(); address += image::codeBytesPerMessage)
+        built.messages << dataMessage(code, command, address);
+    built.messages << fileCheckMessage(code, command, digits);
+    built.messages << HxMidiData(image::closingMessage());
+    return built;
+}
+
+} // namespace hx

@@ -1,0 +1,57 @@
+// Reads the SysEx messages of a file, with the place in the file of every byte.
+#pragma once
+
+#include "host/image/ImageProblem.h"
+#include "mididata/HxMidiData.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <vector>
+
+namespace hx {
+
+enum class ImageFormat {
+    Unknown,
+    RawSysEx, // bytes F0 ... F7, one message after the other
+    HexText,  // the same as hexadecimal pairs, blanks, commas and line ends between them or not
+    MidiFile, // Standard MIDI File with F0 and F7 events
+};
+
+// "raw SysEx", "hex text", "Standard MIDI File" or "unknown".
+QString imageFormatName(ImageFormat format);
+
+struct FileMessage {
+    HxMidiData data;
+    std::vector<qint64> offsets; // place in the file of each byte of `data`
+    int number = 0; // among all messages of the file, from 0; those that are cut off count too
+
+    // Place of byte `position`, or of the last byte when the message is shorter; -1 when empty.
+    qint64 offsetOf(int position) const;
+};
+
+// The messages found, in the order in which they are to be sent, and whatever is wrong with the
+// file itself. Messages that are cut off are not among them; they are among the problems.
+struct ImageFile {
+    ImageFormat format = ImageFormat::Unknown;
+    qint64 size = 0;
+    std::vector<FileMessage> messages;
+    ImageProblems problems;
+};
+
+// Files above this size are refused unread: four times the largest image, as hex text.
+constexpr qint64 maxImageFileBytes = qint64(16) * 1024 * 1024;
+
+// What comes behind so many messages is refused too: the largest image has 9365.
+constexpr size_t maxImageFileMessages = 65536;
+
+// Reads from memory. The format is told by the content alone.
+ImageFile parseImageFile(const QByteArray& content);
+
+// Reads a file; one that cannot be read gives a problem.
+ImageFile readImageFile(const QString& path);
+
+// Wraps messages that come from no file: offsets count as if they stood in one, one after another.
+ImageFile imageFileOf(const QList<HxMidiData>& messages);
+
+} // namespace hx

@@ -1,0 +1,18 @@
+// The three readers behind parseImageFile, one for each form of file.
+#pragma once
+
+#include "host/image/ImageFile.h"
+
+namespace hx {
+
+// Offset of the first byte that cannot stand in hex text, or -1 when the content is hex text: pairs
+// of hex digits with blanks, commas, tabs and line ends between them.
+qint64 firstByteThatIsNoHexText(const QByteArray& content);
+
+ImageFile readRawSysEx(const QByteArray& content);
+ImageFile readHexText(const QByteArray& content);
+
+bool isMidiFile(const QByteArray& content);
+ImageFile readMidiFile(const QByteArray& content);
+
+} // namespace hx

@@ -1,0 +1,218 @@
+#include "host/product/PluginLoader.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QLibrary>
+
+namespace hx {
+
+namespace {
+
+const QString iidKey = QStringLiteral("IID");
+
+PluginLoadResult failed(PluginFault fault, const QString& error)
+{
+    PluginLoadResult result;
+    result.fault = fault;
+    result.error = error;
+    return result;
+}
+
+// The first bytes of the platforms' shared libraries: ELF, Mach-O in its four forms, PE.
+bool hasLibraryMagic(const QByteArray& head)
+{
+    static const char* const magics[] = {"7f454c46", "feedface", "feedfacf", "cefaedfe",
+                                         "cffaedfe", "cafebabe", "4d5a"};
+    for (const char* magic : magics) {
+        if (head.startsWith(QByteArray::fromHex(magic)))
+            return true;
+    }
+    return false;
+}
+
+QStringList keysOf(const QJsonObject& metaData)
+{
+    QStringList keys;
+    const QJsonArray list = metaData.value(QStringLiteral("MetaData"))
+                                .toObject()
+                                .value(QStringLiteral("Keys"))
+                                .toArray();
+    for (const QJsonValue& key : list) {
+        if (!key.toString().isEmpty())
+            keys << key.toString();
+    }
+    return keys;
+}
+
+PluginLoadResult checkIsLibrary(const QString& path)
+{
+    QFile file(path);
+    const bool isRegular = QFileInfo(path).isFile(); // opening a pipe could wait for ever
+    if (isRegular && !file.open(QIODevice::ReadOnly))
+        return failed(PluginFault::Missing,
+                      QStringLiteral("%1 cannot be read: %2. Check its permissions.")
+                          .arg(path, file.errorString()));
+    if (isRegular && hasLibraryMagic(file.read(4)))
+        return {};
+    return failed(PluginFault::NotALibrary,
+                  QStringLiteral("%1 (%2 bytes) is not a shared library. Name the plugin's library "
+                                 "file, such as libtarv_valdrinboot_3041.so, or its folder.")
+                      .arg(path)
+                      .arg(file.size()));
+}
+
+// Looks at the metadata alone: no code of the plugin runs.
+PluginLoadResult checkMetaData(const QPluginLoader& loader, const QString& path)
+{
+    const QJsonObject metaData = loader.metaData();
+    if (metaData.isEmpty())
+        return failed(PluginFault::NoMetadata,
+                      QStringLiteral("%1 carries no plugin metadata (%2). It is another kind of "
+                                     "library, or damaged; install the plugin again.")
+                          .arg(path, loader.errorString()));
+    const QString iid = metaData.value(iidKey).toString();
+    if (!iid.startsWith(deviceInterfacePrefix()))
+        return failed(PluginFault::WrongInterface,
+                      QStringLiteral("%1 is a plugin for \"%2\"; expected an interface identifier "
+                                     "that starts with \"%3\". Name a device plugin.")
+                          .arg(path, iid, deviceInterfacePrefix()));
+    if (keysOf(metaData).isEmpty())
+        return failed(PluginFault::NoKeys,
+                      QStringLiteral("%1 names no key in its metadata; expected a list \"Keys\" of "
+                                     "at least one text. Ask its maker for a complete plugin.")
+                          .arg(path));
+    return {};
+}
+
+PluginLoadResult instantiate(std::unique_ptr<QPluginLoader> loader, const QString& path)
+{
+    loader->setLoadHints(QLibrary::ResolveAllSymbolsHint);
+    if (!loader->load())
+        return failed(
+            PluginFault::LoadFailed,
+            QStringLiteral("%1 cannot be loaded: %2. It needs another version of Qt or of "
+                           "the host, or is damaged.")
+                .arg(path, loader->errorString()));
+    auto* device = qobject_cast<DeviceInterface*>(loader->instance());
+    if (device == nullptr) {
+        loader->unload();
+        return failed(
+            PluginFault::NoDeviceInterface,
+            QStringLiteral("%1 was loaded, but its object does not offer DeviceInterface. "
+                           "Ask its maker for a version made for this host.")
+                .arg(path));
+    }
+    PluginLoadResult result;
+    result.plugin = std::make_unique<LoadedPlugin>(std::move(loader), device);
+    return result;
+}
+
+PluginLoadResult checkFile(const QString& path)
+{
+    PluginLoadResult found = checkIsLibrary(path);
+    if (found.fault != PluginFault::None)
+        return found;
+    return checkMetaData(QPluginLoader(path), path);
+}
+
+PluginLoadResult loadFile(const QString& path)
+{
+    PluginLoadResult found = checkFile(path);
+    if (found.fault != PluginFault::None)
+        return found;
+    return instantiate(std::make_unique<QPluginLoader>(path), path);
+}
+
+// Files that are libraries by their name.
+QStringList librariesIn(const QString& folder)
+{
+    QStringList paths;
+    for (const QFileInfo& entry : QDir(folder).entryInfoList(QDir::Files, QDir::Name)) {
+        if (QLibrary::isLibrary(entry.fileName()))
+            paths << entry.filePath();
+    }
+    return paths;
+}
+
+// Why a folder holds no plugin: the reason of each library, or of the first of many.
+QString whyNone(const QStringList& reasons)
+{
+    constexpr int mostListed = 3;
+    if (reasons.isEmpty())
+        return QStringLiteral("it holds no library.");
+    const QString listed = reasons.mid(0, mostListed).join(QLatin1Char(' '));
+    const int more = reasons.size() - mostListed;
+    return more > 0 ? listed + QStringLiteral(" %1 more libraries are none either.").arg(more)
+                    : listed;
+}
+
+PluginLoadResult loadFromFolder(const QString& folder)
+{
+    QStringList plugins;
+    QStringList others;
+    for (const QString& path : librariesIn(folder)) {
+        const PluginLoadResult found = checkFile(path);
+        if (found.fault == PluginFault::None)
+            plugins << path;
+        else
+            others << found.error;
+    }
+    if (plugins.size() == 1)
+        return loadFile(plugins.first());
+    if (plugins.size() > 1)
+        return failed(PluginFault::SeveralInFolder,
+                      QStringLiteral("The folder %1 holds %2 device plugins: %3. Name one of them.")
+                          .arg(folder)
+                          .arg(plugins.size())
+                          .arg(plugins.join(QStringLiteral(", "))));
+    return failed(PluginFault::NoneInFolder,
+                  QStringLiteral("The folder %1 holds no device plugin: %2 Name the plugin's "
+                                 "library file or the folder it is in.")
+                      .arg(folder, whyNone(others)));
+}
+
+} // namespace
+
+QString deviceInterfacePrefix()
+{
+    return QString::fromLatin1(qobject_interface_iid<DeviceInterface*>()) + QLatin1Char('.');
+}
+
+LoadedPlugin::LoadedPlugin(std::unique_ptr<QPluginLoader> loader, DeviceInterface* device)
+    : m_loader(std::move(loader)), m_device(device)
+{
+}
+
+LoadedPlugin::~LoadedPlugin()
+{
+    m_loader->unload(); // deletes the object, then closes the library
+}
+
+QString LoadedPlugin::interfaceId() const
+{
+    return metaData().value(iidKey).toString();
+}
+
+QString LoadedPlugin::className() const
+{
+    return metaData().value(QStringLiteral("className")).toString();
+}
+
+QStringList LoadedPlugin::keys() const
+{
+    return keysOf(metaData());
+}
+
+PluginLoadResult loadPlugin(const QString& path)
+{
+    const QFileInfo info(path);
+    if (!info.exists())
+        return failed(PluginFault::Missing,
+                      QStringLiteral("There is no file or folder %1. Check the path.").arg(path));
+    const QString absolute = info.absoluteFilePath(); // Qt's loader seeks others in system folders
+    return info.isDir() ? loadFromFolder(absolute) : loadFile(absolute);
+}
+
+} // namespace hx

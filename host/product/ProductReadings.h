@@ -1,0 +1,139 @@
+// What the host reads from the product itself, with the plugin's dictionary as its only knowledge.
+#pragma once
+
+#include "deviceinterface/DeviceInterface.h"
+#include "host/bus/PortBus.h"
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+namespace hx {
+
+constexpr int versionBytesCount = 4; // one for each number of a version
+
+enum class ReadingState {
+    NotRead,
+    Good,
+    Refused,   // the product answered with a negative acknowledgement
+    Malformed, // it answered, but the answer does not hold what it should
+    NoAnswer,  // nothing that fits came in time
+    PortLost,
+    Interrupted,
+    Unknown, // the plugin's dictionary has no such command
+};
+
+// "good", "refused", "no answer", ...
+QString readingStateText(ReadingState state);
+
+struct Reading {
+    QString key; // of the command in the dictionary
+    ReadingState state = ReadingState::NotRead;
+    HxMidiData raw; // the reply; empty when there was none
+    QString reason; // why it is not good; empty when it is
+
+    bool good() const { return state == ReadingState::Good; }
+};
+
+struct IdentityReading : Reading {
+    QByteArray manufacturer; // one or three bytes
+    quint32 fidpid = 0;      // (family << 16) | model
+    QByteArray versionBytes; // four
+    QString version;         // "1.0.2.3"
+};
+
+struct GenderReading : Reading {
+    quint32 fidpid = 0;
+};
+
+struct VersionReading : Reading {
+    QByteArray versionBytes; // four
+    QString version;         // "1.0.2.3"
+};
+
+struct ChecksumReading : Reading {
+    QByteArray groups; // four 7-bit groups, most significant first
+    quint32 value = 0; // the 28 bits
+};
+
+struct EsnReading : Reading {
+    QByteArray number; // eight bytes
+};
+
+// One of the two code images, from the 22-byte reply to "id.dsp0" or "id.dsp1".
+struct CodeImageReading : Reading {
+    bool present = false; // false: the product says that there is no such image
+    int version = 0;      // at "id.dsp.offset.code_ver", 14 bits
+    int responseFlag = 0; // at "id.dsp.offset.response_flag"
+    quint32 size = 0;     // at "id.dsp.offset.code_size", five 7-bit groups
+    int bankStatus = 0;   // at "id.dsp.offset.bank_status"
+};
+
+// Reads over `bus`, each reading with the timeout "command.timeout.ms" of the dictionary. A
+// negative acknowledgement ends the wait: every pattern of the dictionary is widened by the short
+// form of the command.
+class ProductReader {
+public:
+    // Asks each question up to `attempts` times while no answer comes.
+    ProductReader(DeviceInterface& device, PortBus& bus, int attempts = 1);
+
+    // The first product that answers and that the plugin serves; when only others answer, the last
+    // of them (see `isServed`). Asked up to `attempts` times, until a served product answers or
+    // another one has answered the same twice.
+    IdentityReading identity(int attempts = 1);
+    GenderReading gender();
+    VersionReading version();
+    ChecksumReading storedChecksum();
+    ChecksumReading calculatedChecksum();
+    EsnReading esn();
+    CodeImageReading codeImage(int number); // 0 or 1
+
+    // Whether the identity is one that the plugin serves.
+    bool isServed(const IdentityReading& identity) const;
+
+    DeviceInterface& device() const { return m_device; }
+    PortBus& bus() const { return m_bus; }
+
+private:
+    Reading read(const QString& key, const QStringList& responseKeys);
+    QString patterns(const QStringList& keys) const;
+    bool isRefusal(const HxMidiData& reply) const;
+    ChecksumReading checksum(const QString& key);
+    IdentityReading askIdentity();
+    unsigned timeoutMs() const;
+
+    DeviceInterface& m_device;
+    PortBus& m_bus;
+    int m_attempts;
+};
+
+// "1.0.2.3" for four printable bytes; their hex pairs otherwise.
+QString versionTextOf(const QByteArray& versionBytes);
+
+// An identity reply taken apart; state Malformed when it is none.
+IdentityReading parseIdentity(const HxMidiData& reply);
+
+// Everything, for `hxhost info`.
+struct ProductInfo {
+    IdentityReading identity;
+    GenderReading gender;
+    VersionReading version;
+    ChecksumReading stored;
+    ChecksumReading calculated;
+    EsnReading esn;
+    CodeImageReading dsp0;
+    CodeImageReading dsp1;
+};
+// Stops after the identity when nothing answers to that, or the port is lost.
+ProductInfo readProductInfo(ProductReader& reader);
+
+// The plugin's own answers, exactly as its contract has them, beside what the host reads.
+struct PluginAnswers {
+    qint32 versionNumber = 0;
+    QString esn; // null: none
+    bool fwuValid = false;
+    bool fwdValid = false;
+};
+PluginAnswers askPlugin(DeviceInterface& device);
+
+} // namespace hx

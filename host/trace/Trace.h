@@ -1,0 +1,74 @@
+// The record of a session: one readable line an event. docs/formats/trace-format.md is its grammar.
+#pragma once
+
+#include "host/bus/BusEvent.h"
+#include "host/product/MessageNames.h"
+
+#include <QByteArray>
+#include <QFileDevice>
+#include <QIODevice>
+#include <QString>
+
+#include <vector>
+
+namespace hx {
+
+struct TraceEvent {
+    BusEvent event; // its time counts from the start of the trace
+    QString name;   // dictionary key that the bytes fit; empty when none does
+    int line = 0;   // in the file, from 1
+};
+
+// The word of a kind in a trace: "sent", "received", ...
+QString busEventWord(BusEventKind kind);
+
+// The kind that the word stands for; false when it stands for none.
+bool busEventKindOf(const QString& word, BusEventKind* kind);
+
+// Whether events of this kind carry the bytes that travelled.
+bool carriesBytes(BusEventKind kind);
+
+// The first line of every trace.
+constexpr char traceHeader[] = "# hxtrace 1";
+
+// One line without its line end.
+QString traceLine(const TraceEvent& event);
+
+// Writes events as they happen, each line at once, so that a record survives a crash.
+class TraceWriter final : public BusObserver {
+public:
+    // `start` is the moment that the trace calls 0. `names` may be null and may be set later.
+    TraceWriter(QIODevice& out, Microseconds start, const MessageNames* names = nullptr);
+
+    void setNames(const MessageNames* names) { m_names = names; }
+    void comment(const QString& text);
+    void busEvent(const BusEvent& event) override;
+
+    // False once a line could not be written.
+    bool ok() const { return m_ok; }
+
+private:
+    void writeLine(const QString& line);
+
+    QIODevice& m_out;
+    Microseconds m_start;
+    Microseconds m_last = 0;
+    const MessageNames* m_names;
+    bool m_ok = true;
+};
+
+// A trace read back, or the first thing that is wrong with it.
+struct TraceFile {
+    std::vector<TraceEvent> events;
+    QString error; // with line and column; empty when the trace is good
+    int errorLine = 0;
+    int errorColumn = 0;
+
+    bool ok() const { return error.isEmpty(); }
+};
+
+// Strict: whatever the grammar does not allow is an error.
+TraceFile parseTrace(const QByteArray& content);
+TraceFile readTrace(const QString& path);
+
+} // namespace hx

@@ -1,0 +1,93 @@
+#include "host/update/UpdateConclusion.h"
+
+namespace hx {
+
+namespace {
+
+QString unfinished()
+{
+    return QStringLiteral("The update was begun and not finished. ");
+}
+
+QString unacknowledged()
+{
+    return QStringLiteral(
+        "The product holds the code of the image, although it did not acknowledge "
+        "every message. ");
+}
+
+QString runAgain()
+{
+    return QStringLiteral("Run the same update again: it starts afresh and recovers the product. "
+                          "\"hxhost recover\" says what state the product is in.");
+}
+
+QString installImage()
+{
+    return QStringLiteral("That is not the code of the image: run \"hxhost update\" with it to "
+                          "install it.");
+}
+
+QString adviceWhenUntouched(UpdateOutcome outcome)
+{
+    if (outcome == UpdateOutcome::NoAnswer)
+        return QStringLiteral("Check power, cables and the choice of port (\"hxhost ports\"), then "
+                              "run the update again.");
+    if (outcome == UpdateOutcome::PortLost)
+        return QStringLiteral("Connect the port again, then run the update again.");
+    if (outcome == UpdateOutcome::WrongProduct)
+        return QStringLiteral(
+            "Choose the port of the right product (\"hxhost ports\"), then run the "
+            "update again.");
+    return QString();
+}
+
+} // namespace
+
+void describeUntouched(UpdateResult& result)
+{
+    result.productState =
+        QStringLiteral("Nothing of the image was sent: the product is as it was.");
+    result.advice = adviceWhenUntouched(result.outcome);
+}
+
+void describeUnfinished(UpdateResult& result, DeviceInterface& device, PortBus& bus,
+                        const QString& imageVersion)
+{
+    result.advice = runAgain();
+    if (result.outcome == UpdateOutcome::PortLost) {
+        result.productCondition = ProductCondition::PortLost;
+        result.productState =
+            unfinished() + QStringLiteral("The port is gone: the product may hold no valid code.");
+        return;
+    }
+    const std::atomic<bool>* watched = bus.watchInterrupt(nullptr);
+    ProductReader reader(device, bus);
+    const ProductAssessment assessment = assessProduct(reader);
+    bus.watchInterrupt(watched);
+    // Power may fail between the last write of the closing message and its acknowledgement.
+    const bool holdsImage = assessment.condition == ProductCondition::CodeIntact &&
+                            assessment.version.version == imageVersion &&
+                            assessment.stored.groups == result.imageChecksum;
+    result.productCondition = assessment.condition;
+    result.productState = (holdsImage ? unacknowledged() : unfinished()) + assessment.state;
+}
+
+void describeFinished(UpdateResult& result, const ProductReader& reader)
+{
+    ProductAssessment assessment;
+    assessment.identity = result.identityAfter;
+    assessment.version = result.versionAfter;
+    assessment.stored = result.stored;
+    assessment.calculated = result.calculated;
+    concludeAssessment(assessment, reader);
+    result.productCondition = assessment.condition;
+    result.productState = assessment.state;
+    if (result.succeeded())
+        return;
+    // Intact code is no comfort to one who wanted that of the image.
+    result.advice =
+        assessment.condition == ProductCondition::CodeIntact ? installImage() : assessment.advice;
+}
+
+} // namespace hx

@@ -1,0 +1,60 @@
+// How an update, or the check after one, has ended.
+#pragma once
+
+#include "host/product/ProductReadings.h"
+#include "host/product/ProductState.h"
+#include "host/update/UpdateSender.h"
+
+#include <vector>
+
+namespace hx {
+
+enum class UpdateOutcome {
+    Succeeded,    // every message acknowledged as good, all checksums agree, identity answered
+    ImageRefused, // the image is damaged or not for this plugin; nothing was sent
+    NoAnswer,     // the product did not answer: to the identity request, or to a message
+    WrongProduct, // something else answers than the image is for, before or after sending it
+    Failed,       // the product refused a message for good
+    VerificationFailed, // all was sent, but what the product then reports does not agree
+    Interrupted,
+    PortLost,
+};
+
+// "succeeded", "image refused", "no answer", ...
+QString updateOutcomeText(UpdateOutcome outcome);
+
+// One step of the run: "image", "identity", "version", "messages", "checksums", ...
+struct UpdateStep {
+    QString name;
+    bool good = false;
+    QString text; // what was found
+    Microseconds duration = 0;
+};
+
+struct UpdateResult {
+    UpdateOutcome outcome = UpdateOutcome::NoAnswer;
+    QString reason;       // one line; empty after success
+    QString productState; // what is known of the product now, in one line
+    ProductCondition productCondition = ProductCondition::Unclear; // the same for programs
+    QString advice; // what to do next; empty after success
+    std::vector<UpdateStep> steps;
+
+    UpdateProgress progress; // as it stood at the end
+    int failedMessage = 0;   // number of the message it ended at, from 1; 0: at none
+    HxMidiData lastReply;    // the acknowledgement that ended it, if one did
+    Microseconds duration = 0;
+    // A message of the image was sent, whole or in part: the product may hold no valid code.
+    bool touched = false;
+
+    IdentityReading identityBefore;
+    IdentityReading identityAfter;
+    VersionReading versionBefore;
+    VersionReading versionAfter;
+    ChecksumReading stored;
+    ChecksumReading calculated;
+    QByteArray imageChecksum; // four 7-bit groups, as the product must report it
+
+    bool succeeded() const { return outcome == UpdateOutcome::Succeeded; }
+};
+
+} // namespace hx

@@ -1,0 +1,192 @@
+#include "host/update/UpdateRun.h"
+
+#include "host/update/UpdateConclusion.h"
+#include "host/update/UpdateVerification.h"
+
+namespace hx {
+
+namespace {
+
+constexpr int identityAttemptsBefore = 3;
+constexpr int readingAttempts = 3;
+
+// Lets a wait on the bus end on an interrupt, as long as this lives.
+class InterruptWatch {
+public:
+    InterruptWatch(PortBus& bus, const std::atomic<bool>* flag) : m_bus(bus)
+    {
+        m_before = m_bus.watchInterrupt(flag);
+        if (flag == nullptr)
+            m_bus.watchInterrupt(m_before);
+    }
+    ~InterruptWatch() { m_bus.watchInterrupt(m_before); }
+    InterruptWatch(const InterruptWatch&) = delete;
+    InterruptWatch& operator=(const InterruptWatch&) = delete;
+
+private:
+    PortBus& m_bus;
+    const std::atomic<bool>* m_before;
+};
+
+class Runner {
+public:
+    Runner(DeviceInterface& device, PortBus& bus)
+        : m_device(device), m_bus(bus), m_reader(device, bus, readingAttempts), m_steps(bus),
+          m_result(m_steps.result)
+    {
+    }
+
+    UpdateResult update(const UpdateImage& image, const UpdateOptions& options);
+    UpdateResult verify(const UpdateImage* image);
+
+private:
+    bool checkImage(const UpdateImage& image);
+    bool identify();
+    bool readVersionBefore();
+    bool send(const UpdateImage& image, const UpdateOptions& options);
+    UpdateResult conclude();
+
+    DeviceInterface& m_device;
+    PortBus& m_bus;
+    ProductReader m_reader;
+    UpdateSteps m_steps;
+    UpdateResult& m_result;
+    UpdatePlan m_plan;
+    QString m_imageVersion;
+    bool m_allSent = false;
+};
+
+bool Runner::checkImage(const UpdateImage& image)
+{
+    m_plan = planUpdate(m_device, image);
+    m_imageVersion = image.version;
+    m_result.imageChecksum = image.ok() ? image.expectedChecksum() : QByteArray();
+    m_result.progress.totalBytes = m_plan.bytes;
+    m_result.progress.totalMessages = m_plan.messages;
+    if (m_plan.ok()) {
+        m_steps.add("image", true,
+                    QStringLiteral("%1 messages, %2 bytes, kind \"%3\", version %4")
+                        .arg(m_plan.messages)
+                        .arg(m_plan.bytes)
+                        .arg(codeTypeTag(image.kind), image.version));
+        return true;
+    }
+    const int more = m_plan.refusals.size() - 1;
+    const QString others = more > 0 ? QStringLiteral(" (and %1 more)").arg(more) : QString();
+    m_steps.add("image", false, m_plan.refusals.first() + others);
+    return m_steps.end(UpdateOutcome::ImageRefused, m_plan.refusals.first() + others);
+}
+
+bool Runner::identify()
+{
+    IdentityReading& identity = m_result.identityBefore;
+    identity = m_reader.identity(identityAttemptsBefore);
+    const bool isFor = m_reader.isServed(identity) &&
+                       identity.fidpid == static_cast<quint32>(m_plan.protocol.fidpid);
+    m_steps.add("identity", isFor, identity.good() ? productText(identity) : identity.reason);
+    if (!identity.good())
+        return m_steps.endOn(identity, UpdateOutcome::NoAnswer);
+    return isFor ||
+           m_steps.end(UpdateOutcome::WrongProduct,
+                       QStringLiteral("The product that answers (%1) is not the one the image is "
+                                      "for (%2).")
+                           .arg(productText(identity), m_device.productName()));
+}
+
+// A product in its boot loader may refuse to name a version; that does not stop an update.
+bool Runner::readVersionBefore()
+{
+    VersionReading& version = m_result.versionBefore;
+    version = m_reader.version();
+    m_steps.add("version before", version.good(),
+                version.good() ? version.version : version.reason);
+    const bool ends =
+        version.state == ReadingState::PortLost || version.state == ReadingState::Interrupted;
+    return !ends || m_steps.endOn(version, UpdateOutcome::NoAnswer);
+}
+
+UpdateOutcome outcomeOf(SendEnd end)
+{
+    switch (end) {
+    case SendEnd::AllGood:
+        return UpdateOutcome::Succeeded;
+    case SendEnd::Failed:
+    case SendEnd::Bad:
+        return UpdateOutcome::Failed;
+    case SendEnd::NoAnswer:
+        return UpdateOutcome::NoAnswer;
+    case SendEnd::PortLost:
+        return UpdateOutcome::PortLost;
+    case SendEnd::Interrupted:
+        break;
+    }
+    return UpdateOutcome::Interrupted;
+}
+
+bool Runner::send(const UpdateImage& image, const UpdateOptions& options)
+{
+    const SendReport report = UpdateSender(m_bus, m_plan, image, options).sendAll();
+    m_result.progress = report.progress;
+    m_result.touched = report.touched;
+    m_result.failedMessage = report.message;
+    m_result.lastReply = report.lastReply;
+    m_allSent = report.end == SendEnd::AllGood;
+    m_steps.add("messages", m_allSent,
+                m_allSent ? QStringLiteral("%1 messages acknowledged, %2 retries")
+                                .arg(report.progress.message)
+                                .arg(report.progress.retries)
+                          : report.reason);
+    return m_allSent || m_steps.end(outcomeOf(report.end), report.reason);
+}
+
+UpdateResult Runner::conclude()
+{
+    m_result.duration = m_steps.sinceStart();
+    if (m_allSent && m_result.outcome != UpdateOutcome::ImageRefused)
+        describeFinished(m_result, m_reader);
+    else if (m_result.touched)
+        describeUnfinished(m_result, m_device, m_bus, m_imageVersion);
+    else
+        describeUntouched(m_result);
+    m_bus.note(BusEventKind::Decided,
+               QStringLiteral("outcome: %1").arg(updateOutcomeText(m_result.outcome)));
+    return m_result;
+}
+
+UpdateResult Runner::update(const UpdateImage& image, const UpdateOptions& options)
+{
+    UpdateVerification verification(m_steps, m_reader, &image);
+    const bool good = checkImage(image) && identify() && readVersionBefore() &&
+                      send(image, options) &&
+                      verification.passes(UpdateOutcome::VerificationFailed);
+    if (good)
+        m_result.outcome = UpdateOutcome::Succeeded;
+    return conclude();
+}
+
+UpdateResult Runner::verify(const UpdateImage* image)
+{
+    m_allSent = true;
+    UpdateVerification verification(m_steps, m_reader, image);
+    const bool good =
+        (image == nullptr || checkImage(*image)) && verification.passes(UpdateOutcome::NoAnswer);
+    if (good)
+        m_result.outcome = UpdateOutcome::Succeeded;
+    return conclude();
+}
+
+} // namespace
+
+UpdateResult runUpdate(DeviceInterface& device, PortBus& bus, const UpdateImage& image,
+                       const UpdateOptions& options)
+{
+    const InterruptWatch watch(bus, options.interrupted);
+    return Runner(device, bus).update(image, options);
+}
+
+UpdateResult verifyProduct(DeviceInterface& device, PortBus& bus, const UpdateImage* image)
+{
+    return Runner(device, bus).verify(image);
+}
+
+} // namespace hx

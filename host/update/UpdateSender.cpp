@@ -1,0 +1,195 @@
+#include "host/update/UpdateSender.h"
+
+#include "host/base/HexText.h"
+
+namespace hx {
+
+namespace {
+
+// After a silence a message is answered twice when only its first answer was late. For this part
+// of the timeout the second one is waited for, so that it is not taken for the next message's.
+constexpr unsigned settlePart = 4;
+
+} // namespace
+
+UpdateSender::UpdateSender(PortBus& bus, const UpdatePlan& plan, const UpdateImage& image,
+                           const UpdateOptions& options)
+    : m_bus(bus), m_image(image), m_options(options), m_isAny(replyTest(plan.protocol.responseAny)),
+      m_isGood(replyTest(plan.protocol.responseGood)),
+      m_isBad(replyTest(plan.protocol.responseBad)),
+      m_isFailed(replyTest(plan.protocol.responseFailed)),
+      m_timeoutMs(static_cast<unsigned>(plan.protocol.timeoutMs))
+{
+    m_report.progress.totalBytes = image.bytes;
+    m_report.progress.totalMessages = image.messages.size();
+}
+
+SendReport UpdateSender::sendAll()
+{
+    m_start = m_bus.port().clock().now();
+    for (int index = 0; index < m_image.messages.size(); ++index) {
+        if (!sendOne(index))
+            break;
+        advance(index);
+    }
+    estimate();
+    return m_report;
+}
+
+// False when the update ends here; the report then says why.
+bool UpdateSender::sendOne(int index)
+{
+    Verdict verdict = Verdict::Silent;
+    bool wasSilent = false;
+    for (int number = 0; number <= m_options.maxRetries; ++number) {
+        if (interrupted())
+            verdict = Verdict::Interrupted;
+        else
+            verdict = attempt(m_image.messages.at(index), wasSilent);
+        decide(index, number, verdict);
+        if (verdict != Verdict::Silent && verdict != Verdict::Bad)
+            break;
+        wasSilent = wasSilent || verdict == Verdict::Silent;
+        m_report.progress.retries += number < m_options.maxRetries ? 1 : 0;
+    }
+    return verdict == Verdict::Good;
+}
+
+UpdateSender::Verdict UpdateSender::attempt(const HxMidiData& message, bool lateAnswerPossible)
+{
+    // An interrupt lets the message in flight be answered.
+    const std::atomic<bool>* watched = m_bus.watchInterrupt(nullptr);
+    m_report.lastReply =
+        m_bus.exchange(message, m_isAny, QStringLiteral("an acknowledgement"), m_timeoutMs);
+    const ExchangeEnd end = m_bus.lastEnd();
+    m_report.touched = true;
+    Verdict verdict = Verdict::PortLost;
+    if (end == ExchangeEnd::Answered)
+        verdict = verdictOf(m_report.lastReply);
+    else if (end == ExchangeEnd::TimedOut)
+        verdict = Verdict::Silent;
+    if (lateAnswerPossible && end == ExchangeEnd::Answered)
+        verdict = settle(verdict);
+    m_bus.watchInterrupt(watched);
+    return verdict;
+}
+
+// An acknowledgement whose status is none of the three came damaged: the message goes again.
+UpdateSender::Verdict UpdateSender::verdictOf(const HxMidiData& acknowledgement) const
+{
+    if (m_isFailed(acknowledgement))
+        return Verdict::Failed;
+    return m_isGood(acknowledgement) && !m_isBad(acknowledgement) ? Verdict::Good : Verdict::Bad;
+}
+
+UpdateSender::Verdict UpdateSender::settle(Verdict verdict)
+{
+    for (const AssembledEvent& event :
+         m_bus.listen(m_timeoutMs / settlePart * microsecondsPerMillisecond)) {
+        const HxMidiData message(event.message());
+        if (event.kind != AssembledEvent::Kind::SysEx || !m_isAny(message))
+            continue;
+        m_report.lastReply = message;
+        if (verdict != Verdict::Failed)
+            verdict = verdictOf(message);
+    }
+    return verdict;
+}
+
+// Says what became of an attempt, and ends the run when nothing is left to try.
+void UpdateSender::decide(int index, int attempt, Verdict verdict)
+{
+    if (verdict == Verdict::Good && !m_bus.isObserved())
+        return;
+    const bool mayRetry = verdict == Verdict::Bad || verdict == Verdict::Silent;
+    QString text = textOf(index, verdict);
+    if (mayRetry && attempt < m_options.maxRetries) {
+        text += QStringLiteral("; it is sent again, retry %1 of %2")
+                    .arg(attempt + 1)
+                    .arg(m_options.maxRetries);
+    } else {
+        if (attempt > 0 && verdict != Verdict::Interrupted)
+            text += QStringLiteral(" (sent %1 times)").arg(attempt + 1);
+        if (verdict != Verdict::Good)
+            end(verdict, index, text);
+    }
+    m_bus.note(BusEventKind::Decided, text);
+}
+
+QString UpdateSender::textOf(int index, Verdict verdict) const
+{
+    const QString message =
+        QStringLiteral("message %1 of %2").arg(index + 1).arg(m_image.messages.size());
+    const QString reply = hexText(m_report.lastReply.bytes);
+    switch (verdict) {
+    case Verdict::Good:
+        return message + QStringLiteral(" good");
+    case Verdict::Bad:
+        return message + QStringLiteral(" was answered as damaged: ") + reply;
+    case Verdict::Failed:
+        return message + QStringLiteral(" was refused for good: ") + reply;
+    case Verdict::Silent:
+        return message + QStringLiteral(" was not answered: ") + m_bus.errorText;
+    case Verdict::PortLost:
+        return message + QStringLiteral(": ") + m_bus.errorText;
+    case Verdict::Interrupted:
+        break;
+    }
+    return QStringLiteral("interrupted before ") + message;
+}
+
+SendEnd UpdateSender::endOf(Verdict verdict)
+{
+    switch (verdict) {
+    case Verdict::Bad:
+        return SendEnd::Bad;
+    case Verdict::Failed:
+        return SendEnd::Failed;
+    case Verdict::Silent:
+        return SendEnd::NoAnswer;
+    case Verdict::PortLost:
+        return SendEnd::PortLost;
+    case Verdict::Interrupted:
+        return SendEnd::Interrupted;
+    case Verdict::Good:
+        break;
+    }
+    return SendEnd::AllGood;
+}
+
+void UpdateSender::end(Verdict verdict, int index, const QString& reason)
+{
+    m_report.end = endOf(verdict);
+    m_report.message = index + 1;
+    m_report.reason = reason;
+}
+
+bool UpdateSender::interrupted() const
+{
+    return m_options.interrupted != nullptr && m_options.interrupted->load();
+}
+
+void UpdateSender::advance(int index)
+{
+    UpdateProgress& progress = m_report.progress;
+    progress.message = index + 1;
+    progress.bytes += m_image.messages.at(index).bytes.size();
+    if (!m_options.progress)
+        return;
+    estimate();
+    m_options.progress(progress);
+}
+
+void UpdateSender::estimate()
+{
+    UpdateProgress& progress = m_report.progress;
+    const Microseconds elapsed = m_bus.port().clock().now() - m_start;
+    if (elapsed <= 0 || progress.bytes == 0)
+        return;
+    progress.bytesPerSecond =
+        static_cast<double>(progress.bytes) * 1e6 / static_cast<double>(elapsed);
+    progress.remainingMicroseconds =
+        elapsed * (progress.totalBytes - progress.bytes) / progress.bytes;
+}
+
+} // namespace hx

@@ -1,0 +1,80 @@
+// Sends the messages of an update image, one after the other, each until it is acknowledged.
+#pragma once
+
+#include "host/bus/PortBus.h"
+#include "host/update/UpdatePlan.h"
+
+#include <atomic>
+#include <functional>
+
+namespace hx {
+
+struct UpdateProgress {
+    qint64 bytes = 0; // acknowledged as good
+    qint64 totalBytes = 0;
+    int message = 0; // acknowledged as good; the first is 1
+    int totalMessages = 0;
+    int retries = 0;                  // so far, over all messages
+    double bytesPerSecond = 0;        // over the whole run; 0 before the first acknowledgement
+    qint64 remainingMicroseconds = 0; // at this rate; 0 when it is not known
+};
+
+struct UpdateOptions {
+    int maxRetries = 3; // of one message, when its acknowledgement is bad or does not come
+    const std::atomic<bool>* interrupted = nullptr; // stops after the message in flight
+    std::function<void(const UpdateProgress&)> progress;
+};
+
+enum class SendEnd {
+    AllGood,
+    Failed,   // the product said that the update is over
+    Bad,      // a message was answered as damaged every time it was sent
+    NoAnswer, // a message was not answered, however often it was sent
+    PortLost,
+    Interrupted,
+};
+
+struct SendReport {
+    SendEnd end = SendEnd::AllGood;
+    UpdateProgress progress;
+    bool touched = false; // a message was sent, whole or in part
+    int message = 0;      // number of the message it ended at, from 1; 0 when all were good
+    HxMidiData lastReply; // the last acknowledgement; empty when the last message had none
+    QString reason;       // empty when all were good
+};
+
+class UpdateSender {
+public:
+    UpdateSender(PortBus& bus, const UpdatePlan& plan, const UpdateImage& image,
+                 const UpdateOptions& options);
+
+    SendReport sendAll();
+
+private:
+    enum class Verdict { Good, Bad, Failed, Silent, PortLost, Interrupted };
+
+    bool sendOne(int index);
+    Verdict attempt(const HxMidiData& message, bool lateAnswerPossible);
+    Verdict verdictOf(const HxMidiData& acknowledgement) const;
+    Verdict settle(Verdict verdict);
+    void decide(int index, int attempt, Verdict verdict);
+    QString textOf(int index, Verdict verdict) const;
+    static SendEnd endOf(Verdict verdict);
+    void end(Verdict verdict, int index, const QString& reason);
+    bool interrupted() const;
+    void advance(int index);
+    void estimate();
+
+    PortBus& m_bus;
+    const UpdateImage& m_image;
+    const UpdateOptions& m_options;
+    ReplyTest m_isAny;
+    ReplyTest m_isGood;
+    ReplyTest m_isBad;
+    ReplyTest m_isFailed;
+    unsigned m_timeoutMs;
+    Microseconds m_start = 0;
+    SendReport m_report;
+};
+
+} // namespace hx

@@ -1,0 +1,31 @@
+// The checks that stand before the word success: identity, version and both checksums.
+#pragma once
+
+#include "host/update/UpdateSteps.h"
+
+namespace hx {
+
+class UpdateVerification {
+public:
+    // Without an image the product's answers are held against each other alone.
+    UpdateVerification(UpdateSteps& steps, ProductReader& reader, const UpdateImage* image);
+
+    // False when a check fails; `steps` then hold the outcome, `whenSilent` when no product
+    // answers to the identity request.
+    bool passes(UpdateOutcome whenSilent);
+
+private:
+    bool identifyAgain(UpdateOutcome whenSilent);
+    void readAll();
+    bool versionAgrees() const;
+    bool checksumsAgree() const;
+    bool checkVersion();
+    bool checkChecksums();
+
+    UpdateSteps& m_steps;
+    UpdateResult& m_result;
+    ProductReader& m_reader;
+    const UpdateImage* m_image;
+};
+
+} // namespace hx
