@@ -1,6 +1,6 @@
 #include "mididata/HexNumber.h"
 #include "mididata/HxMidiData.h"
-#include "mididata/PlainHex.h"
+#include "mididata/fast/PlainHex.h"
 
 #include <QDebug>
 

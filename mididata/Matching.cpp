@@ -1,5 +1,5 @@
-#include "mididata/DigitPattern.h"
 #include "mididata/HxMidiData.h"
+#include "mididata/fast/DigitPattern.h"
 
 #include <cstring>
 

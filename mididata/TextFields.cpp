@@ -1,6 +1,6 @@
-#include "mididata/HexTextWriter.h"
 #include "mididata/HxMidiData.h"
 #include "mididata/Section.h"
+#include "mididata/fast/HexTextWriter.h"
 
 #include <algorithm>
 

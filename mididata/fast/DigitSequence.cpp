@@ -1,4 +1,4 @@
-#include "mididata/DigitPattern.h"
+#include "mididata/fast/DigitPattern.h"
 
 namespace hx {
 

@@ -1,4 +1,4 @@
-#include "mididata/DigitRun.h"
+#include "mididata/fast/DigitRun.h"
 
 #include <QtAlgorithms>
 

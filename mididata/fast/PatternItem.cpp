@@ -1,4 +1,4 @@
-#include "mididata/PatternItem.h"
+#include "mididata/fast/PatternItem.h"
 
 namespace hx {
 

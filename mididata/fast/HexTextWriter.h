@@ -1,7 +1,7 @@
 #pragma once
 
-#include "mididata/HexBlock.h"
 #include "mididata/HexDigits.h"
+#include "mididata/fast/HexBlock.h"
 
 #include <QString>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "mididata/DigitRun.h"
+#include "mididata/fast/DigitRun.h"
 
 #include <QByteArray>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "mididata/PatternItem.h"
+#include "mididata/fast/PatternItem.h"
 
 #include <QByteArray>
 
