@@ -14,7 +14,7 @@ namespace fuzz {
 // Runs once for each input. An input is a finding when this aborts, crashes or never returns.
 using TargetFunction = void (*)(FuzzInput& input);
 
-// Makes a target known under the name that its program, corpus and dictionary carry.
+// Makes a target known under the name that its program, seeds and dictionary carry.
 struct Target {
     Target(const char* targetName, TargetFunction function);
 

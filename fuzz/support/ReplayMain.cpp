@@ -1,8 +1,6 @@
-// Runs every file of a folder through one target, without a fuzzer: replay TARGET FOLDER.
+// Runs every input of a seed file through its target, without a fuzzer: replay TARGET FILE.
 #include "fuzz/support/FuzzTarget.h"
-
-#include <QDir>
-#include <QFile>
+#include "fuzz/support/SeedFile.h"
 
 #include <cstdio>
 #include <cstring>
@@ -17,24 +15,14 @@ const hx::fuzz::Target* findTarget(const char* name)
     return target;
 }
 
-// The number of units that were run; one that is a finding ends the program.
-int replayFolder(const hx::fuzz::Target& target, const QDir& folder)
+// A finding ends the program.
+void replay(const hx::fuzz::Target& target, const hx::fuzz::Seed& seed)
 {
-    int count = 0;
-    const QStringList names = folder.entryList(QDir::Files, QDir::Name);
-    for (const QString& name : names) {
-        std::printf("%s %s\n", target.name, qPrintable(name));
-        std::fflush(stdout); // the last line names the unit that ended the program
-        QFile file(folder.filePath(name));
-        if (!file.open(QIODevice::ReadOnly))
-            return 0;
-        const QByteArray unit = file.readAll();
-        hx::fuzz::FuzzInput input(reinterpret_cast<const uint8_t*>(unit.constData()),
-                                  static_cast<size_t>(unit.size()));
-        target.run(input);
-        ++count;
-    }
-    return count;
+    std::printf("%s %s\n", target.name, seed.name.constData());
+    std::fflush(stdout); // the last line names the input that ended the program
+    hx::fuzz::FuzzInput input(reinterpret_cast<const uint8_t*>(seed.bytes.constData()),
+                              static_cast<size_t>(seed.bytes.size()));
+    target.run(input);
 }
 
 } // namespace
@@ -42,7 +30,7 @@ int replayFolder(const hx::fuzz::Target& target, const QDir& folder)
 int main(int argc, char** argv)
 {
     if (argc != 3) {
-        std::fprintf(stderr, "usage: %s TARGET FOLDER\n", argv[0]);
+        std::fprintf(stderr, "usage: %s TARGET FILE\n", argv[0]);
         return 2;
     }
     const hx::fuzz::Target* const target = findTarget(argv[1]);
@@ -50,9 +38,13 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "there is no target %s\n", argv[1]);
         return 2;
     }
+    const hx::fuzz::SeedFile seeds(QString::fromLocal8Bit(argv[2]));
+    if (!seeds.errorText().isEmpty()) {
+        std::fprintf(stderr, "%s\n", qPrintable(seeds.errorText()));
+        return 1;
+    }
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
-    if (replayFolder(*target, QDir(QString::fromLocal8Bit(argv[2]))) > 0)
-        return 0;
-    std::fprintf(stderr, "no unit could be read in %s\n", argv[2]);
-    return 1;
+    for (const hx::fuzz::Seed& seed : seeds.seeds())
+        replay(*target, seed);
+    return 0;
 }
