@@ -40,6 +40,7 @@ NOT_RUN = {
     "scripts/check-package": "builds packages; .ci/run runs the quick form",
     "scripts/abi": "needs clang; tests/abi runs it",
     "scripts/sweep": "builds its program, takes a minute; .ci/run runs it",
+    "scripts/check-model": "searches for half a minute, which needs spin",
     "scripts/fuzz": "builds with clang, searches for minutes; .ci/run runs it",
     "scripts/mutate": "builds and tests many times over",
     "scripts/mutate --list": None,
