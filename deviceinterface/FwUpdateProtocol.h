@@ -7,8 +7,11 @@
 #include <QRegExp>
 #include <QString>
 
-/** The kinds of code image that a product may hold. */
-enum class CodeType : int {
+/**
+ * The kinds of code image that a product may hold. An unscoped enumeration: `Fwu` and
+ * `CodeType::Fwu` are the same, and both convert to `int`.
+ */
+enum CodeType : int {
     Unknown = 0, /**< kind not recognised, tag "unk" */
     Fwu = 1,     /**< update messages carry command byte 0x43, tag "fwu" */
     Fwd = 2,     /**< update messages carry command byte 0x42, tag "fwd" */

@@ -1,3 +1,4 @@
+#include "mididata/BuilderFields.h"
 #include "mididata/HexDigits.h"
 #include "mididata/HexNumber.h"
 #include "mididata/HxMidiData.h"
@@ -10,58 +11,20 @@
 
 namespace {
 
-/** A piece of the format. Its key is its text in upper case as one number, 0 when that is too long.
- */
+// A piece of the format, and its key as findBuilderField() takes it.
 struct Piece {
     const char* begin;
     const char* end;
     quint64 key;
 };
 
-constexpr char upperCase(char c)
+// The piece that begins here and ends before a blank or with the text.
+Piece pieceAt(const char* begin)
 {
-    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-}
-
-/** The piece that begins here and ends before a blank or with the text. */
-constexpr Piece pieceAt(const char* begin)
-{
-    const char* at = begin;
-    quint64 key = 0;
-    for (; *at != ' ' && *at != '\0'; ++at)
-        key = key << 8 | static_cast<unsigned char>(upperCase(*at));
-    return {begin, at, at - begin <= qptrdiff(sizeof(key)) ? key : 0};
-}
-
-enum class Kind { Number, Groups, Float, HexText, Characters };
-
-/** A field of the format. Groups are cut from the value's bit `topShift` downward. */
-struct Field {
-    constexpr Field(const char* n, Kind k, int shift = 0, int bits = 0)
-        : name(n), key(pieceAt(n).key), kind(k), topShift(shift), groupBits(bits)
-    {
-    }
-
-    const char* name;
-    quint64 key;
-    Kind kind;
-    int topShift;
-    int groupBits;
-};
-
-constexpr Field fields[] = {
-    {"VV", Kind::Number},           {"V8", Kind::Number},           {"P8", Kind::Number},
-    {"P14", Kind::Groups, 7, 7},    {"V14", Kind::Groups, 7, 7},    {"UT", Kind::Groups, 28, 7},
-    {"F32", Kind::Float, 28, 7},    {"V32", Kind::Groups, 28, 7},   {"I32", Kind::Groups, 28, 7},
-    {"NIB24", Kind::Groups, 20, 4}, {"NIB32", Kind::Groups, 28, 4}, {"MSTR", Kind::HexText},
-    {"CSTR", Kind::Characters},
-};
-
-const Field* findField(quint64 key)
-{
-    const Field* const field = std::find_if(std::begin(fields), std::end(fields),
-                                            [=](const Field& f) { return f.key == key; });
-    return field != std::end(fields) ? field : nullptr;
+    const char* end = begin;
+    while (*end != ' ' && *end != '\0')
+        ++end;
+    return {begin, end, hx::fieldKey({begin, static_cast<size_t>(end - begin)})};
 }
 
 quint32 singlePrecisionBits(double value)
@@ -92,8 +55,8 @@ public:
 private:
     const char* appendPlainPieces(const char* at);
     bool appendPiece(const Piece& piece, Arguments& arguments);
-    bool appendField(const Field& field, Arguments& arguments);
-    void appendGroups(const Field& field, quint32 value);
+    bool appendField(const hx::BuilderField& field, Arguments& arguments);
+    void appendGroups(const hx::BuilderField& field, quint32 value);
     void appendLiteral(const Piece& piece);
     void appendNumber(unsigned int value);
     bool appendBytes(const QByteArray& added);
@@ -137,7 +100,7 @@ const char* Builder::appendPlainPieces(const char* at)
 /** Appends what one piece stands for. False when it is a field whose text argument has no bytes. */
 bool Builder::appendPiece(const Piece& piece, Arguments& arguments)
 {
-    const Field* const field = findField(piece.key);
+    const hx::BuilderField* const field = hx::findBuilderField(piece.key);
     if (field == nullptr) {
         appendLiteral(piece);
         return true;
@@ -145,31 +108,31 @@ bool Builder::appendPiece(const Piece& piece, Arguments& arguments)
     if (appendField(*field, arguments))
         return true;
     qDebug() << "Invalid value for format( " << format << " ) at specifier "
-             << QLatin1String(field->name);
+             << QLatin1String(field->name.data(), static_cast<int>(field->name.size()));
     return false;
 }
 
-bool Builder::appendField(const Field& field, Arguments& arguments)
+bool Builder::appendField(const hx::BuilderField& field, Arguments& arguments)
 {
     switch (field.kind) {
-    case Kind::Number:
+    case hx::FieldKind::Number:
         appendNumber(static_cast<unsigned int>(std::max(va_arg(arguments.list, int), 0)));
         return true;
-    case Kind::Groups:
+    case hx::FieldKind::Groups:
         appendGroups(field, va_arg(arguments.list, unsigned int));
         return true;
-    case Kind::Float:
+    case hx::FieldKind::Float:
         appendGroups(field, singlePrecisionBits(va_arg(arguments.list, double)));
         return true;
-    case Kind::HexText:
+    case hx::FieldKind::HexText:
         return appendBytes(HxMidiData(va_arg(arguments.list, const char*)).bytes);
-    case Kind::Characters:
+    case hx::FieldKind::Characters:
         return appendBytes(QByteArray(va_arg(arguments.list, const char*)));
     }
     return true;
 }
 
-void Builder::appendGroups(const Field& field, quint32 value)
+void Builder::appendGroups(const hx::BuilderField& field, quint32 value)
 {
     constexpr int mostGroups = 8;
     if (collectedSize > collectedCapacity - mostGroups)

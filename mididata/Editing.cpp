@@ -23,15 +23,10 @@ bool looksInto(const QByteArray& whole, const QByteArray& part)
            before(part.constData(), begin + whole.size());
 }
 
-bool fitsInt(qint64 value)
-{
-    return value <= std::numeric_limits<int>::max();
-}
-
-/** Whether an array can be so long: header, bytes and closing zero are allocated as one int. */
+// Whether an array can be so long: header, bytes and closing zero are allocated as one int.
 bool fitsArray(qint64 size)
 {
-    return fitsInt(size + qint64(sizeof(QArrayData)) + 1);
+    return size + qint64(sizeof(QArrayData)) + 1 <= std::numeric_limits<int>::max();
 }
 
 /** How long `size` bytes are after `len` of them at `pos` have become `added` ones. */
@@ -61,9 +56,7 @@ void HxMidiData::chomp(int n)
 
 QByteArray HxMidiData::replace(int pos, int len, const QByteArray& with)
 {
-    if (pos < 0 || !fitsInt(qint64(pos) + len))
-        return bytes;
-    if (!fitsArray(sizeAfterReplacing(bytes.size(), pos, len, with.size())))
+    if (pos < 0 || !fitsArray(sizeAfterReplacing(bytes.size(), pos, len, with.size())))
         return bytes;
     return bytes.replace(pos, len, deepCopy(with));
 }

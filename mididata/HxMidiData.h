@@ -188,8 +188,9 @@ public:
     void copyFromBuffer(const char* buf, size_t len);
 
     /**
-     * Empties the buffer. The source is not read and the count not used: callers that want
-     * 8-bit data packed into 7-bit bytes use cvt8to7().
+     * Empties the buffer as clear() does, and leaves an empty array that is not null. The source
+     * is not read and the count not used: callers that want 8-bit data packed into 7-bit bytes
+     * use cvt8to7().
      */
     void fromRaw8bit(const char* src, int n);
     /** Empties the buffer, as fromRaw8bit(const char*, int). */
@@ -394,15 +395,18 @@ public:
 
     /**
      * Replaces `len` bytes at `pos` by `with`, by QByteArray::replace()'s rules, and returns the
-     * resulting bytes. Beyond the end the gap is filled with blanks. A negative `pos`, a position
-     * and length whose sum does not fit an int, or a result longer than an array can be changes
-     * nothing.
+     * resulting bytes. Any `len` may be given: below 1 inserts, past the end takes all that
+     * follows `pos`. When `pos` is past the end, the gap is filled with blanks. A negative `pos`
+     * or a result longer than an array can be changes nothing.
      */
     QByteArray replace(int pos, int len, const QByteArray& with);
 
     // ---- Text. Hex digits are upper case. ----
 
-    /** The first `count` bytes (-1: all) without separators: F07E7F. Null when there are none. */
+    /**
+     * The first `count` bytes (-1: all) without separators: F07E7F. Null for an empty buffer;
+     * empty, but not null, for `count` 0 of any other.
+     */
     QString toString(int count) const;
 
     /** The last `n` bytes without separators; empty for n <= 0. */

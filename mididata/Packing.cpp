@@ -53,6 +53,7 @@ unsigned int HxMidiData::cvt8to7(char* dst, const char* src, unsigned int n)
 
 void HxMidiData::fromRaw8bit(const char* /*src*/, int /*n*/)
 {
+    clear();
     bytes = QByteArray("", 0); // empty but not null, as the stream form shows
 }
 

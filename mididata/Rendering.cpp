@@ -9,8 +9,8 @@ namespace {
 /** Equal to the text of toHex(), upper-cased. */
 QString compactHex(const char* from, int size)
 {
-    QString text = hx::unwrittenText(2 * qint64(size));
-    if (!text.isNull())
+    QString text = size > 0 ? hx::unwrittenText(2 * qint64(size)) : QLatin1String("");
+    if (!text.isEmpty())
         hx::writeBytes(hx::charactersOf(text), from, from + size);
     return text;
 }
@@ -35,6 +35,8 @@ QString separatedHex(const QByteArray& bytes, hx::Section section, char separato
 QString HxMidiData::toString(int count) const
 {
     const int size = bytes.size();
+    if (size == 0)
+        return QString();
     return compactHex(bytes.constData(), count < 0 || count > size ? size : count);
 }
 

@@ -50,7 +50,8 @@ namespace hx {
 // Reads the 16 bytes at `address` (24 bits) of the product's memory with the device's
 // "rawgender.read" command and returns (family << 16) | model out of them. 0x7F007F on any failure:
 // no bus, no reply of at least 48 bytes, bytes that were never written (both FF), or a command
-// template that holds anything but hex pairs and one "NIB24".
+// template that takes more than one number, or a float or a text: the builder would then read an
+// argument that is not there. Whatever else the template holds is the builder's to read or ignore.
 //
 // The dictionary's reply pattern describes 41 bytes, the product's reply has 48: with a host whose
 // bus filters by the pattern this read never succeeds.

@@ -1,14 +1,12 @@
 // The identifier word out of the product's memory.
 #include "plugin/Identification.h"
 
+#include "mididata/BuilderFields.h"
 #include "plugin/ProductIdentity.h"
 #include "plugin/Transport.h"
 
 #include <QDebug>
 #include <QRegularExpression>
-#include <QStringList>
-
-#include <cctype>
 
 namespace {
 
@@ -19,37 +17,35 @@ constexpr int familyPosition = 8; // in the 16 bytes that were read
 constexpr int modelPosition = 9;
 constexpr unsigned neverWritten = 0xFF;
 
-// The dictionary keeps templates without blanks, but the builder splits at blanks only: puts them
-// back. A template that has blanks already is returned as it is.
+constexpr QLatin1String addressField("NIB24");
+
+// The dictionary keeps its template without blanks, but the builder splits at blanks only: puts them
+// around the address and between the pairs. Any other text is the builder's as it is.
 QString spacedTemplate(QString text)
 {
-    static const QRegularExpression piece(QStringLiteral("(NIB24|..)"),
+    static const QRegularExpression piece(QStringLiteral("(NIB24|.(?=NIB24)|..)"),
                                           QRegularExpression::CaseInsensitiveOption);
-    if (!text.contains(QLatin1Char(' ')))
+    if (!text.contains(QLatin1Char(' ')) && text.contains(addressField, Qt::CaseInsensitive))
         text.replace(piece, QStringLiteral("\\1 "));
     return text;
 }
 
-bool isHexPair(const QString& token)
+// Whether the builder takes one whole number at most for this template, an address. What it would
+// do with any other argument list is undefined.
+bool takesAnAddressAtMost(const QByteArray& format)
 {
-    const auto isHexDigit = [](QChar c) {
-        return std::isxdigit(static_cast<unsigned char>(c.toLatin1()));
-    };
-    return token.size() == 2 && isHexDigit(token.at(0)) && isHexDigit(token.at(1));
-}
-
-// True when one argument, an address, is all that the builder will take for this template.
-bool isAddressTemplate(const QString& spaced)
-{
-    int addresses = 0;
-    const QStringList tokens = spaced.split(QLatin1Char(' '));
-    for (const QString& token : tokens) {
-        if (token.compare(QLatin1String("NIB24"), Qt::CaseInsensitive) == 0)
-            ++addresses;
-        else if (!token.isEmpty() && !isHexPair(token))
+    int numbers = 0;
+    const QList<QByteArray> pieces = format.split(' ');
+    for (const QByteArray& piece : pieces) {
+        const hx::BuilderField* const field =
+            hx::findBuilderField({piece.constData(), size_t(piece.size())});
+        if (field == nullptr)
+            continue;
+        if (field->kind != hx::FieldKind::Number && field->kind != hx::FieldKind::Groups)
             return false;
+        ++numbers;
     }
-    return addresses <= 1;
+    return numbers <= 1;
 }
 
 // Two nibble bytes joined into one byte; only their low halves count.
@@ -65,12 +61,12 @@ unsigned hx::getRawFidPid(int address, DeviceInterface* device)
 {
     if (!device)
         return unknownIdentifier;
-    const QString spaced =
-        spacedTemplate(device->lookup(QStringLiteral("rawgender.read")).toString());
-    if (!isAddressTemplate(spaced))
+    const QString text = device->lookup(QStringLiteral("rawgender.read")).toString();
+    const QByteArray format = spacedTemplate(text).toLatin1();
+    if (!takesAnAddressAtMost(format))
         return unknownIdentifier;
     HxMidiData command;
-    command.setData(spaced.toLatin1().constData(), address);
+    command.setData(format.constData(), address);
 
     const QString pattern = device->lookup(QStringLiteral("rawgender.read.response")).toString();
     const BusData reply = midiOutWithCmdAndResponceStrings(command, pattern, device);

@@ -11,8 +11,8 @@ constexpr auto interfaceName = "ValdrinBoot";
 
 } // namespace
 
-ValdrinBootInterface::ValdrinBootInterface()
-    : protocolMap(hx::buildProtocolMap()), supportedGenders{hx::valdrinIdentifier}
+ValdrinBootInterface::ValdrinBootInterface(QObject* parent)
+    : QObject(parent), protocolMap(hx::buildProtocolMap()), supportedGenders{hx::valdrinIdentifier}
 {
 }
 

@@ -22,7 +22,7 @@ class ValdrinBootInterface : public QObject, public DeviceInterface {
                           "bootValdrinPlugin.json")
 
 public:
-    ValdrinBootInterface();
+    explicit ValdrinBootInterface(QObject* parent = nullptr);
 
     bool isBootcode() const override;
     QString classVersion() override;
@@ -90,7 +90,8 @@ public:
     // NaN, infinities and values outside 64 bits). 4: a packed 32-bit number (4294967295 when too
     // short). 6: up to 8 bytes of hex text, as upper-case hex; empty when there is none at `offset`
     // or it is not hex (which is logged). Any other type: an invalid variant.
-    static QVariant getValueWithTypeAndOffset(BusData const& data, int type, int offset);
+    // Reads no member.
+    QVariant getValueWithTypeAndOffset(BusData const& data, int type, int offset);
 
     // In their fixed order. `fillerText` and `spareText` are read by nobody and keep their values.
     QMap<QString, QVariant> protocolMap;

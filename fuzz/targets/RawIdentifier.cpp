@@ -41,28 +41,34 @@ public:
     QMap<QString, QVariant> map;
 };
 
-// A template that the builder takes with one address: hex pairs and at most one NIB24.
-bool isAddressTemplate(const QByteArray& text)
+// The dictionary's compact form is spaced out around its address; any other text stays as it is.
+QByteArray spacedTemplate(const QByteArray& text)
 {
-    QByteArray spaced = text;
-    if (!spaced.contains(' ')) {
-        spaced.clear();
-        for (int at = 0; at < text.size();) {
-            const int size = text.mid(at, 5).toUpper() == "NIB24" ? 5 : 2;
-            spaced += text.mid(at, size) + ' ';
-            at += size;
-        }
+    const QByteArray upper = text.toUpper();
+    if (text.contains(' ') || !upper.contains("NIB24"))
+        return text;
+    QByteArray spaced;
+    for (int at = 0; at < text.size();) {
+        const int size = upper.mid(at, 5) == "NIB24" ? 5 : upper.mid(at + 1, 5) == "NIB24" ? 1 : 2;
+        spaced += text.mid(at, size) + ' ';
+        at += size;
     }
-    int addresses = 0;
-    for (const QByteArray& token : spaced.split(' ')) {
-        if (token.toUpper() == "NIB24")
-            ++addresses;
-        else if (!token.isEmpty() && QByteArray::fromHex(token).toHex() != token.toLower())
+    return spaced;
+}
+
+// Whether the builder takes one whole number at most.
+bool isAddressTemplate(const QByteArray& spaced)
+{
+    const QList<QByteArray> numbers = {"VV", "V8",  "P8",  "P14",   "V14",
+                                       "UT", "V32", "I32", "NIB24", "NIB32"};
+    const QList<QByteArray> others = {"F32", "MSTR", "CSTR"};
+    int count = 0;
+    for (const QByteArray& token : spaced.toUpper().split(' ')) {
+        if (others.contains(token))
             return false;
-        else if (token.size() != 2 && !token.isEmpty())
-            return false;
+        count += numbers.contains(token) ? 1 : 0;
     }
-    return addresses <= 1;
+    return count <= 1;
 }
 
 unsigned expectedIdentifier(const QByteArray& reply)
@@ -92,16 +98,16 @@ void readIdentifier(FuzzInput& input)
     bus.reply = input.rest();
 
     const unsigned identifier = hx::getRawFidPid(address, &device);
-    const bool isAsked = device.bus != nullptr && isAddressTemplate(command);
+    const bool isAsked = device.bus != nullptr && isAddressTemplate(spacedTemplate(command));
     requireSame(bus.asked, isAsked, "whether the product is asked");
     requireSame(identifier, isAsked ? expectedIdentifier(bus.reply) : 0x7F007Fu, "getRawFidPid");
     if (isAsked) {
         requireSame(bus.patternSent, QString::fromLatin1(pattern), "the pattern");
         requireSame(bus.timeoutSent, unsigned(how), "the timeout");
     }
-    if (isAsked && (how & 1) == 0)
+    if (isAsked)
         requireSame(bus.commandSent,
-                    transcription::setData("F0 00 6B 42 0D 0F NIB24 F7", unsigned(address)),
+                    transcription::setData(spacedTemplate(command).constData(), unsigned(address)),
                     "the command");
 }
 

@@ -108,16 +108,25 @@ TEST(Editing, replaceWithANegativePositionChangesNothing)
     EXPECT_EQ(replaced(least, greatest, "AA"), hex("01020304"));
 }
 
-TEST(Editing, replaceWhoseSumsOverflowChangesNothing)
+TEST(Editing, replaceTakesAnyLengthAsTheArrayDoes)
 {
-    EXPECT_EQ(replaced(1, greatest, "AA"), hex("01020304"));
-    EXPECT_EQ(replaced(greatest, 1, "AA"), hex("01020304"));
-    EXPECT_EQ(replaced(greatest, greatest, "AA"), hex("01020304"));
-    EXPECT_EQ(replaced(greatest, 0, "AA"), hex("01020304"));
+    const auto replacedText = [](int pos, const char* with) {
+        HxMidiData data(QByteArray("abcde"));
+        return data.replace(pos, greatest, with);
+    };
+    EXPECT_EQ(replacedText(1, "XY"), QByteArray("aXY"));
+    EXPECT_EQ(replacedText(0, "XY"), QByteArray("XY"));
+    EXPECT_EQ(replacedText(3, ""), QByteArray("abc"));
+    EXPECT_EQ(replacedText(5, "XY"), QByteArray("abcdeXY"));
+    EXPECT_EQ(replacedText(7, "XY"), QByteArray("abcde  XY"));
+    EXPECT_EQ(replacedText(7, ""), QByteArray("abcde"));
 }
 
 TEST(Editing, replaceWhoseResultIsLongerThanAnArrayCanBeChangesNothing)
 {
+    EXPECT_EQ(replaced(greatest, 0, "AA"), hex("01020304"));
+    EXPECT_EQ(replaced(greatest, 1, "AA"), hex("01020304"));
+    EXPECT_EQ(replaced(greatest, greatest, "AA"), hex("01020304"));
     EXPECT_EQ(replaced(greatest - 1, 0, "AA"), hex("01020304"));
     EXPECT_EQ(replaced(greatest - 1, 1, "AA"), hex("01020304"));
     EXPECT_EQ(replaced(greatest - 2, 2, "AABB"), hex("01020304"));
@@ -144,10 +153,8 @@ TEST(Editing, fromRaw8bitEmptiesTheBufferWhateverItIsGiven)
 {
     for (const int n : {0, 1, 7, greatest, -1, least}) {
         HxMidiData data = dataOf("0102");
-        data.auxA = 4;
         data.fromRaw8bit("abcdefgh", n);
         EXPECT_TRUE(data.bytes.isEmpty()) << n;
-        EXPECT_EQ(data.auxA, 4u);
     }
     HxMidiData data = dataOf("0102");
     data.fromRaw8bit(nullptr, 3);
@@ -155,6 +162,20 @@ TEST(Editing, fromRaw8bitEmptiesTheBufferWhateverItIsGiven)
     data = dataOf("0102");
     data.fromRaw8bit(hex("808182"));
     EXPECT_TRUE(data.bytes.isEmpty());
+}
+
+TEST(Editing, fromRaw8bitResetsWhatClearResets)
+{
+    HxMidiData data = dataOf("0102");
+    data.auxA = 4;
+    data.source = reinterpret_cast<HxMidiIn*>(&data);
+    data.auxB = 5;
+    data.auxC = 6;
+    data.fromRaw8bit(hex("80"));
+    EXPECT_EQ(data.auxA, 0u);
+    EXPECT_EQ(data.source, nullptr);
+    EXPECT_EQ(data.auxB, 5u);
+    EXPECT_EQ(data.auxC, 6u);
 }
 
 TEST(Editing, fromRaw8bitLeavesAnEmptyArrayThatIsNotNull)

@@ -28,6 +28,13 @@ TEST(Rendering, compactHexOfNothingIsNull)
     EXPECT_TRUE(HxMidiData().toString(-1).isNull());
 }
 
+TEST(Rendering, compactHexOfNoBytesOfABufferThatHasSomeIsEmptyAndNotNull)
+{
+    const QString none = dataOf("F07E").toString(0);
+    EXPECT_TRUE(none.isEmpty());
+    EXPECT_FALSE(none.isNull());
+}
+
 TEST(Rendering, fromTheEnd)
 {
     const HxMidiData data = dataOf("F00102F7");

@@ -11,7 +11,8 @@ namespace {
 
 QVariant value(const HxMidiData& data, int type, int offset)
 {
-    return ValdrinBootInterface::getValueWithTypeAndOffset(data, type, offset);
+    static ValdrinBootInterface plugin;
+    return plugin.getValueWithTypeAndOffset(data, type, offset);
 }
 
 HxMidiData packedFloat(float number)
@@ -116,6 +117,14 @@ TEST(DeviceValue, hexTextThatIsNoneIsLogged)
     EXPECT_EQ(value(HxMidiData(QByteArray("zz")), 6, 0).toString(), QString());
     EXPECT_EQ(log.texts(), QStringList{"HxMidiData::HxMidiData(const char*,int) - error converting "
                                        "hex string:  \"zz\""});
+}
+
+TEST(DeviceValue, theReaderIsAnOrdinaryMember)
+{
+    using Reader = QVariant (ValdrinBootInterface::*)(BusData const&, int, int);
+    const Reader reader = &ValdrinBootInterface::getValueWithTypeAndOffset;
+    ValdrinBootInterface plugin;
+    EXPECT_EQ((plugin.*reader)(HxMidiData("0F 7F 7F 7F 7F"), 4, 0), QVariant(4294967295U));
 }
 
 TEST(DeviceValue, otherTypesAreInvalid)

@@ -2,6 +2,8 @@
 #include "plugin/ValdrinBootInterface.h"
 #include "tests/support/QtPrinting.h"
 
+#include <QPointer>
+
 #include <gtest/gtest.h>
 
 #include <type_traits>
@@ -78,6 +80,18 @@ TEST(IdentityOperations, membersHaveTheirInitialValues)
     EXPECT_EQ(plugin.identity.versionNumber, 0);
     EXPECT_TRUE(plugin.identity.versionText.isNull());
     EXPECT_TRUE(plugin.identity.reply.bytes.isEmpty());
+}
+
+TEST(IdentityOperations, theConstructorTakesAnOptionalParentThatDestroysThePlugin)
+{
+    EXPECT_EQ(ValdrinBootInterface().parent(), nullptr);
+    QPointer<ValdrinBootInterface> plugin;
+    {
+        QObject parent;
+        plugin = new ValdrinBootInterface(&parent);
+        EXPECT_EQ(plugin->parent(), &parent);
+    }
+    EXPECT_TRUE(plugin.isNull());
 }
 
 TEST(IdentityOperations, productNameReturnsTheMember)

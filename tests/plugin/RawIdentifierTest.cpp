@@ -113,13 +113,39 @@ TEST_F(RawIdentifier, aCompactTemplateMayBeInLowerCase)
     EXPECT_EQ(bus.exchanges[0].command.bytes, commandFor123456);
 }
 
-TEST_F(RawIdentifier, templatesWithOtherPiecesAreNeverSent)
+TEST_F(RawIdentifier, templatesWhoseArgumentsWouldBeMissingAreNeverSent)
 {
-    for (const char* text :
-         {"F0 00 CSTR F7", "F000CSTRF7", "F0 NIB32 F7", "F0 0 F7", "F0006BF", "F0 NIB24 NIB24 F7",
-          "F0NIB24NIB24F7", "F0,7E", "F0 G1 F7", "F0 1G F7", "F0 F00 F7"}) {
+    for (const char* text : {"F0 00 CSTR F7", "F0 MSTR F7", "F0 F32 F7", "f0 cstr f7", "CSTR",
+                             "F0 NIB24 NIB24 F7", "F0NIB24NIB24F7", "F0 V8 V14 F7"}) {
         EXPECT_EQ(readWithTemplate(text), 0x7F007FU) << text;
         EXPECT_TRUE(bus.exchanges.isEmpty()) << text;
+    }
+}
+
+TEST_F(RawIdentifier, templatesThatTheBuilderCanReadAreSentAsItReadsThem)
+{
+    const QMap<QByteArray, QByteArray> commands = {
+        {"F0 01 V32 F7", "F0010000486856F7"},
+        {"F0 1 NIB24 F7", "F001010203040506F7"},
+        {"F0 .. NIB24 F7", "F0010203040506F7"},
+        {"F0 NIB32 F7", "F00000010203040506F7"},
+        {"F0 V14 F7", "F06856F7"},
+        {"F0 0 F7", "F000F7"},
+        {"F0 G1 F7", "F0F7"},
+        {"F0 F00 F7", "F00000F7"},
+        {"plain words", ""},
+        {"words", ""},
+        {"F0,7E", ""},
+        {"F0006BF", "0F0006BF"},
+        {"F0..1NIB24F7", "F001010203040506F7"},
+        {"UT", "0000486856"},
+    };
+    for (auto it = commands.begin(); it != commands.end(); ++it) {
+        bus.exchanges.clear();
+        EXPECT_EQ(readWithTemplate(it.key().constData()), 0x300041U) << it.key().constData();
+        ASSERT_EQ(bus.exchanges.size(), 1) << it.key().constData();
+        EXPECT_EQ(bus.exchanges[0].command.bytes, QByteArray::fromHex(it.value()))
+            << it.key().constData();
     }
 }
 
