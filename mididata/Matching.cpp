@@ -1,5 +1,6 @@
 #include "mididata/HxMidiData.h"
 #include "mididata/fast/DigitPattern.h"
+#include "mididata/fast/FastPaths.h"
 
 #include <cstring>
 
@@ -27,17 +28,11 @@ bool found(int position, bool atStart)
 
 } // namespace
 
-/*
- * Equal to searching the compact hex text with the regular expression, which is what happens to a
- * pattern outside the small grammar. What fits at the start fits anywhere, so that is tried first.
- */
 bool HxMidiData::match(const char* pattern, bool atStart) const
 {
     if (pattern == nullptr)
         return true;
-    hx::Fit fit = hx::fitAtStart(pattern, bytes);
-    if (fit == hx::Fit::OutsideGrammar || (fit == hx::Fit::No && !atStart))
-        fit = hx::fit(pattern, bytes, atStart);
+    const hx::Fit fit = hx::fastPaths ? hx::fit(pattern, bytes, atStart) : hx::Fit::OutsideGrammar;
     if (fit != hx::Fit::OutsideGrammar)
         return fit == hx::Fit::Yes;
     return found(expressionOf(pattern).indexIn(toString(-1)), atStart);

@@ -1,13 +1,13 @@
 #include "mididata/fast/DigitPattern.h"
 
+#include "mididata/fast/DigitSequence.h"
+
 namespace hx {
 
 namespace {
 
-/**
- * Reads a pattern's sequences with a reader: read(at) reads one and returns the place where it
- * ends, or null when it is outside the grammar; fits() says whether one of them so far fits.
- */
+// Reads a pattern's sequences with a reader: read(at) reads one and returns the place where it
+// ends, or null when it is outside the grammar; hasFit() says whether one of them fits.
 template <typename Reader>
 Fit readPattern(const char* at, Reader&& reader)
 {
@@ -23,100 +23,89 @@ Fit readPattern(const char* at, Reader&& reader)
     }
     if (at == nullptr || *at != '\0')
         return Fit::OutsideGrammar;
-    return reader.fits() ? Fit::Yes : Fit::No;
+    return reader.hasFit() ? Fit::Yes : Fit::No;
 }
 
-/** Reads each sequence whole, then looks for it. */
-class SequenceReader {
+// Looks for each sequence anywhere.
+class SearchReader {
 public:
-    SequenceReader(const QByteArray& bytes, bool start) : digits(bytes), atStart(start) {}
+    explicit SearchReader(const QByteArray& bytes) : m_digits(bytes) {}
 
     const char* read(const char* at)
     {
         DigitSequence sequence;
         at = sequence.read(at);
-        found = found || (at != nullptr && sequence.fits(digits, atStart));
+        m_found = m_found || (at != nullptr && sequence.isFound(m_digits, 0));
         return at;
     }
 
-    bool fits() const { return found; }
+    bool hasFit() const { return m_found; }
 
 private:
-    BufferDigits digits;
-    bool atStart;
-    bool found = false;
+    BufferDigits m_digits;
+    bool m_found = false;
 };
 
-/** Compares each sequence with the buffer's start while it reads. */
+// Compares each sequence with the buffer's start while it reads, item by item.
 class StartReader {
 public:
-    explicit StartReader(const QByteArray& bytes) : digits(bytes) {}
+    explicit StartReader(const QByteArray& bytes) : m_digits(bytes) {}
 
     const char* read(const char* at);
 
-    bool fits() const { return found; }
+    bool hasFit() const { return m_found; }
 
 private:
-    const char* readFittingItem(const char* at, qint64& pos) const;
-    const char* readBehindGap(const char* at, qint64 pos);
+    const char* readAfterGap(const char* at, qint64 pos);
 
-    BufferDigits digits;
-    bool found = false;
+    BufferDigits m_digits;
+    bool m_found = false;
 };
 
-/** Reads an item and steps over its digit. Null when it does not fit or is outside the grammar. */
-const char* StartReader::readFittingItem(const char* at, qint64& pos) const
+// Reads the rest of a sequence, of which no digit counts any more.
+const char* skipSequence(const char* at)
 {
-    DigitMask mask = plainMask(*at);
-    if (mask != notPlain)
-        return digits.has(mask, pos++) ? at + 1 : nullptr;
-    DigitMask* next = &mask;
-    at = readSpecialItem(at, next);
-    const bool isBlank = next == &mask;
-    return isBlank || digits.has(mask, pos++) ? at : nullptr;
+    while (at != nullptr && !endsSequence(*at))
+        at = readItem(at).next;
+    return at;
 }
 
-/** Reads the rest of a sequence, which may stand anywhere from the digit `pos` on. */
-const char* StartReader::readBehindGap(const char* at, qint64 pos)
+// Reads the rest of a sequence, which may stand anywhere from the digit `pos` on.
+const char* StartReader::readAfterGap(const char* at, qint64 pos)
 {
     DigitSequence rest;
     at = rest.read(at);
-    found = at != nullptr && rest.isFound(digits, pos);
+    m_found = at != nullptr && rest.isFound(m_digits, pos);
     return at;
 }
 
 const char* StartReader::read(const char* at)
 {
-    const char* const begin = at;
+    if (m_found)
+        return skipSequence(at);
     qint64 pos = 0;
-    const char* next = found ? nullptr : at; // after one that fits, only the grammar matters
-    for (; next != nullptr; next = readFittingItem(at, pos)) {
-        at = pos % 2 == 0 ? digits.skipFittingPairs(next, pos) : next;
-        if (at[0] == '.' && at[1] == '*')
-            return readBehindGap(at + 2, pos);
-        if (at[0] == '*') // its dot was in a pair
-            return at != begin && at[-1] == '.' ? readBehindGap(at + 1, pos - 1) : nullptr;
-        if (isX(*at)) // perhaps the beginning of a gap, "XX*"
+    for (at = m_digits.skipFittingPairs(at, pos); !endsSequence(*at);) {
+        const PatternItem item = readItem(at);
+        if (item.next == nullptr)
             return nullptr;
-        if (endsSequence(*at)) {
-            found = true;
-            return at;
-        }
+        if (!m_digits.haveAll(item.mask, pos, item.width))
+            return skipSequence(item.next);
+        pos += item.width;
+        if (item.hasGap)
+            return readAfterGap(item.next, pos);
+        at = m_digits.skipFittingPairs(item.next, pos);
     }
-    DigitSequence rest;
-    return rest.read(at);
+    m_found = true;
+    return at;
 }
 
 } // namespace
 
-Fit fitAtStart(const char* pattern, const QByteArray& bytes)
-{
-    return readPattern(pattern, StartReader(bytes));
-}
-
 Fit fit(const char* pattern, const QByteArray& bytes, bool atStart)
 {
-    return readPattern(pattern, SequenceReader(bytes, atStart));
+    // What fits at the start fits anywhere, and is found sooner.
+    const Fit fit = readPattern(pattern, StartReader(bytes));
+    return atStart || fit != Fit::No ? fit : readPattern(pattern, SearchReader(bytes));
 }
 
 } // namespace hx

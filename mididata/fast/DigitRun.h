@@ -22,27 +22,32 @@ public:
     {
     }
 
-    /** Whether there is a digit at `pos` and the mask holds it. */
-    bool has(DigitMask mask, qint64 pos) const
+    // Whether there are `width` digits from `pos` on, at most two, all in the mask.
+    bool haveAll(DigitMask mask, qint64 pos, int width) const
     {
-        if (pos >= count)
-            return false;
-        const char byte = data[pos / 2];
-        return isIn(mask, pos % 2 == 0 ? highDigit(byte) : lowDigit(byte));
+        return pos + width <= count && (width < 1 || isIn(mask, at(pos))) &&
+               (width < 2 || isIn(mask, at(pos + 1)));
     }
 
-    /**
-     * Steps over the plain characters of a pattern that fit whole bytes from the digit `pos` on,
-     * which is an even one.
-     */
+    // Steps over the plain characters of a pattern, and the blanks among them, that fit whole bytes
+    // from the digit `pos` on; none when that is in the middle of a byte. Leaves the pattern where
+    // readItem() may go on: not at a star, which belongs to the character before it.
     const char* skipFittingPairs(const char* pattern, qint64& pos) const
     {
+        if (pos % 2 != 0)
+            return pattern;
+        const char* last = pattern;
         const char* byte = data + pos / 2;
         const char* const end = data + count / 2;
         while (byte != end && isIn(plainMask(pattern[0]), highDigit(*byte)) &&
                isIn(plainMask(pattern[1]), lowDigit(*byte))) {
-            pattern += 2;
+            last = pattern;
+            pattern = skipBlanks(pattern + 2);
             ++byte;
+        }
+        if (*pattern == '*' && pattern != last) {
+            pattern = last;
+            --byte;
         }
         pos = 2 * (byte - data);
         return pattern;
@@ -55,6 +60,12 @@ public:
     qint64 find(DigitRun run, qint64 pos) const;
 
 private:
+    int at(qint64 pos) const
+    {
+        const char byte = data[pos / 2];
+        return pos % 2 == 0 ? highDigit(byte) : lowDigit(byte);
+    }
+
     qint64 findOneByOne(DigitRun run, qint64 pos, qint64 end) const;
 
     const char* data;

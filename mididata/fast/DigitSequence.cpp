@@ -1,40 +1,36 @@
-#include "mididata/fast/DigitPattern.h"
+#include "mididata/fast/DigitSequence.h"
+
+#include <algorithm>
 
 namespace hx {
 
 const char* DigitSequence::read(const char* at)
 {
-    DigitMask* begin = masks;
-    DigitMask* next = masks;
-    runCount = 0;
-    while (at != nullptr && next < masks + maxDigits) {
-        const DigitMask mask = plainMask(*at);
-        if (mask != notPlain) {
-            *next++ = mask;
-            ++at;
-        } else if (endsSequence(*at)) {
-            runs[runCount++] = {begin, next};
-            return at;
-        } else if (*at != '*') {
-            at = readSpecialItem(at, next);
-        } else if (next != begin && next[-1] == anyDigit) {
-            runs[runCount++] = {begin, next - 1};
-            begin = next;
-            ++at;
-        } else {
+    DigitMask* begin = m_masks;
+    DigitMask* next = m_masks;
+    m_runCount = 0;
+    for (at = skipBlanks(at); !endsSequence(*at);) {
+        const PatternItem item = readItem(at);
+        if (item.next == nullptr || (next - m_masks) + m_runCount >= maxDigits)
             return nullptr;
+        next = std::fill_n(next, item.width, item.mask);
+        if (item.hasGap) {
+            m_runs[m_runCount++] = {begin, next};
+            begin = next;
         }
+        at = item.next;
     }
-    return nullptr;
+    m_runs[m_runCount++] = {begin, next};
+    return at;
 }
 
 bool DigitSequence::isFound(const BufferDigits& digits, qint64 pos) const
 {
-    for (int i = 0; i < runCount; ++i) {
-        pos = digits.find(runs[i], pos);
+    for (int i = 0; i < m_runCount; ++i) {
+        pos = digits.find(m_runs[i], pos);
         if (pos < 0)
             return false;
-        pos += runs[i].size();
+        pos += m_runs[i].size();
     }
     return true;
 }

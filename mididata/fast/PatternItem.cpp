@@ -4,36 +4,52 @@ namespace hx {
 
 namespace {
 
-/** Reads a class behind its opening bracket. Null when there is anything but hex digits in it. */
-const char* readClass(const char* at, DigitMask& mask)
+constexpr PatternItem outsideGrammar = {nullptr, noDigit, 0, false};
+
+// A class, from the character after its bracket on. Holds hex digits, one at least.
+PatternItem readClass(const char* at)
 {
-    mask = noDigit;
+    DigitMask mask = noDigit;
     for (at = skipBlanks(at); *at != ']'; at = skipBlanks(at + 1)) {
-        if (hexValues[static_cast<unsigned char>(*at)] < 0)
-            return nullptr;
+        if (hexValue(*at) < 0)
+            return outsideGrammar;
         mask |= plainMask(*at);
     }
-    return mask != noDigit ? at + 1 : nullptr;
+    return mask != noDigit ? PatternItem{at + 1, mask, 1, false} : outsideGrammar;
+}
+
+constexpr bool isX(char c)
+{
+    return c == 'X' || c == 'x';
+}
+
+PatternItem readWithoutStar(const char* at)
+{
+    const DigitMask mask = plainMask(*at);
+    if (mask != notPlain)
+        return {at + 1, mask, 1, false};
+    if (*at == '[')
+        return readClass(at + 1);
+    if (!isX(*at))
+        return outsideGrammar;
+    const char* const second = skipBlanks(at + 1);
+    return isX(*second) ? PatternItem{second + 1, anyDigit, 2, false}
+                        : PatternItem{at + 1, noDigit, 1, false};
 }
 
 } // namespace
 
-const char* readSpecialItem(const char* at, DigitMask*& next)
+PatternItem readItem(const char* at)
 {
-    if (*at == ' ')
-        return at + 1;
-    if (*at == '[')
-        return readClass(at + 1, *next++);
-    if (!isX(*at))
-        return nullptr;
-    const char* const second = skipBlanks(at + 1);
-    if (!isX(*second)) {
-        *next++ = noDigit;
-        return at + 1;
-    }
-    *next++ = anyDigit;
-    *next++ = anyDigit;
-    return second + 1;
+    PatternItem item = readWithoutStar(at);
+    if (item.next == nullptr)
+        return item;
+    item.next = skipBlanks(item.next);
+    if (*item.next != '*')
+        return item;
+    if (item.mask != anyDigit)
+        return outsideGrammar;
+    return {skipBlanks(item.next + 1), anyDigit, item.width - 1, true};
 }
 
 } // namespace hx

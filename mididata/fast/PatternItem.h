@@ -1,3 +1,4 @@
+// One item of a text pattern, read as the set of hex digits that it stands for.
 #pragma once
 
 #include "mididata/HexDigits.h"
@@ -8,13 +9,13 @@
 
 namespace hx {
 
-/** A set of hex digits: bit n stands for the digit n. Bit 16 is set, so that no set is 0. */
+// A set of hex digits: bit n stands for the digit n. Bit 16 is set, so that no set is 0.
 using DigitMask = quint32;
 
 constexpr DigitMask noDigit = 0x10000;
 constexpr DigitMask anyDigit = 0x1FFFF;
 
-/** What stands for the mask of a character that is no item on its own. */
+// Instead of the mask of a character that is no item on its own.
 constexpr DigitMask notPlain = 0;
 
 constexpr std::array<DigitMask, 256> makePlainMasks()
@@ -31,8 +32,7 @@ constexpr std::array<DigitMask, 256> makePlainMasks()
     return masks;
 }
 
-/** The masks of the characters that stand for one digit each; letters stand for one that never
- * fits. */
+// The masks of the characters that are one digit each. A letter is a digit that never fits.
 inline constexpr std::array<DigitMask, 256> plainMasks = makePlainMasks();
 
 constexpr DigitMask plainMask(char c)
@@ -40,7 +40,6 @@ constexpr DigitMask plainMask(char c)
     return plainMasks[static_cast<unsigned char>(c)];
 }
 
-/** Whether a digit is in a mask. */
 constexpr bool isIn(DigitMask mask, int digit)
 {
     return ((mask >> digit) & 1) != 0;
@@ -56,15 +55,10 @@ constexpr int lowDigit(char byte)
     return byte & 0xF;
 }
 
-/** Whether a sequence of a pattern ends at this character. */
+// Whether a sequence of a pattern ends at this character.
 constexpr bool endsSequence(char c)
 {
     return c == '\0' || c == '|' || c == ')';
-}
-
-constexpr bool isX(char c)
-{
-    return c == 'X' || c == 'x';
 }
 
 inline const char* skipBlanks(const char* at)
@@ -74,11 +68,15 @@ inline const char* skipBlanks(const char* at)
     return at;
 }
 
-/**
- * Reads an item that is no plain character into the masks at `next`: none for a blank, one for a
- * class or a letter, two for "XX".
- * @return the place behind it; null when it is outside the small grammar.
- */
-const char* readSpecialItem(const char* at, DigitMask*& next);
+struct PatternItem {
+    const char* next; // after the item and the blanks that follow; null outside the grammar
+    DigitMask mask;   // the digits that fit
+    int width;        // how many digits it stands for: 1, 2 for "XX", one less before a gap
+    bool hasGap;      // ends in a star: any number of any digits follows
+};
+
+// Reads the item that begins here, which is neither a blank nor the end of the sequence. A star
+// belongs to the item before it, whatever blanks stand between.
+PatternItem readItem(const char* at);
 
 } // namespace hx

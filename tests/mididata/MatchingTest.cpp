@@ -59,6 +59,21 @@ TEST(Matching, letterCaseAndBlanksDoNotMatter)
     expectAll({{"F07E", "f07e", true, true}, {"F07E", " f 0 7 e ", true, true}});
 }
 
+TEST(Matching, blanksGoBeforeAnythingIsRead)
+{
+    expectAll({{"F07E", "F0 7E . *", true, true},
+               {"F07E", "(F0 7E . *|F7)", true, true},
+               {"F07E", "F0 7E [0123456789ABCDEF]*", true, true},
+               {"F07E", "F0 7E [0123456789ABCDEF] *", true, true},
+               {"F07E01", "F0 7E .. . *", true, true},
+               {"F07E01", "F0 7E ... *", true, true},
+               {"F07E", "F0 7E X X *", false, false},
+               {"F07E01", "F0 7E X X *", true, true},
+               {"F07E", ". * F7", false, false},
+               {"F07EF7", ". *F7", true, true},
+               {"F07E", "F07 . *", true, true}});
+}
+
 TEST(Matching, noOtherWhiteSpaceIsRemoved)
 {
     expectAll({{"F07E", "F0\t7E", false, false}, {"F07E", "F07E\n", false, false}});
