@@ -1,7 +1,7 @@
 // The command line as a whole: the commands it knows, the one that was chosen, what is printed.
 #pragma once
 
-#include "apps/hxmidi/commands/Outcome.h"
+#include "apps/hxmidi/findings/Outcome.h"
 #include "apps/hxmidi/input/Streams.h"
 
 #include <CLI/CLI.hpp>

@@ -1,7 +1,7 @@
 // hxmidi convert: the bytes in another form of writing.
 #include "apps/hxmidi/commands/CommandLine.h"
 #include "apps/hxmidi/commands/Commands.h"
-#include "apps/hxmidi/input/Input.h"
+#include "apps/hxmidi/commands/InputArguments.h"
 
 #include <algorithm>
 #include <map>

@@ -1,7 +1,7 @@
 // hxmidi diff: where two buffers differ.
 #include "apps/hxmidi/commands/CommandLine.h"
 #include "apps/hxmidi/commands/Commands.h"
-#include "apps/hxmidi/input/Input.h"
+#include "apps/hxmidi/commands/InputArguments.h"
 
 #include <QJsonArray>
 

@@ -1,7 +1,7 @@
 // hxmidi dump: a table of the bytes with their offsets.
 #include "apps/hxmidi/commands/CommandLine.h"
 #include "apps/hxmidi/commands/Commands.h"
-#include "apps/hxmidi/input/Input.h"
+#include "apps/hxmidi/commands/InputArguments.h"
 
 #include <memory>
 

@@ -2,7 +2,7 @@
 #include "apps/hxmidi/commands/CommandLine.h"
 #include "apps/hxmidi/commands/Commands.h"
 #include "apps/hxmidi/commands/FieldReference.h"
-#include "apps/hxmidi/input/Input.h"
+#include "apps/hxmidi/commands/InputArguments.h"
 
 #include <QJsonArray>
 

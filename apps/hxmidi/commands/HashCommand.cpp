@@ -1,7 +1,7 @@
 // hxmidi hash: the content hash of the bytes.
 #include "apps/hxmidi/commands/CommandLine.h"
 #include "apps/hxmidi/commands/Commands.h"
-#include "apps/hxmidi/input/Input.h"
+#include "apps/hxmidi/commands/InputArguments.h"
 
 #include <memory>
 

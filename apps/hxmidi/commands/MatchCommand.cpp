@@ -1,9 +1,9 @@
 // hxmidi match: whether, and where, a pattern fits.
 #include "apps/hxmidi/commands/CommandLine.h"
 #include "apps/hxmidi/commands/Commands.h"
+#include "apps/hxmidi/commands/InputArguments.h"
 #include "apps/hxmidi/findings/MatchPlace.h"
 #include "apps/hxmidi/findings/PatternCheck.h"
-#include "apps/hxmidi/input/Input.h"
 #include "apps/hxmidi/input/MessageList.h"
 
 #include <memory>

@@ -1,7 +1,7 @@
 // hxmidi split: messages or equal pieces, one a line.
 #include "apps/hxmidi/commands/CommandLine.h"
 #include "apps/hxmidi/commands/Commands.h"
-#include "apps/hxmidi/input/Input.h"
+#include "apps/hxmidi/commands/InputArguments.h"
 #include "apps/hxmidi/input/MessageList.h"
 
 #include <memory>

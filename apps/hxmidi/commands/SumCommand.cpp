@@ -1,7 +1,7 @@
 // hxmidi sum: the checksums of a section.
 #include "apps/hxmidi/commands/CommandLine.h"
 #include "apps/hxmidi/commands/Commands.h"
-#include "apps/hxmidi/input/Input.h"
+#include "apps/hxmidi/commands/InputArguments.h"
 
 #include <algorithm>
 #include <map>

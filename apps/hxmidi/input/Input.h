@@ -1,11 +1,9 @@
 // The bytes that a command works on, from words on the command line, files and standard input.
 #pragma once
 
-#include "apps/hxmidi/commands/Outcome.h"
+#include "apps/hxmidi/findings/Outcome.h"
 
 #include "mididata/HxMidiData.h"
-
-#include <CLI/CLI.hpp>
 
 #include <string>
 #include <vector>
@@ -31,12 +29,6 @@ struct InputOptions {
 
 // More is no MIDI data that this program could work on in memory.
 constexpr int mostInputBytes = 4 * 1024 * 1024;
-
-// Adds the options without the words, for commands that take these in their own way.
-void addInputFormOptions(CLI::App& command, InputOptions& options);
-
-// Adds the words too, as the positional argument DATA.
-void addInputOptions(CLI::App& command, InputOptions& options);
 
 // Reads everything the words name, joined in their order; with errors in the outcome the result is
 // of no use.

@@ -1,7 +1,7 @@
 // The messages of a byte stream with their places and meanings.
 #pragma once
 
-#include "apps/hxmidi/commands/UniversalMessage.h"
+#include "apps/hxmidi/input/UniversalMessage.h"
 
 #include <QJsonArray>
 

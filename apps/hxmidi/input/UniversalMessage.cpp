@@ -1,4 +1,4 @@
-#include "apps/hxmidi/commands/UniversalMessage.h"
+#include "apps/hxmidi/input/UniversalMessage.h"
 
 #include <algorithm>
 

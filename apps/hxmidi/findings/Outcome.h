@@ -1,7 +1,7 @@
 // What a command gives back; the command line prints it.
 #pragma once
 
-#include "apps/hxmidi/commands/ExitCode.h"
+#include "apps/hxmidi/findings/ExitCode.h"
 #include "apps/hxmidi/findings/Finding.h"
 
 #include <QByteArray>
