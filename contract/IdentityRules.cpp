@@ -2,6 +2,8 @@
 #include "contract/AnsweringBus.h"
 #include "contract/Rules.h"
 
+#include "host/base/HexText.h"
+
 #include <algorithm>
 
 namespace hx {
@@ -9,12 +11,6 @@ namespace hx {
 namespace {
 
 constexpr unsigned identifierBits = 0x7F007F; // family and model are MIDI data bytes
-
-QString hexWord(unsigned identifier)
-{
-    return QStringLiteral("0x") +
-           QString::number(identifier, 16).toUpper().rightJustified(6, QLatin1Char('0'));
-}
 
 void judgeNames(const RuleSubject& subject, RuleResult* result)
 {
@@ -51,10 +47,10 @@ void judgeIdentifier(const RuleSubject& subject, RuleResult* result)
     result->require((identifier & ~identifierBits) == 0,
                     QStringLiteral("fidpid() is %1; expected the family byte in bits 16 to 23, the "
                                    "model byte in bits 0 to 7, both below 80 hex, all else 0")
-                        .arg(hexWord(identifier)));
+                        .arg(identifierText(identifier)));
     result->require(identifier != 0 && identifier != unknownIdentifier,
                     QStringLiteral("fidpid() is %1, which stands for an unknown product")
-                        .arg(hexWord(identifier)));
+                        .arg(identifierText(identifier)));
 }
 
 // Words that come about when bytes are swapped, shifted or not masked.
@@ -75,17 +71,17 @@ void judgeServed(const RuleSubject& subject, RuleResult* result)
 {
     DeviceInterface& device = subject.device();
     QVector<unsigned> served = device.getGenderList();
-    result->require(
-        served.contains(device.fidpid()),
-        QStringLiteral("getGenderList() does not hold fidpid(), %1").arg(hexWord(device.fidpid())));
+    result->require(served.contains(device.fidpid()),
+                    QStringLiteral("getGenderList() does not hold fidpid(), %1")
+                        .arg(identifierText(device.fidpid())));
     for (const unsigned identifier : served)
         result->require(device.canSupport(identifier),
                         QStringLiteral("canSupport(%1) is false, getGenderList() holds it")
-                            .arg(hexWord(identifier)));
+                            .arg(identifierText(identifier)));
     for (const unsigned identifier : likelyMistakes(device.fidpid()))
         result->require(served.contains(identifier) || !device.canSupport(identifier),
                         QStringLiteral("canSupport(%1) is true, getGenderList() lacks it")
-                            .arg(hexWord(identifier)));
+                            .arg(identifierText(identifier)));
     std::sort(served.begin(), served.end());
     result->require(std::adjacent_find(served.begin(), served.end()) == served.end(),
                     QStringLiteral("getGenderList() holds an identifier twice"));
@@ -100,9 +96,9 @@ void judgeMaps(const RuleSubject& subject, RuleResult* result)
             identifiers.contains(it.value()) && identifiers.value(it.value()) == it.key();
         result->require(leadsBack, QStringLiteral("%1 is named \"%2\", but that name does not lead "
                                                   "back to it")
-                                       .arg(hexWord(it.key()), it.value()));
+                                       .arg(identifierText(it.key()), it.value()));
         result->require(!it.value().isEmpty(),
-                        QStringLiteral("%1 has an empty name").arg(hexWord(it.key())));
+                        QStringLiteral("%1 has an empty name").arg(identifierText(it.key())));
     }
     result->require(identifiers.size() == names.size(),
                     QStringLiteral("%1 identifiers have names, but %2 names have identifiers")
@@ -128,7 +124,7 @@ void judgeDefaults(const RuleSubject& subject, RuleResult* result)
     const quint32 raw = device.rawFidpid();
     result->require(raw == device.fidpid() || raw == unknownIdentifier,
                     QStringLiteral("rawFidpid() is %1 without an answer; expected fidpid() or %2")
-                        .arg(hexWord(raw), hexWord(unknownIdentifier)));
+                        .arg(identifierText(raw), identifierText(unknownIdentifier)));
     result->require(device.hasBootcode() || !device.isBootcode(),
                     QStringLiteral("isBootcode() is true, but hasBootcode() is false"));
     const QByteArray last = device.lastProgrammingMsg().bytes;

@@ -11,8 +11,6 @@
 
 namespace hx {
 
-constexpr int unknownIdentifier = 0x7F007F; // of a product that is not known, or did not answer
-
 struct RuleSubject {
     LoadedPlugin& plugin;
     QList<HxMidiData> image; // an update image of the product; empty: one is made up

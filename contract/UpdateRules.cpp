@@ -48,8 +48,8 @@ void judgeDescription(const RuleSubject& subject, RuleResult* result)
     result->require(protocol.codeType == CodeType::Fwu || protocol.codeType == CodeType::Fwd,
                     QStringLiteral("the kind is the number %1").arg(int(protocol.codeType)));
     result->require(subject.device().canSupport(static_cast<unsigned>(protocol.fidpid)),
-                    QStringLiteral("the image is for 0x%1, which canSupport() denies")
-                        .arg(protocol.fidpid, 6, 16, QLatin1Char('0')));
+                    QStringLiteral("the image is for %1, which canSupport() denies")
+                        .arg(identifierText(static_cast<quint32>(protocol.fidpid))));
     result->require(protocol.timeoutMs > 0,
                     QStringLiteral("the timeout is %1 ms").arg(protocol.timeoutMs));
     result->require(protocol.fileCheck.rx.isValid() && !protocol.fileCheck.rx.pattern().isEmpty(),
@@ -121,10 +121,10 @@ void judgeUnknown(const RuleSubject& subject, RuleResult* result)
         QString(), {HxMidiData(foreign), HxMidiData(foreign), HxMidiData(foreign)});
     result->require(protocol.codeType == CodeType::Unknown,
                     QStringLiteral("messages of another maker are taken for an image"));
-    result->require(
-        protocol.fidpid == unknownIdentifier,
-        QStringLiteral("for messages of another maker fidpid is 0x%1; expected 0x7f007f")
-            .arg(protocol.fidpid, 6, 16, QLatin1Char('0')));
+    const auto identifier = static_cast<quint32>(protocol.fidpid);
+    result->require(identifier == unknownIdentifier,
+                    QStringLiteral("for messages of another maker fidpid is %1; expected %2")
+                        .arg(identifierText(identifier), identifierText(unknownIdentifier)));
 }
 
 void judgeRefusals(const RuleSubject& subject, RuleResult* result)

@@ -62,6 +62,9 @@ struct FwUpdateProtocol {
 
 namespace hx {
 
+/** The identifier word of a product whose family and model are not known. */
+constexpr unsigned int unknownIdentifier = 0x7F007F;
+
 /**
  * The tag that stands for a kind in dictionary keys such as "fwupdate.fwu.filecheck": "fwu", "fwd",
  * or "unk" for anything else.

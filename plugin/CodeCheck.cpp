@@ -7,6 +7,12 @@ namespace {
 constexpr int refusalPosition = 7;
 constexpr unsigned char refusalByte = 0x46;
 
+// What the two checksum requests are made of. The protocol table holds the same messages; this
+// check does not read them there, so that a changed table leaves it as it is.
+constexpr auto manufacturer = "00 6B 2D";
+constexpr auto readStoredChecksum = "30";
+constexpr auto calculateChecksum = "31";
+
 // A checksum reply: F0, three manufacturer bytes, family, model, command, four bytes, F7.
 constexpr int checksumReplySize = 12;
 constexpr int checksumPosition = 6; // the command byte's own place, see isCodeValid
@@ -36,7 +42,7 @@ bool ValdrinBootInterface::isCodeValid(CodeType type)
     };
     const QString prefix =
         QStringLiteral("F0 %1 %2 %3")
-            .arg(QStringLiteral("00 6B 2D"), hexByte(fidpid() >> 16), hexByte(fidpid()));
+            .arg(QLatin1String(manufacturer), hexByte(fidpid() >> 16), hexByte(fidpid()));
     const auto checksumReply = [&](const char* command) {
         HxMidiData request(prefix);
         request.append(HxMidiData(QLatin1String(command) + QStringLiteral(" F7")));
@@ -44,7 +50,7 @@ bool ValdrinBootInterface::isCodeValid(CodeType type)
         return hx::writeDataCommand(bus, request, pattern, timeoutMs);
     };
     // Different values for the two sides, so that two failed exchanges never compare equal.
-    const qint32 stored = checksumValue(checksumReply("30"), 0);
-    const qint32 calculated = checksumValue(checksumReply("31"), 1);
+    const qint32 stored = checksumValue(checksumReply(readStoredChecksum), 0);
+    const qint32 calculated = checksumValue(checksumReply(calculateChecksum), 1);
     return stored == calculated;
 }

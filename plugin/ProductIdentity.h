@@ -4,6 +4,5 @@
 namespace hx {
 
 constexpr unsigned int valdrinIdentifier = 0x300041; // family byte 0x30, model byte 0x41
-constexpr unsigned int unknownIdentifier = 0x7F007F; // family and model not known
 
 } // namespace hx

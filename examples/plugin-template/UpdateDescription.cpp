@@ -33,7 +33,7 @@ FwUpdateProtocol ExampleBootInterface::getUpdateProtocol(QString const&,
         return protocol;
     }
     if (!isImage(data.first(), data.last())) {
-        protocol.fidpid = 0x7F007F; // the kind, and so the product, is unknown
+        protocol.fidpid = hx::unknownIdentifier; // the kind, and so the product, is unknown
         return protocol;
     }
     const auto pattern = [this](const char* key) {

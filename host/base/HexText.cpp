@@ -6,7 +6,12 @@ namespace {
 
 constexpr int shortBytes = 24;
 
+QString upperHex(quint32 value, int digits)
+{
+    return QString::number(value, 16).toUpper().rightJustified(digits, QLatin1Char('0'));
 }
+
+} // namespace
 
 QString hexText(const QByteArray& bytes)
 {
@@ -20,6 +25,16 @@ QString hexTextShort(const QByteArray& bytes)
     return QStringLiteral("%1 ... (%2 bytes)")
         .arg(hexText(bytes.left(shortBytes)))
         .arg(bytes.size());
+}
+
+QString hexByte(quint8 byte)
+{
+    return upperHex(byte, 2);
+}
+
+QString identifierText(quint32 identifier)
+{
+    return QStringLiteral("0x") + upperHex(identifier, 6);
 }
 
 } // namespace hx

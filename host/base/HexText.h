@@ -12,4 +12,10 @@ QString hexText(const QByteArray& bytes);
 // The same, cut to the first 24 bytes with the full length behind: "F0 00 ... (146 bytes)".
 QString hexTextShort(const QByteArray& bytes);
 
+// "0A".
+QString hexByte(quint8 byte);
+
+// An identifier word in six digits: "0x120005" for family 12, model 05.
+QString identifierText(quint32 identifier);
+
 } // namespace hx

@@ -15,11 +15,6 @@ const char damaged[] = "The file is damaged: get the update image again.";
 const char incomplete[] = "The file is incomplete: get the update image again.";
 const char otherProduct[] = "It is made for another product: get the image for this one.";
 
-QString hexByte(int byte)
-{
-    return QString::number(byte, 16).toUpper().rightJustified(2, QLatin1Char('0'));
-}
-
 // The code bytes of a packed run; false when a header has a bit for a byte that is not there.
 bool unpack(const QByteArray& packed, QByteArray* code)
 {
@@ -205,7 +200,7 @@ bool ImageChecker::checkSum(int index)
         return true;
     problem(index, position,
             QStringLiteral("its sum is %1, but %2 is stated: a byte from %3 on is wrong.")
-                .arg(hexByte(sum), hexByte(stated))
+                .arg(hexByte(static_cast<quint8>(sum)), hexByte(static_cast<quint8>(stated)))
                 .arg(m_file.messages[static_cast<size_t>(index)].offsetOf(image::sumStart)));
     return false;
 }

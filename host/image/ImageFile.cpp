@@ -1,5 +1,6 @@
 #include "host/image/ImageFile.h"
 
+#include "host/base/HexText.h"
 #include "host/base/StatusByte.h"
 #include "host/image/ImageFileReaders.h"
 
@@ -30,12 +31,11 @@ ImageFile notSysEx(const QByteArray& content)
 {
     const qint64 offset = hasStatusByte(content) ? 0 : firstByteThatIsNoHexText(content);
     const auto byte = static_cast<quint8>(content.at(static_cast<int>(offset)));
-    return refused(
-        offset,
-        QStringLiteral("the file is no SysEx: byte %1 belongs to no message; expected "
-                       "F0, hex text or a Standard MIDI File.")
-            .arg(QString::number(byte, 16).toUpper().rightJustified(2, QLatin1Char('0'))),
-        QStringLiteral("Check that this is the update image and not another file."));
+    return refused(offset,
+                   QStringLiteral("the file is no SysEx: byte %1 belongs to no message; expected "
+                                  "F0, hex text or a Standard MIDI File.")
+                       .arg(hexByte(byte)),
+                   QStringLiteral("Check that this is the update image and not another file."));
 }
 
 } // namespace

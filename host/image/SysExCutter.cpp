@@ -1,19 +1,11 @@
 #include "host/image/SysExCutter.h"
 
+#include "host/base/HexText.h"
 #include "host/base/StatusByte.h"
 
 #include <utility>
 
 namespace hx {
-
-namespace {
-
-QString hexByte(quint8 byte)
-{
-    return QStringLiteral("%1").arg(byte, 2, 16, QLatin1Char('0')).toUpper();
-}
-
-} // namespace
 
 void SysExCutter::add(quint8 byte, qint64 offset)
 {

@@ -63,12 +63,6 @@ QString firstReason(const ProductAssessment& a)
     return QString();
 }
 
-QString identifierText(quint32 fidpid)
-{
-    return QStringLiteral("0x") +
-           QString::number(fidpid, 16).toUpper().rightJustified(6, QLatin1Char('0'));
-}
-
 QString checksumsText(const ProductAssessment& a)
 {
     return QStringLiteral("stored checksum %1, calculated %2")

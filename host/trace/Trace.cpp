@@ -106,8 +106,7 @@ QString traceLine(const TraceEvent& event)
     return line;
 }
 
-TraceWriter::TraceWriter(QIODevice& out, Microseconds start, const MessageNames* names)
-    : m_out(out), m_start(start), m_names(names)
+TraceWriter::TraceWriter(QIODevice& out, Microseconds start) : m_out(out), m_start(start)
 {
     writeLine(QString::fromLatin1(traceHeader));
 }
@@ -126,9 +125,9 @@ void TraceWriter::busEvent(const BusEvent& event)
     written.event = event;
     m_last = qMax(m_last, event.time - m_start);
     written.event.time = m_last;
-    if (m_names != nullptr && carriesBytes(event.kind) && event.kind != BusEventKind::Dropped &&
+    if (m_nameOf && carriesBytes(event.kind) && event.kind != BusEventKind::Dropped &&
         event.kind != BusEventKind::RealTime)
-        written.name = m_names->nameOf(event.bytes);
+        written.name = m_nameOf(event.bytes);
     writeLine(traceLine(written));
 }
 

@@ -2,13 +2,13 @@
 #pragma once
 
 #include "host/bus/BusEvent.h"
-#include "host/product/MessageNames.h"
 
 #include <QByteArray>
 #include <QFileDevice>
 #include <QIODevice>
 #include <QString>
 
+#include <functional>
 #include <vector>
 
 namespace hx {
@@ -34,13 +34,17 @@ constexpr char traceHeader[] = "# hxtrace 1";
 // One line without its line end.
 QString traceLine(const TraceEvent& event);
 
+// The name that a trace gives a message; empty when it has none.
+using NameOfMessage = std::function<QString(const QByteArray&)>;
+
 // Writes events as they happen, each line at once, so that a record survives a crash.
 class TraceWriter final : public BusObserver {
 public:
-    // `start` is the moment that the trace calls 0. `names` may be null and may be set later.
-    TraceWriter(QIODevice& out, Microseconds start, const MessageNames* names = nullptr);
+    // `start` is the moment that the trace calls 0.
+    TraceWriter(QIODevice& out, Microseconds start);
 
-    void setNames(const MessageNames* names) { m_names = names; }
+    // From now on messages are written with these names; without a function they have none.
+    void setNames(const NameOfMessage& nameOf) { m_nameOf = nameOf; }
     void comment(const QString& text);
     void busEvent(const BusEvent& event) override;
 
@@ -53,7 +57,7 @@ private:
     QIODevice& m_out;
     Microseconds m_start;
     Microseconds m_last = 0;
-    const MessageNames* m_names;
+    NameOfMessage m_nameOf;
     bool m_ok = true;
 };
 

@@ -1,5 +1,6 @@
 #include "host/update/UpdatePlan.h"
 
+#include "host/base/HexText.h"
 #include "host/bus/PortBus.h"
 #include "host/image/ImageGrammar.h"
 
@@ -10,13 +11,6 @@ namespace {
 bool isUsable(const ResponceData& pattern)
 {
     return pattern.rx.isValid() && !pattern.rx.pattern().isEmpty();
-}
-
-QString identifierText(int fidpid)
-{
-    return QStringLiteral("0x") + QString::number(static_cast<quint32>(fidpid), 16)
-                                      .toUpper()
-                                      .rightJustified(6, QLatin1Char('0'));
 }
 
 void checkPatterns(UpdatePlan& plan)
@@ -56,7 +50,8 @@ void checkProduct(DeviceInterface& device, UpdatePlan& plan, const UpdateImage& 
         plan.refusals << QStringLiteral(
                              "The image is for the product %1, which the plugin does not "
                              "serve. Get the image for %2.")
-                             .arg(identifierText(protocol.fidpid), device.productName());
+                             .arg(identifierText(static_cast<quint32>(protocol.fidpid)),
+                                  device.productName());
     if (protocol.codeType != image.kind)
         plan.refusals << QStringLiteral(
                              "The plugin takes the image for kind \"%1\", but its messages "

@@ -40,10 +40,8 @@ bool UpdateSteps::endOn(const Reading& reading, UpdateOutcome whenSilent)
 
 QString productText(const IdentityReading& identity)
 {
-    return QStringLiteral("maker %1, identifier 0x%2, version %3")
-        .arg(hexText(identity.manufacturer),
-             QString::number(identity.fidpid, 16).toUpper().rightJustified(6, QLatin1Char('0')),
-             identity.version);
+    return QStringLiteral("maker %1, identifier %2, version %3")
+        .arg(hexText(identity.manufacturer), identifierText(identity.fidpid), identity.version);
 }
 
 } // namespace hx

@@ -1,5 +1,6 @@
 #include "host/trace/Trace.h"
 
+#include "host/product/MessageNames.h"
 #include "tests/host/Bytes.h"
 #include "tests/host/ProductSession.h"
 #include "tests/host/TestFiles.h"
@@ -44,7 +45,8 @@ TEST(TraceWriter, WritesOneLineAnEvent)
     const MessageNames names(session.device());
     QBuffer out;
     ASSERT_TRUE(out.open(QIODevice::WriteOnly));
-    TraceWriter writer(out, 5000000, &names);
+    TraceWriter writer(out, 5000000);
+    writer.setNames([&names](const QByteArray& message) { return names.nameOf(message); });
     writer.comment("hxhost identify");
     writer.busEvent({BusEventKind::Sent, 5000000, hex("F07E7F0601F7"), QString()});
     writer.busEvent({BusEventKind::RealTime, 5000100, hex("F8"), QString()});

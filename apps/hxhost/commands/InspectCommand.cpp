@@ -3,6 +3,7 @@
 #include "apps/hxhost/report/Readings.h"
 #include "apps/hxhost/session/PluginPlace.h"
 
+#include "host/base/HexText.h"
 #include "host/product/MessageNames.h"
 
 namespace hx {

@@ -6,6 +6,7 @@
 #include "apps/hxhost/report/UpdateReport.h"
 #include "apps/hxhost/session/InterruptFlag.h"
 
+#include "host/base/HexText.h"
 #include "host/bus/TrafficMonitor.h"
 
 #include <csignal>

@@ -44,11 +44,6 @@ ExitCode exitCodeOf(ReadingState state)
 
 } // namespace
 
-QString identifierText(quint32 fidpid)
-{
-    return QStringLiteral("0x") + QString::number(fidpid, 16).toUpper().rightJustified(6, '0');
-}
-
 void addReading(Report& report, const QString& name, const IdentityReading& reading)
 {
     if (!addState(report, name, reading))

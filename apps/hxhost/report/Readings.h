@@ -7,9 +7,6 @@
 
 namespace hx {
 
-// "0x300041".
-QString identifierText(quint32 fidpid);
-
 // Adds state, reason and value of a reading under `name`. A reading that was not made adds nothing.
 void addReading(Report& report, const QString& name, const IdentityReading& reading);
 void addReading(Report& report, const QString& name, const GenderReading& reading);

@@ -47,13 +47,13 @@ bool Recorder::openTrace(const QString& path, const QString& title, QString* err
     return true;
 }
 
-void Recorder::attach(PortBus& bus, const MessageNames& names)
+void Recorder::attach(PortBus& bus, const NameOfMessage& nameOf)
 {
     m_bus = &bus;
-    m_names = &names;
+    m_nameOf = nameOf;
     continueTimeFrom(bus.port().clock());
     if (m_writer)
-        m_writer->setNames(&names);
+        m_writer->setNames(nameOf);
     bus.addObserver(this);
 }
 
@@ -65,7 +65,7 @@ void Recorder::detach()
     if (m_writer)
         m_writer->setNames(nullptr);
     m_bus = nullptr;
-    m_names = nullptr;
+    m_nameOf = nullptr;
     continueTimeFrom(m_clock);
 }
 
@@ -95,7 +95,7 @@ void Recorder::showOnConsole(const BusEvent& event)
     QString line = busEventWord(event.kind);
     if (!event.bytes.isEmpty())
         line += QLatin1Char(' ') + hexText(event.bytes);
-    const QString name = m_names != nullptr ? m_names->nameOf(event.bytes) : QString();
+    const QString name = m_nameOf ? m_nameOf(event.bytes) : QString();
     if (!name.isEmpty())
         line += QLatin1Char(' ') + name;
     if (!event.text.isEmpty())

@@ -24,8 +24,8 @@ public:
     bool openTrace(const QString& path, const QString& title, QString* error);
 
     // From now on times come from the bus's clock, and what happens on the bus is recorded, until
-    // `detach`. `names` are those of the dictionary; they must outlive the attachment.
-    void attach(PortBus& bus, const MessageNames& names);
+    // `detach`. `nameOf` gives messages their names.
+    void attach(PortBus& bus, const NameOfMessage& nameOf);
     void detach();
 
     // Records what did not travel: a decision, a line of a log.
@@ -44,7 +44,7 @@ private:
     QFile m_file;
     std::unique_ptr<TraceWriter> m_writer;
     PortBus* m_bus = nullptr;
-    const MessageNames* m_names = nullptr;
+    NameOfMessage m_nameOf;
     SteadyClock m_clock;          // while there is no bus
     Microseconds m_traceTime = 0; // of the last event; the trace starts at 0
     Microseconds m_shift = 0;     // from the clock in use to the trace's time

@@ -38,7 +38,8 @@ bool Session::use(std::unique_ptr<MidiPort> port)
     if (!m_port)
         return false;
     m_bus = std::make_unique<PortBus>(*m_port);
-    m_context.recorder.attach(*m_bus, *m_names);
+    m_context.recorder.attach(
+        *m_bus, [this](const QByteArray& message) { return m_names->nameOf(message); });
     device().bus = m_bus.get();
     return true;
 }
