@@ -1,9 +1,7 @@
 #include "ports/StatefulSimulatedPort.h"
 
+#include "host/base/FileName.h"
 #include "host/base/WholeFile.h"
-
-#include <QFile>
-#include <QFileInfo>
 
 namespace hx {
 
@@ -18,18 +16,12 @@ bool readState(SimulatedProduct& product, const QString& path, QString* error)
         *error = QStringLiteral("it has no name");
         return false;
     }
-    QFile file(path);
-    if (!file.exists())
+    std::error_code unseen;
+    if (!std::filesystem::exists(filePath(path), unseen) && !unseen)
         return true;
-    if (!QFileInfo(path).isFile()) { // opening a pipe could wait for ever
-        *error = QStringLiteral("it is no regular file");
+    QByteArray state;
+    if (!readWholeFile(path, maxStateFileBytes, &state, error))
         return false;
-    }
-    if (!file.open(QIODevice::ReadOnly)) {
-        *error = file.errorString();
-        return false;
-    }
-    const QByteArray state = file.read(maxStateFileBytes + 1);
     if (state.size() > maxStateFileBytes) {
         *error = QStringLiteral("it is larger than %1 bytes, which no memory of a product is")
                      .arg(maxStateFileBytes);

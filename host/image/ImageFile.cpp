@@ -2,10 +2,9 @@
 
 #include "host/base/HexText.h"
 #include "host/base/StatusByte.h"
+#include "host/base/WholeFile.h"
+#include "host/image/FileText.h"
 #include "host/image/ImageFileReaders.h"
-
-#include <QFile>
-#include <QFileInfo>
 
 #include <algorithm>
 
@@ -29,7 +28,8 @@ bool hasStatusByte(const QByteArray& content)
 // A text that goes wrong somewhere is refused there; anything else at its first byte.
 ImageFile notSysEx(const QByteArray& content)
 {
-    const qint64 offset = hasStatusByte(content) ? 0 : firstByteThatIsNoHexText(content);
+    const bool isText = FileText(content).isMarked() || !hasStatusByte(content);
+    const qint64 offset = isText ? firstByteThatIsNoHexText(content) : 0;
     const auto byte = static_cast<quint8>(content.at(static_cast<int>(offset)));
     return refused(offset,
                    QStringLiteral("the file is no SysEx: byte %1 belongs to no message; expected "
@@ -66,6 +66,11 @@ qint64 FileMessage::offsetOf(int position) const
 ImageFile parseImageFile(const QByteArray& content)
 {
     ImageFile file;
+    if (content.size() > maxImageFileBytes)
+        return refused(
+            -1,
+            QStringLiteral("it is larger than %1 bytes, which no image is.").arg(maxImageFileBytes),
+            QStringLiteral("Check that this is the update image and not another file."));
     if (content.isEmpty())
         file = refused(-1, QStringLiteral("the file is empty."),
                        QStringLiteral("Get the update image again from where it came from."));
@@ -83,21 +88,11 @@ ImageFile parseImageFile(const QByteArray& content)
 
 ImageFile readImageFile(const QString& path)
 {
-    const QFileInfo info(path);
-    if (info.exists() && !info.isFile() && !info.isDir())
-        return refused(-1, QStringLiteral("%1 is no regular file.").arg(path),
-                       QStringLiteral("Copy what comes from it into a file, and name that."));
-    QFile in(path);
-    if (!in.open(QIODevice::ReadOnly))
-        return refused(-1, QStringLiteral("%1 cannot be read: %2.").arg(path, in.errorString()),
+    QByteArray content;
+    QString error;
+    if (!readWholeFile(path, maxImageFileBytes, &content, &error))
+        return refused(-1, QStringLiteral("%1 cannot be read: %2.").arg(path, error),
                        QStringLiteral("Check the path and the permissions."));
-    const QByteArray content = in.read(maxImageFileBytes + 1);
-    if (content.size() > maxImageFileBytes)
-        return refused(-1,
-                       QStringLiteral("%1 is larger than %2 bytes, which no image is.")
-                           .arg(path)
-                           .arg(maxImageFileBytes),
-                       QStringLiteral("Check that this is the update image and not another file."));
     return parseImageFile(content);
 }
 

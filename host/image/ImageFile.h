@@ -6,6 +6,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 #include <vector>
 
@@ -14,7 +15,8 @@ namespace hx {
 enum class ImageFormat {
     Unknown,
     RawSysEx, // bytes F0 ... F7, one message after the other
-    HexText,  // the same as hexadecimal pairs, blanks, commas and line ends between them or not
+    HexText,  // the same as hexadecimal pairs, blanks, commas and line ends between them or not,
+              // in UTF-8 or UTF-16, with a byte-order mark or without
     MidiFile, // Standard MIDI File with F0 and F7 events
 };
 
@@ -37,6 +39,7 @@ struct ImageFile {
     qint64 size = 0;
     std::vector<FileMessage> messages;
     ImageProblems problems;
+    QStringList warnings; // what was skipped because it does no harm
 };
 
 // Files above this size are refused unread: four times the largest image, as hex text.

@@ -1,8 +1,11 @@
 // Standard MIDI Files: a header chunk, then tracks of events with delta times. Only SysEx events
 // (F0, and F7 for what follows a message cut into packets) carry an image; meta events are passed
-// over, and anything else does not belong.
+// over, and any other event does not belong. Chunks of other kinds and bytes after the last chunk,
+// which the format lets programs add, are skipped with a warning.
 #include "host/image/ImageFileReaders.h"
 #include "host/image/SysExCutter.h"
+
+#include <QtEndian>
 
 #include <algorithm>
 
@@ -100,18 +103,68 @@ private:
     void readTracks()
     {
         for (quint32 track = 0; track < m_tracks; ++track) {
+            skipOtherChunks();
             if (!readChunk())
                 return;
         }
+        skipOtherChunks();
+        if (isAt("MTrk"))
+            refuse(m_position, QStringLiteral("there are more tracks than the %1 that the header "
+                                              "states.")
+                                   .arg(m_tracks));
+        else
+            warnOfSkipped();
+    }
+
+    bool isAt(const char* type) const { return m_content.mid(m_position, 4) == type; }
+
+    // A type of four printable characters, and as many bytes as it states.
+    bool isAtOtherChunk() const
+    {
+        if (!has(8) || isAt("MTrk"))
+            return false;
+        for (int i = 0; i < 4; ++i) {
+            const char letter = m_content.at(m_position + i);
+            if (letter < ' ' || letter > '~')
+                return false;
+        }
+        return has(8 + qint64(qFromBigEndian<quint32>(m_content.constData() + m_position + 4)));
+    }
+
+    void skipOtherChunks()
+    {
+        for (; isAtOtherChunk(); ++m_skippedChunks) {
+            if (m_skippedChunks == 0)
+                m_firstSkipped = m_position;
+            m_position += 4;
+            const quint32 length = nextNumber(4);
+            m_position += int(length);
+        }
+    }
+
+    void warnOfSkipped()
+    {
+        if (m_skippedChunks > 0)
+            m_file.warnings
+                << QStringLiteral("Skipped in the MIDI file: %1 not a track, the first \"%2\" at "
+                                  "byte %3.")
+                       .arg(m_skippedChunks == 1
+                                ? QStringLiteral("1 chunk that is")
+                                : QStringLiteral("%1 chunks that are").arg(m_skippedChunks),
+                            QString::fromLatin1(m_content.mid(m_firstSkipped, 4)),
+                            QString::number(m_firstSkipped));
         if (has(1))
-            refuse(m_position, QStringLiteral("there are bytes after the last track."));
+            m_file.warnings << QStringLiteral("Skipped in the MIDI file: %1 bytes after the last "
+                                              "chunk, from byte %2 on.")
+                                   .arg(m_content.size() - m_position)
+                                   .arg(m_position);
     }
 
     bool readChunk()
     {
         if (!has(8))
             return refuseEnd();
-        if (m_content.mid(m_position, 4) != "MTrk")
+        if (!isAt("MTrk"))
             return refuse(m_position, QStringLiteral("expected a track (MTrk)."));
         m_position += 4;
         const quint32 length = nextNumber(4);
@@ -189,6 +242,8 @@ private:
     std::vector<SysExEvent> m_events;
     quint32 m_tracks = 0;
     int m_position = 0;
+    int m_skippedChunks = 0;
+    int m_firstSkipped = 0;
 };
 
 } // namespace

@@ -1,3 +1,4 @@
+#include "host/image/FileText.h"
 #include "host/image/ImageFileReaders.h"
 #include "host/image/SysExCutter.h"
 
@@ -24,14 +25,15 @@ int digitValue(char character)
 
 qint64 firstByteThatIsNoHexText(const QByteArray& content)
 {
+    const FileText text(content);
     bool half = false; // after the first digit of a pair
-    for (int i = 0; i < content.size(); ++i) {
-        const bool isDigit = digitValue(content.at(i)) >= 0;
-        if (!isDigit && (half || !isSeparator(content.at(i))))
-            return i;
+    for (int i = 0; i < text.size(); ++i) {
+        const bool isDigit = digitValue(text.at(i)) >= 0;
+        if (!isDigit && (half || !isSeparator(text.at(i))))
+            return text.offsetOf(i);
         half = isDigit && !half;
     }
-    return half ? content.size() - 1 : -1;
+    return half ? text.offsetOf(text.size() - 1) : -1;
 }
 
 ImageFile readHexText(const QByteArray& content)
@@ -39,11 +41,12 @@ ImageFile readHexText(const QByteArray& content)
     ImageFile file;
     file.format = ImageFormat::HexText;
     SysExCutter cutter(file);
-    for (int i = 0; i + 1 < content.size(); ++i) {
-        if (isSeparator(content.at(i)))
+    const FileText text(content);
+    for (int i = 0; i + 1 < text.size(); ++i) {
+        if (isSeparator(text.at(i)))
             continue;
-        const int value = digitValue(content.at(i)) * 16 + digitValue(content.at(i + 1));
-        cutter.add(static_cast<quint8>(value), i);
+        const int value = digitValue(text.at(i)) * 16 + digitValue(text.at(i + 1));
+        cutter.add(static_cast<quint8>(value), text.offsetOf(i));
         ++i;
     }
     cutter.finish();

@@ -1,6 +1,7 @@
 #include "host/trace/Trace.h"
 
 #include "host/base/HexText.h"
+#include "host/base/PrintableText.h"
 
 #include <array>
 #include <utility>
@@ -33,6 +34,12 @@ QString timeText(Microseconds time)
         .arg(time % microsecondsPerSecond, 6, 10, QLatin1Char('0'));
 }
 
+// Of ASCII and of Latin-1: a terminal obeys both.
+bool isControl(QChar character)
+{
+    return character.category() == QChar::Other_Control;
+}
+
 // One line stays one line, and reads back as it was.
 QString escaped(const QString& text)
 {
@@ -40,7 +47,7 @@ QString escaped(const QString& text)
     for (const QChar character : text) {
         if (character == QLatin1Char('\\'))
             result += QStringLiteral("\\\\");
-        else if (character.unicode() < 0x20 || character.unicode() == 0x7F)
+        else if (isControl(character))
             result += QStringLiteral("\\x%1").arg(character.unicode(), 2, 16, QLatin1Char('0'));
         else
             result += character;
@@ -114,7 +121,7 @@ TraceWriter::TraceWriter(QIODevice& out, Microseconds start) : m_out(out), m_sta
 void TraceWriter::comment(const QString& text)
 {
     for (const QString& line : text.split(QLatin1Char('\n')))
-        writeLine(QStringLiteral("# ") + escaped(line));
+        writeLine(QStringLiteral("# ") + printable(line));
 }
 
 // Messages are noticed when they are looked at, so one may be told after what happened since its

@@ -1,3 +1,4 @@
+#include "host/base/WholeFile.h"
 #include "host/trace/Trace.h"
 
 #include <QFile>
@@ -282,9 +283,10 @@ TraceFile parseTrace(const QByteArray& content)
 TraceFile readTrace(const QString& path)
 {
     TraceFile file;
-    QFile in(path);
-    if (!in.open(QIODevice::ReadOnly)) {
-        file.error = QStringLiteral("it cannot be read: %1").arg(in.errorString());
+    QFile in;
+    QString error;
+    if (!openFile(in, path, QIODevice::ReadOnly, &error)) {
+        file.error = QStringLiteral("it cannot be read: %1").arg(error);
         return file;
     }
     const QByteArray head = in.peek(int(qstrlen(traceHeader)));

@@ -154,15 +154,53 @@ TEST(MidiFile, RefusesOtherFormats)
     expectRefused("MThd" + number(5) + hex("000000010060") + track(endOfTrack), 4, "5 bytes");
 }
 
-TEST(MidiFile, RefusesBytesBehindTheLastTrack)
+TEST(MidiFile, SkipsBytesAfterTheLastTrackWithAWarning)
 {
     const QByteArray whole = midiFile(hex("00F00201F7"));
-    expectRefused(whole + '\0', whole.size(), "after the last track");
+    for (const QByteArray& more : {hex("00"), QByteArray("abcdefghij"), QByteArray(500, '\xF0')}) {
+        const ImageFile file = parseImageFile(whole + more);
+        EXPECT_TRUE(file.problems.empty());
+        EXPECT_EQ(messagesOf(file), QList<QByteArray>({hex("F001F7")}));
+        EXPECT_EQ(file.warnings,
+                  QStringList({QStringLiteral("Skipped in the MIDI file: %1 bytes after "
+                                              "the last chunk, from byte %2 on.")
+                                   .arg(more.size())
+                                   .arg(whole.size())}));
+    }
+}
+
+TEST(MidiFile, SkipsUnknownChunksWithAWarning)
+{
+    const QByteArray other = "XFIH" + number(3) + "abc";
+    const QByteArray one = track(hex("00F00201F7") + endOfTrack);
+    const QByteArray two = track(hex("10F00202F7") + endOfTrack);
+    const ImageFile file =
+        parseImageFile(header(1, 2) + other + one + other + "XFKM" + number(0) + two + other);
+    EXPECT_TRUE(file.problems.empty());
+    EXPECT_EQ(messagesOf(file), QList<QByteArray>({hex("F001F7"), hex("F002F7")}));
+    EXPECT_EQ(file.warnings,
+              QStringList({"Skipped in the MIDI file: 4 chunks that are not a track, the "
+                           "first \"XFIH\" at byte 14."}));
+    EXPECT_EQ(
+        parseImageFile(header(0, 1) + other + one).warnings,
+        QStringList({"Skipped in the MIDI file: 1 chunk that is not a track, the first \"XFIH\" "
+                     "at byte 14."}));
+    EXPECT_EQ(parseImageFile(header(0, 1) + one).warnings, QStringList());
+}
+
+TEST(MidiFile, RefusesMoreTracksThanItsHeaderStates)
+{
+    const QByteArray one = track(hex("00F00201F7") + endOfTrack);
+    expectRefused(header(0, 1) + one + one, header(0, 1).size() + one.size(),
+                  "more tracks than the 1");
+    expectRefused(header(0, 1) + one + "MTrk", header(0, 1).size() + one.size(), "more tracks");
 }
 
 TEST(MidiFile, RefusesSomethingElseThanATrack)
 {
-    expectRefused(header(0, 1) + "XTrk" + number(0), 14, "MTrk");
+    expectRefused(header(0, 1) + "\1Trk" + number(0), 14, "MTrk");
+    expectRefused(header(0, 1) + "XTrk" + number(9), 14, "MTrk");
+    expectRefused(header(0, 1) + "XTrk" + number(0), 22, "cut off");
 }
 
 TEST(MidiFile, RefusesAnEventThatIsLongerThanItsTrack)
