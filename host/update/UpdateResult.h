@@ -54,6 +54,11 @@ struct UpdateResult {
     ChecksumReading calculated;
     QByteArray imageChecksum; // four 7-bit groups, as the product must report it
 
+    // Of a check against an image: the kind of the product's code, Unknown when it tells none, and
+    // what that was taken from.
+    CodeType kindTold = CodeType::Unknown;
+    CodeImageReading codeImage;
+
     bool succeeded() const { return outcome == UpdateOutcome::Succeeded; }
 };
 

@@ -168,8 +168,9 @@ UpdateResult Runner::verify(const UpdateImage* image)
 {
     m_allSent = true;
     UpdateVerification verification(m_steps, m_reader, image);
-    const bool good =
-        (image == nullptr || checkImage(*image)) && verification.passes(UpdateOutcome::NoAnswer);
+    const bool good = (image == nullptr || checkImage(*image)) &&
+                      verification.passes(UpdateOutcome::NoAnswer) &&
+                      (image == nullptr || verification.kindFits());
     if (good)
         m_result.outcome = UpdateOutcome::Succeeded;
     return conclude();

@@ -89,6 +89,35 @@ bool UpdateVerification::checkChecksums()
                                 QStringLiteral("The checksums do not agree: %1.").arg(text));
 }
 
+// The product describes the code it holds under the number of its kind. Of a product with room for
+// both, the image's kind counts.
+CodeType UpdateVerification::kindTold()
+{
+    const bool isFwd = m_image->kind == CodeType::Fwd;
+    const CodeType other = isFwd ? CodeType::Fwu : CodeType::Fwd;
+    m_result.codeImage = m_reader.codeImage(isFwd ? 1 : 0);
+    if (m_result.codeImage.present || m_result.codeImage.state == ReadingState::PortLost)
+        return m_result.codeImage.present ? m_image->kind : CodeType::Unknown;
+    m_result.codeImage = m_reader.codeImage(isFwd ? 0 : 1);
+    return m_result.codeImage.present ? other : CodeType::Unknown;
+}
+
+bool UpdateVerification::kindFits()
+{
+    const CodeType told = kindTold();
+    m_result.kindTold = told;
+    if (m_result.codeImage.state == ReadingState::PortLost)
+        return m_steps.endOn(m_result.codeImage, UpdateOutcome::VerificationFailed);
+    const bool fits = told == m_image->kind || told == CodeType::Unknown;
+    m_steps.add("kind", fits,
+                told == CodeType::Unknown ? QStringLiteral("the product does not tell it")
+                                          : QString(codeTypeTag(told)));
+    return fits || m_steps.end(UpdateOutcome::VerificationFailed,
+                               QStringLiteral("The product holds code of kind \"%1\"; the image is "
+                                              "of kind \"%2\".")
+                                   .arg(codeTypeTag(told), codeTypeTag(m_image->kind)));
+}
+
 bool UpdateVerification::passes(UpdateOutcome whenSilent)
 {
     if (!identifyAgain(whenSilent))

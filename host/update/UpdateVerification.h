@@ -14,6 +14,10 @@ public:
     // answers to the identity request.
     bool passes(UpdateOutcome whenSilent);
 
+    // Whether the product holds code of the image's kind, as far as it tells; then, and when it
+    // tells none, true. `steps` hold what it told.
+    bool kindFits();
+
 private:
     bool identifyAgain(UpdateOutcome whenSilent);
     void readAll();
@@ -21,6 +25,7 @@ private:
     bool checksumsAgree() const;
     bool checkVersion();
     bool checkChecksums();
+    CodeType kindTold();
 
     UpdateSteps& m_steps;
     UpdateResult& m_result;

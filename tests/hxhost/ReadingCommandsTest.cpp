@@ -1,6 +1,8 @@
 // identify, info, verify, recover: what is read from the product and how it is said.
 #include "tests/hxhost/HxHost.h"
 
+#include <QJsonArray>
+
 namespace {
 
 class ReadingCommands : public HxHostTest {};
@@ -75,6 +77,43 @@ TEST_F(ReadingCommands, VerifyFailsForAnImageThatTheProductDoesNotHold)
     EXPECT_TRUE(result.err.startsWith("error: verification failed: The product reports version "
                                       "1.0.2.3; the image carries 1.0.2.4.\n"))
         << result.err.toStdString();
+}
+
+TEST_F(ReadingCommands, VerifyComparesTheKindThatTheProductTellsWithTheImages)
+{
+    const QString port = "simulator:" + path("state");
+    ASSERT_EQ(hxhost({"update", image(), "--port", port, "-q"}).exitCode, 0);
+    const QJsonObject same = json({"verify", image(), "--port", port});
+    EXPECT_EQ(same["exitCode"].toInt(), 0);
+    EXPECT_EQ(same["result"].toObject()["product"].toObject()["kind"].toString(), "fwu");
+    EXPECT_EQ(same["warnings"].toArray().size(), 0);
+    const ProgramResult other = hxhost({"verify", image(1000, "fwd"), "--port", port});
+    EXPECT_EQ(other.exitCode, 8);
+    EXPECT_TRUE(other.err.contains("The product holds code of kind \"fwu\"; the image is of kind "
+                                   "\"fwd\"."))
+        << other.err.toStdString();
+    ASSERT_EQ(hxhost({"update", image(1000, "fwd"), "--port", port, "-q"}).exitCode, 0);
+    EXPECT_EQ(hxhost({"verify", image(1000, "fwd"), "--port", port}).exitCode, 0);
+    EXPECT_EQ(hxhost({"verify", image(), "--port", port}).exitCode, 8);
+}
+
+// The identity, the version and both checksums come first.
+TEST_F(ReadingCommands, VerifySaysThatTheProductTellsNoKind)
+{
+    const QString port = "simulator:" + path("state");
+    ASSERT_EQ(hxhost({"update", image(), "--port", port, "-q"}).exitCode, 0);
+    for (const char* fault : {"refuse:5-6", "silent:5-10"}) {
+        const QJsonObject document = json({"verify", image(), "--port", port, "--fault", fault});
+        EXPECT_EQ(document["exitCode"].toInt(), 0) << fault;
+        const QJsonObject product = document["result"].toObject()["product"].toObject();
+        EXPECT_TRUE(product.contains("kind") && product["kind"].isNull()) << fault;
+        EXPECT_EQ(document["warnings"].toArray(),
+                  QJsonArray({"The product does not tell the kind of its code: it was not compared "
+                              "with the image's."}))
+            << fault;
+    }
+    const QJsonObject lost = json({"verify", image(), "--port", port, "--fault", "vanish:5"});
+    EXPECT_EQ(lost["exitName"].toString(), "no-port");
 }
 
 TEST_F(ReadingCommands, VerifyFailsWhenTheCodeInTheProductIsDamaged)

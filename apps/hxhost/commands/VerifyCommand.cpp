@@ -13,6 +13,20 @@ struct VerifyOptions {
     std::string image; // empty: none
 };
 
+// Only after all else agreed was the product asked.
+void reportKind(CommandContext& context, const UpdateResult& result)
+{
+    if (result.codeImage.state == ReadingState::NotRead)
+        return;
+    const bool isTold = result.kindTold != CodeType::Unknown;
+    context.report.add(QStringLiteral("product.kind"),
+                       isTold ? QJsonValue(QString(codeTypeTag(result.kindTold))) : QJsonValue(),
+                       isTold ? QString() : QStringLiteral("(not told)"));
+    if (result.succeeded() && !isTold)
+        context.warn(QStringLiteral("The product does not tell the kind of its code: it was not "
+                                    "compared with the image's."));
+}
+
 void verify(CommandContext& context, const VerifyOptions& options)
 {
     std::optional<LoadedImage> loaded;
@@ -27,6 +41,8 @@ void verify(CommandContext& context, const VerifyOptions& options)
     context.report.add(QStringLiteral("port"), session.port().name());
     const UpdateImage* image = loaded ? &loaded->image : nullptr;
     const UpdateResult result = verifyProduct(session.device(), session.bus(), image);
+    if (image != nullptr)
+        reportKind(context, result);
     reportUpdate(context, result);
     reportPluginAnswers(context, session, result);
 }
