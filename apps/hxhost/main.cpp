@@ -3,6 +3,8 @@
 
 #include <QCoreApplication>
 
+#include <csignal>
+
 #ifdef Q_OS_UNIX
 #include <fcntl.h>
 #include <unistd.h>
@@ -23,11 +25,21 @@ void holdClosedStreams()
 #endif
 }
 
+// A file that reaches the limit on its size is a full disk: writing fails, and what is under way
+// goes on.
+void outliveFileLimits()
+{
+#ifdef SIGXFSZ
+    std::signal(SIGXFSZ, SIG_IGN);
+#endif
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
     holdClosedStreams();
+    outliveFileLimits();
     const QCoreApplication application(argc, argv);
     hx::CommandLine line;
     hx::addAllCommands(line);

@@ -240,7 +240,7 @@ TEST_F(CheckCommand, ImageGivenMustBeOneThatThePluginKnows)
     const QString other = write("other.syx", QByteArray("\xF0\x7D\x01\x02\x03\x04\x05\xF7", 8));
     const QJsonObject document = json({"check", HX_PLUGIN_FILE, "--image", other});
     EXPECT_EQ(rulesIn("failed", document), (QStringList{"update.described", "update.answers"}));
-    EXPECT_EQ(hxhost({"check", HX_PLUGIN_FILE, "--image", path("none")}).exitCode, 6);
+    EXPECT_EQ(hxhost({"check", HX_PLUGIN_FILE, "--image", path("none")}).exitCode, 10);
 }
 
 TEST_F(CheckCommand, NoPluginIsNoBrokenContract)

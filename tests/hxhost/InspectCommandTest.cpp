@@ -126,7 +126,8 @@ TEST_F(ImageCommands, BuildLeavesItsOwnCodeFileAlone)
     const ProgramResult ended =
         hxhost({"image", "build", code, "-o", path("./code.bin"), "--kind", "fwu"});
     EXPECT_EQ(ended.exitCode, 2);
-    EXPECT_TRUE(ended.err.startsWith("error: the image would overwrite its own code file"))
+    EXPECT_TRUE(ended.err.startsWith("error: --output \"" + path("./code.bin").toUtf8() +
+                                     "\" would overwrite the file that CODE names\n"))
         << ended.err.toStdString();
     std::filesystem::create_hard_link(code.toStdString(), path("hard").toStdString());
     EXPECT_EQ(hxhost({"image", "build", code, "-o", path("hard"), "--kind", "fwu"}).exitCode, 2);

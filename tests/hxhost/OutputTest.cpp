@@ -153,7 +153,7 @@ TEST_F(Output, JsonProgressIsOneObjectALineOnStderr)
         {"update", image(), "--port", "simulator", "--progress", "json", "--no-listen", "--json"});
     const QList<QByteArray> lines = ended.err.trimmed().split('\n');
     ASSERT_GE(lines.size(), 11);
-    const QJsonObject last = QJsonDocument::fromJson(lines.at(lines.size() - 2)).object();
+    const QJsonObject last = QJsonDocument::fromJson(lines.last()).object();
     EXPECT_EQ(last.value("percent").toInt(), 100) << ended.err.toStdString();
     EXPECT_EQ(last.value("message").toInt(), 11);
     EXPECT_EQ(last.value("bytes").toInt(), last.value("totalBytes").toInt());

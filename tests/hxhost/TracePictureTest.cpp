@@ -255,7 +255,8 @@ TEST_F(TracePicture, LeavesItsOwnTraceAlone)
     const QString trace = write("a.trace", "# hxtrace 1\n");
     const ProgramResult ended = hxhost({"trace", trace, "--svg", path("./a.trace")});
     EXPECT_EQ(ended.exitCode, 2);
-    EXPECT_TRUE(ended.err.startsWith("error: the picture would overwrite the trace"))
+    EXPECT_TRUE(ended.err.startsWith("error: --svg \"" + path("./a.trace").toUtf8() +
+                                     "\" would overwrite the file that FILE names\n"))
         << ended.err.toStdString();
     EXPECT_EQ(read(trace), "# hxtrace 1\n");
 }

@@ -1,57 +1,80 @@
 #include "apps/hxhost/commands/ArgumentCheck.h"
 
-#include "apps/hxhost/commands/Options.h"
-#include "apps/hxhost/session/SameFile.h"
+#include "apps/hxhost/commands/OutputCheck.h"
+#include "apps/hxhost/report/Terminal.h"
 
 namespace hx {
 
 namespace {
 
-// Flags take no value, and the values of output options are words; --trace is one of them.
-bool mayNameFile(const CLI::Option& option)
+Problem emptyValue(const QString& option)
 {
-    return option.get_expected_max() > 0 && option.get_group() != outputGroup;
-}
-
-// "PATH", or the path in "replay:PATH" and "simulator:PATH".
-bool namesFile(const std::string& value, const QString& path)
-{
-    const size_t colon = value.find(':');
-    return isSameFile(QString::fromStdString(value), path) ||
-           (colon != std::string::npos &&
-            isSameFile(QString::fromStdString(value.substr(colon + 1)), path));
-}
-
-Problem emptyValue(const std::string& option)
-{
-    return {ExitCode::Usage, QStringLiteral("the value of %1 is empty").arg(option.c_str()),
+    return {ExitCode::Usage, QStringLiteral("the value of %1 is empty").arg(option),
             QStringLiteral("a text of at least one character"),
             QStringLiteral("give one, or leave out what is optional")};
 }
 
-Problem traceOverwrites(const std::string& trace, const std::string& option)
+Problem noStream(const QString& option)
 {
     return {ExitCode::Usage,
-            QStringLiteral("the trace \"%1\" would overwrite the file that %2 names")
-                .arg(QString::fromStdString(trace), option.c_str()),
-            QStringLiteral("two different files"),
-            QStringLiteral("give another name with --trace")};
+            QStringLiteral("%1 cannot go to standard output, which carries the result").arg(option),
+            QStringLiteral("the name of a file"),
+            QStringLiteral("give one with %1; \"./-\" is the file of that name").arg(option)};
+}
+
+Problem takenByFile(const QString& option)
+{
+    return {ExitCode::Usage,
+            QStringLiteral("--json and --field cannot be used with \"%1 -\": standard output "
+                           "carries the file")
+                .arg(option),
+            QStringLiteral("one thing on standard output"),
+            QStringLiteral("give the name of a file with %1").arg(option)};
+}
+
+Problem typedImage()
+{
+    return {ExitCode::Usage, QStringLiteral("\"-\" is read from standard input, a terminal"),
+            QStringLiteral("a file or a pipe on standard input"),
+            QStringLiteral("write '< FILE' or 'COMMAND |', or name the file")};
+}
+
+// "-" for a standard stream.
+std::optional<Problem> streamProblem(const CLI::Option& option, const OutputOptions& output)
+{
+    const QString name = QString::fromStdString(option.get_name());
+    if (!namesOutput(option))
+        return inputIsTerminal() && option.get_positional() ? std::optional(typedImage())
+                                                            : std::nullopt;
+    if (name == QLatin1String("--trace") || name == QLatin1String("--state"))
+        return noStream(name);
+    if (output.json || !output.field.empty())
+        return takenByFile(name);
+    return std::nullopt;
+}
+
+std::optional<Problem> valueProblem(const CLI::Option& option, const OutputOptions& output)
+{
+    for (const std::string& value : option.results()) {
+        if (value.empty())
+            return emptyValue(QString::fromStdString(option.get_name()));
+        if (value == "-") {
+            if (const std::optional<Problem> problem = streamProblem(option, output))
+                return problem;
+        }
+    }
+    return std::nullopt;
 }
 
 } // namespace
 
-std::optional<Problem> argumentProblem(const CLI::App& command, const std::string& trace)
+std::optional<Problem> argumentProblem(const CLI::App& command, const OutputOptions& output)
 {
-    const QString path = QString::fromStdString(trace);
     for (const CLI::Option* option : command.get_options()) {
-        for (const std::string& value : option->results()) {
-            if (value.empty())
-                return emptyValue(option->get_name());
-            if (mayNameFile(*option) && namesFile(value, path))
-                return traceOverwrites(trace, option->get_name());
-        }
+        if (const std::optional<Problem> problem = valueProblem(*option, output))
+            return problem;
     }
-    return std::nullopt;
+    return outputProblem(command);
 }
 
 } // namespace hx

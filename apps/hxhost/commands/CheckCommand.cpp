@@ -1,8 +1,10 @@
 // hxhost check: holds a plugin to the contract, rule by rule.
 #include "apps/hxhost/commands/Commands.h"
+#include "apps/hxhost/report/StandardStreams.h"
 #include "apps/hxhost/session/PluginPlace.h"
 #include "contract/ContractCheck.h"
 
+#include "host/base/FileName.h"
 #include "host/image/ImageFile.h"
 
 #include <algorithm>
@@ -83,16 +85,25 @@ bool takeMessages(CommandContext& context, const std::string& path, QList<HxMidi
 {
     if (path.empty())
         return true;
-    const ImageFile file = readImageFile(QString::fromStdString(path));
+    const QString name = fileNameText(path);
+    QByteArray content;
+    QString error;
+    if (!readInput(name, maxImageFileBytes, &content, &error)) {
+        context.fail(ExitCode::FileError,
+                     QStringLiteral("the image \"%1\" cannot be read: %2").arg(name, error),
+                     QStringLiteral("whole SysEx messages as raw bytes, hex text or a MIDI file"),
+                     QStringLiteral("give another file with --image, or none"));
+        return false;
+    }
+    const ImageFile file = parseImageFile(content);
     for (const FileMessage& message : file.messages)
         messages->append(message.data);
     if (file.problems.empty() && !messages->isEmpty())
         return true;
     context.fail(ExitCode::ImageRefused,
                  QStringLiteral("the image \"%1\" cannot be used: %2")
-                     .arg(QString::fromStdString(path),
-                          file.problems.empty() ? QStringLiteral("it holds no SysEx message")
-                                                : file.problems.front().line()),
+                     .arg(name, file.problems.empty() ? QStringLiteral("it holds no SysEx message")
+                                                      : file.problems.front().line()),
                  QStringLiteral("whole SysEx messages as raw bytes, hex text or a MIDI file"),
                  QStringLiteral("give another file with --image, or none"));
     return false;

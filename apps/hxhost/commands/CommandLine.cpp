@@ -1,6 +1,10 @@
 #include "apps/hxhost/commands/CommandLine.h"
 
 #include "apps/hxhost/commands/ArgumentCheck.h"
+#include "apps/hxhost/commands/OutputCheck.h"
+#include "apps/hxhost/report/Terminal.h"
+#include "host/base/FileName.h"
+#include "host/base/PrintableText.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -30,10 +34,10 @@ Problem outputLost()
             QStringLiteral("send it elsewhere; only the result is lost, what was done is done")};
 }
 
-bool asksForJson(int argc, char** argv)
+bool asksFor(const char* wanted, int argc, char** argv)
 {
     return std::any_of(argv, argv + argc,
-                       [](const char* word) { return std::strcmp(word, "--json") == 0; });
+                       [wanted](const char* word) { return std::strcmp(word, wanted) == 0; });
 }
 
 QString fullName(const CLI::App* command)
@@ -65,10 +69,10 @@ QString innermostCommand(const CLI::App& app)
 QString parserText(const CLI::App& app, const CLI::ParseError& error)
 {
     if (error.get_exit_code() != int(CLI::ExitCodes::ExtrasError))
-        return QString::fromStdString(error.what());
+        return fileNameText(error.what());
     QStringList surplus;
     for (const std::string& word : app.remaining(true))
-        surplus << QStringLiteral("\"%1\"").arg(QString::fromStdString(word));
+        surplus << QStringLiteral("\"%1\"").arg(fileNameText(word));
     return QStringLiteral("not expected here: ") + surplus.join(QLatin1Char(' '));
 }
 
@@ -86,11 +90,33 @@ Problem usageProblem(const CLI::App& app, const CLI::ParseError& error)
         return {ExitCode::Usage, parserText(app, error),
                 QStringLiteral("a command, its arguments and its options"), help};
     return {ExitCode::Usage,
-            QStringLiteral("\"%1\" is not a command").arg(QString::fromStdString(left.front())),
+            QStringLiteral("\"%1\" is not a command").arg(fileNameText(left.front())),
             QStringLiteral("one of: ") + known.join(QLatin1String(", ")), help};
 }
 
 } // namespace
+
+QString CommandContext::traceName() const
+{
+    return fileNameText(output.trace);
+}
+
+void CommandContext::failTrace(const QString& error)
+{
+    fail(ExitCode::FileError,
+         QStringLiteral("the trace \"%1\" cannot be written: %2").arg(traceName(), error),
+         QStringLiteral("a file name in a folder that may be written to"),
+         QStringLiteral("give another name with --trace"));
+}
+
+bool CommandContext::startTrace()
+{
+    QString error;
+    const bool isStarted = recorder.startTrace(&error);
+    if (!isStarted)
+        failTrace(error);
+    return isStarted;
+}
 
 CommandLine::CommandLine() : m_app("Updates the firmware of MIDI products through device plugins")
 {
@@ -133,7 +159,7 @@ int CommandLine::run(int argc, char** argv)
 {
     m_words = QStringLiteral("hxhost");
     for (int i = 1; i < argc; ++i)
-        m_words += QLatin1Char(' ') + QString::fromLocal8Bit(argv[i]);
+        m_words += QLatin1Char(' ') + fileNameText(argv[i]);
     try {
         m_app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
@@ -160,29 +186,32 @@ int CommandLine::refuse(const CLI::ParseError& error, int argc, char** argv)
     Report report;
     const Problem problem = usageProblem(m_app, error);
     report.fail(problem);
-    Console(Verbosity::Normal).problem(problem);
-    if (asksForJson(argc, argv))
+    const bool hasDocument = asksFor("--json", argc, argv);
+    const bool hasObjects = asksFor("json", argc, argv) || asksFor("--progress=json", argc, argv);
+    if (hasDocument)
         writeOut(report.toJson(QString()));
+    if (!hasDocument || !hasObjects || !allWritten())
+        Console(Verbosity::Normal, hasObjects).problem(problem);
     return int(report.exitCode());
 }
 
 int CommandLine::runChosen()
 {
     Report report;
-    Console console(m_output.verbosity());
+    Console console(m_output.verbosity(), m_output.progress == ProgressMode::Json);
     Recorder recorder(console);
     CommandContext context{m_output, report, console, recorder, std::nullopt};
-    const QString trace = QString::fromStdString(m_output.trace);
+    if (const std::optional<Problem> problem = standardOutputProblem(*m_chosen)) {
+        console.problem(*problem);
+        return int(problem->code);
+    }
     QString error;
-    if (const std::optional<Problem> problem = argumentProblem(*m_chosen, m_output.trace))
+    if (const std::optional<Problem> problem = argumentProblem(*m_chosen, m_output))
         report.fail(*problem);
-    else if (trace.isEmpty() || recorder.openTrace(trace, m_words, &error))
+    else if (m_output.trace.empty() || recorder.openTrace(context.traceName(), m_words, &error))
         runGuarded(context);
     else
-        context.fail(ExitCode::FileError,
-                     QStringLiteral("the trace \"%1\" cannot be written: %2").arg(trace, error),
-                     QStringLiteral("a file name in a folder that may be written to"),
-                     QStringLiteral("give another name with --trace"));
+        context.failTrace(error);
     return finish(context);
 }
 
@@ -204,14 +233,17 @@ int CommandLine::finish(CommandContext& context)
     Report& report = context.report;
     if (context.replayProblem)
         report.fail(*context.replayProblem);
+    if (!report.failed())
+        context.startTrace();
     if (!context.recorder.ok() && !report.failed())
         context.fail(ExitCode::FileError,
                      QStringLiteral("the trace could not be written to its end"),
                      QStringLiteral("room on the disk"), QStringLiteral("free some, run again"));
     printResult(context);
-    if (!allWritten() && !report.failed())
+    const bool isWritten = allWritten();
+    if (!isWritten && !report.failed())
         report.fail(outputLost());
-    if (report.problem())
+    if (report.problem() && (!isWritten || !m_output.isDocumentEnough()))
         context.console.problem(*report.problem());
     return int(report.exitCode());
 }
@@ -219,6 +251,8 @@ int CommandLine::finish(CommandContext& context)
 void CommandLine::printResult(CommandContext& context)
 {
     Report& report = context.report;
+    if (context.isOutputTaken)
+        return;
     if (m_output.json)
         return writeOut(report.toJson(fullName(m_chosen)));
     if (m_output.field.empty())
@@ -226,7 +260,8 @@ void CommandLine::printResult(CommandContext& context)
     const QString name = QString::fromStdString(m_output.field);
     const std::optional<QString> value = report.field(name);
     if (value)
-        writeOut(value->toUtf8() + '\n');
+        writeOut((outputIsTerminal() ? printableLines(*value).toUtf8() : fileNameBytes(*value)) +
+                 '\n');
     else if (!report.failed())
         context.fail(ExitCode::Usage, QStringLiteral("the result has no value \"%1\"").arg(name),
                      QStringLiteral("one of: ") + report.fieldNames().join(QLatin1String(", ")),

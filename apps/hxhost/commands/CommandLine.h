@@ -20,16 +20,27 @@ struct CommandContext {
     // Set when a replayed trace was left: whatever the command made of that, this is its problem.
     std::optional<Problem> replayProblem;
 
+    // Set when the command has written a file to standard output: nothing else may go there.
+    bool isOutputTaken = false;
+
     void fail(ExitCode code, const QString& what, const QString& expected, const QString& next)
     {
         report.fail({code, what, expected, next});
     }
 
+    QString traceName() const;
+    void failTrace(const QString& error);
+
+    // Puts the trace into its file, if one is recorded; false, with the problem in the report, when
+    // that cannot be done.
+    bool startTrace();
+
     // Warns on stderr and in the JSON document.
     void warn(const QString& text)
     {
         report.warn(text);
-        console.warning(text);
+        if (!output.isDocumentEnough())
+            console.warning(text);
     }
 };
 

@@ -1,13 +1,11 @@
 // hxhost image: makes update images and looks into them.
 #include "apps/hxhost/commands/Commands.h"
 #include "apps/hxhost/report/ImageReport.h"
-#include "apps/hxhost/session/SameFile.h"
+#include "apps/hxhost/report/StandardStreams.h"
 
-#include "host/base/WholeFile.h"
+#include "host/base/FileName.h"
 #include "host/image/ImageBuilder.h"
 #include "host/image/ImageGrammar.h"
-
-#include <QFile>
 
 namespace hx {
 
@@ -29,23 +27,21 @@ std::string checkVersion(const std::string& text)
 
 bool readCode(CommandContext& context, const QString& path, QByteArray* code)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        context.fail(
-            ExitCode::FileError,
-            QStringLiteral("the code file \"%1\" cannot be read: %2").arg(path, file.errorString()),
-            QStringLiteral("a file of 1 to %1 bytes").arg(image::maxCodeBytes),
-            QStringLiteral("check the name and the permissions"));
-        return false;
-    }
-    *code = file.read(image::maxCodeBytes + 1);
-    return true;
+    QString error;
+    if (readInput(path, image::maxCodeBytes, code, &error))
+        return true;
+    context.fail(ExitCode::FileError,
+                 QStringLiteral("the code file \"%1\" cannot be read: %2").arg(path, error),
+                 QStringLiteral("a file of 1 to %1 bytes").arg(image::maxCodeBytes),
+                 QStringLiteral("check the name and the permissions"));
+    return false;
 }
 
 bool writeImage(CommandContext& context, const QString& path, const QByteArray& content)
 {
     QString error;
-    if (writeWholeFile(path, content, &error))
+    context.isOutputTaken = isStandardStream(path);
+    if (writeOutput(path, content, &error))
         return true;
     context.fail(ExitCode::FileError,
                  QStringLiteral("the image \"%1\" cannot be written: %2").arg(path, error),
@@ -64,34 +60,29 @@ bool isMadeOfMessages(const QByteArray& content)
 
 void build(CommandContext& context, const BuildOptions& options)
 {
-    if (isSameFile(QString::fromStdString(options.code), QString::fromStdString(options.output)))
-        return context.fail(ExitCode::Usage,
-                            QStringLiteral("the image would overwrite its own code file \"%1\"")
-                                .arg(QString::fromStdString(options.code)),
-                            QStringLiteral("two different files"),
-                            QStringLiteral("give another name with -o"));
+    const QString codeFile = fileNameText(options.code);
     QByteArray code;
-    if (!readCode(context, QString::fromStdString(options.code), &code))
+    if (!readCode(context, codeFile, &code))
         return;
     if (isMadeOfMessages(code))
         return context.fail(ExitCode::ImageRefused,
                             QStringLiteral("\"%1\" is an update image already, whole or damaged, "
                                            "not code")
-                                .arg(QString::fromStdString(options.code)),
+                                .arg(codeFile),
                             QStringLiteral("the file of code bytes that an image is made of"),
                             QStringLiteral("send the image with 'hxhost update', or give the code "
                                            "file"));
     const BuiltImage built =
         buildImage(code, options.kind, QString::fromStdString(options.version));
     if (!built.ok())
-        return context.fail(ExitCode::ImageRefused,
-                            QStringLiteral("no image can be made of \"%1\": %2")
-                                .arg(QString::fromStdString(options.code), built.error),
-                            QStringLiteral("1 to %1 code bytes").arg(image::maxCodeBytes),
-                            QStringLiteral("give another code file"));
+        return context.fail(
+            ExitCode::ImageRefused,
+            QStringLiteral("no image can be made of \"%1\": %2").arg(codeFile, built.error),
+            QStringLiteral("1 to %1 code bytes").arg(image::maxCodeBytes),
+            QStringLiteral("give another code file"));
     const QByteArray content = built.fileContent();
-    if (writeImage(context, QString::fromStdString(options.output), content))
-        addImage(context.report, writtenImage(options.output, content));
+    if (writeImage(context, fileNameText(options.output), content))
+        addImage(context.report, imageIn(fileNameText(options.output), content));
 }
 
 void inspectImage(CommandContext& context, const std::string& path)

@@ -28,6 +28,10 @@ struct OutputOptions {
     std::string trace; // empty: no record is written
 
     Verbosity verbosity() const;
+
+    // Whether warnings and the error are in the JSON document alone, because standard error carries
+    // progress for a program.
+    bool isDocumentEnough() const { return json && progress == ProgressMode::Json; }
 };
 
 struct PluginOptions {

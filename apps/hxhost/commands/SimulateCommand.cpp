@@ -3,6 +3,7 @@
 #include "apps/hxhost/commands/Commands.h"
 #include "apps/hxhost/session/InterruptFlag.h"
 
+#include "host/base/FileName.h"
 #include "host/base/HexText.h"
 #include "ports/PortList.h"
 #include "ports/ProductServer.h"
@@ -100,7 +101,7 @@ std::unique_ptr<RtMidiPort> openVirtual(CommandContext& context, const SimulateO
 
 void simulate(CommandContext& context, const SimulateOptions& options)
 {
-    const QString state = QString::fromStdString(options.state);
+    const QString state = fileNameText(options.state);
     SimulatedProduct fresh;
     QString error;
     if (!state.isEmpty() && !restoreProduct(fresh, state, &error))

@@ -1,14 +1,13 @@
 // hxhost trace: a recorded session as a table and in numbers, or as a picture.
 #include "apps/hxhost/commands/CommandLine.h"
 #include "apps/hxhost/commands/Commands.h"
-#include "apps/hxhost/session/SameFile.h"
+#include "apps/hxhost/report/StandardStreams.h"
 #include "host/trace/TraceSummary.h"
 #include "host/trace/TraceSvg.h"
 
+#include "host/base/FileName.h"
 #include "host/base/HexText.h"
-#include "host/base/WholeFile.h"
-
-#include <QFileInfo>
+#include "host/base/PrintableText.h"
 
 namespace hx {
 
@@ -99,11 +98,13 @@ void addEvents(Report& report, const std::vector<TraceEvent>& events, bool areDr
 void drawTrace(CommandContext& context, const TraceOptions& options,
                const std::vector<TraceEvent>& events)
 {
-    const QString path = QString::fromStdString(options.svg);
-    const QString title = QFileInfo(QString::fromStdString(options.file)).fileName();
+    const QString path = fileNameText(options.svg);
+    const QString title =
+        printable(fileNameText(std::filesystem::path(options.file).filename().string()));
     const QByteArray picture = traceSvg(title, events);
     QString error;
-    if (!writeWholeFile(path, picture, &error))
+    context.isOutputTaken = isStandardStream(path);
+    if (!writeOutput(path, picture, &error))
         return context.fail(
             ExitCode::FileError,
             QStringLiteral("the picture \"%1\" cannot be written: %2").arg(path, error),
@@ -114,7 +115,7 @@ void drawTrace(CommandContext& context, const TraceOptions& options,
 
 void showTrace(CommandContext& context, const TraceOptions& options)
 {
-    const QString name = QString::fromStdString(options.file);
+    const QString name = fileNameText(options.file);
     const TraceFile trace = readTrace(name);
     if (!trace.ok())
         return context.fail(
@@ -122,11 +123,6 @@ void showTrace(CommandContext& context, const TraceOptions& options)
             QStringLiteral("a file that --trace has written"),
             QStringLiteral("give the name of one; docs/formats/trace-format.md says what "
                            "stands in it"));
-    if (isSameFile(name, QString::fromStdString(options.svg)))
-        return context.fail(
-            ExitCode::Usage,
-            QStringLiteral("the picture would overwrite the trace \"%1\"").arg(name),
-            QStringLiteral("two different files"), QStringLiteral("give another name with --svg"));
     addEvents(context.report, trace.events, !options.svg.empty());
     addSummary(context.report, summarize(trace.events));
     if (!options.svg.empty())

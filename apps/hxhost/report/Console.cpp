@@ -1,7 +1,10 @@
 #include "apps/hxhost/report/Console.h"
 
+#include "apps/hxhost/report/JsonText.h"
 #include "apps/hxhost/report/Terminal.h"
+#include "host/base/PrintableText.h"
 
+#include <QJsonDocument>
 #include <QTextStream>
 
 #include <cstdio>
@@ -17,32 +20,55 @@ void writeError(const QString& text)
     fflush(stderr);
 }
 
+QString jsonLine(const char* name, const QJsonValue& value)
+{
+    const QJsonObject object{{QString::fromLatin1(name), withoutStrayUnits(value)}};
+    return QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact));
+}
+
 constexpr char redCode[] = "31";
 constexpr char yellowCode[] = "33";
 
 } // namespace
 
-Console::Console(Verbosity verbosity) : m_verbosity(verbosity), m_colour(colourAllowed()) {}
+Console::Console(Verbosity verbosity, bool isForPrograms)
+    : m_verbosity(verbosity), m_isForPrograms(isForPrograms), m_colour(colourAllowed())
+{
+}
+
+void Console::note(const QString& text)
+{
+    if (!m_isForPrograms)
+        say(Verbosity::Normal, text);
+}
 
 void Console::warning(const QString& text)
 {
-    say(Verbosity::Normal,
-        coloured(yellowCode, QStringLiteral("warning:")) + QLatin1Char(' ') + text);
+    if (m_verbosity < Verbosity::Normal)
+        return;
+    if (m_isForPrograms)
+        line(jsonLine("warning", text));
+    else
+        line(coloured(yellowCode, QStringLiteral("warning:")) + QLatin1Char(' ') + printable(text));
 }
 
 void Console::problem(const Problem& problem)
 {
-    line(coloured(redCode, QStringLiteral("error:")) + QLatin1Char(' ') + problem.what);
+    if (m_isForPrograms)
+        return line(jsonLine("error", problemObject(problem)));
+    line(coloured(redCode, QStringLiteral("error:")) + QLatin1Char(' ') + printable(problem.what));
     if (!problem.expected.isEmpty())
-        line(QStringLiteral("  expected: ") + problem.expected);
+        line(QStringLiteral("  expected: ") + printable(problem.expected));
     if (!problem.next.isEmpty())
-        line(QStringLiteral("  next: ") + problem.next);
+        line(QStringLiteral("  next: ") + printable(problem.next));
 }
 
 QString Console::ask(const QString& question)
 {
+    if (m_isForPrograms)
+        return QString();
     endRedraw();
-    writeError(question + QLatin1Char(' '));
+    writeError(printableLines(question) + QLatin1Char(' '));
     QTextStream input(stdin);
     const QString answer = input.readLine();
     return answer.isNull() ? answer : answer.trimmed();
@@ -70,7 +96,7 @@ void Console::line(const QString& text)
 void Console::say(Verbosity level, const QString& text)
 {
     if (m_verbosity >= level)
-        line(text);
+        line(m_isForPrograms ? jsonLine("detail", text) : printable(text));
 }
 
 QString Console::coloured(const char* code, const QString& text) const

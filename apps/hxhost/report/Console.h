@@ -17,25 +17,26 @@ enum class Verbosity {
 
 class Console {
 public:
-    explicit Console(Verbosity verbosity);
+    // `isForPrograms`: every line is a JSON object, and what only a person needs is left out.
+    explicit Console(Verbosity verbosity, bool isForPrograms = false);
 
     Verbosity verbosity() const { return m_verbosity; }
 
-    void note(const QString& text) { say(Verbosity::Normal, text); }
+    void note(const QString& text);
     void detail(const QString& text) { say(Verbosity::Detail, text); }
     void bytes(const QString& text) { say(Verbosity::Bytes, text); }
     void warning(const QString& text);
     void problem(const Problem& problem);
 
     // Asks on the terminal and returns the line that was typed, without blanks around it; a null
-    // text at the end of input.
+    // text at the end of input, and where programs read the question.
     QString ask(const QString& question);
 
     // Draws `text` over the line drawn before; `endRedraw` leaves it standing and goes on below it.
     void redraw(const QString& text);
     void endRedraw();
 
-    // Writes one line whatever the level.
+    // Writes one line whatever the level, as it is.
     void line(const QString& text);
 
 private:
@@ -43,6 +44,7 @@ private:
     QString coloured(const char* code, const QString& text) const;
 
     Verbosity m_verbosity;
+    bool m_isForPrograms;
     bool m_colour;
     bool m_redrawing = false;
 };

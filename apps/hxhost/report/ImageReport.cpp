@@ -1,12 +1,11 @@
 #include "apps/hxhost/report/ImageReport.h"
 
 #include "apps/hxhost/report/Readings.h"
+#include "apps/hxhost/report/StandardStreams.h"
 
+#include "host/base/FileName.h"
 #include "host/base/HexText.h"
 #include "host/image/ImageGrammar.h"
-
-#include <QFile>
-#include <QFileInfo>
 
 namespace hx {
 
@@ -60,28 +59,12 @@ void addContent(Report& report, const UpdateImage& image)
         report.add(QStringLiteral("image.checksum"), hexText(image.expectedChecksum()));
 }
 
-// Empty when the file can be read. A pipe is refused too: it could be read only once.
-QString whyUnreadable(const QString& path)
+void failUnreadable(CommandContext& context, const QString& name, const QString& error)
 {
-    const QFileInfo info(path);
-    if (info.isDir())
-        return QStringLiteral("it is a folder");
-    if (info.exists() && !info.isFile())
-        return QStringLiteral("it is no regular file");
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? QString() : file.errorString();
-}
-
-bool requireReadable(CommandContext& context, const QString& path)
-{
-    const QString why = whyUnreadable(path);
-    if (why.isEmpty())
-        return true;
     context.fail(ExitCode::FileError,
-                 QStringLiteral("the image \"%1\" cannot be read: %2").arg(path, why),
+                 QStringLiteral("the image \"%1\" cannot be read: %2").arg(name, error),
                  QStringLiteral("an update image: .syx, hex text or Standard MIDI File"),
-                 QStringLiteral("check the name and the permissions"));
-    return false;
+                 QStringLiteral("check the name and the permissions; \"-\" is standard input"));
 }
 
 bool requireGoodImage(CommandContext& context, const LoadedImage& loaded)
@@ -107,18 +90,10 @@ bool requireGoodImage(CommandContext& context, const LoadedImage& loaded)
 
 } // namespace
 
-LoadedImage loadImage(const std::string& path)
-{
-    const QString name = QString::fromStdString(path);
-    ImageFile file = readImageFile(name);
-    UpdateImage image = parseUpdateImage(file);
-    return {name, std::move(file), std::move(image)};
-}
-
-LoadedImage writtenImage(const std::string& path, const QByteArray& content)
+LoadedImage imageIn(const QString& name, const QByteArray& content)
 {
     const ImageFile file = parseImageFile(content);
-    return {QString::fromStdString(path), file, parseUpdateImage(file)};
+    return {name, file, parseUpdateImage(file)};
 }
 
 void addImage(Report& report, const LoadedImage& loaded)
@@ -139,9 +114,16 @@ void addImage(Report& report, const LoadedImage& loaded)
 
 std::optional<LoadedImage> takeImage(CommandContext& context, const std::string& path)
 {
-    if (!requireReadable(context, QString::fromStdString(path)))
+    const QString name = fileNameText(path);
+    QByteArray content;
+    QString error;
+    if (!readInput(name, maxImageFileBytes, &content, &error)) {
+        failUnreadable(context, name, error);
         return std::nullopt;
-    LoadedImage loaded = loadImage(path);
+    }
+    LoadedImage loaded = imageIn(name, content);
+    for (const QString& warning : loaded.file.warnings)
+        context.warn(warning);
     addImage(context.report, loaded);
     if (!requireGoodImage(context, loaded))
         return std::nullopt;

@@ -14,16 +14,14 @@ struct LoadedImage {
     UpdateImage image;
 };
 
-LoadedImage loadImage(const std::string& path);
-
-// What was written to `path`, which may be a pipe and not be there to be read again.
-LoadedImage writtenImage(const std::string& path, const QByteArray& content);
+// The image that `content` is, which was read from the file `name` or written to it.
+LoadedImage imageIn(const QString& name, const QByteArray& content);
 
 // Adds kind, product, version, messages, sizes, time on the wire, and the problems.
 void addImage(Report& report, const LoadedImage& loaded);
 
-// Reads an image and adds it to the report. None, with the problem in the report, when the file
-// cannot be read or the image is not good.
+// Reads an image, "-" from standard input, and adds it to the report. None, with the problem in the
+// report, when the file cannot be read or the image is not good.
 std::optional<LoadedImage> takeImage(CommandContext& context, const std::string& path);
 
 // "1 min 2 s" for 62 seconds; rounded up to whole seconds.

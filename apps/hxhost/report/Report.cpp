@@ -1,6 +1,8 @@
 #include "apps/hxhost/report/Report.h"
 
+#include "apps/hxhost/report/JsonText.h"
 #include "apps/hxhost/report/TextTable.h"
+#include "host/base/PrintableText.h"
 
 #include <QJsonDocument>
 
@@ -69,15 +71,16 @@ QString plainText(const QJsonValue& value)
     }
 }
 
-// A plugin's text may lie in the plugin's library, which is gone when the report is printed.
-QString ownCopy(const QString& text)
+// As people may see it: a list one element a line. A copy: a plugin's text may lie in its library,
+// which is gone when the report is printed.
+QString shownText(const QJsonValue& value)
 {
-    return QString(text.constData(), text.size());
-}
-
-QJsonObject errorObject(const Problem& problem)
-{
-    return {{"what", problem.what}, {"expected", problem.expected}, {"next", problem.next}};
+    if (!value.isArray())
+        return printable(plainText(value));
+    QStringList lines;
+    for (const QJsonValue& element : value.toArray())
+        lines << shownText(element);
+    return lines.join(QLatin1Char('\n'));
 }
 
 QList<QStringList> cellsOf(const QJsonArray& rows, const QStringList& columns)
@@ -86,7 +89,7 @@ QList<QStringList> cellsOf(const QJsonArray& rows, const QStringList& columns)
     for (const QJsonValue& row : rows) {
         QStringList line;
         for (const QString& column : columns)
-            line << plainText(row.toObject().value(column));
+            line << printable(plainText(row.toObject().value(column)));
         cells << line;
     }
     return cells;
@@ -97,7 +100,7 @@ QList<QStringList> cellsOf(const QJsonArray& rows, const QStringList& columns)
 void Report::add(const QString& name, const QJsonValue& value, const QString& text)
 {
     addHidden(name, value);
-    m_lines.push_back({name, ownCopy(text.isEmpty() ? plainText(value) : text), {}, {}});
+    m_lines.push_back({name, text.isEmpty() ? shownText(value) : printable(text), {}, {}});
 }
 
 void Report::addTable(const QString& name, const QStringList& columns, const QJsonArray& rows,
@@ -137,8 +140,8 @@ QByteArray Report::toJson(const QString& command) const
         {"result", m_values},          {"warnings", QJsonArray::fromStringList(m_warnings)},
         {"error", QJsonValue::Null}};
     if (m_problem)
-        document.insert(QStringLiteral("error"), errorObject(*m_problem));
-    return QJsonDocument(document).toJson(QJsonDocument::Indented);
+        document.insert(QStringLiteral("error"), problemObject(*m_problem));
+    return jsonText(document);
 }
 
 std::optional<QString> Report::field(const QString& name) const

@@ -45,6 +45,11 @@ bool errorIsTerminal()
     return isTerminal(2);
 }
 
+bool outputIsTerminal()
+{
+    return isTerminal(1);
+}
+
 bool inputIsTerminal()
 {
     return isTerminal(0);

@@ -5,8 +5,9 @@
 
 namespace hx {
 
-// True when a person reads standard error (or types standard input) directly.
+// True when a person reads standard error or output (or types standard input) directly.
 bool errorIsTerminal();
+bool outputIsTerminal();
 bool inputIsTerminal();
 
 // Columns of the terminal behind standard error; 80 when it cannot be known.

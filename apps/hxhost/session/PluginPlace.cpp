@@ -1,5 +1,7 @@
 #include "apps/hxhost/session/PluginPlace.h"
 
+#include "host/base/FileName.h"
+
 #include <QCoreApplication>
 #include <QDir>
 
@@ -8,7 +10,7 @@ namespace hx {
 QString pluginPlace(const PluginOptions& options)
 {
     if (!options.plugin.empty())
-        return QString::fromStdString(options.plugin);
+        return fileNameText(options.plugin);
     const QDir programs(QCoreApplication::applicationDirPath());
     const QString installed =
         QDir::cleanPath(programs.filePath(QStringLiteral(HXHOST_PLUGIN_FOLDER)));

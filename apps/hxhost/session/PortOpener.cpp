@@ -1,5 +1,6 @@
 #include "apps/hxhost/session/PortOpener.h"
 
+#include "host/base/FileName.h"
 #include "host/base/HexText.h"
 #include "ports/PortSelector.h"
 #include "ports/ReplayPort.h"
@@ -43,8 +44,8 @@ PortPointer openStateful(CommandContext& context, const ConnectionOptions& optio
 // The names that the plugin gives its product's ports, when the person gave none.
 PortSelection select(const ConnectionOptions& options, const DeviceInterface& device)
 {
-    const QString output = QString::fromStdString(options.port);
-    const QString input = QString::fromStdString(options.inPort);
+    const QString output = fileNameText(options.port);
+    const QString input = fileNameText(options.inPort);
     if (!output.isEmpty())
         return selectPort(listMidiBackends(), output, input);
     return selectPort(listMidiBackends(), device.productOutPortName(),
@@ -137,7 +138,7 @@ PortPointer openMadeUp(CommandContext& context, const ConnectionOptions& options
 PortPointer openPort(CommandContext& context, const ConnectionOptions& options,
                      const DeviceInterface& device)
 {
-    const QString name = QString::fromStdString(options.port);
+    const QString name = fileNameText(options.port);
     if (isMadeUp(name))
         return openMadeUp(context, options, name);
     return openSelected(context, select(options, device), options.pace);
@@ -146,7 +147,7 @@ PortPointer openPort(CommandContext& context, const ConnectionOptions& options,
 PortPointer openInput(CommandContext& context, const ConnectionOptions& options,
                       const DeviceInterface& device)
 {
-    const QString name = QString::fromStdString(options.port);
+    const QString name = fileNameText(options.port);
     if (isMadeUp(name))
         return openMadeUp(context, options, name);
     const QString wanted = name.isEmpty() ? device.productInPortName() : name;

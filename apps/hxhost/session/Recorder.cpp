@@ -35,16 +35,18 @@ Recorder::~Recorder()
     activeRecorder = nullptr;
 }
 
-bool Recorder::openTrace(const QString& path, const QString& title, QString* error)
+bool Recorder::openTrace(const QString& name, const QString& title, QString* error)
 {
-    m_file.setFileName(path);
-    if (!m_file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
-        *error = m_file.errorString();
+    if (!m_output.setUp(name, error))
         return false;
-    }
-    m_writer = std::make_unique<TraceWriter>(m_file, 0);
+    m_writer = std::make_unique<TraceWriter>(m_output, 0);
     m_writer->comment(title);
     return true;
+}
+
+bool Recorder::startTrace(QString* error)
+{
+    return !m_writer || m_output.start(error);
 }
 
 void Recorder::attach(PortBus& bus, const NameOfMessage& nameOf)
@@ -81,6 +83,9 @@ void Recorder::busEvent(const BusEvent& event)
 {
     BusEvent recorded = event;
     recorded.time = m_traceTime = event.time + m_shift;
+    QString error; // the trace is not good from then on
+    if (travels(event.kind))
+        startTrace(&error);
     if (m_writer)
         m_writer->busEvent(recorded);
     showOnConsole(event);

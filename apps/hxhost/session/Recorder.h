@@ -2,11 +2,10 @@
 #pragma once
 
 #include "apps/hxhost/report/Console.h"
+#include "apps/hxhost/session/TraceOutput.h"
 
 #include "host/bus/PortBus.h"
 #include "host/trace/Trace.h"
-
-#include <QFile>
 
 #include <memory>
 
@@ -19,9 +18,13 @@ public:
     Recorder(const Recorder&) = delete;
     Recorder& operator=(const Recorder&) = delete;
 
-    // Starts a trace in the file `path`, with `title` as its first comment; false, with the reason
-    // in `error`, when it cannot be written.
-    bool openTrace(const QString& path, const QString& title, QString* error);
+    // Records a trace for the file `name`, with `title` as its first comment; false, with the
+    // reason in `error`, when it cannot be written.
+    bool openTrace(const QString& name, const QString& title, QString* error);
+
+    // The trace is worth keeping: from now on it is in its file, and the one that was there is kept
+    // beside it. The first event that travels says so too. True where no trace is recorded.
+    bool startTrace(QString* error);
 
     // From now on times come from the bus's clock, and what happens on the bus is recorded, until
     // `detach`. `nameOf` gives messages their names.
@@ -41,7 +44,7 @@ private:
     void continueTimeFrom(Clock& clock);
 
     Console& m_console;
-    QFile m_file;
+    TraceOutput m_output;
     std::unique_ptr<TraceWriter> m_writer;
     PortBus* m_bus = nullptr;
     NameOfMessage m_nameOf;

@@ -35,7 +35,7 @@ bool Session::listenOn(const ConnectionOptions& options)
 bool Session::use(std::unique_ptr<MidiPort> port)
 {
     m_port = std::move(port);
-    if (!m_port)
+    if (!m_port || !m_context.startTrace())
         return false;
     m_bus = std::make_unique<PortBus>(*m_port);
     m_context.recorder.attach(

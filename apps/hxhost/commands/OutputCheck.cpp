@@ -1,0 +1,213 @@
+#include "apps/hxhost/commands/OutputCheck.h"
+
+#include "apps/hxhost/commands/Options.h"
+#include "apps/hxhost/session/LoadedFiles.h"
+#include "apps/hxhost/session/PluginPlace.h"
+#include "apps/hxhost/session/SameFile.h"
+#include "host/base/FileName.h"
+
+#include <QDir>
+#include <QLibrary>
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+#include <unistd.h>
+
+namespace hx {
+
+namespace {
+
+const QString statePrefix = QStringLiteral("simulator:");
+
+// A file with the words that tell a person why it is of this run.
+struct NamedFile {
+    QString name;
+    QString role;   // "the file that IMAGE names"
+    QString option; // that names it; empty for what no option names
+};
+
+using NamedFiles = std::vector<NamedFile>;
+
+QString optionName(const CLI::Option& option)
+{
+    return QString::fromStdString(option.get_name());
+}
+
+NamedFile namedBy(const CLI::Option& option, const QString& name)
+{
+    return {name, QStringLiteral("the file that %1 names").arg(optionName(option)),
+            optionName(option)};
+}
+
+// What stands behind "replay:", "simulator:" or a backend's name; all of it where nothing does.
+QString behindColon(const QString& value)
+{
+    return value.mid(value.indexOf(QLatin1Char(':')) + 1);
+}
+
+void addValue(const CLI::Option& option, const QString& value, NamedFiles& files)
+{
+    files.push_back(namedBy(option, value));
+    if (value.contains(QLatin1Char(':')))
+        files.push_back(namedBy(option, behindColon(value)));
+}
+
+// Flags take no value, and the values of the other output options are words.
+bool mayNameInput(const CLI::Option& option)
+{
+    return option.get_expected_max() > 0 && option.get_group() != outputGroup &&
+           !namesOutput(option);
+}
+
+QStringList valuesOf(const CLI::Option& option)
+{
+    QStringList values;
+    for (const std::string& value : option.results())
+        values << fileNameText(value);
+    return values;
+}
+
+void addPlugins(const QString& place, NamedFiles& files)
+{
+    const QDir folder(place);
+    for (const QString& entry : folder.entryList(QDir::Files)) {
+        if (QLibrary::isLibrary(entry))
+            files.push_back({folder.filePath(entry), QStringLiteral("a plugin"), QString()});
+    }
+}
+
+// What the run reads or loads, by whatever way it is found.
+NamedFiles inputsOf(const CLI::App& command)
+{
+    NamedFiles files;
+    for (const QString& file : loadedFiles())
+        files.push_back({file, QStringLiteral("a part of this program"), QString()});
+    addPlugins(pluginPlace({}), files);
+    for (const CLI::Option* option : command.get_options()) {
+        if (!mayNameInput(*option))
+            continue;
+        for (const QString& value : valuesOf(*option)) {
+            addValue(*option, value, files);
+            addPlugins(value, files);
+        }
+    }
+    return files;
+}
+
+// The memory of a simulated product is written too.
+NamedFiles outputsOf(const CLI::App& command)
+{
+    NamedFiles files;
+    for (const CLI::Option* option : command.get_options()) {
+        for (const QString& value : valuesOf(*option)) {
+            if (namesOutput(*option) && value != QLatin1String("-"))
+                files.push_back(namedBy(*option, value));
+            else if (mayNameInput(*option) && value.startsWith(statePrefix))
+                files.push_back(namedBy(*option, value.mid(statePrefix.size())));
+        }
+    }
+    return files;
+}
+
+bool readsStandardInput(const CLI::App& command)
+{
+    for (const CLI::Option* option : command.get_options()) {
+        if (mayNameInput(*option) && valuesOf(*option).contains(QStringLiteral("-")))
+            return true;
+    }
+    return false;
+}
+
+// Whether `name` is where an older trace is kept when `trace` is written: "NAME.1", "NAME.2", ...
+bool keepsOlder(const NamedFile& trace, const QString& name)
+{
+    if (trace.option != QLatin1String("--trace"))
+        return false;
+    const QString stem = QString::fromStdString(resolvedPath(trace.name).string()) + '.';
+    const QString place = QString::fromStdString(resolvedPath(name).string());
+    bool isNumber = false;
+    place.mid(stem.size()).toUInt(&isNumber);
+    return isNumber && place.startsWith(stem);
+}
+
+Problem overwrites(const NamedFile& output, const QString& role)
+{
+    return {ExitCode::Usage,
+            QStringLiteral("%1 \"%2\" would overwrite %3").arg(output.option, output.name, role),
+            QStringLiteral("a file of its own for all that is written"),
+            QStringLiteral("give another name with %1").arg(output.option)};
+}
+
+std::optional<Problem> overwritten(const NamedFile& output, const NamedFiles& inputs)
+{
+    for (const NamedFile& input : inputs) {
+        if (input.option != output.option &&
+            (isSameFile(output.name, input.name) || keepsOlder(output, input.name)))
+            return overwrites(output, input.role);
+    }
+    return std::nullopt;
+}
+
+std::optional<Problem> writtenTwice(const NamedFile& output, const NamedFiles& outputs)
+{
+    for (const NamedFile& other : outputs) {
+        if (other.option != output.option &&
+            (becomeOneFile(output.name, other.name) || keepsOlder(output, other.name)))
+            return overwrites(output, other.role);
+    }
+    return std::nullopt;
+}
+
+std::optional<Problem> streamProblem(const NamedFile& output, bool readsInput)
+{
+    if (readsInput && isStream(STDIN_FILENO, output.name))
+        return overwrites(output, QStringLiteral("what standard input reads"));
+    if (isStream(STDOUT_FILENO, output.name))
+        return overwrites(output, QStringLiteral("what standard output writes"));
+    if (isStream(STDERR_FILENO, output.name))
+        return overwrites(output, QStringLiteral("what standard error writes"));
+    return std::nullopt;
+}
+
+} // namespace
+
+bool namesOutput(const CLI::Option& option)
+{
+    static constexpr std::array<const char*, 4> names = {"--trace", "--output", "--svg", "--state"};
+    const std::string name = option.get_name();
+    return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+std::optional<Problem> outputProblem(const CLI::App& command)
+{
+    const NamedFiles inputs = inputsOf(command);
+    const NamedFiles outputs = outputsOf(command);
+    const bool readsInput = readsStandardInput(command);
+    for (const NamedFile& output : outputs) {
+        std::optional<Problem> problem = overwritten(output, inputs);
+        if (!problem)
+            problem = writtenTwice(output, outputs);
+        if (!problem)
+            problem = streamProblem(output, readsInput);
+        if (problem)
+            return problem;
+    }
+    return std::nullopt;
+}
+
+std::optional<Problem> standardOutputProblem(const CLI::App& command)
+{
+    for (const NamedFile& input : inputsOf(command)) {
+        if (isStream(STDOUT_FILENO, input.name))
+            return Problem{ExitCode::Usage,
+                           QStringLiteral("standard output would be written into \"%1\", %2")
+                               .arg(input.name, input.role),
+                           QStringLiteral("another place for the result"),
+                           QStringLiteral("send standard output elsewhere")};
+    }
+    return std::nullopt;
+}
+
+} // namespace hx

@@ -1,0 +1,22 @@
+// Values from outside as they may stand in a JSON document.
+#pragma once
+
+#include "apps/hxhost/report/Problem.h"
+
+#include <QByteArray>
+#include <QJsonObject>
+#include <QJsonValue>
+
+namespace hx {
+
+// The value with the bytes of files' names that are not UTF-8 written out as "\xFF" in every text,
+// for JSON has no way to hold them.
+QJsonValue withoutStrayUnits(const QJsonValue& value);
+
+// "what", "expected" and "next".
+QJsonObject problemObject(const Problem& problem);
+
+// The document as text, with every control character escaped, those that JSON lets stand included.
+QByteArray jsonText(const QJsonObject& document);
+
+} // namespace hx

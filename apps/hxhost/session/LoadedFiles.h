@@ -1,0 +1,11 @@
+// The files that the running program consists of.
+#pragma once
+
+#include <QStringList>
+
+namespace hx {
+
+// The program itself and every library that is loaded now.
+QStringList loadedFiles();
+
+} // namespace hx
