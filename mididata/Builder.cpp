@@ -1,7 +1,9 @@
-#include "mididata/BuilderFields.h"
+#include "mididata/Builder.h"
+
 #include "mididata/HexDigits.h"
 #include "mididata/HexNumber.h"
 #include "mididata/HxMidiData.h"
+#include "mididata/NumberBytes.h"
 
 #include <QDebug>
 
@@ -35,154 +37,220 @@ quint32 singlePrecisionBits(double value)
     return bits;
 }
 
-/** A copy of an argument list, for functions to take their arguments from in turn. */
-struct Arguments {
-    explicit Arguments(va_list args) { va_copy(list, args); }
-    ~Arguments() { va_end(list); }
-    Arguments(const Arguments&) = delete;
-    Arguments& operator=(const Arguments&) = delete;
-
-    va_list list{};
-};
-
-/** One run over a format. Collects single bytes, so that a short message is allocated once. */
+// One run over a format. Collects single bytes, so that a short message is allocated once.
 class Builder {
 public:
-    Builder(HxMidiData& target, const char* wholeFormat) : data(target), format(wholeFormat) {}
+    Builder(HxMidiData& data, const char* format, hx::BuilderArguments& arguments,
+            const hx::ProblemSink& report)
+        : m_data(data), m_format(format), m_arguments(arguments), m_report(report)
+    {
+    }
 
-    void run(Arguments& arguments);
+    void run();
 
 private:
     const char* appendPlainPieces(const char* at);
-    bool appendPiece(const Piece& piece, Arguments& arguments);
-    bool appendField(const hx::BuilderField& field, Arguments& arguments);
-    void appendGroups(const hx::BuilderField& field, quint32 value);
+    const char* skipPiece(const char* at);
+    bool appendPiece(const Piece& piece);
+    bool appendField(const hx::FieldPlace& place);
+    void appendGroups(const hx::BuilderField& field, std::optional<quint32> value);
     void appendLiteral(const Piece& piece);
     void appendNumber(unsigned int value);
-    bool appendBytes(const QByteArray& added);
+    bool appendBytes(const std::optional<QByteArray>& bytes);
     void flush();
+    void report(hx::TextProblemKind kind, const Piece& piece) const;
 
-    HxMidiData& data;
-    const char* format;
+    HxMidiData& m_data;
+    const char* m_format;
+    hx::BuilderArguments& m_arguments;
+    const hx::ProblemSink& m_report;
     static constexpr int collectedCapacity = 64;
-    char collected[collectedCapacity] = {};
-    int collectedSize = 0;
+    char m_collected[collectedCapacity] = {};
+    int m_collectedSize = 0;
 };
 
-void Builder::run(Arguments& arguments)
+void Builder::run()
 {
-    const char* at = appendPlainPieces(format);
+    const char* at = appendPlainPieces(m_format);
     while (*at != '\0') {
         const Piece piece = pieceAt(at);
         at = piece.end;
-        if (!appendPiece(piece, arguments) && *at != '\0')
-            at = pieceAt(at + 1).end; // the failed field left the list, and the next one moved up
+        if (!appendPiece(piece)) {
+            report(hx::TextProblemKind::FieldWithoutBytes, piece);
+            at = skipPiece(at);
+        }
         if (*at != '\0')
             at = appendPlainPieces(at + 1);
     }
     flush();
 }
 
-/** Appends the two-digit numbers that stand here, as appendLiteral() would one by one. */
+// The failed field left the list of pieces, and the next one moved up to where the search goes on.
+const char* Builder::skipPiece(const char* at)
+{
+    if (*at == '\0')
+        return at;
+    const Piece next = pieceAt(at + 1);
+    report(hx::TextProblemKind::PieceSkipped, next);
+    return next.end;
+}
+
+// Appends the two-digit numbers that stand here, as appendLiteral() would one by one.
 const char* Builder::appendPlainPieces(const char* at)
 {
-    char* to = collected + collectedSize;
-    while (to != std::end(collected) && hx::hexValue(at[0]) >= 0 && hx::hexValue(at[1]) >= 0) {
+    char* to = m_collected + m_collectedSize;
+    while (to != std::end(m_collected) && hx::hexValue(at[0]) >= 0 && hx::hexValue(at[1]) >= 0) {
         if (at[2] != ' ' && at[2] != '\0')
             break;
         *to++ = static_cast<char>(hx::hexByte(at[0], at[1]));
         at += at[2] == ' ' ? 3 : 2;
     }
-    collectedSize = static_cast<int>(to - collected);
+    m_collectedSize = static_cast<int>(to - m_collected);
     return at;
 }
 
-/** Appends what one piece stands for. False when it is a field whose text argument has no bytes. */
-bool Builder::appendPiece(const Piece& piece, Arguments& arguments)
+// Appends what one piece stands for. False when it is a field whose text argument has no bytes.
+bool Builder::appendPiece(const Piece& piece)
 {
     const hx::BuilderField* const field = hx::findBuilderField(piece.key);
-    if (field == nullptr) {
+    if (field != nullptr)
+        return appendField({*field, piece.begin - m_format, piece.end - piece.begin});
+    if (piece.begin != piece.end)
         appendLiteral(piece);
-        return true;
-    }
-    if (appendField(*field, arguments))
-        return true;
-    qDebug() << "Invalid value for format( " << format << " ) at specifier "
-             << QLatin1String(field->name.data(), static_cast<int>(field->name.size()));
-    return false;
+    return true;
 }
 
-bool Builder::appendField(const hx::BuilderField& field, Arguments& arguments)
+bool Builder::appendField(const hx::FieldPlace& place)
 {
-    switch (field.kind) {
+    switch (place.field.kind) {
     case hx::FieldKind::Number:
-        appendNumber(static_cast<unsigned int>(std::max(va_arg(arguments.list, int), 0)));
+        if (const auto number = m_arguments.number(place))
+            appendNumber(static_cast<unsigned int>(std::max(*number, 0)));
         return true;
     case hx::FieldKind::Groups:
-        appendGroups(field, va_arg(arguments.list, unsigned int));
+        appendGroups(place.field, m_arguments.word(place));
         return true;
     case hx::FieldKind::Float:
-        appendGroups(field, singlePrecisionBits(va_arg(arguments.list, double)));
+        if (const auto value = m_arguments.real(place))
+            appendGroups(place.field, singlePrecisionBits(*value));
         return true;
     case hx::FieldKind::HexText:
-        return appendBytes(HxMidiData(va_arg(arguments.list, const char*)).bytes);
+        return appendBytes(m_arguments.hexBytes(place));
     case hx::FieldKind::Characters:
-        return appendBytes(QByteArray(va_arg(arguments.list, const char*)));
+        return appendBytes(m_arguments.characters(place));
     }
     return true;
 }
 
-void Builder::appendGroups(const hx::BuilderField& field, quint32 value)
+void Builder::appendGroups(const hx::BuilderField& field, std::optional<quint32> value)
 {
     constexpr int mostGroups = 8;
-    if (collectedSize > collectedCapacity - mostGroups)
+    if (!value)
+        return;
+    if (m_collectedSize > collectedCapacity - mostGroups)
         flush();
     const quint32 mask = (1u << field.groupBits) - 1;
-    char* to = collected + collectedSize;
+    char* to = m_collected + m_collectedSize;
     for (int shift = field.topShift; shift >= 0; shift -= field.groupBits)
-        *to++ = static_cast<char>((value >> shift) & mask);
-    collectedSize = static_cast<int>(to - collected);
+        *to++ = static_cast<char>((*value >> shift) & mask);
+    m_collectedSize = static_cast<int>(to - m_collected);
 }
 
 void Builder::appendLiteral(const Piece& piece)
 {
-    const hx::HexNumber number =
-        hx::readHexNumber({piece.begin, static_cast<size_t>(piece.end - piece.begin)});
+    const std::string_view token(piece.begin, static_cast<size_t>(piece.end - piece.begin));
+    const hx::HexNumber number = hx::readHexNumber(token);
+    const auto problem = hx::problemOf(token, number);
+    if (problem)
+        report(*problem, piece);
     if (number.ok)
         appendNumber(number.value);
 }
 
-/** Equal to appendNum(), which a single byte need not go through. */
 void Builder::appendNumber(unsigned int value)
 {
-    if (value <= 0xFF && collectedSize < collectedCapacity) {
-        collected[collectedSize++] = static_cast<char>(value);
+    if (value <= 0xFF && m_collectedSize < collectedCapacity) {
+        m_collected[m_collectedSize++] = static_cast<char>(value);
         return;
     }
     flush();
-    data.appendNum(value);
+    m_data.bytes.append(hx::numberBytes(value));
 }
 
-bool Builder::appendBytes(const QByteArray& added)
+// False when there are bytes, but none of them.
+bool Builder::appendBytes(const std::optional<QByteArray>& bytes)
 {
     flush();
-    if (!added.isEmpty())
-        data.bytes.append(added);
-    return !added.isEmpty();
+    if (bytes && !bytes->isEmpty())
+        m_data.bytes.append(*bytes);
+    return !bytes || !bytes->isEmpty();
 }
 
 void Builder::flush()
 {
-    if (collectedSize == 0)
+    if (m_collectedSize == 0)
         return;
-    if (data.bytes.isEmpty())
-        data.bytes = QByteArray(collected, collectedSize);
+    if (m_data.bytes.isEmpty())
+        m_data.bytes = QByteArray(m_collected, m_collectedSize);
     else
-        data.bytes.append(collected, collectedSize);
-    collectedSize = 0;
+        m_data.bytes.append(m_collected, m_collectedSize);
+    m_collectedSize = 0;
+}
+
+void Builder::report(hx::TextProblemKind kind, const Piece& piece) const
+{
+    m_report({kind, piece.begin - m_format, piece.end - piece.begin});
+}
+
+// A copy of an argument list, from which the fields take their arguments in turn.
+class ListedArguments final : public hx::BuilderArguments {
+public:
+    explicit ListedArguments(va_list list) { va_copy(m_list, list); }
+    ~ListedArguments() override { va_end(m_list); }
+    ListedArguments(const ListedArguments&) = delete;
+    ListedArguments& operator=(const ListedArguments&) = delete;
+
+    std::optional<int> number(const hx::FieldPlace&) override { return va_arg(m_list, int); }
+
+    std::optional<quint32> word(const hx::FieldPlace&) override
+    {
+        return va_arg(m_list, unsigned int);
+    }
+
+    std::optional<double> real(const hx::FieldPlace&) override { return va_arg(m_list, double); }
+
+    std::optional<QByteArray> hexBytes(const hx::FieldPlace&) override
+    {
+        return HxMidiData(va_arg(m_list, const char*)).bytes;
+    }
+
+    std::optional<QByteArray> characters(const hx::FieldPlace&) override
+    {
+        return QByteArray(va_arg(m_list, const char*));
+    }
+
+private:
+    va_list m_list{};
+};
+
+// What is not a hex number gives no bytes, and no line either.
+void logBuilderProblem(const hx::TextProblem& problem, const char* format)
+{
+    const QLatin1String piece(format + problem.offset, static_cast<int>(problem.length));
+    if (problem.kind == hx::TextProblemKind::NumberWithoutBytes)
+        hx::logNumberWithoutBytes();
+    else if (problem.kind == hx::TextProblemKind::FieldWithoutBytes)
+        qDebug() << "Invalid value for format( " << format << " ) at specifier "
+                 << QString(piece).toUpper();
 }
 
 } // namespace
+
+void hx::appendMessage(HxMidiData& data, const char* format, BuilderArguments& arguments,
+                       const ProblemSink& report)
+{
+    Builder(data, format, arguments, report).run();
+}
 
 void HxMidiData::setData(const char* fmt, ...)
 {
@@ -201,6 +269,7 @@ void HxMidiData::vSetData(const char* fmt, va_list args)
     if (fmt == nullptr)
         return;
     const QByteArray outlived = bytes; // the format and the texts may lie in it
-    Arguments arguments(args);
-    Builder(*this, fmt).run(arguments);
+    ListedArguments arguments(args);
+    hx::appendMessage(*this, fmt, arguments,
+                      [fmt](const hx::TextProblem& problem) { logBuilderProblem(problem, fmt); });
 }

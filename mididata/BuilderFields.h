@@ -41,8 +41,8 @@ inline constexpr BuilderField builderFields[] = {
     {"VV", FieldKind::Number},           {"V8", FieldKind::Number},
     {"P8", FieldKind::Number},           {"P14", FieldKind::Groups, 7, 7},
     {"V14", FieldKind::Groups, 7, 7},    {"UT", FieldKind::Groups, 28, 7},
-    {"F32", FieldKind::Float, 28, 7},    {"V32", FieldKind::Groups, 28, 7},
-    {"I32", FieldKind::Groups, 28, 7},   {"NIB24", FieldKind::Groups, 20, 4},
+    {"V32", FieldKind::Groups, 28, 7},   {"I32", FieldKind::Groups, 28, 7},
+    {"F32", FieldKind::Float, 28, 7},    {"NIB24", FieldKind::Groups, 20, 4},
     {"NIB32", FieldKind::Groups, 28, 4}, {"MSTR", FieldKind::HexText},
     {"CSTR", FieldKind::Characters},
 };

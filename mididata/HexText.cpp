@@ -1,17 +1,20 @@
+#include "mididata/HexText.h"
+
+#include "mididata/CompactText.h"
 #include "mididata/HexNumber.h"
 #include "mididata/HxMidiData.h"
+#include "mididata/NumberBytes.h"
 #include "mididata/fast/PlainHex.h"
 
 #include <QDebug>
 
 #include <algorithm>
-#include <string_view>
 
 namespace {
 
 constexpr std::string_view separators = " ,";
 
-/** What QString::trimmed() takes off a Latin-1 text. */
+// What QString::trimmed() takes off a Latin-1 text.
 bool isWhiteSpace(char c)
 {
     return c == ' ' || (c >= '\t' && c <= '\r') || c == '\x85' || c == '\xA0';
@@ -46,62 +49,101 @@ void logText(const char* what, std::string_view text)
     qDebug() << what << QString::fromLatin1(text.data(), static_cast<int>(text.size()));
 }
 
-/** Appends the tokens of one text to a buffer, until one of them ends the text. */
-class TokenReader {
-public:
-    TokenReader(HxMidiData& target, std::string_view wholeText) : data(target), text(wholeText) {}
-
-    /** False when this token ends the text. */
-    bool read(std::string_view token)
-    {
-        const hx::HexNumber number = hx::readHexNumber(token);
-        if (number.ok)
-            return data.appendNum(number.value);
+void logHexTextProblem(hx::TextProblemKind kind, std::string_view text)
+{
+    switch (kind) {
+    case hx::TextProblemKind::NotANumber:
+    case hx::TextProblemKind::NumberTooLarge:
         logText("HxMidiData::HxMidiData(const char*,int) - error converting hex string: ", text);
-        return true;
+        break;
+    case hx::TextProblemKind::OddDigits:
+        logText("HxMidiData::HxMidiData(const char*,int) - invalid hex string format: ", text);
+        break;
+    case hx::TextProblemKind::NumberWithoutBytes:
+        hx::logNumberWithoutBytes();
+        break;
+    default:
+        break;
+    }
+}
+
+// Reads one text token by token, until one of them ends it.
+class HexTextReader {
+public:
+    HexTextReader(std::string_view text, const hx::ProblemSink& report)
+        : m_whole(text), m_text(trimmed(text)), m_report(report)
+    {
+    }
+
+    QByteArray read()
+    {
+        if (m_text.size() < 2)
+            reportText(hx::TextProblemKind::SingleCharacter);
+        else if (m_text.find_first_of(separators) != std::string_view::npos)
+            readSeparated();
+        else if (is0xHex(m_text))
+            readToken(m_text);
+        else if (m_text.size() % 2 != 0)
+            reportText(hx::TextProblemKind::OddDigits);
+        else
+            readPairs();
+        return m_bytes;
     }
 
 private:
-    HxMidiData& data;
-    std::string_view text;
+    void readSeparated()
+    {
+        size_t begin = m_text.find_first_not_of(separators);
+        while (begin != std::string_view::npos) {
+            const size_t end = std::min(m_text.find_first_of(separators, begin), m_text.size());
+            if (!readToken(m_text.substr(begin, end - begin)))
+                return;
+            begin = m_text.find_first_not_of(separators, end);
+        }
+    }
+
+    void readPairs()
+    {
+        for (size_t at = 0; at < m_text.size(); at += 2) {
+            if (!readToken(m_text.substr(at, 2)))
+                return;
+        }
+    }
+
+    // False when this token ends the text.
+    bool readToken(std::string_view token)
+    {
+        const hx::HexNumber number = hx::readHexNumber(token);
+        const auto problem = hx::problemOf(token, number);
+        if (problem)
+            m_report({*problem, token.data() - m_whole.data(), lengthOf(token)});
+        if (number.ok)
+            m_bytes += hx::numberBytes(number.value);
+        return problem != hx::TextProblemKind::NumberWithoutBytes;
+    }
+
+    void reportText(hx::TextProblemKind kind)
+    {
+        if (!m_text.empty())
+            m_report({kind, m_text.data() - m_whole.data(), lengthOf(m_text)});
+    }
+
+    std::string_view m_whole;
+    std::string_view m_text;
+    const hx::ProblemSink& m_report;
+    QByteArray m_bytes;
 };
 
-void readSeparated(HxMidiData& data, std::string_view text)
-{
-    TokenReader reader(data, text);
-    size_t begin = text.find_first_not_of(separators);
-    while (begin != std::string_view::npos) {
-        const size_t end = std::min(text.find_first_of(separators, begin), text.size());
-        if (!reader.read(text.substr(begin, end - begin)))
-            return;
-        begin = text.find_first_not_of(separators, end);
-    }
-}
-
-void readPairs(HxMidiData& data, std::string_view text)
-{
-    TokenReader reader(data, text);
-    for (size_t at = 0; at < text.size(); at += 2) {
-        if (!reader.read(text.substr(at, 2)))
-            return;
-    }
-}
-
-void readHexText(HxMidiData& data, std::string_view text)
-{
-    if (text.size() < 2)
-        return;
-    if (text.find_first_of(separators) != std::string_view::npos)
-        readSeparated(data, text);
-    else if (is0xHex(text))
-        TokenReader(data, text).read(text);
-    else if (text.size() % 2 != 0)
-        logText("HxMidiData::HxMidiData(const char*,int) - invalid hex string format: ", text);
-    else
-        readPairs(data, text);
-}
-
 } // namespace
+
+QByteArray hx::readHexText(std::string_view text, Blanks blanks, const ProblemSink& report)
+{
+    if (blanks == Blanks::Split)
+        return HexTextReader(text, report).read();
+    const CompactText compact(text);
+    const ProblemSink place = [&](const TextProblem& problem) { report(compact.placed(problem)); };
+    return HexTextReader(compact.text(), place).read();
+}
 
 /*
  * Each entry reads a plain text at once. Its separators are those that the entry's general way
@@ -136,8 +178,9 @@ void HxMidiData::setText(const char* text)
     const auto isSeparator = [](char c) { return c == ' ' || c == ','; };
     if (hx::readPlainHex(given.data(), lengthOf(given), bytes, isSeparator))
         return;
-    bytes.clear();
-    readHexText(*this, given);
+    bytes = hx::readHexText(given, hx::Blanks::Split, [given](const hx::TextProblem& problem) {
+        logHexTextProblem(problem.kind, given);
+    });
 }
 
 bool HxMidiData::is0xHexStr(QString& s)

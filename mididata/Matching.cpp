@@ -1,4 +1,5 @@
 #include "mididata/HxMidiData.h"
+#include "mididata/PatternText.h"
 #include "mididata/fast/DigitPattern.h"
 #include "mididata/fast/FastPaths.h"
 
@@ -12,13 +13,6 @@ QByteArray textOf(const QByteArray& array)
 {
     const auto length = qstrnlen(array.constData(), static_cast<uint>(array.size()));
     return QByteArray(array.constData(), static_cast<int>(length));
-}
-
-/** The regular expression that a pattern text stands for. */
-QRegExp expressionOf(const char* pattern)
-{
-    const QString text = QString::fromLatin1(pattern).remove(QLatin1Char(' ')).toUpper();
-    return QRegExp(QString(text).replace(QLatin1String("XX"), QLatin1String("..")));
 }
 
 bool found(int position, bool atStart)
@@ -35,7 +29,8 @@ bool HxMidiData::match(const char* pattern, bool atStart) const
     const hx::Fit fit = hx::fastPaths ? hx::fit(pattern, bytes, atStart) : hx::Fit::OutsideGrammar;
     if (fit != hx::Fit::OutsideGrammar)
         return fit == hx::Fit::Yes;
-    return found(expressionOf(pattern).indexIn(toString(-1)), atStart);
+    return found(hx::patternExpression(QString::fromLatin1(pattern)).indexIn(toString(-1)),
+                 atStart);
 }
 
 bool HxMidiData::match(QRegExp rx, bool atStart) const

@@ -1,3 +1,5 @@
+#include "mididata/NumberBytes.h"
+
 #include "mididata/HxMidiData.h"
 
 #include <QDebug>
@@ -11,13 +13,11 @@ char byteAt(unsigned int value, int shift)
 
 } // namespace
 
-QByteArray HxMidiData::numHexToByteArray(unsigned int value)
+QByteArray hx::numberBytes(unsigned int value)
 {
     const char all[] = {byteAt(value, 24), byteAt(value, 16), byteAt(value, 8), byteAt(value, 0)};
-    if (value == 0xFFFFFFFFu) {
-        qDebug() << "HxMidiData::numHexToByteArray(quint32) - error";
+    if (value == numberWithoutBytes)
         return QByteArray();
-    }
     if (value >= 0xFFFFFFu)
         return QByteArray(all, 4);
     if (value >= 0xFFFFu)
@@ -26,6 +26,18 @@ QByteArray HxMidiData::numHexToByteArray(unsigned int value)
         return QByteArray(1, all[3]);
     const char lowByteOnly[] = {'\0', all[3]}; // devices rely on the high byte being lost
     return QByteArray(lowByteOnly, 2);
+}
+
+void hx::logNumberWithoutBytes()
+{
+    qDebug() << "HxMidiData::numHexToByteArray(quint32) - error";
+}
+
+QByteArray HxMidiData::numHexToByteArray(unsigned int value)
+{
+    if (value == hx::numberWithoutBytes)
+        hx::logNumberWithoutBytes();
+    return hx::numberBytes(value);
 }
 
 bool HxMidiData::appendNum(unsigned int value)

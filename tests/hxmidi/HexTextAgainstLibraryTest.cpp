@@ -1,6 +1,6 @@
-// What the program lets HxMidiData read of any text against one call with the text itself: the same
-// bytes, but without anything to log.
-#include "apps/hxmidi/findings/HexTextCheck.h"
+// What the program reads from any text against HxMidiData: the same bytes, complaints where the buffer
+// logs a line, and no line of its own.
+#include "apps/hxmidi/findings/HexTextFindings.h"
 #include "mididata/HxMidiData.h"
 #include "tests/mididata/Random.h"
 #include "tests/support/LogCapture.h"
@@ -52,13 +52,12 @@ void compare(const std::string& text, bool tokens)
     LogCapture programLog;
     hx::Findings findings;
     const QByteArray typed = QByteArray::fromStdString(text);
-    const QByteArray clean = hx::checkHexText(typed, {QString(), typed},
-                                              tokens ? hx::Blanks::Split : hx::Blanks::Removed,
-                                              hx::Severity::Error, findings);
-    const HxMidiData read = readByLibrary(clean.toStdString(), tokens);
+    const QByteArray read =
+        hx::readHexText(typed, {QString(), typed}, tokens ? hx::Blanks::Split : hx::Blanks::Removed,
+                        hx::Severity::Error, findings);
 
     EXPECT_EQ(findings.hasErrors(), libraryComplains);
-    EXPECT_EQ(read.bytes, expected.bytes);
+    EXPECT_EQ(read, expected.bytes);
     EXPECT_EQ(programLog.texts(), QStringList());
 }
 

@@ -1,7 +1,7 @@
 // The program's answer to any pattern against HxMidiData::match(), and its refusals against
 // QRegExp.
 #include "apps/hxmidi/findings/MatchPlace.h"
-#include "apps/hxmidi/findings/PatternCheck.h"
+#include "apps/hxmidi/findings/PatternFindings.h"
 #include "mididata/HxMidiData.h"
 #include "tests/mididata/Random.h"
 #include "tests/support/LogCapture.h"

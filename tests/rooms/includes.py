@@ -24,8 +24,6 @@ TO_GO = {
     ("apps/hxhost/report", "apps/hxhost/commands"),
     ("apps/hxhost/report", "apps/hxhost/session"),
     ("apps/hxhost/session", "apps/hxhost/commands"),
-    ("apps/hxmidi/findings", "apps/hxmidi/commands"),
-    ("host/trace", "host/product"),
 }
 
 

@@ -3,7 +3,7 @@
 #include "apps/hxmidi/commands/Commands.h"
 #include "apps/hxmidi/commands/InputArguments.h"
 #include "apps/hxmidi/findings/MatchPlace.h"
-#include "apps/hxmidi/findings/PatternCheck.h"
+#include "apps/hxmidi/findings/PatternFindings.h"
 #include "apps/hxmidi/input/MessageList.h"
 
 #include <memory>

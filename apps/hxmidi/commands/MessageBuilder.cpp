@@ -1,10 +1,13 @@
 #include "apps/hxmidi/commands/MessageBuilder.h"
 
-#include "apps/hxmidi/commands/BuilderField.h"
-#include "apps/hxmidi/findings/HexTextCheck.h"
-#include "apps/hxmidi/findings/HexToken.h"
+#include "apps/hxmidi/findings/HexTextFindings.h"
+#include "apps/hxmidi/findings/NumberFindings.h"
 #include "apps/hxmidi/input/NumberText.h"
 
+#include "mididata/Builder.h"
+#include "mididata/NumberBytes.h"
+
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -17,214 +20,200 @@ constexpr NumberRange intRange = {std::numeric_limits<qint32>::min(),
 constexpr NumberRange wordRange = {std::numeric_limits<qint32>::min(),
                                    std::numeric_limits<quint32>::max()};
 
-class MessageBuilder {
+QString fieldNames()
+{
+    QStringList names;
+    for (const BuilderField& field : builderFields)
+        names << QLatin1String(field.name.data(), int(field.name.size()));
+    return names.join(QLatin1Char(' '));
+}
+
+// How many bits of a word reach the bytes.
+int bitsOf(const BuilderField& field)
+{
+    return std::min(field.topShift + field.groupBits, 32);
+}
+
+void warnOfInteger(int value, const Place& place, Findings& findings)
+{
+    if (value >= 0 && value <= 0xFF)
+        return;
+    const HxMidiData given(numberBytes(static_cast<unsigned int>(std::max(value, 0))));
+    const QString why = value < 0        ? QStringLiteral("a negative number gives one byte 00")
+                        : value < 0xFFFF ? QStringLiteral("of 256 to 65534 the high byte is lost")
+                                         : QStringLiteral("it takes more than one byte");
+    findings.warning(
+        QStringLiteral("%1 gives %2: %3").arg(QString::number(value), given.toString(' ', -1), why),
+        QStringLiteral("give 0 to 255, or use a wider field"), place);
+}
+
+// The arguments as they are typed, and what is wrong with them and with their format.
+class TypedArguments final : public BuilderArguments {
 public:
-    MessageBuilder(const QByteArray& format, const QByteArrayList& arguments, bool lenient,
+    TypedArguments(const QByteArray& format, const QByteArrayList& arguments, Severity badPiece,
                    Findings& findings)
-        : m_format{QString(), format}, m_arguments(arguments), m_lenient(lenient),
+        : m_format{QString(), format}, m_arguments(arguments), m_badPiece(badPiece),
           m_findings(findings)
     {
     }
 
-    HxMidiData build()
+    std::optional<int> number(const FieldPlace& field) override
     {
-        while (m_at <= m_format.text.size()) {
-            const Span token = nextToken();
-            if (token.length > 0 && !appendToken(token) && !skipAfter(token))
-                return m_data; // what follows would only complain about the skipped token
-        }
-        complainOfUnused();
-        return m_data;
-    }
-
-private:
-    // Tokens are separated by single blanks, so there are empty ones.
-    Span nextToken()
-    {
-        const int blank = m_format.text.indexOf(' ', m_at);
-        const int end = blank < 0 ? m_format.text.size() : blank;
-        const Span token{m_at, end - m_at};
-        m_at = end + 1;
-        return token;
-    }
-
-    // False when it is a field whose text argument gives no bytes.
-    bool appendToken(Span span)
-    {
-        const QByteArray token = m_format.text.mid(span.at, span.length);
-        const BuilderField* const field = findBuilderField(token);
-        if (field == nullptr) {
-            appendLiteral(token, span);
-            return true;
-        }
-        if (m_used == m_arguments.size()) {
-            m_findings.error(QStringLiteral("there is no argument for %1").arg(quoted(token)),
-                             QStringLiteral("one argument for every field of the format"),
-                             QStringLiteral("add the field's value behind the others"),
-                             Place{m_format, span});
-            return true;
-        }
-        return appendField(*field, token);
-    }
-
-    void appendLiteral(const QByteArray& token, Span span)
-    {
-        const HexToken read = readHexToken(token);
-        const Place place{m_format, span};
-        if (read.kind != HexToken::Kind::Number) {
-            reportBadToken(token, read, place, badPiece(), adviceForLiteral(token), m_findings);
-            return;
-        }
-        warnOfSurprise(token, read, place, m_findings);
-        append(token.constData());
-    }
-
-    QString adviceForLiteral(const QByteArray& token) const
-    {
-        if (token.contains(','))
-            return QStringLiteral("separate with blanks, not with commas");
-        return QStringLiteral("write hex digits or one of the fields ") +
-               QString::fromLatin1(builderFieldNames());
-    }
-
-    bool appendField(const BuilderField& field, const QByteArray& token)
-    {
-        const QByteArray& text = m_arguments.at(m_used++);
-        const SourceText source{QString(), text};
-        const Place place{source, {0, text.size()}};
-        switch (field.type) {
-        case ArgumentType::Integer:
-            appendInteger(token, place);
-            break;
-        case ArgumentType::Word:
-            appendWord(field, token, place);
-            break;
-        case ArgumentType::Real:
-            appendReal(token, place);
-            break;
-        case ArgumentType::HexText:
-            return appendHexText(token, source);
-        case ArgumentType::Characters:
-            if (text.isEmpty())
-                return false;
-            append(token.constData(), text.constData());
-            return true;
-        }
-        return true;
-    }
-
-    void appendInteger(const QByteArray& token, const Place& place)
-    {
-        const auto value = readNumber(place, intRange, harmless(token), m_findings);
+        const auto place = take(field);
+        if (!place)
+            return std::nullopt;
+        const auto value = readNumber(*place, intRange, harmless(tokenOf(field)), m_findings);
         if (!value)
-            return;
-        const int at = m_data.bytes.size();
-        append(token.constData(), int(*value));
-        if (*value < 0 || *value > 0xFF)
-            warnOfInteger(int(*value), HxMidiData(m_data.mid(at, -1)), place);
+            return std::nullopt;
+        warnOfInteger(int(*value), *place, m_findings);
+        return int(*value);
     }
 
-    void warnOfInteger(int value, const HxMidiData& given, const Place& place)
+    std::optional<quint32> word(const FieldPlace& field) override
     {
-        const QString why = value < 0 ? QStringLiteral("a negative number gives one byte 00")
-                            : value < 0xFFFF
-                                ? QStringLiteral("of 256 to 65534 the high byte is lost")
-                                : QStringLiteral("it takes more than one byte");
-        m_findings.warning(QStringLiteral("%1 gives %2: %3")
-                               .arg(QString::number(value), given.toString(' ', -1), why),
-                           QStringLiteral("give 0 to 255, or use a wider field"), place);
-    }
-
-    void appendWord(const BuilderField& field, const QByteArray& token, const Place& place)
-    {
-        const auto value = readNumber(place, wordRange, harmless(token), m_findings);
+        const auto place = take(field);
+        if (!place)
+            return std::nullopt;
+        const auto value = readNumber(*place, wordRange, harmless(tokenOf(field)), m_findings);
         if (!value)
-            return;
+            return std::nullopt;
         const auto word = static_cast<quint32>(*value);
-        append(token.constData(), word);
-        const quint32 kept = field.bits < 32 ? word & ((1u << field.bits) - 1) : word;
-        if (kept != word)
-            m_findings.warning(QStringLiteral("%1 has %2 bits, so %3 becomes %4")
-                                   .arg(harmless(token), QString::number(field.bits),
-                                        harmless(place.source.text), QString::number(kept)),
-                               QStringLiteral("give a smaller number, or use a wider field"),
-                               place);
+        warnOfLostBits(word, field, *place);
+        return word;
     }
 
-    void appendReal(const QByteArray& token, const Place& place)
+    std::optional<double> real(const FieldPlace& field) override
     {
+        const auto place = take(field);
+        if (!place)
+            return std::nullopt;
         bool ok = false;
-        const double value = place.source.text.toDouble(&ok);
-        const bool fits =
-            !std::isfinite(value) || std::fabs(value) <= std::numeric_limits<float>::max();
-        if (ok && fits)
-            append(token.constData(), value);
+        const double value = place->source.text.toDouble(&ok);
+        if (ok && (!std::isfinite(value) || std::fabs(value) <= std::numeric_limits<float>::max()))
+            return value;
+        m_findings.error(QStringLiteral("%1 is no number for %2")
+                             .arg(quoted(place->source.text), harmless(tokenOf(field))),
+                         QStringLiteral("a decimal number of single precision, such as 1.5 or "
+                                        "-2e10"),
+                         QStringLiteral("correct it"), *place);
+        return std::nullopt;
+    }
+
+    std::optional<QByteArray> hexBytes(const FieldPlace& field) override
+    {
+        const auto place = take(field);
+        if (!place)
+            return std::nullopt;
+        return readHexText(place->source.text, place->source, Blanks::Removed, m_badPiece,
+                           m_findings);
+    }
+
+    std::optional<QByteArray> characters(const FieldPlace& field) override
+    {
+        const auto place = take(field);
+        if (!place)
+            return std::nullopt;
+        return place->source.text;
+    }
+
+    void addProblem(const TextProblem& problem)
+    {
+        if (m_stopped)
+            return;
+        const Span span{int(problem.offset), int(problem.length)};
+        if (problem.kind == TextProblemKind::FieldWithoutBytes)
+            m_failed = span;
+        else if (problem.kind == TextProblemKind::PieceSkipped)
+            addFailure(span);
         else
-            m_findings.error(QStringLiteral("%1 is no number for %2")
-                                 .arg(quoted(place.source.text), harmless(token)),
-                             QStringLiteral("a decimal number of single precision, such as 1.5 or "
-                                            "-2e10"),
-                             QStringLiteral("correct it"), place);
+            addLiteral(problem.kind, span);
     }
 
-    bool appendHexText(const QByteArray& token, const SourceText& source)
+    // To be called when the format has been read to its end.
+    void finish()
     {
-        const QByteArray text =
-            checkHexText(source.text, source, Blanks::Removed, badPiece(), m_findings);
-        if (HxMidiData(text.constData()).bytes.isEmpty())
-            return false;
-        append(token.constData(), text.constData());
-        return true;
-    }
-
-    template <typename... Argument>
-    void append(const char* token, Argument... argument)
-    {
-        HxMidiData piece;
-        piece.setData(token, argument...);
-        m_data.append(piece);
-    }
-
-    // The library takes a field that failed out of its list of tokens and so passes over the next.
-    bool skipAfter(Span failed)
-    {
-        const QByteArray token = m_format.text.mid(failed.at, failed.length);
-        const Span next = m_at <= m_format.text.size() ? nextToken() : Span{m_at, 0};
-        m_skipped = true;
-        QString what = QStringLiteral("argument %1, for %2, gives no bytes")
-                           .arg(QString::number(m_used), harmless(token));
-        if (next.length > 0)
-            what += QStringLiteral(", so HxMidiData skips the token after it, %1")
-                        .arg(quoted(m_format.text.mid(next.at, next.length)));
-        m_findings.add(
-            {badPiece(), what, QStringLiteral("an argument with at least one byte"),
-             QStringLiteral("give one, or take %1 out of the format").arg(harmless(token)),
-             Place{m_format, failed}});
-        return m_lenient;
-    }
-
-    void complainOfUnused()
-    {
-        for (int i = m_used; i < m_arguments.size(); ++i) {
-            const Severity severity = m_skipped && m_lenient ? Severity::Warning : Severity::Error;
+        if (m_failed)
+            addFailure({});
+        for (int i = m_used; !m_stopped && i < m_arguments.size(); ++i) {
             m_findings.add(
-                {severity, QStringLiteral("argument %1 is not used").arg(i + 1),
+                {m_skipped ? Severity::Warning : Severity::Error,
+                 QStringLiteral("argument %1 is not used").arg(i + 1),
                  QStringLiteral("as many arguments as the format has fields, %1").arg(m_used),
                  QStringLiteral("take it away, or add a field to the format"),
                  Place{{QString(), m_arguments.at(i)}, {0, m_arguments.at(i).size()}}});
         }
     }
 
-    Severity badPiece() const { return m_lenient ? Severity::Warning : Severity::Error; }
+private:
+    // The next argument; none, with a word on it, when all are used.
+    std::optional<Place> take(const FieldPlace& field)
+    {
+        if (m_stopped)
+            return std::nullopt;
+        if (m_used < m_arguments.size()) {
+            const QByteArray& text = m_arguments.at(m_used++);
+            return Place{{QString(), text}, {0, text.size()}};
+        }
+        m_findings.error(QStringLiteral("there is no argument for %1").arg(quoted(tokenOf(field))),
+                         QStringLiteral("one argument for every field of the format"),
+                         QStringLiteral("add the field's value behind the others"),
+                         Place{m_format, {int(field.offset), int(field.length)}});
+        return std::nullopt;
+    }
+
+    void warnOfLostBits(quint32 word, const FieldPlace& field, const Place& place)
+    {
+        const int bits = bitsOf(field.field);
+        const quint32 kept = bits < 32 ? word & ((1u << bits) - 1) : word;
+        if (kept != word)
+            m_findings.warning(QStringLiteral("%1 has %2 bits, so %3 becomes %4")
+                                   .arg(harmless(tokenOf(field)), QString::number(bits),
+                                        harmless(place.source.text), QString::number(kept)),
+                               QStringLiteral("give a smaller number, or use a wider field"),
+                               place);
+    }
+
+    // What follows a failed field would only complain about the skipped token.
+    void addFailure(Span skipped)
+    {
+        const QByteArray token = m_format.text.mid(m_failed->at, m_failed->length);
+        QString what = QStringLiteral("argument %1, for %2, gives no bytes")
+                           .arg(QString::number(m_used), harmless(token));
+        if (skipped.length > 0)
+            what += QStringLiteral(", so HxMidiData skips the token after it, %1")
+                        .arg(quoted(m_format.text.mid(skipped.at, skipped.length)));
+        m_findings.add(
+            {m_badPiece, what, QStringLiteral("an argument with at least one byte"),
+             QStringLiteral("give one, or take %1 out of the format").arg(harmless(token)),
+             Place{m_format, *m_failed}});
+        m_failed.reset();
+        m_skipped = true;
+        m_stopped = m_badPiece == Severity::Error;
+    }
+
+    void addLiteral(TextProblemKind kind, Span span)
+    {
+        const QByteArray token = m_format.text.mid(span.at, span.length);
+        const QString next =
+            token.contains(',')
+                ? QStringLiteral("separate with blanks, not with commas")
+                : QStringLiteral("write hex digits or one of the fields ") + fieldNames();
+        reportNumber(kind, token, Place{m_format, span}, m_badPiece, next, m_findings);
+    }
+
+    QByteArray tokenOf(const FieldPlace& field) const
+    {
+        return m_format.text.mid(int(field.offset), int(field.length));
+    }
 
     SourceText m_format;
     const QByteArrayList& m_arguments;
-    bool m_lenient;
+    Severity m_badPiece;
     Findings& m_findings;
-    HxMidiData m_data;
-    int m_at = 0;   // of the next token in the format
-    int m_used = 0; // arguments
+    int m_used = 0;               // arguments
+    std::optional<Span> m_failed; // a field without bytes, until the library goes on after it
     bool m_skipped = false;
+    bool m_stopped = false;
 };
 
 } // namespace
@@ -232,7 +221,13 @@ private:
 HxMidiData buildMessage(const QByteArray& format, const QByteArrayList& arguments, bool lenient,
                         Findings& findings)
 {
-    return MessageBuilder(format, arguments, lenient, findings).build();
+    const Severity badPiece = lenient ? Severity::Warning : Severity::Error;
+    TypedArguments typed(format, arguments, badPiece, findings);
+    HxMidiData data;
+    appendMessage(data, format.constData(), typed,
+                  [&typed](const TextProblem& problem) { typed.addProblem(problem); });
+    typed.finish();
+    return data;
 }
 
 } // namespace hx

@@ -7,8 +7,7 @@
 
 namespace hx {
 
-// Builds what HxMidiData::setData() builds from `format` and the arguments. The library is asked
-// once for every token, so that no argument list of the wrong types can come about.
+// Builds what HxMidiData::setData() builds from `format` and the arguments.
 //
 // Errors: a field without an argument, an argument that is not of its field's type, an argument
 // that no field takes. Errors that become warnings with `lenient`: a token that is neither a field

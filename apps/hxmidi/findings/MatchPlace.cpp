@@ -1,6 +1,6 @@
 #include "apps/hxmidi/findings/MatchPlace.h"
 
-#include "apps/hxmidi/findings/PatternCheck.h"
+#include "mididata/PatternText.h"
 
 namespace hx {
 
@@ -24,7 +24,7 @@ QVector<Span> wordsOf(const QByteArray& pattern)
 
 bool isPattern(const QByteArray& text)
 {
-    return expressionOf(text).isValid();
+    return patternExpression(QString::fromLatin1(text)).isValid();
 }
 
 } // namespace
@@ -33,7 +33,7 @@ std::optional<MatchPlace> findMatch(const HxMidiData& data, const QByteArray& pa
 {
     if (!data.match(pattern.constData(), atStart))
         return std::nullopt;
-    const QRegExp expression = expressionOf(pattern);
+    const QRegExp expression = patternExpression(QString::fromLatin1(pattern));
     const int digit = expression.indexIn(data.toString(-1));
     return MatchPlace{digit, expression.matchedLength()};
 }

@@ -1,6 +1,6 @@
 #include "apps/hxmidi/input/Input.h"
 
-#include "apps/hxmidi/findings/HexTextCheck.h"
+#include "apps/hxmidi/findings/HexTextFindings.h"
 #include "apps/hxmidi/input/NumberList.h"
 
 #include <QFile>
@@ -181,24 +181,17 @@ private:
             m_data.bytes += m_form == InputForm::CArray ? readCArray(source, m_findings)
                                                         : readDecimalList(source, m_findings);
         else
-            readHexText(source);
+            readHexLines(source);
     }
 
     // Line ends and tabs count as blanks.
-    void readHexText(const SourceText& source)
+    void readHexLines(const SourceText& source)
     {
         QByteArray blanked = source.text;
         std::replace_if(blanked.begin(), blanked.end(), isWhiteSpace, ' ');
         const Severity badPiece = m_options.lenient ? Severity::Warning : Severity::Error;
         const Blanks blanks = m_options.tokens ? Blanks::Split : Blanks::Removed;
-        const QByteArray text = checkHexText(blanked, source, blanks, badPiece, m_findings);
-        if (blanks == Blanks::Removed) {
-            m_data.append(HxMidiData(text.constData()));
-            return;
-        }
-        HxMidiData read;
-        read.setText(text.constData());
-        m_data.append(read);
+        m_data.bytes += readHexText(blanked, source, blanks, badPiece, m_findings);
     }
 
     const InputOptions& m_options;

@@ -1,0 +1,15 @@
+// Numbers of hex text and of builder formats that the library reads otherwise than they look, in words.
+#pragma once
+
+#include "apps/hxmidi/findings/Finding.h"
+
+#include "mididata/TextProblem.h"
+
+namespace hx {
+
+// Reports what is wrong with the number `token` with `severity`; one that is only read differently is
+// never more than a warning. `next` says what to do where nothing better is known.
+void reportNumber(TextProblemKind kind, const QByteArray& token, const Place& place,
+                  Severity severity, const QString& next, Findings& findings);
+
+} // namespace hx
