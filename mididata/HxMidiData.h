@@ -212,10 +212,12 @@ public:
     QList<HxMidiData> split(int n) const;
 
     /**
-     * Cuts a byte stream into MIDI messages. Every byte of 80 and above opens a piece; F7 ends the
-     * piece it stands in. So a real-time byte inside a System Exclusive message cuts it in two,
-     * data bytes before the first status byte or after F7 form a piece without one, and running
-     * status is not expanded: 90 40 7F 41 7F is one piece.
+     * Cuts a byte stream into MIDI messages. A status byte (80 and above) begins a piece; an F7
+     * that follows other bytes ends their piece instead. So a real-time byte inside a System
+     * Exclusive message cuts it in two, and data bytes before the first status byte or after F7
+     * form a piece without one. Running status is not expanded: 90 40 7F 41 7F is one piece.
+     *
+     *     F0 01 F7 F7 02   gives   F0 01 F7 and F7 02: the second F7 has nothing to end
      */
     QList<HxMidiData> splitOnStatus() const;
 

@@ -167,3 +167,26 @@ TEST(Match, GivesPlacesAsJson)
                     {QStringLiteral("bytes"), QStringLiteral("F0 7E 00 F7")}}};
     EXPECT_EQ(matches, expected);
 }
+
+TEST(Match, APatternThatTakesTooLongIsRefusedAfterASecond)
+{
+    const std::string data(20000, 'F');
+    const CommandRun run = hxmidi({"match", "((F|FF)*)*0", data});
+    EXPECT_EQ(run.firstComplaint(),
+              "error: the pattern needs more than a second of processor time");
+    EXPECT_EQ(run.out, "");
+    EXPECT_EQ(run.code, 2);
+    EXPECT_EQ(hxmidi({"match", "^((F|FF)*)*0", data}).code, 1)
+        << "quick, as it is tied to the start";
+}
+
+TEST(Match, APatternThatTakesTooLongToReadIsRefusedAfterASecond)
+{
+    std::string pattern;
+    for (int i = 0; i < 9000; ++i)
+        pattern += "F*";
+    const CommandRun run = hxmidi({"match", pattern, "F0"});
+    EXPECT_EQ(run.firstComplaint(),
+              "error: the pattern needs more than a second of processor time");
+    EXPECT_EQ(run.code, 2);
+}

@@ -29,6 +29,11 @@ TEST(Split, WarnsOfDataWithoutAStatus)
                        "  next: look for bytes that were lost, or for a second F7\n");
 }
 
+TEST(Split, AnF7WithNothingToEndBeginsAPiece)
+{
+    EXPECT_EQ(hxmidi({"split", "F0 01 F7 F7 02"}).out, "F0 01 F7\nF7 02\n");
+}
+
 TEST(Split, CutsIntoEqualPieces)
 {
     EXPECT_EQ(hxmidi({"split", "--size", "2", "0102030405"}).out, "01 02\n03 04\n05\n");

@@ -83,8 +83,9 @@ void addFieldsCommand(CommandLine& line)
     line.explain(command,
                  "Types of fields:\n"
                  "  14bit        two 7-bit bytes\n"
-                 "  32bit utime  32 bits in five bytes\n"
-                 "  32bitle      the same, the least significant byte first\n"
+                 "  utime        32 bits in five bytes, as a number from 0 to 4294967295\n"
+                 "  32bit        the same bits, as a number from -2147483648 to 2147483647\n"
+                 "  32bitle      as 32bit, the least significant byte first\n"
                  "  float32      a single-precision number in five bytes\n"
                  "  int1 int2    one signed byte; two 7-bit bytes\n"
                  "  int3 int4    three or four whole bytes\n"

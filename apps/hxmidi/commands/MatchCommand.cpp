@@ -4,6 +4,7 @@
 #include "apps/hxmidi/commands/InputArguments.h"
 #include "apps/hxmidi/findings/MatchPlace.h"
 #include "apps/hxmidi/findings/PatternFindings.h"
+#include "apps/hxmidi/findings/TimeLimit.h"
 #include "apps/hxmidi/input/MessageList.h"
 
 #include <memory>
@@ -90,12 +91,24 @@ QJsonObject toJson(const QList<Match>& matches)
 void run(const MatchOptions& options, Outcome& outcome)
 {
     const SourceText pattern{QString(), QByteArray::fromStdString(options.pattern)};
-    const bool usable = checkPattern(pattern, outcome.findings);
+    const auto check = [&pattern] {
+        Findings ignored;
+        checkPattern(pattern, ignored);
+    };
+    const bool usable =
+        !refusesTime(pattern, check, outcome.findings) && checkPattern(pattern, outcome.findings);
     const HxMidiData data = readInput(options.input, outcome);
     if (!usable || outcome.findings.hasErrors())
         return;
     const QList<PlacedMessage> pieces =
         options.each ? messagesOf(data) : QList<PlacedMessage>{{0, data, MessageMeaning()}};
+    const auto judge = [&] {
+        Findings ignored;
+        if (matchesIn(pieces, options).isEmpty())
+            explainFailure(data, options, ignored);
+    };
+    if (refusesTime(pattern, judge, outcome.findings))
+        return;
     const QList<Match> matches = matchesIn(pieces, options);
     for (const Match& match : matches)
         warnOfHalfByte(match, outcome.findings);

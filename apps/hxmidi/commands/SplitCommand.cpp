@@ -78,7 +78,9 @@ void addSplitCommand(CommandLine& line)
                                          "Cut into pieces of N bytes, the last perhaps shorter")
                             ->type_name("N")
                             ->check(CLI::Range(1, mostInputBytes).description(""));
-    command->add_flag("--status", "Cut before every status byte and after F7 (default)")
+    command
+        ->add_flag("--status",
+                   "Cut before a status byte, and after an F7 that ends a piece (default)")
         ->excludes(size);
     line.setRun(command, [options](Outcome& outcome) { run(*options, outcome); });
 }
