@@ -42,13 +42,14 @@ private:
     bool m_isWaiting = false;
 };
 
-hx::UpdateImage imageOf(const QByteArray& code)
+hx::UpdateImage imageOf(const QByteArray& code, const hx::ProductDescription& product)
 {
     QTemporaryFile file;
     file.open();
-    file.write(hx::buildImage(code, CodeType::Fwu, QStringLiteral("1.0.2.4")).fileContent());
+    file.write(
+        hx::buildImage(product, code, CodeType::Fwu, QStringLiteral("1.0.2.4")).fileContent());
     file.close();
-    return hx::loadUpdateImage(file.fileName());
+    return hx::loadUpdateImage(file.fileName(), product);
 }
 
 /** The update loop over one image; each iteration of the bar is one message. */
@@ -56,7 +57,7 @@ class UpdateLoop {
 public:
     UpdateLoop()
         : m_plugin(hx::loadPlugin(QStringLiteral(HXBENCH_PLUGIN))),
-          m_image(imageOf(mixedBytes(256 * 1024)))
+          m_image(imageOf(mixedBytes(256 * 1024), hx::describeProduct(m_plugin.plugin->device())))
     {
     }
 

@@ -55,8 +55,8 @@ _hxhost()
         ports) options="--probe --plugin" ;;
         identify | info | verify | recover) options=$product ;;
         update) options="$product --dry-run --yes --no-listen" ;;
-        "image build") options="--output --kind --code-version" ;;
-        inspect) options="--plugin" ;;
+        "image build") options="--plugin --output --kind --code-version" ;;
+        inspect | "image inspect") options="--plugin" ;;
         check) options="--image" ;;
         monitor) options="--count --seconds --plugin --port --fault" ;;
         trace) options="--svg" ;;

@@ -5,9 +5,8 @@ set -l leaves ports identify info update verify recover build inspect check moni
 set -l product identify info update verify recover
 set -l paced identify info update verify recover simulate
 set -l faulty identify info update verify recover monitor simulate
-set -l plugged identify info update verify recover monitor ports
+set -l plugged identify info update verify recover build inspect monitor ports
 set -l build '__fish_seen_subcommand_from image; and __fish_seen_subcommand_from build'
-set -l inspect '__fish_seen_subcommand_from inspect; and not __fish_seen_subcommand_from image'
 set -l faults silent duplicate-message damage-message cut-message insert-message refuse wrong-model \
     vanish bad-ack failed-ack power-cut bad-write drop-reply duplicate-reply damage-reply cut-reply \
     insert-reply delay-reply late-reply swap-reply noise
@@ -39,7 +38,6 @@ complete -c hxhost -n "__fish_seen_subcommand_from $leaves" -s v -l verbose -d '
 complete -c hxhost -n "__fish_seen_subcommand_from $leaves" -l trace -r -d 'Write a record'
 
 complete -c hxhost -n "__fish_seen_subcommand_from $plugged" -l plugin -r -d 'The device plugin, or its folder'
-complete -c hxhost -n $inspect -l plugin -r -d 'The device plugin, or its folder'
 complete -c hxhost -n "__fish_seen_subcommand_from $product monitor" -l port -r -a 'simulator replay:' -d 'MIDI port'
 complete -c hxhost -n "__fish_seen_subcommand_from $product" -l in-port -x -d 'Port that answers come from'
 complete -c hxhost -n "__fish_seen_subcommand_from $paced" -l rate -x -d 'Bytes a second to send'

@@ -170,23 +170,6 @@ void judgeTimeouts(const RuleSubject& subject, RuleResult* result)
 
 } // namespace
 
-QByteArray messageHeader(const DeviceInterface& device)
-{
-    QByteArray header;
-    const QMap<QString, QString> texts = textsOf(device);
-    for (auto it = texts.begin(); it != texts.end(); ++it) {
-        const QByteArray message = QByteArray::fromHex(it.value().toLatin1());
-        if (isReply(it.key()) || !isSysEx(message) || message.at(1) == 0x7E)
-            continue;
-        const QByteArray start = message.left(message.size() - 2);
-        if (header.isEmpty())
-            header = start;
-        const auto end = std::mismatch(header.begin(), header.end(), start.begin(), start.end());
-        header.truncate(int(end.first - header.begin()));
-    }
-    return header;
-}
-
 std::vector<Rule> dictionaryRules()
 {
     return {

@@ -34,7 +34,4 @@ std::vector<Rule> replyRules();
 // Deletes the plugin's object, so it comes last.
 std::vector<Rule> destructionRules();
 
-// "F0 .. family model", as far as the messages of the dictionary agree; empty without any.
-QByteArray messageHeader(const DeviceInterface& device);
-
 } // namespace hx

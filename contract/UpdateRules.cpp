@@ -4,25 +4,31 @@
 
 #include "host/base/HexText.h"
 #include "host/bus/PortBus.h"
+#include "host/image/ImageBuilder.h"
 
 namespace hx {
 
 namespace {
-
-constexpr char fwuCommand = 0x43;
 
 QString tagText(CodeType kind)
 {
     return QString(codeTypeTag(kind));
 }
 
-// The usual form: data messages, a file check, the bare header.
-QList<HxMidiData> madeUpImage(const DeviceInterface& device)
+// The usual form: data messages, a file check, the bare header. None when the dictionary does not
+// show how the product's messages begin.
+QList<HxMidiData> madeUpImage(DeviceInterface& device)
 {
-    const QByteArray header = messageHeader(device);
-    const QString fileCheck = device.lookupStr(QStringLiteral("fwupdate.fwu.filecheck"));
-    return {HxMidiData(header + fwuCommand + QByteArray("\x0A\x00\x00\x00\xF7", 5)),
-            HxMidiData(sampleMessage(fileCheck, QByteArray(1, '\0'))), HxMidiData(header + '\xF7')};
+    const ProductDescription product = describeProduct(device);
+    if (product.updateKinds.empty())
+        return {};
+    const CodeType kind = product.updateKinds.front().kind;
+    const QByteArray code(1, '\0');
+    QList<HxMidiData> image = buildImage(product, code, kind, QStringLiteral("1.0.0.0")).messages;
+    const QString fileCheck =
+        device.lookupStr(QStringLiteral("fwupdate.%1.filecheck").arg(codeTypeTag(kind)));
+    image[image.size() - 2] = HxMidiData(sampleMessage(fileCheck, code));
+    return image;
 }
 
 FwUpdateProtocol describe(const RuleSubject& subject, RuleResult* result)
@@ -69,7 +75,7 @@ void judgeAnswers(const RuleSubject& subject, RuleResult* result)
     const FwUpdateProtocol protocol = describe(subject, result);
     if (protocol.codeType == CodeType::Unknown)
         return;
-    const QByteArray model = messageHeader(subject.device()).right(1);
+    const QByteArray model = describeProduct(subject.device()).header.right(1);
     const auto answer = [&model](const char* name, const ResponceData& pattern) {
         return Answer{name, pattern, HxMidiData(sampleMessage(pattern.rx.pattern(), model))};
     };

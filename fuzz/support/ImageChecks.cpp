@@ -1,4 +1,5 @@
 #include "fuzz/support/ImageChecks.h"
+#include "fuzz/support/Description.h"
 
 #include "fuzz/support/FuzzTarget.h"
 
@@ -37,7 +38,7 @@ void checkImageFile(const QByteArray& content, const ImageFile& file)
     for (const ImageProblem& problem : file.problems)
         checkProblem(content, problem);
 
-    const UpdateImage image = parseUpdateImage(file);
+    const UpdateImage image = parseUpdateImage(file, description());
     require(image.problems.size() >= file.problems.size(), "no problem is lost");
     for (const ImageProblem& problem : image.problems)
         checkProblem(content, problem);

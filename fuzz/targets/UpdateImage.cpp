@@ -2,6 +2,7 @@
 // product takes all of it, and then the product holds what the image says.
 #include "host/image/UpdateImage.h"
 
+#include "fuzz/support/Description.h"
 #include "fuzz/support/FuzzTarget.h"
 #include "host/image/ImageBuilder.h"
 #include "simulator/Crc32.h"
@@ -128,7 +129,7 @@ QString dotted(const VersionDigits& version)
 
 void compare(const QVector<QByteArray>& messages)
 {
-    const UpdateImage image = parseUpdateImage(fileOf(messages));
+    const UpdateImage image = parseUpdateImage(fileOf(messages), description());
     SimulatedProductSettings settings;
     settings.memorySize = memorySize;
     SimulatedProduct product(settings);
@@ -150,13 +151,15 @@ void run(FuzzInput& input)
     const int how = input.byte();
     const quint8 kind = how & 1 ? kindFwu : kindFwd;
     QVector<QByteArray> messages = imageOf(code, "1024", kind);
-    const BuiltImage built = buildImage(code, kind == kindFwu ? CodeType::Fwu : CodeType::Fwd,
-                                        QStringLiteral("1.0.2.4"));
+    const BuiltImage built =
+        buildImage(description(), code, kind == kindFwu ? CodeType::Fwu : CodeType::Fwd,
+                   QStringLiteral("1.0.2.4"));
     requireSame(built.messages.size(), messages.size(), "the host builds the same image");
     for (int i = 0; i < messages.size(); ++i)
         requireSame(built.messages.at(i).bytes, messages.at(i), "the host builds the same message");
     if (input.atEnd())
-        require(parseUpdateImage(fileOf(messages)).ok(), "an image that nobody changed is good");
+        require(parseUpdateImage(fileOf(messages), description()).ok(),
+                "an image that nobody changed is good");
     if (how & 2)
         messages = imageCutAnyhow(input, code, kind);
     while (!input.atEnd() && !messages.isEmpty() && messages.size() < 16)

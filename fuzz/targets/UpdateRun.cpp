@@ -2,6 +2,7 @@
 // holds the image, always an end in bounded time, and a run without faults always recovers it.
 #include "host/update/UpdateRun.h"
 
+#include "fuzz/support/Description.h"
 #include "fuzz/support/FaultyWire.h"
 #include "fuzz/support/FuzzTarget.h"
 #include "host/image/ImageBuilder.h"
@@ -19,9 +20,12 @@ constexpr int mostMessages = 60;
 
 const UpdateImage& image()
 {
-    static const UpdateImage built = parseUpdateImage(imageFileOf(
-        buildImage(codeOfSize(150), CodeType::Fwu, QStringLiteral("5.6.7.8")).messages));
-    return built;
+    static const UpdateImage parsed = [] {
+        const BuiltImage built =
+            buildImage(description(), codeOfSize(150), CodeType::Fwu, QStringLiteral("5.6.7.8"));
+        return parseUpdateImage(imageFileOf(built.messages), description());
+    }();
+    return parsed;
 }
 
 bool holdsImage(const SimulatedProduct& product)

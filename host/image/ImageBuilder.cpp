@@ -31,31 +31,34 @@ QByteArray packed(const QByteArray& code)
 }
 
 // Puts the sum and the F7 behind a message that is otherwise complete.
-HxMidiData closed(HxMidiData message)
+HxMidiData closed(HxMidiData message, int sumStart)
 {
-    message.append(HxMidiData(message.sumOfSection(image::sumStart, -1)));
+    message.append(HxMidiData(message.sumOfSection(sumStart, -1)));
     return message.append(HxMidiData(0xF7));
 }
 
-HxMidiData dataMessage(const QByteArray& code, quint8 command, int address)
+HxMidiData dataMessage(const QByteArray& header, const UpdateKind& kind, const QByteArray& code,
+                       int address)
 {
     const QByteArray part = code.mid(address, image::codeBytesPerMessage);
-    HxMidiData message(image::prefix());
+    HxMidiData message(header);
     HxMidiData fields;
-    fields.setData("VV VV V14 UT VV", command, image::dataSubCommand,
+    fields.setData("VV VV V14 UT VV", kind.command, image::dataSubCommand,
                    static_cast<unsigned>(address / image::codeBytesPerMessage),
                    static_cast<unsigned>(address), part.size());
-    return closed(message.append(fields).append(HxMidiData(packed(part))));
+    return closed(message.append(fields).append(HxMidiData(packed(part))),
+                  header.size() + image::fieldsOffset);
 }
 
-HxMidiData fileCheckMessage(const QByteArray& code, quint8 command, const QByteArray& version)
+HxMidiData fileCheckMessage(const QByteArray& header, const UpdateKind& kind,
+                            const QByteArray& code, const QByteArray& version)
 {
-    HxMidiData message(image::prefix());
+    HxMidiData message(header);
     HxMidiData fields;
-    fields.setData("VV VV UT UT CSTR VV", command, image::fileCheckSubCommand,
+    fields.setData("VV VV UT UT CSTR VV", kind.command, kind.fileCheck,
                    static_cast<unsigned>(code.size()), crc32(code), version.constData(),
                    image::layoutVersion);
-    return closed(message.append(fields));
+    return closed(message.append(fields), header.size() + image::fieldsOffset);
 }
 
 } // namespace
@@ -73,11 +76,15 @@ QByteArray BuiltImage::fileContent() const
     return content;
 }
 
-BuiltImage buildImage(const QByteArray& code, CodeType kind, const QString& version)
+BuiltImage buildImage(const ProductDescription& product, const QByteArray& code, CodeType kind,
+                      const QString& version)
 {
     const QByteArray digits = versionDigits(version);
-    if (kind == CodeType::Unknown)
-        return refused(QStringLiteral("The kind of code is unknown; expected \"fwu\" or \"fwd\"."));
+    const UpdateKind* updateKind = product.updateKind(kind);
+    if (updateKind == nullptr)
+        return refused(QStringLiteral("The plugin names no file check of kind \"%1\"; an image can "
+                                      "be made of the kinds that have one.")
+                           .arg(codeTypeTag(kind)));
     if (code.isEmpty() || code.size() > image::maxCodeBytes)
         return refused(QStringLiteral("The code has %1 bytes; an image carries 1 to %2.")
                            .arg(code.isEmpty()
@@ -87,12 +94,11 @@ BuiltImage buildImage(const QByteArray& code, CodeType kind, const QString& vers
     if (digits.isEmpty())
         return refused(
             QStringLiteral("The version \"%1\" is not four digits such as 1.0.2.4.").arg(version));
-    const quint8 command = kind == CodeType::Fwu ? image::fwuCommand : image::fwdCommand;
     BuiltImage built;
     for (int address = 0; address < code.size(); address += image::codeBytesPerMessage)
-        built.messages << dataMessage(code, command, address);
-    built.messages << fileCheckMessage(code, command, digits);
-    built.messages << HxMidiData(image::closingMessage());
+        built.messages << dataMessage(product.header, *updateKind, code, address);
+    built.messages << fileCheckMessage(product.header, *updateKind, code, digits);
+    built.messages << HxMidiData(image::closingMessage(product.header));
     return built;
 }
 

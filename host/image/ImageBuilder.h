@@ -1,7 +1,7 @@
 // Makes an update image out of code bytes.
 #pragma once
 
-#include "deviceinterface/FwUpdateProtocol.h"
+#include "host/product/ProductDescription.h"
 #include "mididata/HxMidiData.h"
 
 #include <QByteArray>
@@ -23,7 +23,9 @@ struct BuiltImage {
 // Whether `version` is four digits, with dots between them or not: "1.0.2.4" or "1024".
 bool isImageVersion(const QString& version);
 
-// `version` as isImageVersion wants it. Code is 1 to 1,048,576 bytes; the kind is Fwu or Fwd.
-BuiltImage buildImage(const QByteArray& code, CodeType kind, const QString& version);
+// An image for `product`. `version` as isImageVersion wants it. Code is 1 to 1,048,576 bytes; the
+// kind is one that the plugin names a file check for.
+BuiltImage buildImage(const ProductDescription& product, const QByteArray& code, CodeType kind,
+                      const QString& version);
 
 } // namespace hx

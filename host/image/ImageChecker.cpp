@@ -9,8 +9,6 @@ namespace hx {
 
 namespace {
 
-constexpr int headBytes = 6; // F0, manufacturer, family, model
-
 const char damaged[] = "The file is damaged: get the update image again.";
 const char incomplete[] = "The file is incomplete: get the update image again.";
 const char otherProduct[] = "It is made for another product: get the image for this one.";
@@ -18,8 +16,8 @@ const char otherProduct[] = "It is made for another product: get the image for t
 // The code bytes of a packed run; false when a header has a bit for a byte that is not there.
 bool unpack(const QByteArray& packed, QByteArray* code)
 {
-    for (int start = 0; start < packed.size(); start += 8) {
-        const int count = std::min(7, packed.size() - start - 1);
+    for (int start = 0; start < packed.size(); start += image::packedRun) {
+        const int count = std::min(image::packedRun - 1, packed.size() - start - 1);
         const int header = static_cast<unsigned char>(packed.at(start));
         if ((header & ((1 << (7 - count)) - 1)) != 0)
             return false;
@@ -34,7 +32,7 @@ bool unpack(const QByteArray& packed, QByteArray* code)
 qint64 fiveGroups(const HxMidiData& message, int position)
 {
     qint64 value = 0;
-    for (int i = position; i < position + 5; ++i)
+    for (int i = position; i < position + image::numberGroups; ++i)
         value = value << 7 | message.bytes.at(i);
     return value;
 }
@@ -74,7 +72,7 @@ void ImageChecker::checkMessage(int index)
         return problem(index, 0, QStringLiteral("it stands behind the closing message."));
     if (!checkHead(index))
         skipData();
-    else if (message(index).bytes.size() == image::closingBytes)
+    else if (message(index).bytes == image::closingMessage(m_product.header))
         m_closing = index;
     else
         checkCommand(index);
@@ -83,15 +81,15 @@ void ImageChecker::checkMessage(int index)
 bool ImageChecker::checkHead(int index)
 {
     const QByteArray& bytes = message(index).bytes;
-    const QByteArray head = image::prefix();
-    for (int i = 0; i < headBytes; ++i) {
+    const QByteArray& head = m_product.header;
+    for (int i = 0; i < head.size(); ++i) {
         if (i < bytes.size() - 1 && bytes.at(i) == head.at(i))
             continue;
         if (m_otherHeads++ == 0) {
             m_firstOtherHead = m_result.problems.size();
             problem(index, i,
                     QStringLiteral("it begins with %1; expected %2.")
-                        .arg(hexText(bytes.left(headBytes)), hexText(head)),
+                        .arg(hexText(bytes.left(head.size())), hexText(head)),
                     QString::fromLatin1(otherProduct));
         }
         return false;
@@ -117,40 +115,73 @@ void ImageChecker::skipData()
 
 void ImageChecker::checkCommand(int index)
 {
-    const int subCommand = message(index).bytes.size() > image::sumStart
-                               ? byteAt(index, image::subCommandPosition)
+    const int subCommand = message(index).bytes.size() > at(image::fieldsOffset)
+                               ? byteAt(index, at(image::subCommandOffset))
                                : -1;
-    if (subCommand != image::dataSubCommand && subCommand != image::fileCheckSubCommand) {
+    const bool isData = subCommand == image::dataSubCommand;
+    if (!isData && !isFileCheck(index, subCommand)) {
         m_codeIsWhole = false;
-        return problem(index, image::subCommandPosition,
+        return problem(index, at(image::subCommandOffset),
                        QStringLiteral("it is neither a data message nor a file check nor the "
                                       "closing message: %1.")
                            .arg(hexTextShort(message(index).bytes)));
     }
-    checkKind(index, byteAt(index, image::commandPosition));
+    checkKind(index);
     if (m_fileCheck >= 0)
-        return problem(index, image::subCommandPosition,
+        return problem(index, at(image::subCommandOffset),
                        QStringLiteral("it stands behind the file check; expected the closing "
                                       "message."));
-    if (subCommand == image::dataSubCommand)
+    if (isData)
         return checkData(index);
     m_fileCheck = index;
     checkFileCheck(index);
 }
 
-void ImageChecker::checkKind(int index, quint8 command)
+// The kinds share one sub-command or have one each; in a message of no kind any of them counts.
+bool ImageChecker::isFileCheck(int index, int subCommand) const
 {
-    if (command != image::fwuCommand && command != image::fwdCommand)
-        return problem(
-            index, image::commandPosition,
-            QStringLiteral("its kind is %1; expected 43 (fwu) or 42 (fwd).").arg(hexByte(command)));
-    const CodeType kind = command == image::fwuCommand ? CodeType::Fwu : CodeType::Fwd;
+    const UpdateKind* own = kindOf(index);
+    const std::vector<UpdateKind>& kinds = m_product.updateKinds;
+    return own != nullptr ? subCommand == own->fileCheck
+                          : std::any_of(kinds.begin(), kinds.end(), [=](const UpdateKind& kind) {
+                                return kind.fileCheck == subCommand;
+                            });
+}
+
+// Null for a command that belongs to no kind.
+const UpdateKind* ImageChecker::kindOf(int index) const
+{
+    const quint8 command = byteAt(index, at(image::commandOffset));
+    const std::vector<UpdateKind>& kinds = m_product.updateKinds;
+    const auto found = std::find_if(kinds.begin(), kinds.end(), [=](const UpdateKind& kind) {
+        return kind.command == command;
+    });
+    return found == kinds.end() ? nullptr : &*found;
+}
+
+// "43 (fwu) or 42 (fwd)".
+QString ImageChecker::knownKinds() const
+{
+    QStringList known;
+    for (const UpdateKind& kind : m_product.updateKinds)
+        known << QStringLiteral("%1 (%2)").arg(hexByte(kind.command), codeTypeTag(kind.kind));
+    return known.join(QStringLiteral(" or "));
+}
+
+void ImageChecker::checkKind(int index)
+{
+    const UpdateKind* kind = kindOf(index);
+    const int position = at(image::commandOffset);
+    if (kind == nullptr)
+        return problem(index, position,
+                       QStringLiteral("its kind is %1; expected %2.")
+                           .arg(hexByte(byteAt(index, position)), knownKinds()));
     if (m_result.kind == CodeType::Unknown)
-        m_result.kind = kind;
-    if (m_result.kind != kind)
-        problem(index, image::commandPosition,
+        m_result.kind = kind->kind;
+    if (m_result.kind != kind->kind)
+        problem(index, position,
                 QStringLiteral("its kind is \"%1\", that of the messages before \"%2\".")
-                    .arg(codeTypeTag(kind), codeTypeTag(m_result.kind)));
+                    .arg(codeTypeTag(kind->kind), codeTypeTag(m_result.kind)));
 }
 
 void ImageChecker::checkData(int index)
@@ -158,7 +189,7 @@ void ImageChecker::checkData(int index)
     ++m_result.dataMessages;
     if (!checkDataShape(index))
         return skipData();
-    const int count = byteAt(index, image::countPosition);
+    const int count = byteAt(index, at(image::countOffset));
     checkNumber(index);
     checkAddress(index, count);
     takeCode(index, count);
@@ -168,18 +199,23 @@ void ImageChecker::checkData(int index)
 bool ImageChecker::checkDataShape(int index)
 {
     const int size = message(index).bytes.size();
-    if (size <= image::packedPosition + 2) {
+    const int shortest = at(image::packedOffset) + image::packedSize(1) + image::endBytes;
+    if (size < shortest) {
         problem(index, size - 1,
-                QStringLiteral("the data message has %1 bytes; expected 20 at least.").arg(size));
+                QStringLiteral("the data message has %1 bytes; expected %2 at least.")
+                    .arg(size)
+                    .arg(shortest));
         return false;
     }
-    const int count = byteAt(index, image::countPosition);
+    const int count = byteAt(index, at(image::countOffset));
     if (count < 1 || count > image::codeBytesPerMessage) {
-        problem(index, image::countPosition,
-                QStringLiteral("it states %1 code bytes; expected 1 to 112.").arg(count));
+        problem(index, at(image::countOffset),
+                QStringLiteral("it states %1 code bytes; expected 1 to %2.")
+                    .arg(count)
+                    .arg(image::codeBytesPerMessage));
         return false;
     }
-    const int expected = image::packedPosition + image::packedSize(count) + 2;
+    const int expected = at(image::packedOffset) + image::packedSize(count) + image::endBytes;
     if (size != expected) {
         problem(index, size - 1,
                 QStringLiteral("it has %1 bytes; expected %2 for the %3 code bytes it states.")
@@ -193,21 +229,23 @@ bool ImageChecker::checkDataShape(int index)
 
 bool ImageChecker::checkSum(int index)
 {
-    const int position = message(index).bytes.size() - 2;
-    const int sum = message(index).sumOfSection(image::sumStart, position - image::sumStart);
+    const int position = message(index).bytes.size() - image::endBytes;
+    const int sum =
+        message(index).sumOfSection(at(image::fieldsOffset), position - at(image::fieldsOffset));
     const int stated = byteAt(index, position);
     if (sum == stated)
         return true;
-    problem(index, position,
-            QStringLiteral("its sum is %1, but %2 is stated: a byte from %3 on is wrong.")
-                .arg(hexByte(static_cast<quint8>(sum)), hexByte(static_cast<quint8>(stated)))
-                .arg(m_file.messages[static_cast<size_t>(index)].offsetOf(image::sumStart)));
+    problem(
+        index, position,
+        QStringLiteral("its sum is %1, but %2 is stated: a byte from %3 on is wrong.")
+            .arg(hexByte(static_cast<quint8>(sum)), hexByte(static_cast<quint8>(stated)))
+            .arg(m_file.messages[static_cast<size_t>(index)].offsetOf(at(image::fieldsOffset))));
     return false;
 }
 
 void ImageChecker::checkNumber(int index)
 {
-    const auto number = static_cast<quint32>(message(index).get14bit(image::numberPosition, 0));
+    const auto number = static_cast<quint32>(message(index).get14bit(at(image::numberOffset), 0));
     const quint32 expected = m_nextNumber;
     m_nextNumber = number + 1;
     if (number == expected)
@@ -216,7 +254,7 @@ void ImageChecker::checkNumber(int index)
     m_nextAddress = qint64(number) * image::codeBytesPerMessage;
     if (number < expected)
         return problem(
-            index, image::numberPosition,
+            index, at(image::numberOffset),
             QStringLiteral("data message number %1 stands behind number %2: the order is "
                            "wrong.")
                 .arg(number)
@@ -225,7 +263,7 @@ void ImageChecker::checkNumber(int index)
         number - expected == 1
             ? QStringLiteral("number %1 is missing").arg(expected)
             : QStringLiteral("numbers %1 to %2 are missing").arg(expected).arg(number - 1);
-    problem(index, image::numberPosition,
+    problem(index, at(image::numberOffset),
             QStringLiteral("data message number %1 stands where number %2 is expected: %3.")
                 .arg(number)
                 .arg(expected)
@@ -235,40 +273,42 @@ void ImageChecker::checkNumber(int index)
 
 void ImageChecker::checkAddress(int index, int count)
 {
-    const qint64 address = fiveGroups(message(index), image::addressPosition);
+    const qint64 address = fiveGroups(message(index), at(image::addressOffset));
     if (address != m_nextAddress)
-        problem(index, image::addressPosition,
+        problem(index, at(image::addressOffset),
                 QStringLiteral("its code belongs to address %1; expected %2.")
                     .arg(address)
                     .arg(m_nextAddress));
     m_nextAddress = address + count;
     if (m_shortMessage >= 0)
-        problem(m_shortMessage, image::countPosition,
+        problem(m_shortMessage, at(image::countOffset),
                 QStringLiteral("it carries %1 code bytes; every data message but the last carries "
-                               "112.")
-                    .arg(byteAt(m_shortMessage, image::countPosition)));
+                               "%2.")
+                    .arg(byteAt(m_shortMessage, at(image::countOffset)))
+                    .arg(image::codeBytesPerMessage));
     m_shortMessage = count < image::codeBytesPerMessage ? index : -1;
 }
 
 void ImageChecker::takeCode(int index, int count)
 {
     const QByteArray packed =
-        message(index).bytes.mid(image::packedPosition, image::packedSize(count));
+        message(index).bytes.mid(at(image::packedOffset), image::packedSize(count));
     if (unpack(packed, &m_result.code))
         return;
     m_codeIsWhole = false;
-    problem(index, image::packedPosition + (count - 1) / 7 * 8,
+    problem(index,
+            at(image::packedOffset) + (count - 1) / (image::packedRun - 1) * image::packedRun,
             QStringLiteral("its last header byte has a bit for a code byte that is not there."));
 }
 
 void ImageChecker::checkFileCheck(int index)
 {
     const int size = message(index).bytes.size();
-    if (size != image::fileCheckBytes)
+    if (size != at(image::fileCheckSize))
         return problem(index, size - 1,
                        QStringLiteral("the file check has %1 bytes; expected %2.")
                            .arg(size)
-                           .arg(image::fileCheckBytes));
+                           .arg(at(image::fileCheckSize)));
     if (checkSum(index))
         checkFileCheckFields(index);
 }
@@ -277,27 +317,28 @@ void ImageChecker::checkFileCheckFields(int index)
 {
     const HxMidiData& fileCheck = message(index);
     m_result.hasFileCheck = true;
-    m_result.statedLength = fiveGroups(fileCheck, image::lengthPosition);
-    const qint64 crc = fiveGroups(fileCheck, image::crcPosition);
+    m_result.statedLength = fiveGroups(fileCheck, at(image::lengthOffset));
+    const qint64 crc = fiveGroups(fileCheck, at(image::crcOffset));
     m_result.statedCrc = static_cast<quint32>(crc);
     if (crc != m_result.statedCrc)
-        problem(index, image::crcPosition,
+        problem(index, at(image::crcOffset),
                 QStringLiteral("the CRC begins with %1; expected 0F at most, for 32 bits.")
-                    .arg(hexByte(byteAt(index, image::crcPosition))));
-    const QByteArray digits = fileCheck.bytes.mid(image::versionPosition, 4);
+                    .arg(hexByte(byteAt(index, at(image::crcOffset)))));
+    const QByteArray digits = fileCheck.bytes.mid(at(image::versionOffset), image::versionDigits);
     for (int i = 0; i < digits.size(); ++i) {
         m_result.version += QLatin1Char(digits.at(i));
         if (i < digits.size() - 1)
             m_result.version += QLatin1Char('.');
         if (digits.at(i) < '0' || digits.at(i) > '9')
-            problem(index, image::versionPosition + i,
+            problem(index, at(image::versionOffset) + i,
                     QStringLiteral("the version byte %1 is no ASCII digit.")
                         .arg(hexByte(static_cast<quint8>(digits.at(i)))));
     }
-    if (byteAt(index, image::layoutPosition) != image::layoutVersion)
-        problem(index, image::layoutPosition,
-                QStringLiteral("the layout is %1; expected 01.")
-                    .arg(hexByte(byteAt(index, image::layoutPosition))),
+    if (byteAt(index, at(image::layoutOffset)) != image::layoutVersion)
+        problem(index, at(image::layoutOffset),
+                QStringLiteral("the layout is %1; expected %2.")
+                    .arg(hexByte(byteAt(index, at(image::layoutOffset))),
+                         hexByte(image::layoutVersion)),
                 QStringLiteral("This image needs a newer host."));
 }
 
@@ -314,7 +355,7 @@ void ImageChecker::checkEnd()
     if (m_closing < 0)
         problem(last, position,
                 QStringLiteral("the image ends without the closing message %1.")
-                    .arg(hexText(image::closingMessage())),
+                    .arg(hexText(image::closingMessage(m_product.header))),
                 QString::fromLatin1(incomplete));
 }
 
@@ -332,13 +373,13 @@ void ImageChecker::checkTotals()
     if (!m_codeIsWhole || !m_result.hasFileCheck || m_result.dataMessages == 0)
         return;
     if (m_result.statedLength != m_result.code.size())
-        problem(m_fileCheck, image::lengthPosition,
+        problem(m_fileCheck, at(image::lengthOffset),
                 QStringLiteral("the file check states %1 code bytes, but the messages carry %2.")
                     .arg(m_result.statedLength)
                     .arg(m_result.code.size()));
     const quint32 crc = crc32(m_result.code);
     if (crc != m_result.statedCrc)
-        problem(m_fileCheck, image::crcPosition,
+        problem(m_fileCheck, at(image::crcOffset),
                 QStringLiteral("the file check states the CRC-32 %1, but the code has %2.")
                     .arg(m_result.statedCrc, 8, 16, QLatin1Char('0'))
                     .arg(crc, 8, 16, QLatin1Char('0')));

@@ -7,7 +7,11 @@ namespace hx {
 
 class ImageChecker {
 public:
-    ImageChecker(const ImageFile& file, UpdateImage& result) : m_file(file), m_result(result) {}
+    // `product` has a header and a kind of update at least.
+    ImageChecker(const ImageFile& file, const ProductDescription& product, UpdateImage& result)
+        : m_file(file), m_product(product), m_result(result)
+    {
+    }
 
     void check();
 
@@ -17,7 +21,7 @@ private:
     void reportOtherHeads();
     void skipData();
     void checkCommand(int index);
-    void checkKind(int index, quint8 command);
+    void checkKind(int index);
     void checkData(int index);
     bool checkDataShape(int index);
     void checkNumber(int index);
@@ -30,10 +34,17 @@ private:
     void checkTotals();
 
     const HxMidiData& message(int index) const;
+    const UpdateKind* kindOf(int index) const;
+    bool isFileCheck(int index, int subCommand) const;
+    QString knownKinds() const;
+
+    // A place behind the header, as a position in the message.
+    int at(int offset) const { return m_product.header.size() + offset; }
     quint8 byteAt(int index, int position) const;
     void problem(int index, int position, const QString& text, const QString& advice = QString());
 
     const ImageFile& m_file;
+    const ProductDescription& m_product;
     UpdateImage& m_result;
     quint32 m_nextNumber = 0;
     qint64 m_nextAddress = 0;

@@ -24,14 +24,9 @@ constexpr std::array<quint32, 256> makeCrcTable()
 
 namespace image {
 
-QByteArray prefix()
+QByteArray closingMessage(const QByteArray& header)
 {
-    return QByteArray::fromHex("F0006B2D3041");
-}
-
-QByteArray closingMessage()
-{
-    return prefix() + '\xF7';
+    return header + '\xF7';
 }
 
 } // namespace image
@@ -51,11 +46,6 @@ QByteArray sevenBitGroups(quint32 value, int count)
     for (int i = count - 1; i >= 0; --i, value >>= 7)
         groups[i] = static_cast<char>(value & 0x7F);
     return groups;
-}
-
-QByteArray reportedChecksum(quint32 crc)
-{
-    return sevenBitGroups(crc, 4);
 }
 
 } // namespace hx

@@ -9,36 +9,37 @@ namespace image {
 
 constexpr int maxCodeBytes = 1048576;
 constexpr int codeBytesPerMessage = 112;
-constexpr quint8 fwuCommand = 0x43;
-constexpr quint8 fwdCommand = 0x42;
+
+// What makes a data message one. No dictionary names it: it belongs to this format, as the layout
+// version does. The file check and the command before both are the plugin's to name.
 constexpr quint8 dataSubCommand = 0x0A;
-constexpr quint8 fileCheckSubCommand = 0x0C;
 constexpr quint8 layoutVersion = 0x01;
 
-constexpr int commandPosition = 6;
-constexpr int subCommandPosition = 7;
-constexpr int sumStart = 8; // sums run from here up to the sum itself
-constexpr int numberPosition = 8;
-constexpr int addressPosition = 10;
-constexpr int countPosition = 15;
-constexpr int packedPosition = 16;
-constexpr int lengthPosition = 8;
-constexpr int crcPosition = 13;
-constexpr int versionPosition = 18;
-constexpr int layoutPosition = 22;
-constexpr int fileCheckBytes = 25;
-constexpr int closingBytes = 7;
+// Places in a message, counted from the end of the header that all messages begin with.
+constexpr int commandOffset = 0;
+constexpr int subCommandOffset = 1;
+constexpr int fieldsOffset = 2; // sums run from here up to the sum itself
+constexpr int numberOffset = 2;
+constexpr int addressOffset = 4;
+constexpr int countOffset = 9;
+constexpr int packedOffset = 10;
+constexpr int lengthOffset = 2;
+constexpr int crcOffset = 7;
+constexpr int versionOffset = 12;
+constexpr int layoutOffset = 16;
+constexpr int fileCheckSize = 19; // of all after the header, the F7 too
+constexpr int versionDigits = 4;
+constexpr int numberGroups = 5; // of an address, a length or a CRC
+constexpr int packedRun = 8;    // a byte of top bits and up to seven code bytes
+constexpr int endBytes = 2;     // sum and F7
 
-// F0, manufacturer, family and model: the six bytes every message of an image starts with.
-QByteArray prefix();
-
-// F0 00 6B 2D 30 41 F7.
-QByteArray closingMessage();
+// The header with F7 after it ends every image.
+QByteArray closingMessage(const QByteArray& header);
 
 // Bytes that `count` code bytes take once they are packed 8 to 7.
 constexpr int packedSize(int count)
 {
-    return count + (count + 6) / 7;
+    return count + (count + packedRun - 2) / (packedRun - 1);
 }
 
 } // namespace image
@@ -48,8 +49,5 @@ quint32 crc32(const QByteArray& bytes);
 
 // The low 7 * `count` bits of `value` in `count` groups, most significant first.
 QByteArray sevenBitGroups(quint32 value, int count);
-
-// The four 7-bit groups in which the product reports the low 28 bits of a CRC-32.
-QByteArray reportedChecksum(quint32 crc);
 
 } // namespace hx

@@ -5,6 +5,7 @@
 #include "host/base/WirePace.h"
 #include "host/image/ImageFile.h"
 #include "host/image/ImageProblem.h"
+#include "host/product/ProductDescription.h"
 
 #include <QByteArray>
 #include <QList>
@@ -22,7 +23,9 @@ struct UpdateImage {
     qint64 statedLength = -1; // from the file check
     quint32 statedCrc = 0;
     bool hasFileCheck = false;
-    QString version;        // "1.0.2.4"; empty without a file check
+    QString version;                        // "1.0.2.4"; empty without a file check
+    quint32 identifier = unknownIdentifier; // family and model that the first message names
+    int checksumGroups = 0; // 7-bit groups in which the product reports its checksum; 0: not at all
     qint64 bytes = 0;       // of all messages together
     ImageProblems problems; // in the order of the file; empty: the image is good
 
@@ -31,14 +34,14 @@ struct UpdateImage {
     // Time that the messages take on a DIN MIDI wire, without the product's replies.
     qint64 wireMicroseconds() const { return Pace().wireTime(bytes); }
 
-    // The checksum that the product must report once it holds this code.
+    // The checksum that the product must report once it holds this code; empty when it reports none.
     QByteArray expectedChecksum() const;
 };
 
-// Takes the image apart and collects its problems, those of the file first.
-UpdateImage parseUpdateImage(const ImageFile& file);
+// Takes the image apart as one for `product`, and collects its problems, those of the file first.
+UpdateImage parseUpdateImage(const ImageFile& file, const ProductDescription& product);
 
 // readImageFile and parseUpdateImage in one.
-UpdateImage loadUpdateImage(const QString& path);
+UpdateImage loadUpdateImage(const QString& path, const ProductDescription& product);
 
 } // namespace hx

@@ -9,6 +9,7 @@ namespace {
 constexpr int manufacturerPosition = 5;
 constexpr int shortReplyBytes = 15;
 constexpr int moveOfLongManufacturer = 2;
+constexpr int versionBytesCount = 4;
 
 // Family and model are two 7-bit groups each, least significant first.
 quint32 twoGroups(const QByteArray& bytes, int position)

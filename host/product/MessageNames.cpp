@@ -8,8 +8,6 @@ namespace {
 
 const char fwuKeys[] = "fwupdate.fwu.";
 const char fwdKeys[] = "fwupdate.fwd.";
-constexpr char fwdCommand = 0x42;
-constexpr int commandPosition = 6;
 
 // "gender" and "gender.response" are left out: they are "gender.read" once more, and the second
 // is a note for people that no message fits.
@@ -62,10 +60,17 @@ QRegExp wholeMessage(QString text)
     return QRegExp(QStringLiteral("(%1)(F7)?").arg(text), Qt::CaseSensitive, QRegExp::RegExp);
 }
 
-bool isRefusal(const QByteArray& message)
+// The plugin knows which ones: it is asked about each.
+QByteArray refusalMarksOf(DeviceInterface& device, const QByteArray& header)
 {
-    return message.size() == refusalBytes && message.at(0) == '\xF0' &&
-           message.at(refusalMarkPosition) == refusalMark;
+    constexpr int dataValues = 0x80;
+    QByteArray marks;
+    for (int value = 0; value < dataValues && !header.isEmpty(); ++value) {
+        const char mark = static_cast<char>(value);
+        if (device.isNak(HxMidiData(refusalForm(header + '\0', mark))))
+            marks.append(mark);
+    }
+    return marks;
 }
 
 } // namespace
@@ -88,12 +93,30 @@ QStringList knownKeys()
 }
 
 MessageNames::MessageNames(DeviceInterface& device)
+    : m_product(describeProduct(device)), m_refusalMarks(refusalMarksOf(device, m_product.header))
 {
     for (const QString& key : messageKeys()) {
         const QString text = device.lookupStr(key);
         if (!text.isEmpty())
             m_entries.push_back({key, wholeMessage(text)});
     }
+}
+
+bool MessageNames::isFwd(const QByteArray& message) const
+{
+    const UpdateKind* fwd = m_product.updateKind(CodeType::Fwd);
+    const int position = m_product.header.size();
+    return fwd != nullptr && message.size() > position &&
+           static_cast<quint8>(message.at(position)) == fwd->command;
+}
+
+// Of any model of the maker: the wrong one refuses too.
+bool MessageNames::isRefusal(const QByteArray& message) const
+{
+    const int markPosition = m_product.header.size() + 1;
+    return isRefusalSize(message.size(), m_product.header.size()) &&
+           message.startsWith(m_product.header.left(m_product.header.size() - 2)) &&
+           m_refusalMarks.contains(message.at(markPosition));
 }
 
 QString MessageNames::nameOf(const QByteArray& message) const
@@ -103,8 +126,7 @@ QString MessageNames::nameOf(const QByteArray& message) const
         if (!entry.pattern.exactMatch(hex))
             continue;
         // Both kinds of update have the same acknowledgements; the kind byte tells them apart.
-        if (entry.key.startsWith(QLatin1String(fwuKeys)) && message.size() > commandPosition &&
-            message.at(commandPosition) == fwdCommand)
+        if (entry.key.startsWith(QLatin1String(fwuKeys)) && isFwd(message))
             return QString(entry.key).replace(QLatin1String(fwuKeys), QLatin1String(fwdKeys));
         return entry.key;
     }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "deviceinterface/DeviceInterface.h"
+#include "host/product/ProductDescription.h"
 
 #include <QRegExp>
 #include <QStringList>
@@ -30,7 +31,13 @@ private:
         QString key;
         QRegExp pattern;
     };
+
+    bool isFwd(const QByteArray& message) const;
+    bool isRefusal(const QByteArray& message) const;
+
     std::vector<Entry> m_entries;
+    ProductDescription m_product;
+    QByteArray m_refusalMarks; // what the product may put after a command to refuse it
 };
 
 } // namespace hx

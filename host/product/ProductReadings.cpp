@@ -7,20 +7,9 @@ namespace hx {
 
 namespace {
 
-constexpr int commandBytes = 7;  // F0 up to the command byte, which a refusal repeats
-constexpr int valuePosition = 7; // of the first value byte in a reply
-constexpr int checksumGroups = 4;
-constexpr int serialNumberBytes = 8;
-constexpr int imageReplyBytes = 22;
-constexpr int noImageBytes = 10; // the reply about an image that is not there
-constexpr int noImagePosition = 8;
-constexpr char noImage = 0x02;
-
-// The pattern of the dictionary, or the refusal of this very command.
-QString widened(const QString& responsePattern, const HxMidiData& command)
+QString responseKey(const QString& key)
 {
-    return QLatin1Char('(') + responsePattern + QLatin1Char('|') + command.toString(commandBytes) +
-           QStringLiteral("46F7)");
+    return key + QStringLiteral(".response");
 }
 
 ReadingState stateOf(ExchangeEnd end)
@@ -51,16 +40,13 @@ void refuseSize(Reading& reading, int expected)
                          .arg(expected);
 }
 
-// A reply that holds `valueBytes` bytes of value between its head and its F7.
-bool hasValue(Reading& reading, int valueBytes)
+// 7-bit groups as one number, most significant first.
+quint64 numberOf(const QByteArray& groups)
 {
-    if (!reading.good())
-        return false;
-    const int expected = valuePosition + valueBytes + 1;
-    if (reading.raw.bytes.size() == expected)
-        return true;
-    refuseSize(reading, expected);
-    return false;
+    quint64 number = 0;
+    for (const char group : groups)
+        number = number << 7 | static_cast<quint8>(group);
+    return number;
 }
 
 template <typename Kind>
@@ -97,7 +83,7 @@ QString readingStateText(ReadingState state)
 }
 
 ProductReader::ProductReader(DeviceInterface& device, PortBus& bus, int attempts)
-    : m_device(device), m_bus(bus), m_attempts(attempts)
+    : m_device(device), m_bus(bus), m_product(describeProduct(device)), m_attempts(attempts)
 {
 }
 
@@ -110,8 +96,13 @@ Reading ProductReader::read(const QString& key, const QStringList& responseKeys)
 {
     Reading reading;
     reading.key = key;
+    reading.reason = missingEntry(QStringList(key) + responseKeys);
+    if (!reading.reason.isEmpty()) {
+        reading.state = ReadingState::Unknown;
+        return reading;
+    }
     const HxMidiData command(m_device.lookupStr(key));
-    const ReplyTest fits = replyTest(widened(patterns(responseKeys), command));
+    const ReplyTest fits = replyOrRefusal(command, responseKeys);
     for (int attempt = 0; attempt < m_attempts; ++attempt) {
         reading.raw = m_bus.exchange(command, fits, responseKeys.first(), timeoutMs());
         reading.state = stateOf(m_bus.lastEnd());
@@ -127,34 +118,78 @@ Reading ProductReader::read(const QString& key, const QStringList& responseKeys)
     return reading;
 }
 
-QString ProductReader::patterns(const QStringList& keys) const
+// Without a command or without a pattern nothing can be asked: an empty pattern fits every message.
+QString ProductReader::missingEntry(const QStringList& keys) const
 {
-    QStringList texts;
-    for (const QString& key : keys)
-        texts << m_device.lookupStr(key);
-    return texts.join(QLatin1Char('|'));
+    for (const QString& key : keys) {
+        if (m_device.lookupStr(key).isEmpty())
+            return QStringLiteral("the plugin's dictionary has no \"%1\"").arg(key);
+    }
+    return {};
+}
+
+// A negative acknowledgement of this very command ends the wait too.
+ReplyTest ProductReader::replyOrRefusal(const HxMidiData& command,
+                                        const QStringList& responseKeys) const
+{
+    QStringList patterns;
+    for (const QString& key : responseKeys)
+        patterns << m_device.lookupStr(key);
+    const ReplyTest fits = replyTest(QStringLiteral("(%1)").arg(patterns.join(QLatin1Char('|'))));
+    return [this, command, fits](const HxMidiData& message) {
+        const QByteArray echo = command.bytes.left(m_product.header.size() + 1);
+        return fits(message) || (message.bytes.startsWith(echo) && isRefusal(message));
+    };
 }
 
 // A plugin may look at the first value byte alone, which a serial number or a checksum may have
 // too: only the short form, which has room for nothing else, can be a refusal.
 bool ProductReader::isRefusal(const HxMidiData& reply) const
 {
-    return reply.bytes.size() <= refusalBytes && m_device.isNak(reply);
+    return isRefusalSize(reply.bytes.size(), m_product.header.size()) && m_device.isNak(reply);
+}
+
+ReplyLayout ProductReader::layoutOf(const QString& key) const
+{
+    return m_product.replies.value(key);
+}
+
+// A reply of the size that its pattern shows.
+bool ProductReader::hasValue(Reading& reading, const ReplyLayout& layout) const
+{
+    if (!reading.good())
+        return false;
+    if (layout.isKnown() && reading.raw.bytes.size() == layout.replyBytes())
+        return true;
+    if (layout.isKnown()) {
+        refuseSize(reading, layout.replyBytes());
+    } else {
+        reading.state = ReadingState::Malformed;
+        reading.reason = QStringLiteral("the pattern \"%1\" does not show where the value is")
+                             .arg(m_device.lookupStr(responseKey(reading.key)));
+    }
+    return false;
 }
 
 // Every maker numbers families and models for itself, so the manufacturer must be the one that the
 // plugin's commands are addressed to.
 bool ProductReader::isServed(const IdentityReading& identity) const
 {
-    const HxMidiData command(m_device.lookupStr(QStringLiteral("version.read.user")));
     return identity.good() && m_device.canSupport(identity.fidpid) &&
-           command.mid(1, identity.manufacturer.size()) == identity.manufacturer;
+           identity.manufacturer == m_product.manufacturer();
 }
 
 // Others on the same cable may answer first, so the wait goes on for one that the plugin serves.
 IdentityReading ProductReader::askIdentity()
 {
-    const HxMidiData command(m_device.lookupStr(QStringLiteral("identify")));
+    IdentityReading none;
+    none.key = QStringLiteral("identify");
+    none.reason = missingEntry({none.key, responseKey(none.key)});
+    if (!none.reason.isEmpty()) {
+        none.state = ReadingState::Unknown;
+        return none;
+    }
+    const HxMidiData command(m_device.lookupStr(none.key));
     const ReplyTest fits = replyTest(m_device.lookupStr(QStringLiteral("identify.response")));
     IdentityReading other;
     const ReplyTest isServedReply = [&](const HxMidiData& message) {
@@ -172,8 +207,6 @@ IdentityReading ProductReader::askIdentity()
         return parseIdentity(reply);
     if (m_bus.lastEnd() == ExchangeEnd::TimedOut && other.state != ReadingState::NotRead)
         return other;
-    IdentityReading none;
-    none.key = QStringLiteral("identify");
     none.state = stateOf(m_bus.lastEnd());
     none.reason = m_bus.errorText;
     return none;
@@ -185,7 +218,8 @@ IdentityReading ProductReader::identity(int attempts)
 {
     IdentityReading identity = askIdentity();
     for (int i = 1; i < attempts && !isServed(identity); ++i) {
-        if (identity.state == ReadingState::PortLost || identity.state == ReadingState::Interrupted)
+        if (identity.state == ReadingState::PortLost ||
+            identity.state == ReadingState::Interrupted || identity.state == ReadingState::Unknown)
             break;
         const IdentityReading again = askIdentity();
         if (again.state == ReadingState::NoAnswer && !identity.raw.bytes.isEmpty())
@@ -200,33 +234,37 @@ IdentityReading ProductReader::identity(int attempts)
 
 GenderReading ProductReader::gender()
 {
-    auto gender = typed<GenderReading>(
-        read(QStringLiteral("gender.read"), {QStringLiteral("gender.read.response")}));
-    if (hasValue(gender, 4))
-        gender.fidpid = static_cast<quint32>(gender.raw.get14bit(valuePosition, 0) << 16 |
-                                             gender.raw.get14bit(valuePosition + 2, 0));
+    const QString key = QStringLiteral("gender.read");
+    const ReplyLayout layout = layoutOf(responseKey(key));
+    auto gender = typed<GenderReading>(read(key, {responseKey(key)}));
+    if (!hasValue(gender, layout))
+        return gender;
+    const int half = layout.count / 2; // family, then model
+    gender.fidpid = static_cast<quint32>(numberOf(gender.raw.mid(layout.position, half)) << 16 |
+                                         numberOf(gender.raw.mid(layout.position + half, half)));
     return gender;
 }
 
 VersionReading ProductReader::version()
 {
-    auto version = typed<VersionReading>(
-        read(QStringLiteral("version.read.user"), {QStringLiteral("version.read.user.response")}));
-    if (!hasValue(version, versionBytesCount))
+    const QString key = QStringLiteral("version.read.user");
+    const ReplyLayout layout = layoutOf(responseKey(key));
+    auto version = typed<VersionReading>(read(key, {responseKey(key)}));
+    if (!hasValue(version, layout))
         return version;
-    version.versionBytes = version.raw.mid(valuePosition, versionBytesCount);
+    version.versionBytes = version.raw.mid(layout.position, layout.count);
     version.version = versionTextOf(version.versionBytes);
     return version;
 }
 
 ChecksumReading ProductReader::checksum(const QString& key)
 {
-    auto checksum = typed<ChecksumReading>(read(key, {key + QStringLiteral(".response")}));
-    if (!hasValue(checksum, checksumGroups))
+    const ReplyLayout layout = layoutOf(responseKey(key));
+    auto checksum = typed<ChecksumReading>(read(key, {responseKey(key)}));
+    if (!hasValue(checksum, layout))
         return checksum;
-    checksum.groups = checksum.raw.mid(valuePosition, checksumGroups);
-    for (const char group : qAsConst(checksum.groups))
-        checksum.value = checksum.value << 7 | static_cast<quint8>(group);
+    checksum.groups = checksum.raw.mid(layout.position, layout.count);
+    checksum.value = numberOf(checksum.groups);
     return checksum;
 }
 
@@ -242,35 +280,48 @@ ChecksumReading ProductReader::calculatedChecksum()
 
 EsnReading ProductReader::esn()
 {
-    auto esn =
-        typed<EsnReading>(read(QStringLiteral("esn.read"), {QStringLiteral("esn.read.response")}));
-    if (hasValue(esn, serialNumberBytes))
-        esn.number = esn.raw.mid(valuePosition, serialNumberBytes);
+    const QString key = QStringLiteral("esn.read");
+    const ReplyLayout layout = layoutOf(responseKey(key));
+    auto esn = typed<EsnReading>(read(key, {responseKey(key)}));
+    if (hasValue(esn, layout))
+        esn.number = esn.raw.mid(layout.position, layout.count);
     return esn;
 }
 
+// One pattern for both images says how long their replies are: that of "id.dsp0" leaves it open.
 CodeImageReading ProductReader::codeImage(int number)
 {
     const QString key = QStringLiteral("id.dsp%1").arg(number);
-    const QString response = key + QStringLiteral(".response");
-    auto found =
-        typed<CodeImageReading>(read(key, {response, response + QStringLiteral(".invalid")}));
-    const QByteArray& bytes = found.raw.bytes;
-    if (!found.good() || (bytes.size() == noImageBytes && bytes.at(noImagePosition) == noImage))
+    const QString invalidKey = responseKey(key) + QStringLiteral(".invalid");
+    auto found = typed<CodeImageReading>(read(key, {responseKey(key), invalidKey}));
+    if (!found.good() || replyTest(m_device.lookupStr(invalidKey))(found.raw))
         return found;
-    if (bytes.size() != imageReplyBytes) {
-        refuseSize(found, imageReplyBytes);
+    if (!hasValue(found, layoutOf(QStringLiteral("id.dsp*.response"))))
         return found;
-    }
-    const auto offset = [this](const char* field) {
-        return m_device.lookupInt(QStringLiteral("id.dsp.offset.") + QLatin1String(field));
-    };
-    found.present = true;
-    found.version = found.raw.get14bit(offset("code_ver"), 0);
-    found.responseFlag = found.raw.get14bit(offset("response_flag"), 0);
-    found.size = found.raw.getUtime(offset("code_size"), 0);
-    found.bankStatus = found.raw.toInt(offset("bank_status"), 1, 0);
+    readImageFields(found);
     return found;
+}
+
+void ProductReader::readImageFields(CodeImageReading& image) const
+{
+    const QStringList fields = {QStringLiteral("code_ver"), QStringLiteral("response_flag"),
+                                QStringLiteral("code_size"), QStringLiteral("bank_status")};
+    std::vector<int> offsets;
+    for (const QString& field : fields) {
+        const QString key = QStringLiteral("id.dsp.offset.") + field;
+        if (missingEntry({key}).isEmpty()) {
+            offsets.push_back(m_device.lookupInt(key));
+            continue;
+        }
+        image.state = ReadingState::Unknown;
+        image.reason = missingEntry({key});
+        return;
+    }
+    image.present = true;
+    image.version = image.raw.get14bit(offsets[0], 0);
+    image.responseFlag = image.raw.get14bit(offsets[1], 0);
+    image.size = image.raw.getUtime(offsets[2], 0);
+    image.bankStatus = image.raw.toInt(offsets[3], 1, 0);
 }
 
 ProductInfo readProductInfo(ProductReader& reader)

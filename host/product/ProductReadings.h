@@ -3,14 +3,13 @@
 
 #include "deviceinterface/DeviceInterface.h"
 #include "host/bus/PortBus.h"
+#include "host/product/ProductDescription.h"
 
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
 
 namespace hx {
-
-constexpr int versionBytesCount = 4; // one for each number of a version
 
 enum class ReadingState {
     NotRead,
@@ -47,20 +46,20 @@ struct GenderReading : Reading {
 };
 
 struct VersionReading : Reading {
-    QByteArray versionBytes; // four
+    QByteArray versionBytes; // mostly four
     QString version;         // "1.0.2.3"
 };
 
 struct ChecksumReading : Reading {
-    QByteArray groups; // four 7-bit groups, most significant first
-    quint32 value = 0; // the 28 bits
+    QByteArray groups; // of 7 bits, most significant first
+    quint64 value = 0; // all groups as one number
 };
 
 struct EsnReading : Reading {
-    QByteArray number; // eight bytes
+    QByteArray number;
 };
 
-// One of the two code images, from the 22-byte reply to "id.dsp0" or "id.dsp1".
+// One of the two code images, from the reply to "id.dsp0" or "id.dsp1".
 struct CodeImageReading : Reading {
     bool present = false; // false: the product says that there is no such image
     int version = 0;      // at "id.dsp.offset.code_ver", 14 bits
@@ -91,19 +90,25 @@ public:
     // Whether the identity is one that the plugin serves.
     bool isServed(const IdentityReading& identity) const;
 
+    const ProductDescription& product() const { return m_product; }
     DeviceInterface& device() const { return m_device; }
     PortBus& bus() const { return m_bus; }
 
 private:
     Reading read(const QString& key, const QStringList& responseKeys);
-    QString patterns(const QStringList& keys) const;
+    ReplyTest replyOrRefusal(const HxMidiData& command, const QStringList& responseKeys) const;
     bool isRefusal(const HxMidiData& reply) const;
+    bool hasValue(Reading& reading, const ReplyLayout& layout) const;
+    ReplyLayout layoutOf(const QString& key) const;
+    void readImageFields(CodeImageReading& image) const;
+    QString missingEntry(const QStringList& keys) const;
     ChecksumReading checksum(const QString& key);
     IdentityReading askIdentity();
     unsigned timeoutMs() const;
 
     DeviceInterface& m_device;
     PortBus& m_bus;
+    ProductDescription m_product;
     int m_attempts;
 };
 

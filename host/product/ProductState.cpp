@@ -17,20 +17,24 @@ const char checkConnection[] =
 
 constexpr int identityAttempts = 2;
 
-// What the product reports as stored checksum while it holds no valid code.
-const char noChecksum[] = "\x7F\x7F\x7F\x7F";
+// What the product reports as stored checksum while it holds no valid code: every bit set.
+bool isNoChecksum(const QByteArray& groups)
+{
+    constexpr char highestGroup = 0x7F;
+    return groups == QByteArray(groups.size(), highestGroup);
+}
 
 ProductCondition conditionOfCode(const ProductAssessment& a)
 {
     if (!a.stored.good() || !a.calculated.good())
         return ProductCondition::Unclear;
-    if (a.version.state == ReadingState::Refused && a.stored.groups == noChecksum)
+    if (a.version.state == ReadingState::Refused && isNoChecksum(a.stored.groups))
         return ProductCondition::NoValidCode;
     if (!a.version.good())
         return ProductCondition::Unclear;
     if (a.stored.groups == a.calculated.groups)
         return ProductCondition::CodeIntact;
-    return a.stored.groups == noChecksum ? ProductCondition::NoValidCode
+    return isNoChecksum(a.stored.groups) ? ProductCondition::NoValidCode
                                          : ProductCondition::CodeDamaged;
 }
 
@@ -93,9 +97,11 @@ QString stateText(const ProductAssessment& a)
     return QStringLiteral("The product's state is not known: %1.").arg(firstReason(a));
 }
 
-QString adviceText(ProductCondition condition)
+QString adviceText(const ProductAssessment& a)
 {
-    switch (condition) {
+    if (anyIs(a, ReadingState::Unknown))
+        return QStringLiteral("Install a complete plugin, then ask once more.");
+    switch (a.condition) {
     case ProductCondition::CodeIntact:
         return QStringLiteral("Nothing needs to be done.");
     case ProductCondition::NoValidCode:
@@ -140,7 +146,7 @@ void concludeAssessment(ProductAssessment& assessment, const ProductReader& read
 {
     assessment.condition = conditionOf(assessment, reader);
     assessment.state = stateText(assessment);
-    assessment.advice = adviceText(assessment.condition);
+    assessment.advice = adviceText(assessment);
 }
 
 // Neither another product nor damaged code is found on the word of one answer, which may have been

@@ -1,10 +1,20 @@
-// The short form in which the product refuses a command: its first seven bytes, 46 and F7.
+// The short form in which a product refuses a command: its header, the command byte, a mark and F7.
+// Which marks there are is the plugin's to say (`isNak`).
 #pragma once
+
+#include <QByteArray>
 
 namespace hx {
 
-constexpr int refusalBytes = 9;
-constexpr int refusalMarkPosition = 7;
-constexpr char refusalMark = 0x46;
+// `start` is the header and the command byte.
+inline QByteArray refusalForm(const QByteArray& start, char mark)
+{
+    return start + mark + '\xF7';
+}
+
+constexpr bool isRefusalSize(int messageSize, int headerSize)
+{
+    return messageSize == headerSize + 3;
+}
 
 } // namespace hx

@@ -27,7 +27,7 @@ constexpr std::array<std::pair<BusEventKind, const char*>, 11> words = {{
     {BusEventKind::Log, "log"},
 }};
 
-QString timeText(Microseconds time)
+QString timeColumn(Microseconds time)
 {
     return QStringLiteral("%1.%2")
         .arg(time / microsecondsPerSecond, secondsWidth)
@@ -99,7 +99,7 @@ bool carriesBytes(BusEventKind kind)
 
 QString traceLine(const TraceEvent& event)
 {
-    QStringList parts{timeText(event.event.time),
+    QStringList parts{timeColumn(event.event.time),
                       busEventWord(event.event.kind).leftJustified(wordWidth)};
     if (!event.event.bytes.isEmpty())
         parts << hexText(event.event.bytes);

@@ -2,7 +2,6 @@
 
 #include "host/base/HexText.h"
 #include "host/bus/PortBus.h"
-#include "host/image/ImageGrammar.h"
 
 namespace hx {
 
@@ -66,6 +65,7 @@ void checkProduct(DeviceInterface& device, UpdatePlan& plan, const UpdateImage& 
 UpdatePlan planUpdate(DeviceInterface& device, const UpdateImage& image)
 {
     UpdatePlan plan;
+    plan.missingProof = describeProduct(device).missingProofText();
     plan.messages = image.messages.size();
     plan.bytes = image.bytes;
     plan.wireMicroseconds = image.wireMicroseconds();

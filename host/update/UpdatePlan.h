@@ -15,6 +15,9 @@ struct UpdatePlan {
     qint64 wireMicroseconds = 0; // of the messages alone, on a DIN MIDI wire
     QStringList refusals;        // why this image must not be sent; empty: it may be
 
+    // What the plugin lacks, so that the update cannot be verified; empty when it lacks nothing.
+    QString missingProof;
+
     bool ok() const { return refusals.isEmpty(); }
 };
 

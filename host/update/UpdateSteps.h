@@ -14,6 +14,7 @@ public:
 
     // Both return false, so that the step that ends the run can return it.
     bool end(UpdateOutcome outcome, const QString& reason);
+    // A question that the plugin's dictionary lacks leaves the update unverified.
     bool endOn(const Reading& reading, UpdateOutcome whenSilent);
 
     Microseconds sinceStart() const;
@@ -26,7 +27,7 @@ private:
     Microseconds m_stepStart;
 };
 
-// "maker 00 6B 2D, identifier 0x300041, version 1.0.2.3"
+// "maker 00 21 7F, identifier 0x120005, version 1.0.2.3"
 QString productText(const IdentityReading& identity);
 
 } // namespace hx

@@ -18,7 +18,7 @@ QByteArray wide(const QByteArray& text, bool bigEndian)
     return bytes;
 }
 
-const QByteArray text = "F0 01 F7\r\nF0,02 f7\r\n";
+const QByteArray twoMessages = "F0 01 F7\r\nF0,02 f7\r\n";
 const QList<QByteArray> inText = {hex("F001F7"), hex("F002F7")};
 
 void expectRead(const QByteArray& content, qint64 offsetOfSecond)
@@ -42,12 +42,12 @@ void expectRefusedAt(const QByteArray& content, qint64 offset)
 
 TEST(FileText, HexTextIsReadInEveryEncodingThatEditorsWrite)
 {
-    expectRead(text, 10);
-    expectRead("\xEF\xBB\xBF" + text, 13);
-    expectRead("\xFF\xFE" + wide(text, false), 22);
-    expectRead("\xFE\xFF" + wide(text, true), 22);
-    expectRead(wide(text, false), 20);
-    expectRead(wide(text, true), 20);
+    expectRead(twoMessages, 10);
+    expectRead("\xEF\xBB\xBF" + twoMessages, 13);
+    expectRead("\xFF\xFE" + wide(twoMessages, false), 22);
+    expectRead("\xFE\xFF" + wide(twoMessages, true), 22);
+    expectRead(wide(twoMessages, false), 20);
+    expectRead(wide(twoMessages, true), 20);
 }
 
 TEST(FileText, WhatIsNotHexTextIsRefusedAtItsPlace)

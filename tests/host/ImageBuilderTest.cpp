@@ -17,9 +17,9 @@ TEST(ImageGrammar, ComputesTheCheckValueOfTheCrc)
 
 TEST(ImageGrammar, ReportsTheLow28BitsOfACrcInFourGroups)
 {
-    EXPECT_EQ(reportedChecksum(0xCBF43926), hex("5F507226"));
-    EXPECT_EQ(reportedChecksum(0xFFFFFFFF), hex("7F7F7F7F"));
-    EXPECT_EQ(reportedChecksum(0xF0000000), hex("00000000"));
+    EXPECT_EQ(sevenBitGroups(0xCBF43926, 4), hex("5F507226"));
+    EXPECT_EQ(sevenBitGroups(0xFFFFFFFF, 4), hex("7F7F7F7F"));
+    EXPECT_EQ(sevenBitGroups(0xF0000000, 4), hex("00000000"));
 }
 
 TEST(ImageGrammar, CountsAHeaderByteForEverySevenPackedBytes)
@@ -32,7 +32,8 @@ TEST(ImageGrammar, CountsAHeaderByteForEverySevenPackedBytes)
 
 TEST(ImageBuilder, BuildsTheWorkedExampleByteForByte)
 {
-    const BuiltImage built = buildImage(hex("F07E81"), CodeType::Fwu, "1.0.2.4");
+    const BuiltImage built =
+        buildImage(samples::product(), hex("F07E81"), CodeType::Fwu, "1.0.2.4");
     ASSERT_TRUE(built.ok());
     ASSERT_EQ(built.messages.size(), 3);
     EXPECT_EQ(built.messages.at(0).bytes,
@@ -61,8 +62,13 @@ TEST(ImageBuilder, CutsTheCodeInto112BytesAMessage)
 
 TEST(ImageBuilder, TakesTheVersionWithDotsOrWithout)
 {
-    EXPECT_EQ(buildImage("x", CodeType::Fwu, "1024").messages.at(1).bytes.mid(18, 4), "1024");
-    EXPECT_EQ(buildImage("x", CodeType::Fwu, "1.0.2.4").messages.at(1).bytes.mid(18, 4), "1024");
+    EXPECT_EQ(
+        buildImage(samples::product(), "x", CodeType::Fwu, "1024").messages.at(1).bytes.mid(18, 4),
+        "1024");
+    EXPECT_EQ(buildImage(samples::product(), "x", CodeType::Fwu, "1.0.2.4")
+                  .messages.at(1)
+                  .bytes.mid(18, 4),
+              "1024");
 }
 
 TEST(ImageBuilder, RefusesAVersionThatIsNotFourDigits)
@@ -70,7 +76,7 @@ TEST(ImageBuilder, RefusesAVersionThatIsNotFourDigits)
     for (const char* version : {"", "1.0.2", "1.0.2.a", "10.0.2.4", "1.0.2.4.",
                                 "\xD9\xA1"
                                 "024"}) {
-        const BuiltImage built = buildImage("x", CodeType::Fwu, version);
+        const BuiltImage built = buildImage(samples::product(), "x", CodeType::Fwu, version);
         EXPECT_FALSE(built.ok()) << version;
         EXPECT_TRUE(built.messages.isEmpty());
         EXPECT_TRUE(built.error.contains("1.0.2.4")) << built.error.toStdString();
@@ -79,14 +85,15 @@ TEST(ImageBuilder, RefusesAVersionThatIsNotFourDigits)
 
 TEST(ImageBuilder, RefusesCodeThatNoImageCarries)
 {
-    EXPECT_EQ(buildImage(QByteArray(), CodeType::Fwu, "1024").error,
+    EXPECT_EQ(buildImage(samples::product(), QByteArray(), CodeType::Fwu, "1024").error,
               "The code has 0 bytes; an image carries 1 to 1048576.");
-    EXPECT_EQ(buildImage(QByteArray(1048577, 'x'), CodeType::Fwu, "1024").error,
+    EXPECT_EQ(buildImage(samples::product(), QByteArray(1048577, 'x'), CodeType::Fwu, "1024").error,
               "The code has more than 1048576 bytes; an image carries 1 to 1048576.");
-    EXPECT_TRUE(buildImage(QByteArray(1048576, 'x'), CodeType::Fwu, "1024").ok());
+    EXPECT_TRUE(
+        buildImage(samples::product(), QByteArray(1048576, 'x'), CodeType::Fwu, "1024").ok());
 }
 
 TEST(ImageBuilder, RefusesAnUnknownKind)
 {
-    EXPECT_FALSE(buildImage("x", CodeType::Unknown, "1024").ok());
+    EXPECT_FALSE(buildImage(samples::product(), "x", CodeType::Unknown, "1024").ok());
 }

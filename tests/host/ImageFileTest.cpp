@@ -146,7 +146,7 @@ TEST(ImageFile, ListsOnlyTheFirstOfVeryManyProblems)
     const ImageFile file = parseImageFile(QByteArray(100000, '\xF0'));
     ASSERT_EQ(file.problems.size(), mostImageProblems);
     EXPECT_EQ(file.problems.back().text, "there are more problems than these.");
-    EXPECT_FALSE(parseUpdateImage(file).ok());
+    EXPECT_FALSE(parseUpdateImage(file, samples::product()).ok());
 }
 
 TEST(ImageFile, KeepsOnlyTheFirstOfVeryManyMessages)

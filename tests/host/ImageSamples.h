@@ -3,8 +3,20 @@
 
 #include "host/image/ImageBuilder.h"
 #include "host/image/UpdateImage.h"
+#include "host/product/PluginLoader.h"
 
 namespace samples {
+
+// The product of this build's plugin.
+inline const hx::ProductDescription& product()
+{
+    static const hx::ProductDescription description = [] {
+        const hx::PluginLoadResult loaded = hx::loadPlugin(QStringLiteral(HX_PLUGIN_FILE));
+        return loaded.ok() ? hx::describeProduct(loaded.plugin->device())
+                           : hx::ProductDescription();
+    }();
+    return description;
+}
 
 // `size` code bytes in which every value occurs and no two messages are alike.
 inline QByteArray code(int size)
@@ -17,7 +29,7 @@ inline QByteArray code(int size)
 
 inline QList<HxMidiData> messages(int size = 300, CodeType kind = CodeType::Fwu)
 {
-    return hx::buildImage(code(size), kind, QStringLiteral("1.0.2.4")).messages;
+    return hx::buildImage(product(), code(size), kind, QStringLiteral("1.0.2.4")).messages;
 }
 
 inline QByteArray content(const QList<HxMidiData>& messages)
@@ -30,7 +42,7 @@ inline QByteArray content(const QList<HxMidiData>& messages)
 
 inline hx::UpdateImage image(int size = 300, CodeType kind = CodeType::Fwu)
 {
-    return hx::parseUpdateImage(hx::imageFileOf(messages(size, kind)));
+    return hx::parseUpdateImage(hx::imageFileOf(messages(size, kind)), product());
 }
 
 // Sets the sum of a message that was changed right again.

@@ -116,7 +116,8 @@ TEST(MidiFile, ReadsAWholeImage)
     QByteArray events;
     for (const HxMidiData& message : samples::messages())
         events += hex("00F0") + variableLength(message.bytes.size() - 1) + message.bytes.mid(1);
-    const UpdateImage image = parseUpdateImage(parseImageFile(midiFile(events)));
+    const UpdateImage image =
+        parseUpdateImage(parseImageFile(midiFile(events)), samples::product());
     EXPECT_TRUE(image.ok());
     EXPECT_EQ(image.code, samples::code(300));
 }

@@ -22,8 +22,8 @@ public:
     QString productPortName() const override { return QString(); }
     QString productName() const override { return QStringLiteral("Stub"); }
     qint32 versionNumber() override { return 0; }
-    quint32 fidpid() override { return 0x300041; }
-    bool canSupport(unsigned int identifier) override { return identifier == supported; }
+    quint32 fidpid() override { return identifier; }
+    bool canSupport(unsigned int word) override { return word == supported; }
     FwUpdateProtocol getUpdateProtocol(QString const&, QList<HxMidiData> const&) override
     {
         ++asked;
@@ -41,6 +41,7 @@ public:
 
     FwUpdateProtocol protocol;
     QMap<QString, QString> texts; // of the dictionary
+    quint32 identifier = 0x300041;
     unsigned supported = 0x300041;
     QString error;
     int asked = 0;

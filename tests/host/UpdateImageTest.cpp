@@ -20,7 +20,7 @@ QStringList linesOf(const UpdateImage& image)
 
 UpdateImage parsed(const QList<HxMidiData>& messages)
 {
-    return parseUpdateImage(imageFileOf(messages));
+    return parseUpdateImage(imageFileOf(messages), samples::product());
 }
 
 // Expects one problem with these contents at this place.
@@ -72,7 +72,8 @@ TEST(UpdateImage, ReadsTheLargestImage)
 
 TEST(UpdateImage, ExpectsTheChecksumOfItsCode)
 {
-    const QList<HxMidiData> messages = buildImage("123456789", CodeType::Fwu, "1024").messages;
+    const QList<HxMidiData> messages =
+        buildImage(samples::product(), "123456789", CodeType::Fwu, "1024").messages;
     EXPECT_EQ(parsed(messages).expectedChecksum(), QByteArray::fromHex("5F507226"));
 }
 
@@ -83,7 +84,7 @@ TEST(UpdateImage, RefusesAnEmptyList)
 
 TEST(UpdateImage, RefusesAFileThatIsNoSysEx)
 {
-    const UpdateImage image = parseUpdateImage(parseImageFile("Hello, world"));
+    const UpdateImage image = parseUpdateImage(parseImageFile("Hello, world"), samples::product());
     expectProblem(image, -1, 0,
                   "the file is no SysEx: byte 48 belongs to no message; expected F0, hex text or a "
                   "Standard MIDI File.");
@@ -93,7 +94,8 @@ TEST(UpdateImage, RefusesEveryTruncationAndNamesMessageAndByte)
 {
     const QByteArray content = samples::content(samples::messages());
     for (int size = 1; size < content.size(); ++size) {
-        const UpdateImage image = parseUpdateImage(parseImageFile(content.left(size)));
+        const UpdateImage image =
+            parseUpdateImage(parseImageFile(content.left(size)), samples::product());
         ASSERT_FALSE(image.ok()) << size;
         ASSERT_GE(image.problems.back().message, 0) << size;
         ASSERT_GE(image.problems.back().offset, 0) << size;
@@ -108,7 +110,7 @@ TEST(UpdateImage, RefusesEveryFlippedBitAndNamesMessageAndByte)
     for (int bit = 0; bit < content.size() * 8; ++bit) {
         QByteArray damaged = content;
         damaged[bit / 8] = static_cast<char>(damaged.at(bit / 8) ^ (1 << (bit % 8)));
-        const UpdateImage image = parseUpdateImage(parseImageFile(damaged));
+        const UpdateImage image = parseUpdateImage(parseImageFile(damaged), samples::product());
         ASSERT_FALSE(image.ok()) << bit;
         const ImageProblem& problem = image.problems.front();
         ASSERT_TRUE(problem.message >= 0 || bit < 8) << problem.line().toStdString();
@@ -331,7 +333,8 @@ TEST(UpdateImage, RefusesACountOfZeroOrAbove112)
 TEST(UpdateImage, RefusesTopBitsOfBytesThatAreNotThere)
 {
     for (int bit = 0; bit <= 3; ++bit) { // bit 3 belongs to a fourth byte
-        QList<HxMidiData> messages = buildImage("abc", CodeType::Fwu, "1024").messages;
+        QList<HxMidiData> messages =
+            buildImage(samples::product(), "abc", CodeType::Fwu, "1024").messages;
         messages[0].bytes[16] = static_cast<char>(1 << bit);
         messages[0] = samples::resummed(messages.at(0));
         expectProblem(parsed(messages), 0, 16,
@@ -433,5 +436,5 @@ TEST(UpdateImage, LoadsAFile)
 {
     TestFiles files;
     const QString path = files.write("image.syx", samples::content(samples::messages()));
-    EXPECT_TRUE(loadUpdateImage(path).ok());
+    EXPECT_TRUE(loadUpdateImage(path, samples::product()).ok());
 }

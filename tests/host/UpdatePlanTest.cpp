@@ -42,7 +42,8 @@ TEST(UpdatePlan, RefusesADamagedImageWithEveryProblemAndDoesNotAskThePlugin)
     messages.removeAt(1);
     messages.removeLast();
     StubPlugin plugin;
-    const UpdatePlan plan = planUpdate(plugin, parseUpdateImage(imageFileOf(messages)));
+    const UpdatePlan plan =
+        planUpdate(plugin, parseUpdateImage(imageFileOf(messages), samples::product()));
     EXPECT_EQ(plan.refusals.size(), 2);
     EXPECT_TRUE(plan.refusals.first().startsWith("message 2, byte 154 of the file: "));
     EXPECT_EQ(plugin.asked, 0);

@@ -135,7 +135,8 @@ TEST(UpdateRun, RefusesADamagedImageBeforeAnythingIsSent)
     ProductSession session;
     QList<HxMidiData> messages = samples::messages(codeBytes);
     messages.removeAt(1);
-    const UpdateResult result = update(session, parseUpdateImage(imageFileOf(messages)));
+    const UpdateResult result =
+        update(session, parseUpdateImage(imageFileOf(messages), samples::product()));
     expectOutcome(result, UpdateOutcome::ImageRefused);
     EXPECT_TRUE(result.reason.startsWith("message 2, byte 154 of the file: "))
         << result.reason.toStdString();
@@ -148,8 +149,8 @@ TEST(UpdateRun, RefusesADamagedImageBeforeAnythingIsSent)
 TEST(UpdateRun, CountsTheFurtherProblemsOfARefusedImage)
 {
     ProductSession session;
-    const UpdateResult result =
-        update(session, parseUpdateImage(imageFileOf(samples::messages().mid(1, 2))));
+    const UpdateResult result = update(
+        session, parseUpdateImage(imageFileOf(samples::messages().mid(1, 2)), samples::product()));
     EXPECT_TRUE(result.reason.endsWith(" (and 2 more)")) << result.reason.toStdString();
 }
 
@@ -487,7 +488,8 @@ TEST(VerifyProduct, ComparesWithAnImage)
 TEST(VerifyProduct, RefusesADamagedImage)
 {
     ProductSession session;
-    const UpdateImage image = parseUpdateImage(imageFileOf(samples::messages().mid(1)));
+    const UpdateImage image =
+        parseUpdateImage(imageFileOf(samples::messages().mid(1)), samples::product());
     const UpdateResult result = verifyProduct(session.device(), session.bus, &image);
     expectOutcome(result, UpdateOutcome::ImageRefused);
     EXPECT_EQ(session.port.clock().now(), 0);

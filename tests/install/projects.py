@@ -25,7 +25,7 @@ code valid: 1
 damaged code
 code valid: 0
 refusals: 101
-update: 1 310005 F0006B2D3105430C00F7 2200
+update: 1 310005 F000217F3105430C00F7 2200
 update of another product: 0 7f007f
 no image: Bad input arguments
 short message: Update data mismatch
@@ -43,8 +43,8 @@ def give_new_identity(folder):
     """The second step of the template's README, for family 31 and model 05."""
     header = folder / "Product.h"
     text = header.read_text(encoding="utf-8")
-    for old, new in (("0x7E0001", "0x310005"), ("2D 7E 01", "2D 31 05"),
-                     ("2D 7E 00 01 00", "2D 31 00 05 00")):
+    for old, new in (("0x120005", "0x310005"), ("7F 12 05", "7F 31 05"),
+                     ("7F 12 00 05 00", "7F 31 00 05 00")):
         assert old in text, old
         text = text.replace(old, new)
     header.write_text(text, encoding="utf-8")
@@ -86,7 +86,7 @@ class Installed(unittest.TestCase):
         self.assertEqual("0x310005", device["rawIdentifier"])
         self.assertEqual([{"identifier": "0x310005", "name": "OrbitBoot"}], device["serves"])
         dictionary = {row["key"]: row["value"] for row in document["result"]["dictionary"]}
-        self.assertEqual("F0006B2D310521F7", dictionary["esn.read"])
+        self.assertEqual("F000217F310521F7", dictionary["esn.read"])
 
     def test_a_program_uses_only_the_byte_buffer(self):
         folder = build(HERE / "mididata-program", "mididata-program")

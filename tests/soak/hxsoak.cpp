@@ -30,13 +30,13 @@ struct Session {
     PortBus bus;
 };
 
-UpdateImage imageOf(int round)
+UpdateImage imageOf(const ProductDescription& product, int round)
 {
     QByteArray code(8192, '\0');
     for (int i = 0; i < code.size(); ++i)
         code[i] = static_cast<char>(i * 31 + i / 256 + round);
-    return parseUpdateImage(
-        imageFileOf(buildImage(code, CodeType::Fwu, QStringLiteral("1.0.2.4")).messages));
+    const BuiltImage built = buildImage(product, code, CodeType::Fwu, QStringLiteral("1.0.2.4"));
+    return parseUpdateImage(imageFileOf(built.messages), product);
 }
 
 bool update(Session& session, int round)
@@ -45,8 +45,9 @@ bool update(Session& session, int round)
         std::fprintf(stderr, "%s\n", qPrintable(session.loaded.error));
         return false;
     }
-    const UpdateImage image = imageOf(round);
-    const UpdateResult result = runUpdate(session.loaded.plugin->device(), session.bus, image);
+    DeviceInterface& device = session.loaded.plugin->device();
+    const UpdateImage image = imageOf(describeProduct(device), round);
+    const UpdateResult result = runUpdate(device, session.bus, image);
     const SimulatedProduct& product = session.port.product();
     const bool good =
         result.succeeded() && product.isCodeValid() && product.codeBytes() == image.code;

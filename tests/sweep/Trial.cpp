@@ -14,13 +14,14 @@ using hx::UpdateOutcome;
 constexpr int mostCommands = 60;
 constexpr hx::Microseconds longestBeforeSending = 250 * 1000;
 
-hx::UpdateImage smallImage()
+hx::UpdateImage smallImage(const hx::ProductDescription& product)
 {
     QByteArray code(codeSize, '\0');
     for (int i = 0; i < codeSize; ++i)
         code[i] = static_cast<char>(i * 31 + 7);
-    return hx::parseUpdateImage(
-        hx::imageFileOf(hx::buildImage(code, CodeType::Fwu, QStringLiteral("1.0.2.4")).messages));
+    const hx::BuiltImage built =
+        hx::buildImage(product, code, CodeType::Fwu, QStringLiteral("1.0.2.4"));
+    return hx::parseUpdateImage(hx::imageFileOf(built.messages), product);
 }
 
 bool holds(const hx::StoredCode& code, const hx::UpdateImage& image)
@@ -235,7 +236,10 @@ private:
 
 } // namespace
 
-Laboratory::Laboratory(DeviceInterface& device) : m_device(device), m_image(smallImage()) {}
+Laboratory::Laboratory(DeviceInterface& device)
+    : m_device(device), m_image(smallImage(hx::describeProduct(device)))
+{
+}
 
 TrialReport Laboratory::tryScenario(const Scenario& scenario)
 {

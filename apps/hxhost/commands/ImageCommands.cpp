@@ -2,6 +2,7 @@
 #include "apps/hxhost/commands/Commands.h"
 #include "apps/hxhost/report/ImageReport.h"
 #include "apps/hxhost/report/StandardStreams.h"
+#include "apps/hxhost/session/PluginPlace.h"
 
 #include "host/base/FileName.h"
 #include "host/image/ImageBuilder.h"
@@ -12,11 +13,27 @@ namespace hx {
 namespace {
 
 struct BuildOptions {
+    PluginOptions plugin;
     std::string code;
     std::string output;
     CodeType kind = CodeType::Fwu;
     std::string version = "1.0.2.4";
 };
+
+struct InspectOptions {
+    PluginOptions plugin;
+    std::string image;
+};
+
+// The product that the chosen plugin serves; none, with the problem in the report, without one.
+std::optional<ProductDescription> describeChosen(CommandContext& context,
+                                                 const PluginOptions& options)
+{
+    const std::unique_ptr<LoadedPlugin> plugin = loadChosenPlugin(context, options);
+    if (!plugin)
+        return std::nullopt;
+    return describeProduct(plugin->device());
+}
 
 std::string checkVersion(const std::string& text)
 {
@@ -52,19 +69,20 @@ bool writeImage(CommandContext& context, const QString& path, const QByteArray& 
 
 // Messages from end to end, or any that carries a part of an update. The first is so of an image
 // for whatever product, the second also of one that is cut off or damaged.
-bool isMadeOfMessages(const QByteArray& content)
+bool isMadeOfMessages(const QByteArray& content, const ProductDescription& product)
 {
     const ImageFile file = parseImageFile(content);
-    return file.problems.empty() || parseUpdateImage(file).dataMessages > 0;
+    return file.problems.empty() || parseUpdateImage(file, product).dataMessages > 0;
 }
 
 void build(CommandContext& context, const BuildOptions& options)
 {
+    const std::optional<ProductDescription> product = describeChosen(context, options.plugin);
     const QString codeFile = fileNameText(options.code);
     QByteArray code;
-    if (!readCode(context, codeFile, &code))
+    if (!product || !readCode(context, codeFile, &code))
         return;
-    if (isMadeOfMessages(code))
+    if (isMadeOfMessages(code, *product))
         return context.fail(ExitCode::ImageRefused,
                             QStringLiteral("\"%1\" is an update image already, whole or damaged, "
                                            "not code")
@@ -73,21 +91,23 @@ void build(CommandContext& context, const BuildOptions& options)
                             QStringLiteral("send the image with 'hxhost update', or give the code "
                                            "file"));
     const BuiltImage built =
-        buildImage(code, options.kind, QString::fromStdString(options.version));
+        buildImage(*product, code, options.kind, QString::fromStdString(options.version));
     if (!built.ok())
         return context.fail(
             ExitCode::ImageRefused,
             QStringLiteral("no image can be made of \"%1\": %2").arg(codeFile, built.error),
-            QStringLiteral("1 to %1 code bytes").arg(image::maxCodeBytes),
-            QStringLiteral("give another code file"));
+            QStringLiteral("1 to %1 code bytes, of a kind that the plugin knows")
+                .arg(image::maxCodeBytes),
+            QStringLiteral("give another code file, or another --kind"));
     const QByteArray content = built.fileContent();
     if (writeImage(context, fileNameText(options.output), content))
-        addImage(context.report, imageIn(fileNameText(options.output), content));
+        addImage(context.report, imageIn(fileNameText(options.output), content, *product));
 }
 
-void inspectImage(CommandContext& context, const std::string& path)
+void inspectImage(CommandContext& context, const InspectOptions& options)
 {
-    takeImage(context, path);
+    if (const auto product = describeChosen(context, options.plugin))
+        takeImage(context, options.image, *product);
 }
 
 void addBuildCommand(CommandLine& line, CLI::App* group)
@@ -106,17 +126,20 @@ void addBuildCommand(CommandLine& line, CLI::App* group)
         ->type_name("A.B.C.D")
         ->check(checkVersion)
         ->capture_default_str();
+    addPluginOptions(*command, options->plugin);
     line.setRun(command, [options](CommandContext& context) { build(context, *options); });
 }
 
 void addInspectImageCommand(CommandLine& line, CLI::App* group)
 {
-    auto path = std::make_shared<std::string>();
+    auto options = std::make_shared<InspectOptions>();
     CLI::App* command =
         line.addTo(group, "inspect", "Shows what an update image holds and what is wrong");
-    command->add_option("IMAGE", *path, "Update image: .syx, hex text or Standard MIDI File")
+    command
+        ->add_option("IMAGE", options->image, "Update image: .syx, hex text or Standard MIDI File")
         ->required();
-    line.setRun(command, [path](CommandContext& context) { inspectImage(context, *path); });
+    addPluginOptions(*command, options->plugin);
+    line.setRun(command, [options](CommandContext& context) { inspectImage(context, *options); });
 }
 
 } // namespace

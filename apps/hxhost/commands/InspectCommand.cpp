@@ -88,6 +88,9 @@ void inspect(CommandContext& context, const PluginOptions& options)
     addNames(context.report, plugin->device());
     addIdentifiers(context.report, plugin->device());
     addDictionary(context.report, plugin->device());
+    const QString missing = describeProduct(plugin->device()).missingProofText();
+    if (!missing.isEmpty())
+        context.warn(missing);
 }
 
 } // namespace

@@ -126,16 +126,18 @@ bool mayStart(CommandContext& context, const UpdateCommandOptions& options,
 
 void update(CommandContext& context, const UpdateCommandOptions& options)
 {
-    const std::optional<LoadedImage> loaded = takeImage(context, options.image);
-    if (!loaded)
-        return;
     Session session(context);
     if (!session.loadPlugin(options.connection.plugin))
+        return;
+    const std::optional<LoadedImage> loaded = takeImage(context, options.image, session.product());
+    if (!loaded)
         return;
     const UpdatePlan plan = planUpdate(session.device(), loaded->image);
     addPlan(context.report, plan);
     if (!requireGoodPlan(context, *loaded, plan))
         return;
+    if (!plan.missingProof.isEmpty())
+        context.warn(plan.missingProof);
     if (options.dryRun)
         return context.console.note(QStringLiteral("Dry run: nothing was sent."));
     outliveReaders();

@@ -29,14 +29,16 @@ void reportKind(CommandContext& context, const UpdateResult& result)
 
 void verify(CommandContext& context, const VerifyOptions& options)
 {
+    Session session(context);
+    if (!session.loadPlugin(options.connection.plugin))
+        return;
     std::optional<LoadedImage> loaded;
     if (!options.image.empty()) {
-        loaded = takeImage(context, options.image);
+        loaded = takeImage(context, options.image, session.product());
         if (!loaded)
             return;
     }
-    Session session(context);
-    if (!session.open(options.connection))
+    if (!session.connect(options.connection))
         return;
     context.report.add(QStringLiteral("port"), session.port().name());
     const UpdateImage* image = loaded ? &loaded->image : nullptr;

@@ -5,14 +5,10 @@
 
 #include "host/base/FileName.h"
 #include "host/base/HexText.h"
-#include "host/image/ImageGrammar.h"
 
 namespace hx {
 
 namespace {
-
-constexpr int familyPosition = 4;
-constexpr int modelPosition = 5;
 
 QJsonValue orNull(qint64 number)
 {
@@ -30,22 +26,12 @@ QJsonArray problemRows(const ImageProblems& problems)
     return rows;
 }
 
-// "0x300041" for messages that name a family and a model; empty for others.
-QString imageProduct(const UpdateImage& image)
-{
-    if (image.messages.isEmpty())
-        return QString();
-    const QByteArray& first = image.messages.first().bytes;
-    if (first.size() <= modelPosition || first.at(1) != image::prefix().at(1))
-        return QString();
-    return identifierText((quint32(quint8(first.at(familyPosition))) << 16) |
-                          quint8(first.at(modelPosition)));
-}
-
 void addContent(Report& report, const UpdateImage& image)
 {
     report.add(QStringLiteral("image.kind"), QString(codeTypeTag(image.kind)));
-    report.add(QStringLiteral("image.product"), imageProduct(image));
+    report.add(QStringLiteral("image.product"), image.identifier == unknownIdentifier
+                                                    ? QString()
+                                                    : identifierText(image.identifier));
     report.add(QStringLiteral("image.version"), image.version);
     report.add(QStringLiteral("image.messages"), image.messages.size());
     report.add(QStringLiteral("image.dataMessages"), image.dataMessages);
@@ -55,7 +41,7 @@ void addContent(Report& report, const UpdateImage& image)
                double(image.wireMicroseconds()) / double(microsecondsPerSecond),
                durationText(image.wireMicroseconds()) +
                    QStringLiteral(" on a DIN MIDI wire, answers not counted"));
-    if (image.ok())
+    if (image.ok() && image.checksumGroups > 0)
         report.add(QStringLiteral("image.checksum"), hexText(image.expectedChecksum()));
 }
 
@@ -90,10 +76,11 @@ bool requireGoodImage(CommandContext& context, const LoadedImage& loaded)
 
 } // namespace
 
-LoadedImage imageIn(const QString& name, const QByteArray& content)
+LoadedImage imageIn(const QString& name, const QByteArray& content,
+                    const ProductDescription& product)
 {
     const ImageFile file = parseImageFile(content);
-    return {name, file, parseUpdateImage(file)};
+    return {name, file, parseUpdateImage(file, product)};
 }
 
 void addImage(Report& report, const LoadedImage& loaded)
@@ -112,7 +99,8 @@ void addImage(Report& report, const LoadedImage& loaded)
         report.addTable(QStringLiteral("image.problems"), columns, problems);
 }
 
-std::optional<LoadedImage> takeImage(CommandContext& context, const std::string& path)
+std::optional<LoadedImage> takeImage(CommandContext& context, const std::string& path,
+                                     const ProductDescription& product)
 {
     const QString name = fileNameText(path);
     QByteArray content;
@@ -121,7 +109,7 @@ std::optional<LoadedImage> takeImage(CommandContext& context, const std::string&
         failUnreadable(context, name, error);
         return std::nullopt;
     }
-    LoadedImage loaded = imageIn(name, content);
+    LoadedImage loaded = imageIn(name, content, product);
     for (const QString& warning : loaded.file.warnings)
         context.warn(warning);
     addImage(context.report, loaded);

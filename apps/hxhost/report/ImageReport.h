@@ -14,15 +14,17 @@ struct LoadedImage {
     UpdateImage image;
 };
 
-// The image that `content` is, which was read from the file `name` or written to it.
-LoadedImage imageIn(const QString& name, const QByteArray& content);
+// The image for `product` that `content` is, which was read from the file `name` or written to it.
+LoadedImage imageIn(const QString& name, const QByteArray& content,
+                    const ProductDescription& product);
 
 // Adds kind, product, version, messages, sizes, time on the wire, and the problems.
 void addImage(Report& report, const LoadedImage& loaded);
 
 // Reads an image, "-" from standard input, and adds it to the report. None, with the problem in the
 // report, when the file cannot be read or the image is not good.
-std::optional<LoadedImage> takeImage(CommandContext& context, const std::string& path);
+std::optional<LoadedImage> takeImage(CommandContext& context, const std::string& path,
+                                     const ProductDescription& product);
 
 // "1 min 2 s" for 62 seconds; rounded up to whole seconds.
 QString durationText(qint64 microseconds);

@@ -18,6 +18,7 @@ bool Session::loadPlugin(const PluginOptions& options)
     m_plugin = loadChosenPlugin(m_context, options);
     if (!m_plugin)
         return false;
+    m_product = describeProduct(device());
     m_names = std::make_unique<MessageNames>(device());
     return true;
 }

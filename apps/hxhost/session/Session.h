@@ -32,12 +32,14 @@ public:
     PortBus& bus() const { return *m_bus; }
     MidiPort& port() const { return *m_port; }
     const MessageNames& names() const { return *m_names; }
+    const ProductDescription& product() const { return m_product; }
 
 private:
     bool use(std::unique_ptr<MidiPort> port);
 
     CommandContext& m_context;
     std::unique_ptr<LoadedPlugin> m_plugin;
+    ProductDescription m_product;
     std::unique_ptr<MessageNames> m_names;
     std::unique_ptr<MidiPort> m_port;
     std::unique_ptr<PortBus> m_bus;

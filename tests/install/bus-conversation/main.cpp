@@ -39,7 +39,7 @@ FwUpdateProtocol describe(DeviceInterface& device, const QStringList& messages)
 
 void printUpdates(QTextStream& out, DeviceInterface& device)
 {
-    const FwUpdateProtocol known = describe(device, {"F0006B2D31054301F7", "F0006B2D3105F7"});
+    const FwUpdateProtocol known = describe(device, {"F000217F31054301F7", "F000217F3105F7"});
     out << "update: " << int(known.codeType) << ' ' << QString::number(known.fidpid, 16) << ' '
         << known.responseGood.rx.pattern() << ' ' << known.timeoutMs << '\n';
     const FwUpdateProtocol other = describe(device, {"F0006B2D30414301F7", "F0006B2D3041F7"});
@@ -47,7 +47,7 @@ void printUpdates(QTextStream& out, DeviceInterface& device)
         << QString::number(other.fidpid, 16) << '\n';
     describe(device, {});
     out << "no image: " << device.lastError.section(QStringLiteral(" - "), 1) << '\n';
-    describe(device, {"F0F7", "F0006B2D3105F7"});
+    describe(device, {"F0F7", "F000217F3105F7"});
     out << "short message: " << device.lastError.section(QStringLiteral(" - "), 1) << '\n';
 }
 
@@ -79,20 +79,20 @@ int main(int argc, char** argv)
 
     bus.answers = {
         {"F07E7F0601F7", "F07E00060200"
-                         "6B2D3100050031303233F7"},
-        {"F0006B2D310521F7", "F0006B2D3105210102030405060708F7"},
-        {"F0006B2D310530F7", "F0006B2D31053001020304F7"},
-        {"F0006B2D310531F7", "F0006B2D31053101020304F7"},
+                         "217F3100050031303233F7"},
+        {"F000217F310521F7", "F000217F3105210102030405060708F7"},
+        {"F000217F310530F7", "F000217F31053001020304F7"},
+        {"F000217F310531F7", "F000217F31053101020304F7"},
     };
     out << "answers\n";
     printReadings(out, *device);
 
-    bus.answers["F0006B2D310531F7"] = "F0006B2D31053101020305F7";
+    bus.answers["F000217F310531F7"] = "F000217F31053101020305F7";
     out << "damaged code\n"
         << "code valid: " << device->isCodeValid(CodeType::Fwu) << '\n';
 
-    out << "refusals: " << device->isNak(HxMidiData("F0006B2D31052146F7"))
-        << device->isNak(HxMidiData("F0006B2D31052100F7")) << device->isNak(HxMidiData()) << '\n';
+    out << "refusals: " << device->isNak(HxMidiData("F000217F31052146F7"))
+        << device->isNak(HxMidiData("F000217F31052100F7")) << device->isNak(HxMidiData()) << '\n';
     printUpdates(out, *device);
     return 0;
 }
