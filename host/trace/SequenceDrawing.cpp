@@ -53,7 +53,7 @@ QString cut(const QString& text, int length)
     return text.size() <= length ? text : text.left(length - 3) + QStringLiteral("...");
 }
 
-QString timeText(Microseconds time)
+QString timeLabel(Microseconds time)
 {
     return QString::number(double(time) / microsecondsPerSecond, 'f', 6) + QStringLiteral(" s");
 }
@@ -157,7 +157,7 @@ void drawRow(SvgPage& page, int y, const SequenceRow& row)
 {
     if (row.kind == Kind::Omission)
         return drawOmission(page, y, row);
-    page.text("small", Anchor::End, timeX, y, timeText(row.time));
+    page.text("small", Anchor::End, timeX, y, timeLabel(row.time));
     drawArrow(page, y, row);
     if (!row.text.isEmpty() && row.kind != Kind::Failure)
         page.text(labelStyle(row.kind), Anchor::Middle, middleX, y - textAbove,
