@@ -4,6 +4,7 @@
 #include "mididata/HexNumber.h"
 #include "mididata/HxMidiData.h"
 #include "mididata/NumberBytes.h"
+#include "mididata/fast/FastPaths.h"
 
 #include <QDebug>
 
@@ -98,6 +99,8 @@ const char* Builder::skipPiece(const char* at)
 // Appends the two-digit numbers that stand here, as appendLiteral() would one by one.
 const char* Builder::appendPlainPieces(const char* at)
 {
+    if (!hx::fastPaths)
+        return at;
     char* to = m_collected + m_collectedSize;
     while (to != std::end(m_collected) && hx::hexValue(at[0]) >= 0 && hx::hexValue(at[1]) >= 0) {
         if (at[2] != ' ' && at[2] != '\0')

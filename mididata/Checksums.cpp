@@ -1,14 +1,17 @@
 #include "mididata/HxMidiData.h"
 #include "mididata/Section.h"
+#include "mididata/fast/ByteSum.h"
+#include "mididata/fast/FastPaths.h"
 
 namespace {
 
 unsigned int sumOf(const QByteArray& bytes, hx::Section section)
 {
-    unsigned int sum = 0;
-    for (const char* at = bytes.constData() + section.begin; at != bytes.constData() + section.end;
-         ++at)
-        sum += static_cast<unsigned char>(*at);
+    const char* at = bytes.constData() + section.begin;
+    const char* const end = bytes.constData() + section.end;
+    unsigned int sum = hx::fastPaths ? hx::sumBlocks(at, end) : 0;
+    while (at != end)
+        sum += static_cast<unsigned char>(*at++);
     return sum;
 }
 

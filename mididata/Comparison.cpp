@@ -1,4 +1,5 @@
 #include "mididata/HxMidiData.h"
+#include "mididata/fast/FastPaths.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -6,14 +7,14 @@
 
 namespace {
 
-/** A run of indexes whose bytes may differ by up to `tolerance`. */
+// A run of indexes whose bytes may differ by up to `tolerance`.
 struct ComparedRange {
     int begin;
     int end;
     int tolerance;
 };
 
-/** What is compared; indexes that stand in no range are not, 632 included. */
+// What is compared. Indexes in no range are not, 632 included.
 constexpr ComparedRange comparedRanges[] = {
     {0, 10, 0}, {10, 14, 4}, {17, 26, 4}, {26, 69, 0}, {71, 76, 0}, {633, 648, 0},
 };
@@ -36,10 +37,6 @@ bool sameIn(const ComparedRange& range, const QByteArray& a, const QByteArray& b
 
 } // namespace
 
-/*
- * Equal to walking all indexes and looking each of them up in the table. Equal bytes are within
- * every tolerance, so they are looked for first.
- */
 bool HxMidiData::isSame(const HxMidiData& other) const
 {
     const QByteArray& a = bytes;
@@ -47,7 +44,8 @@ bool HxMidiData::isSame(const HxMidiData& other) const
     if (a.size() != b.size())
         return false;
     const auto compared = static_cast<size_t>(std::min(a.size(), comparedEnd));
-    return std::memcmp(a.constData(), b.constData(), compared) == 0 ||
-           std::all_of(std::begin(comparedRanges), std::end(comparedRanges),
+    if (hx::fastPaths && std::memcmp(a.constData(), b.constData(), compared) == 0)
+        return true; // equal bytes are within every tolerance
+    return std::all_of(std::begin(comparedRanges), std::end(comparedRanges),
                        [&](const ComparedRange& range) { return sameIn(range, a, b); });
 }

@@ -1,4 +1,6 @@
 #include "mididata/HxMidiData.h"
+#include "mididata/fast/FastPaths.h"
+#include "mididata/fast/StatusScan.h"
 
 #include <algorithm>
 
@@ -11,11 +13,13 @@ bool isStatus(char byte)
 
 constexpr char endOfExclusive = static_cast<char>(0xF7);
 
-/** The end of the piece that begins at `begin`: behind its F7, before the next other status byte.
- */
+// The end of the piece that begins at `begin`: after its F7, before the next other status byte.
 const char* endOfPiece(const char* begin, const char* end)
 {
-    const char* at = std::find_if(begin + 1, end, isStatus);
+    const char* at = begin + 1;
+    if (hx::fastPaths)
+        at = hx::skipDataBytes(at, end);
+    at = std::find_if(at, end, isStatus);
     return at != end && *at == endOfExclusive ? at + 1 : at;
 }
 

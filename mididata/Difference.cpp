@@ -1,21 +1,18 @@
 #include "mididata/HxMidiData.h"
 #include "mididata/Section.h"
+#include "mididata/fast/EqualBytes.h"
+#include "mididata/fast/FastPaths.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace {
 
-/** The first index at or after `from` where the arrays differ, or `end`. Skips equal blocks whole.
- */
+// The first index at or after `from` where the arrays differ, or `end`.
 int nextDifference(const QByteArray& a, const QByteArray& b, int from, int end)
 {
-    constexpr int block = 64;
-    const char* const mine = a.constData();
-    const char* const other = b.constData();
-    while (end - from >= block && std::memcmp(mine + from, other + from, block) == 0)
-        from += block;
-    while (from < end && mine[from] == other[from])
+    if (hx::fastPaths)
+        from = hx::skipEqualBlocks(a.constData(), b.constData(), from, end);
+    while (from < end && a.at(from) == b.at(from))
         ++from;
     return from;
 }
@@ -31,7 +28,7 @@ QString differenceLine(int index, char mine, char others)
         .arg(QString::number(index), decimal(mine), decimal(others));
 }
 
-/** The range that diff() compares, with `size` the smaller of the two sizes. */
+// The range that diff() compares, with `size` the smaller of the two sizes.
 hx::Section listedRange(int count, int offset, int size)
 {
     if (count <= 0 || count > size)
@@ -43,7 +40,7 @@ hx::Section listedRange(int count, int offset, int size)
     return {0, size};
 }
 
-/** The range that diffToMap() compares, with `size` the smaller of the two sizes. */
+// The range that diffToMap() compares, with `size` the smaller of the two sizes.
 hx::Section mappedRange(int offset, int count, int size)
 {
     qint64 end = count == -1 ? size : count;

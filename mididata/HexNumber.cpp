@@ -2,6 +2,7 @@
 
 #include "mididata/HexDigits.h"
 #include "mididata/NumberBytes.h"
+#include "mididata/fast/FastPaths.h"
 
 #include <QString>
 
@@ -31,7 +32,7 @@ bool areHexDigits(std::string_view text)
 
 HexNumber readHexNumber(std::string_view token)
 {
-    if (token.size() == 2) {
+    if (fastPaths && token.size() == 2) { // equal to the conversion below
         const int byte = hexByte(token[0], token[1]);
         if (byte >= 0)
             return {static_cast<unsigned int>(byte), true};

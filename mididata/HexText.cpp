@@ -4,6 +4,7 @@
 #include "mididata/HexNumber.h"
 #include "mididata/HxMidiData.h"
 #include "mididata/NumberBytes.h"
+#include "mididata/fast/FastPaths.h"
 #include "mididata/fast/PlainHex.h"
 
 #include <QDebug>
@@ -145,14 +146,12 @@ QByteArray hx::readHexText(std::string_view text, Blanks blanks, const ProblemSi
     return HexTextReader(compact.text(), place).read();
 }
 
-/*
- * Each entry reads a plain text at once. Its separators are those that the entry's general way
- * leaves out or cuts at, so the bytes are the same.
- */
+// Each entry reads a text of pairs alone at once. Its separators are those that the entry's general
+// way leaves out or cuts at, so the bytes are the same.
 HxMidiData::HxMidiData(const QString& text)
 {
     const auto isLeftOut = [](QChar c) { return c == QLatin1Char(' ') || c == QLatin1Char('\n'); };
-    if (hx::readPlainHex(text.constData(), text.size(), bytes, isLeftOut))
+    if (hx::fastPaths && hx::readPlainHex(text.constData(), text.size(), bytes, isLeftOut))
         return;
     QString compact = text;
     compact.remove(QLatin1Char('\n')).remove(QLatin1Char(' '));
@@ -164,7 +163,8 @@ HxMidiData::HxMidiData(QString& text) : HxMidiData(static_cast<const QString&>(t
 HxMidiData::HxMidiData(const char* text)
 {
     const std::string_view given = viewOf(text);
-    if (hx::readPlainHex(given.data(), lengthOf(given), bytes, [](char c) { return c == ' '; }))
+    if (hx::fastPaths &&
+        hx::readPlainHex(given.data(), lengthOf(given), bytes, [](char c) { return c == ' '; }))
         return;
     QByteArray compact(text);
     setText(compact.replace(' ', "").constData());
@@ -176,7 +176,7 @@ void HxMidiData::setText(const char* text)
     const std::string_view given = trimmed(viewOf(text));
     clear();
     const auto isSeparator = [](char c) { return c == ' ' || c == ','; };
-    if (hx::readPlainHex(given.data(), lengthOf(given), bytes, isSeparator))
+    if (hx::fastPaths && hx::readPlainHex(given.data(), lengthOf(given), bytes, isSeparator))
         return;
     bytes = hx::readHexText(given, hx::Blanks::Split, [given](const hx::TextProblem& problem) {
         logHexTextProblem(problem.kind, given);

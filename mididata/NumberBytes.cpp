@@ -1,6 +1,7 @@
 #include "mididata/NumberBytes.h"
 
 #include "mididata/HxMidiData.h"
+#include "mididata/fast/FastPaths.h"
 
 #include <QDebug>
 
@@ -42,7 +43,7 @@ QByteArray HxMidiData::numHexToByteArray(unsigned int value)
 
 bool HxMidiData::appendNum(unsigned int value)
 {
-    if (value <= 0xFFu) {
+    if (hx::fastPaths && value <= 0xFFu) { // without an array of its own
         bytes.append(byteAt(value, 0));
         return true;
     }

@@ -1,33 +1,79 @@
 #include "mididata/HxMidiData.h"
 #include "mididata/Section.h"
+#include "mididata/TextLength.h"
+#include "mididata/fast/FastPaths.h"
 #include "mididata/fast/HexTextWriter.h"
 
 #include <algorithm>
 
 namespace {
 
-/** Equal to the text of toHex(), upper-cased. */
-QString compactHex(const char* from, int size)
+QString writtenHex(const char* from, int size)
 {
-    QString text = size > 0 ? hx::unwrittenText(2 * qint64(size)) : QLatin1String("");
-    if (!text.isEmpty())
-        hx::writeBytes(hx::charactersOf(text), from, from + size);
+    QString text = hx::unwrittenText(2 * qint64(size));
+    hx::writeBytes(hx::charactersOf(text), from, from + size);
     return text;
 }
 
-/** Equal to compactHex() with `separator` inserted between neighbouring bytes. */
+QString writtenHex(const char* from, int size, char separator)
+{
+    QString text = hx::unwrittenText(3 * qint64(size) - 1);
+    hx::writeSeparated(hx::charactersOf(text), from, from + size,
+                       static_cast<unsigned char>(separator));
+    return text;
+}
+
+QString writtenDecimal(const QByteArray& bytes)
+{
+    constexpr int longestItem = 4; // three digits and a blank
+    QString text = hx::unwrittenText(longestItem * qint64(bytes.size()));
+    char16_t* const begin = hx::charactersOf(text);
+    char16_t* to = begin;
+    for (const char byte : bytes) {
+        to = hx::writeDecimal(to, static_cast<unsigned char>(byte));
+        *to++ = u' ';
+    }
+    text.resize(static_cast<int>(to - begin));
+    return text;
+}
+
+QString plainHex(const char* from, int size)
+{
+    const QByteArray digits = QByteArray::fromRawData(from, size).toHex();
+    return QString::fromLatin1(digits.constData(), digits.size()).toUpper();
+}
+
+QString plainHex(const char* from, int size, char separator)
+{
+    QString text = plainHex(from, 1);
+    for (int i = 1; i < size; ++i)
+        text += QLatin1Char(separator) + plainHex(from + i, 1);
+    return text;
+}
+
+QString plainDecimal(const QByteArray& bytes)
+{
+    QString text;
+    for (const char byte : bytes)
+        text += QString::number(static_cast<unsigned char>(byte)) + QLatin1Char(' ');
+    return text;
+}
+
+// Null when it is longer than a text can be, empty but not null for no bytes.
+QString compactHex(const char* from, int size)
+{
+    if (!hx::fitsText(2 * qint64(size)))
+        return QString();
+    return hx::fastPaths ? writtenHex(from, size) : plainHex(from, size);
+}
+
 QString separatedHex(const QByteArray& bytes, hx::Section section, char separator)
 {
-    QString text = hx::unwrittenText(3 * qint64(section.size()) - 1);
-    if (text.isEmpty())
-        return text;
-    const char* const from = bytes.constData();
-    char16_t* to = hx::writeByte(hx::charactersOf(text), from[section.begin]);
-    for (int i = section.begin + 1; i < section.end; ++i) {
-        *to = static_cast<unsigned char>(separator);
-        to = hx::writeByte(to + 1, from[i]);
-    }
-    return text;
+    const int size = section.size();
+    if (size == 0 || !hx::fitsText(3 * qint64(size)))
+        return QString();
+    const char* const from = bytes.constData() + section.begin;
+    return hx::fastPaths ? writtenHex(from, size, separator) : plainHex(from, size, separator);
 }
 
 } // namespace
@@ -62,16 +108,10 @@ QString HxMidiData::toString(char sep, int start, int len) const
 
 QString HxMidiData::toStringDec() const
 {
-    constexpr int longestItem = 4; // three digits and a blank
-    QString text = hx::unwrittenText(longestItem * qint64(bytes.size()));
-    if (text.isEmpty())
-        return text;
-    char16_t* const begin = hx::charactersOf(text);
-    char16_t* to = begin;
-    for (const char byte : bytes) {
-        to = hx::writeDecimal(to, static_cast<unsigned char>(byte));
-        *to++ = u' ';
-    }
-    text.resize(static_cast<int>(to - begin) - 1); // without the last blank
+    constexpr int longestItem = 4;
+    if (bytes.isEmpty() || !hx::fitsText(longestItem * qint64(bytes.size())))
+        return QString();
+    QString text = hx::fastPaths ? writtenDecimal(bytes) : plainDecimal(bytes);
+    text.chop(1); // the last blank
     return text;
 }

@@ -1,6 +1,6 @@
 #include "mididata/HxMidiData.h"
 #include "mididata/Section.h"
-#include "mididata/fast/HexTextWriter.h"
+#include "mididata/TextLength.h"
 
 #include <algorithm>
 
@@ -16,10 +16,9 @@ QString HxMidiData::getString(int pos, int len) const
     const int size = bytes.size();
     const qint64 end = len == 0 ? qint64(size) - 1 : qint64(pos) + len;
     const qint64 length = std::min<qint64>(end - pos, std::max(longestPaddedText, size));
-    QString text = hx::unwrittenText(length);
-    if (text.isNull())
-        return text;
-    text.fill(QChar(0));
+    if (length < 1 || !hx::fitsText(length))
+        return QString();
+    QString text(static_cast<int>(length), QChar(0));
     const int first = std::max(pos, 0);
     const int last = static_cast<int>(std::min<qint64>(pos + length, size));
     for (int i = first; i < last; ++i)
@@ -32,7 +31,7 @@ QString HxMidiData::toAsciiString(int pos, int len) const
     if (qint64(pos) + len > bytes.size())
         return QString();
     const hx::Section section = hx::clippedSection(pos, len, bytes.size());
-    if (section.size() > hx::longestText)
+    if (!hx::fitsText(section.size()))
         return QString();
     return QString(QLatin1String(bytes.constData() + section.begin, section.size()));
 }

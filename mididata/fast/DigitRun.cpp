@@ -15,10 +15,8 @@ bool areIn(const DigitMask* masks, int first, int second)
 
 constexpr qint64 blockSize = 32;
 
-/**
- * Says of whole blocks of bytes whether a run can begin in them, judged by its first two digits as
- * far as these are single ones. Never says no to a block in which the run does begin.
- */
+// Says of whole blocks of bytes whether a run can begin in them, judged by its first two digits as
+// far as these are single ones. Never says no to a block in which the run does begin.
 class BeginFilter {
 public:
     explicit BeginFilter(DigitRun run)
@@ -32,7 +30,7 @@ public:
         }
     }
 
-    /** Looks at the byte behind the block, too. */
+    // Looks at the byte behind the block, too.
     bool admits(const char* block) const
     {
         unsigned int admitted = 0;
@@ -84,7 +82,7 @@ qint64 BufferDigits::find(DigitRun run, qint64 pos) const
     return -1;
 }
 
-/** The first place in [pos, end) where a run fits; -1 for none. */
+// The first place in [pos, end) where a run fits; -1 for none.
 qint64 BufferDigits::findOneByOne(DigitRun run, qint64 pos, qint64 end) const
 {
     while (pos < end && !fit(run, pos))

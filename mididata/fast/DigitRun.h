@@ -1,3 +1,4 @@
+// The hex digits of a buffer, and runs of digits of a pattern looked for in them.
 #pragma once
 
 #include "mididata/fast/PatternItem.h"
@@ -6,7 +7,7 @@
 
 namespace hx {
 
-/** The masks of neighbouring digits of a pattern. */
+// The masks of neighbouring digits of a pattern.
 struct DigitRun {
     const DigitMask* begin;
     const DigitMask* end;
@@ -14,7 +15,7 @@ struct DigitRun {
     qint64 size() const { return end - begin; }
 };
 
-/** The hex digits of a buffer, two a byte; the digit 2n is the upper half of byte n. */
+// The hex digits of a buffer, two a byte; the digit 2n is the upper half of byte n.
 class BufferDigits {
 public:
     explicit BufferDigits(const QByteArray& bytes)
@@ -53,10 +54,10 @@ public:
         return pattern;
     }
 
-    /** Whether a run fits from the digit `pos` on. */
+    // Whether a run fits from the digit `pos` on.
     bool fit(DigitRun run, qint64 pos) const;
 
-    /** The first place at or behind the digit `pos` where a run fits; -1 for none. */
+    // The first place at or behind the digit `pos` where a run fits; -1 for none.
     qint64 find(DigitRun run, qint64 pos) const;
 
 private:

@@ -1,3 +1,7 @@
+// Eight bytes turned into hex digits, and back, at once.
+//
+// Equal to taking each byte's two digits from the tables of HexDigits.h. The digits of a block do not
+// depend on each other, so they are calculated side by side where the processor can.
 #pragma once
 
 #include "mididata/HexDigits.h"
@@ -12,12 +16,12 @@
 
 namespace hx {
 
-/** How many bytes readBlock() and writeBlock() take at once, in two digits each. */
+// How many bytes readBlock() and writeBlock() take at once, in two digits each.
 constexpr std::ptrdiff_t blockBytes = 8;
 
 #ifdef __SSE2__
 
-/** Equal to hexByte() for each pair of digits in turn. False when one of them is none. */
+// Equal to hexByte() for each pair of digits in turn. False when one of them is no pair.
 inline bool readBlock(const char* digits, char* to)
 {
     const __m128i text = _mm_loadu_si128(reinterpret_cast<const __m128i*>(digits));
@@ -35,7 +39,7 @@ inline bool readBlock(const char* digits, char* to)
     return _mm_movemask_epi8(_mm_or_si128(isNumber, isLetter)) == 0xFFFF;
 }
 
-/** Equal to hexPairs[] for each byte in turn. */
+// Equal to hexPairs[] for each byte in turn.
 inline void writeBlock(char16_t* to, const char* from)
 {
     const __m128i bytes = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(from));

@@ -1,45 +1,42 @@
+// Text written into memory that is taken once.
+//
+// Equal to appending to an empty QString piece by piece. The length is known before, or a bound of
+// it, so the text never grows; nobody shares it yet, so it may be written through a pointer.
 #pragma once
 
 #include "mididata/HexDigits.h"
+#include "mididata/TextLength.h"
 #include "mididata/fast/HexBlock.h"
 
 #include <QString>
 
 #include <algorithm>
 #include <cstring>
-#include <limits>
 #include <string_view>
 
 namespace hx {
 
-/** What a QString can hold, with room for its header. */
-constexpr qint64 longestText = (std::numeric_limits<int>::max() - 64) / 2;
-
-/**
- * A text of `length` characters that are yet to be written; null for a length below 1 or one that
- * a QString cannot hold.
- */
+// A text of `length` characters that are yet to be written; empty for 0, null for a length that a
+// QString cannot hold.
 inline QString unwrittenText(qint64 length)
 {
-    return length < 1 || length > longestText
-               ? QString()
-               : QString(static_cast<int>(length), Qt::Uninitialized);
+    return fitsText(length) ? QString(static_cast<int>(length), Qt::Uninitialized) : QString();
 }
 
-/** Where the first character of an unwritten text goes; nobody shares it yet. */
+// Where the first character of an unwritten text goes.
 inline char16_t* charactersOf(const QString& unwritten)
 {
     return reinterpret_cast<char16_t*>(const_cast<QChar*>(unwritten.constData()));
 }
 
-/** Writes the two digits of a byte; returns the place behind them, as all writers here do. */
+// Writes the two digits of a byte; returns the place after them, as all writers here do.
 inline char16_t* writeByte(char16_t* to, char byte)
 {
     std::memcpy(to, &hexPairs[static_cast<unsigned char>(byte)], sizeof(HexPair));
     return to + 2;
 }
 
-/** Equal to writeByte() for each byte in turn. */
+// Equal to writeByte() for each byte in turn.
 inline char16_t* writeBytes(char16_t* to, const char* from, const char* end)
 {
     for (; end - from >= blockBytes; from += blockBytes, to += 2 * blockBytes)
@@ -49,7 +46,25 @@ inline char16_t* writeBytes(char16_t* to, const char* from, const char* end)
     return to;
 }
 
-/** Writes 0 to 255 in decimal. */
+// Equal to writeByte() for each byte with the separator between neighbours. Each store writes the
+// separator, and a character more that the next one writes over; the last byte is written alone.
+inline char16_t* writeSeparated(char16_t* to, const char* from, const char* end, char16_t separator)
+{
+    if (from == end)
+        return to;
+    char16_t four[4] = {0, 0, separator, separator};
+    for (; end - from >= 3; ++from, to += 3) {
+        std::memcpy(four, &hexPairs[static_cast<unsigned char>(*from)], sizeof(HexPair));
+        std::memcpy(to, four, sizeof(four));
+    }
+    for (; end - from >= 2; ++from) {
+        to = writeByte(to, *from);
+        *to++ = separator;
+    }
+    return writeByte(to, *from);
+}
+
+// Writes 0 to 255 in decimal.
 inline char16_t* writeDecimal(char16_t* to, unsigned int value)
 {
     if (value >= 100)
