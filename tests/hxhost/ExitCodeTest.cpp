@@ -60,7 +60,7 @@ TEST_F(ExitCodes, SuccessWhenAllWasDone)
 TEST_F(ExitCodes, InternalWhenACommandThrows)
 {
     hx::CommandLine line;
-    CLI::App* command = line.add("fall", "");
+    const hx::Command command = line.add("fall", "");
     line.setRun(command, [](hx::CommandContext&) { throw std::runtime_error("over"); });
     char program[] = "hxhost";
     char word[] = "fall";
@@ -72,6 +72,30 @@ TEST_F(ExitCodes, InternalWhenACommandThrows)
               "  expected: none\n"
               "  next: report it with the trace that --trace writes; 'hxhost recover' says what "
               "state the product is in\n");
+}
+
+TEST_F(ExitCodes, UsageNamesTheCommandsThatThereAre)
+{
+    EXPECT_EQ(hxhost({"image"}).err, "error: no command is given\n"
+                                     "  expected: one of: build, inspect\n"
+                                     "  next: see 'hxhost image --help'\n");
+    EXPECT_EQ(hxhost({"image", "bake"}).err, "error: \"bake\" is not a command\n"
+                                             "  expected: one of: build, inspect\n"
+                                             "  next: see 'hxhost image --help'\n");
+}
+
+TEST_F(ExitCodes, UsageTellsWordsThatAreNotExpected)
+{
+    EXPECT_EQ(hxhost({"image", "inspect", "x", "y", "--z"}).err,
+              "error: not expected here: \"y\" \"--z\"\n"
+              "  expected: a command, its arguments and its options\n"
+              "  next: see 'hxhost image inspect --help'\n");
+}
+
+TEST_F(ExitCodes, FileNamesInBracketsAndAfterTwoDashesAreTakenAsTheyAre)
+{
+    EXPECT_TRUE(hxhost({"image", "inspect", "[x]"}).err.contains("\"[x]\""));
+    EXPECT_TRUE(hxhost({"image", "inspect", "--", "--json"}).err.contains("\"--json\""));
 }
 
 TEST_F(ExitCodes, UsageForWhatTheCommandLineDoesNotKnow)

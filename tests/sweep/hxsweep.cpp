@@ -2,9 +2,9 @@
 #include "host/product/PluginLoader.h"
 #include "tests/sweep/Sweep.h"
 
+#include <QCommandLineParser>
+#include <QCoreApplication>
 #include <QTextStream>
-
-#include <CLI/CLI.hpp>
 
 #include <chrono>
 #include <map>
@@ -18,11 +18,11 @@ using sweep::TrialReport;
 constexpr int mostShown = 40;
 
 struct Options {
-    std::string scenario;
-    std::string plugin = HX_PLUGIN_FILE;
-    long every = 1;
-    long first = 0;
-    bool list = false;
+    QString scenario; // empty: all
+    QString plugin;
+    long every;
+    long first;
+    bool isList;
 };
 
 struct Totals {
@@ -75,13 +75,13 @@ int sweepAll(Laboratory& laboratory, const Options& options)
     sweep::forEachScenario(laboratory, [&](const Scenario& scenario) {
         if (totals.seen++ % options.every != options.first)
             return;
-        if (options.list)
+        if (options.isList)
             out() << sweep::scenarioText(scenario) << "\n";
         else
             tryOne(laboratory, scenario, &totals);
     });
     const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
-    if (!options.list)
+    if (!options.isList)
         showTotals(totals, taken.count());
     return totals.failed == 0 ? 0 : 1;
 }
@@ -101,7 +101,7 @@ void showCourse(const TrialReport& report)
 int showScenario(Laboratory& laboratory, const Options& options)
 {
     QString error;
-    const auto scenario = sweep::parseScenario(QString::fromStdString(options.scenario), &error);
+    const auto scenario = sweep::parseScenario(options.scenario, &error);
     if (!scenario) {
         out() << error << "\n";
         return 2;
@@ -115,25 +115,51 @@ int showScenario(Laboratory& laboratory, const Options& options)
     return report.complaints.isEmpty() ? 0 : 1;
 }
 
+// The number that was given for an option, or nothing when it is not at least `least`.
+std::optional<long> number(const QCommandLineParser& line, const QString& name, long least)
+{
+    bool isNumber = false;
+    const long value = line.value(name).toLong(&isNumber);
+    return isNumber && value >= least ? std::optional<long>(value) : std::nullopt;
+}
+
+std::optional<Options> readOptions(const QCoreApplication& application)
+{
+    QCommandLineParser line;
+    line.setApplicationDescription(
+        "Tries a small update with one fault at every byte of every message.");
+    line.addHelpOption();
+    line.addOptions({{"scenario", "only this one, with its whole course", "SCENARIO"},
+                     {"plugin", "the plugin library", "FILE", HX_PLUGIN_FILE},
+                     {"every", "only every Nth scenario", "N", "1"},
+                     {"first", "of these, beginning with this one, from 0", "N", "0"},
+                     {"list", "name the scenarios, try none"}});
+    line.process(application);
+    const auto every = number(line, "every", 1);
+    const auto first = number(line, "first", 0);
+    if (!every || !first || !line.positionalArguments().isEmpty())
+        return std::nullopt;
+    return Options{line.value("scenario"), line.value("plugin"), *every, *first,
+                   line.isSet("list")};
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
-    Options options;
-    CLI::App app("Tries a small update with one fault at every byte of every message.");
-    app.add_option("--scenario", options.scenario, "only this one, with its whole course");
-    app.add_option("--plugin", options.plugin, "the plugin library");
-    app.add_option("--every", options.every, "only every Nth scenario")->check(CLI::PositiveNumber);
-    app.add_option("--first", options.first, "of these, beginning with this one, from 0");
-    app.add_flag("--list", options.list, "name the scenarios, try none");
-    CLI11_PARSE(app, argc, argv);
-
-    const hx::PluginLoadResult loaded = hx::loadPlugin(QString::fromStdString(options.plugin));
+    const QCoreApplication application(argc, argv);
+    const auto read = readOptions(application);
+    if (!read) {
+        out() << "see hxsweep --help: --every takes a number from 1 on, --first one from 0 on\n";
+        return 2;
+    }
+    const Options& options = *read;
+    const hx::PluginLoadResult loaded = hx::loadPlugin(options.plugin);
     if (!loaded.ok()) {
         out() << loaded.error << "\n";
         return 2;
     }
     Laboratory laboratory(loaded.plugin->device());
-    return options.scenario.empty() ? sweepAll(laboratory, options)
-                                    : showScenario(laboratory, options);
+    return options.scenario.isEmpty() ? sweepAll(laboratory, options)
+                                      : showScenario(laboratory, options);
 }

@@ -40,12 +40,11 @@ Problem typedImage()
 }
 
 // "-" for a standard stream.
-std::optional<Problem> streamProblem(const CLI::Option& option, const OutputOptions& output)
+std::optional<Problem> streamProblem(const GivenOption& option, const OutputOptions& output)
 {
-    const QString name = QString::fromStdString(option.get_name());
+    const QString name = QString::fromStdString(option.name);
     if (!namesOutput(option))
-        return inputIsTerminal() && option.get_positional() ? std::optional(typedImage())
-                                                            : std::nullopt;
+        return inputIsTerminal() && option.isArgument ? std::optional(typedImage()) : std::nullopt;
     if (name == QLatin1String("--trace") || name == QLatin1String("--state"))
         return noStream(name);
     if (output.json || !output.field.empty())
@@ -53,11 +52,11 @@ std::optional<Problem> streamProblem(const CLI::Option& option, const OutputOpti
     return std::nullopt;
 }
 
-std::optional<Problem> valueProblem(const CLI::Option& option, const OutputOptions& output)
+std::optional<Problem> valueProblem(const GivenOption& option, const OutputOptions& output)
 {
-    for (const std::string& value : option.results()) {
+    for (const std::string& value : option.values) {
         if (value.empty())
-            return emptyValue(QString::fromStdString(option.get_name()));
+            return emptyValue(QString::fromStdString(option.name));
         if (value == "-") {
             if (const std::optional<Problem> problem = streamProblem(option, output))
                 return problem;
@@ -68,10 +67,10 @@ std::optional<Problem> valueProblem(const CLI::Option& option, const OutputOptio
 
 } // namespace
 
-std::optional<Problem> argumentProblem(const CLI::App& command, const OutputOptions& output)
+std::optional<Problem> argumentProblem(const Command& command, const OutputOptions& output)
 {
-    for (const CLI::Option* option : command.get_options()) {
-        if (const std::optional<Problem> problem = valueProblem(*option, output))
+    for (const GivenOption& option : command.given()) {
+        if (const std::optional<Problem> problem = valueProblem(option, output))
             return problem;
     }
     return outputProblem(command);

@@ -136,15 +136,15 @@ void check(CommandContext& context, const CheckOptions& options)
 void addCheckCommand(CommandLine& line)
 {
     auto options = std::make_shared<CheckOptions>();
-    CLI::App* command =
+    const Command command =
         line.add("check", "Checks that a plugin keeps the contract with its hosts, rule by rule");
-    command->add_option("PLUGIN", options->plugin.plugin,
-                        "The device plugin, or the folder that holds it; default: the one "
-                        "installed with this program");
+    command.addOption("PLUGIN", options->plugin.plugin,
+                      "The device plugin, or the folder that holds it; default: the one "
+                      "installed with this program");
     command
-        ->add_option("--image", options->image,
-                     "An update image of the product, where it has another form than usual")
-        ->type_name("FILE");
+        .addOption("--image", options->image,
+                   "An update image of the product, where it has another form than usual")
+        .valueName("FILE");
     line.setRun(command, [options](CommandContext& context) { check(context, *options); });
 }
 

@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
-#include <iostream>
 
 namespace hx {
 
@@ -23,8 +22,7 @@ void writeOut(const QByteArray& bytes)
 // Whether everything reached standard output, what a command printed as it went included.
 bool allWritten()
 {
-    const bool streamed = bool(std::cout.flush());
-    return fflush(stdout) == 0 && ferror(stdout) == 0 && streamed;
+    return fflush(stdout) == 0 && ferror(stdout) == 0;
 }
 
 Problem outputLost()
@@ -40,58 +38,12 @@ bool asksFor(const char* wanted, int argc, char** argv)
                        [wanted](const char* word) { return std::strcmp(word, wanted) == 0; });
 }
 
-QString fullName(const CLI::App* command)
+QString joined(const std::vector<std::string>& words, const QString& separator)
 {
-    const QString name = QString::fromStdString(command->get_name());
-    const CLI::App* parent = command->get_parent();
-    return parent == nullptr || parent->get_parent() == nullptr
-               ? name
-               : fullName(parent) + QLatin1Char(' ') + name;
-}
-
-QStringList commandNames(const CLI::App& app)
-{
-    QStringList names;
-    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; }))
-        names << QString::fromStdString(command->get_name());
-    return names;
-}
-
-// "hxhost image build" when the words read so far lead there.
-QString innermostCommand(const CLI::App& app)
-{
-    const std::vector<CLI::App*> chosen = app.get_subcommands();
-    const QString name = QString::fromStdString(app.get_name());
-    return chosen.empty() ? name : name + QLatin1Char(' ') + innermostCommand(*chosen.front());
-}
-
-// CLI11 lists surplus words last first.
-QString parserText(const CLI::App& app, const CLI::ParseError& error)
-{
-    if (error.get_exit_code() != int(CLI::ExitCodes::ExtrasError))
-        return fileNameText(error.what());
-    QStringList surplus;
-    for (const std::string& word : app.remaining(true))
-        surplus << QStringLiteral("\"%1\"").arg(fileNameText(word));
-    return QStringLiteral("not expected here: ") + surplus.join(QLatin1Char(' '));
-}
-
-// What the words of the command line lack or have too much, in our words where the parser's own
-// leave the reason out.
-Problem usageProblem(const CLI::App& app, const CLI::ParseError& error)
-{
-    const QString help = QStringLiteral("see '%1 --help'").arg(innermostCommand(app));
-    const CLI::App* innermost = &app;
-    while (!innermost->get_subcommands().empty())
-        innermost = innermost->get_subcommands().front();
-    const std::vector<std::string> left = innermost->remaining();
-    const QStringList known = commandNames(*innermost);
-    if (known.isEmpty() || left.empty() || left.front().rfind('-', 0) == 0)
-        return {ExitCode::Usage, parserText(app, error),
-                QStringLiteral("a command, its arguments and its options"), help};
-    return {ExitCode::Usage,
-            QStringLiteral("\"%1\" is not a command").arg(fileNameText(left.front())),
-            QStringLiteral("one of: ") + known.join(QLatin1String(", ")), help};
+    QStringList list;
+    for (const std::string& word : words)
+        list << fileNameText(word);
+    return list.join(separator);
 }
 
 } // namespace
@@ -118,41 +70,37 @@ bool CommandContext::startTrace()
     return isStarted;
 }
 
-CommandLine::CommandLine() : m_app("Updates the firmware of MIDI products through device plugins")
+CommandLine::CommandLine()
+    : m_parser("hxhost", "Updates the firmware of MIDI products through device plugins")
 {
-    m_app.name("hxhost");
-    m_app.set_version_flag("--version", HXHOST_VERSION);
-    m_app.require_subcommand(1);
-    m_app.footer("'hxhost COMMAND --help' lists a command's options.\n\n" +
-                 exitCodeHelp().toStdString());
+    m_parser.setVersion(HXHOST_VERSION);
+    m_parser.explain("'hxhost COMMAND --help' lists a command's options.\n\n" +
+                     exitCodeHelp().toStdString());
 }
 
-CLI::App* CommandLine::add(const std::string& name, const std::string& description)
+Command CommandLine::add(const std::string& name, const std::string& description)
 {
-    return addTo(&m_app, name, description);
-}
-
-CLI::App* CommandLine::addTo(CLI::App* parent, const std::string& name,
-                             const std::string& description)
-{
-    CLI::App* command = parent->add_subcommand(name, description);
-    addOutputOptions(*command, m_output);
+    const Command command = m_parser.add(name, description);
+    addOutputOptions(command, m_output);
     return command;
 }
 
-CLI::App* CommandLine::addGroup(const std::string& name, const std::string& description)
+Command CommandLine::addTo(const Command& parent, const std::string& name,
+                           const std::string& description)
 {
-    CLI::App* group = m_app.add_subcommand(name, description);
-    group->require_subcommand(1);
-    return group;
+    const Command command = m_parser.addTo(parent, name, description);
+    addOutputOptions(command, m_output);
+    return command;
 }
 
-void CommandLine::setRun(CLI::App* command, const Run& run)
+Command CommandLine::addGroup(const std::string& name, const std::string& description)
 {
-    command->callback([this, command, run] {
-        m_chosen = command;
-        m_run = run;
-    });
+    return m_parser.addGroup(name, description);
+}
+
+void CommandLine::setRun(const Command& command, const Run& run)
+{
+    m_runs[command.fullName()] = run;
 }
 
 int CommandLine::run(int argc, char** argv)
@@ -160,18 +108,18 @@ int CommandLine::run(int argc, char** argv)
     m_words = QStringLiteral("hxhost");
     for (int i = 1; i < argc; ++i)
         m_words += QLatin1Char(' ') + fileNameText(argv[i]);
-    try {
-        m_app.parse(argc, argv);
-    } catch (const CLI::ParseError& error) {
-        return refuse(error, argc, argv);
-    }
-    return runChosen();
+    const ParseResult parsed = m_parser.parse(argc, argv);
+    if (parsed.state == ParseResult::State::Chosen)
+        return runChosen(*m_parser.innermost());
+    if (parsed.state == ParseResult::State::Help)
+        return showHelp(parsed.text);
+    return refuse(parsed, argc, argv);
 }
 
 // --help and --version.
-int CommandLine::showHelp(const CLI::ParseError& request)
+int CommandLine::showHelp(const std::string& text)
 {
-    m_app.exit(request, std::cout, std::cerr);
+    writeOut(QByteArray::fromStdString(text));
     if (allWritten())
         return int(ExitCode::Success);
     const Problem problem = outputLost();
@@ -179,12 +127,34 @@ int CommandLine::showHelp(const CLI::ParseError& request)
     return int(problem.code);
 }
 
-int CommandLine::refuse(const CLI::ParseError& error, int argc, char** argv)
+Problem CommandLine::usageProblem(const ParseResult& parsed) const
 {
-    if (error.get_exit_code() == int(CLI::ExitCodes::Success))
-        return showHelp(error);
+    const auto innermost = m_parser.innermost();
+    const std::string path = innermost ? "hxhost " + innermost->fullName() : "hxhost";
+    const QString help = QStringLiteral("see '%1 --help'").arg(path.c_str());
+    const QString anyWords = QStringLiteral("a command, its arguments and its options");
+    const QString text = fileNameText(parsed.text);
+    switch (parsed.state) {
+    case ParseResult::State::NoCommand:
+        return {ExitCode::Usage, QStringLiteral("no command is given"),
+                QStringLiteral("one of: ") + joined(parsed.words, QStringLiteral(", ")), help};
+    case ParseResult::State::UnknownCommand:
+        return {ExitCode::Usage, QStringLiteral("\"%1\" is not a command").arg(text),
+                QStringLiteral("one of: ") + joined(parsed.words, QStringLiteral(", ")), help};
+    case ParseResult::State::Surplus:
+        return {ExitCode::Usage,
+                QStringLiteral("not expected here: \"%1\"")
+                    .arg(joined(parsed.words, QStringLiteral("\" \""))),
+                anyWords, help};
+    default:
+        return {ExitCode::Usage, text, anyWords, help};
+    }
+}
+
+int CommandLine::refuse(const ParseResult& parsed, int argc, char** argv)
+{
     Report report;
-    const Problem problem = usageProblem(m_app, error);
+    const Problem problem = usageProblem(parsed);
     report.fail(problem);
     const bool hasDocument = asksFor("--json", argc, argv);
     const bool hasObjects = asksFor("json", argc, argv) || asksFor("--progress=json", argc, argv);
@@ -195,30 +165,30 @@ int CommandLine::refuse(const CLI::ParseError& error, int argc, char** argv)
     return int(report.exitCode());
 }
 
-int CommandLine::runChosen()
+int CommandLine::runChosen(const Command& command)
 {
     Report report;
     Console console(m_output.verbosity(), m_output.progress == ProgressMode::Json);
     Recorder recorder(console);
     CommandContext context{m_output, report, console, recorder, std::nullopt};
-    if (const std::optional<Problem> problem = standardOutputProblem(*m_chosen)) {
+    if (const std::optional<Problem> problem = standardOutputProblem(command)) {
         console.problem(*problem);
         return int(problem->code);
     }
     QString error;
-    if (const std::optional<Problem> problem = argumentProblem(*m_chosen, m_output))
+    if (const std::optional<Problem> problem = argumentProblem(command, m_output))
         report.fail(*problem);
     else if (m_output.trace.empty() || recorder.openTrace(context.traceName(), m_words, &error))
-        runGuarded(context);
+        runGuarded(command, context);
     else
         context.failTrace(error);
-    return finish(context);
+    return finish(command, context);
 }
 
-void CommandLine::runGuarded(CommandContext& context)
+void CommandLine::runGuarded(const Command& command, CommandContext& context)
 {
     try {
-        m_run(context);
+        m_runs.at(command.fullName())(context);
     } catch (const std::exception& error) {
         context.fail(ExitCode::Internal,
                      QStringLiteral("an unexpected fault: ") + QString::fromLocal8Bit(error.what()),
@@ -228,7 +198,7 @@ void CommandLine::runGuarded(CommandContext& context)
     }
 }
 
-int CommandLine::finish(CommandContext& context)
+int CommandLine::finish(const Command& command, CommandContext& context)
 {
     Report& report = context.report;
     if (context.replayProblem)
@@ -239,7 +209,7 @@ int CommandLine::finish(CommandContext& context)
         context.fail(ExitCode::FileError,
                      QStringLiteral("the trace could not be written to its end"),
                      QStringLiteral("room on the disk"), QStringLiteral("free some, run again"));
-    printResult(context);
+    printResult(command, context);
     const bool isWritten = allWritten();
     if (!isWritten && !report.failed())
         report.fail(outputLost());
@@ -248,13 +218,13 @@ int CommandLine::finish(CommandContext& context)
     return int(report.exitCode());
 }
 
-void CommandLine::printResult(CommandContext& context)
+void CommandLine::printResult(const Command& command, CommandContext& context)
 {
     Report& report = context.report;
     if (context.isOutputTaken)
         return;
     if (m_output.json)
-        return writeOut(report.toJson(fullName(m_chosen)));
+        return writeOut(report.toJson(QString::fromStdString(command.fullName())));
     if (m_output.field.empty())
         return writeOut(report.toText().toUtf8());
     const QString name = QString::fromStdString(m_output.field);

@@ -1,6 +1,7 @@
 // The command line as a whole: the commands it knows, and the one that was chosen.
 #pragma once
 
+#include "apps/commandline/CommandParser.h"
 #include "apps/hxhost/commands/Options.h"
 #include "apps/hxhost/report/Report.h"
 #include "apps/hxhost/session/Recorder.h"
@@ -50,32 +51,32 @@ public:
 
     CommandLine();
 
-    // Adds a command under `parent` (or at the top) with the output options of every command.
-    CLI::App* add(const std::string& name, const std::string& description);
-    CLI::App* addTo(CLI::App* parent, const std::string& name, const std::string& description);
+    // Adds a command at the top or under `parent`, with the output options of every command.
+    Command add(const std::string& name, const std::string& description);
+    Command addTo(const Command& parent, const std::string& name, const std::string& description);
 
     // A command that only groups others.
-    CLI::App* addGroup(const std::string& name, const std::string& description);
+    Command addGroup(const std::string& name, const std::string& description);
 
     // What to do when `command` was chosen.
-    void setRun(CLI::App* command, const Run& run);
+    void setRun(const Command& command, const Run& run);
 
     // Parses, runs, prints, and returns the exit code.
     int run(int argc, char** argv);
 
 private:
-    int runChosen();
-    void runGuarded(CommandContext& context);
-    int finish(CommandContext& context);
-    int showHelp(const CLI::ParseError& request);
-    int refuse(const CLI::ParseError& error, int argc, char** argv);
-    void printResult(CommandContext& context);
+    int runChosen(const Command& command);
+    void runGuarded(const Command& command, CommandContext& context);
+    int finish(const Command& command, CommandContext& context);
+    int showHelp(const std::string& text);
+    int refuse(const ParseResult& parsed, int argc, char** argv);
+    Problem usageProblem(const ParseResult& parsed) const;
+    void printResult(const Command& command, CommandContext& context);
 
-    CLI::App m_app;
+    CommandParser m_parser;
     OutputOptions m_output;
-    const CLI::App* m_chosen = nullptr;
-    QString m_words; // the whole command line, as it was typed
-    Run m_run;
+    std::map<std::string, Run> m_runs; // by the full name of the command
+    QString m_words;                   // the whole command line, as it was typed
 };
 
 } // namespace hx

@@ -32,8 +32,8 @@ void identify(CommandContext& context, const ConnectionOptions& options)
 void addIdentifyCommand(CommandLine& line)
 {
     auto options = std::make_shared<ConnectionOptions>();
-    CLI::App* command = line.add("identify", "Asks the product on a port who it is");
-    addConnectionOptions(*command, *options);
+    const Command command = line.add("identify", "Asks the product on a port who it is");
+    addConnectionOptions(command, *options);
     line.setRun(command, [options](CommandContext& context) { identify(context, *options); });
 }
 

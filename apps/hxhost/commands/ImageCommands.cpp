@@ -110,35 +110,34 @@ void inspectImage(CommandContext& context, const InspectOptions& options)
         takeImage(context, options.image, *product);
 }
 
-void addBuildCommand(CommandLine& line, CLI::App* group)
+void addBuildCommand(CommandLine& line, const Command& group)
 {
     auto options = std::make_shared<BuildOptions>();
-    CLI::App* command = line.addTo(group, "build", "Makes an update image out of a code file");
-    command->add_option("CODE", options->code, "File of code bytes")->required();
-    command->add_option("-o,--output", options->output, "Image to write")
-        ->type_name("FILE")
-        ->required();
-    addWordOption<CodeType>(*command, "--kind", "Kind of code image: fwu or fwd",
-                            {{"fwu", CodeType::Fwu}, {"fwd", CodeType::Fwd}}, options->kind)
-        ->type_name("KIND")
-        ->required();
-    command->add_option("--code-version", options->version, "Version that the code carries")
-        ->type_name("A.B.C.D")
-        ->check(checkVersion)
-        ->capture_default_str();
-    addPluginOptions(*command, options->plugin);
+    const Command command = line.addTo(group, "build", "Makes an update image out of a code file");
+    command.addOption("CODE", options->code, "File of code bytes").required();
+    command.addOption("-o,--output", options->output, "Image to write")
+        .valueName("FILE")
+        .required();
+    const std::map<std::string, CodeType> kinds = {{"fwu", CodeType::Fwu}, {"fwd", CodeType::Fwd}};
+    command.addChoice("--kind", kinds, options->kind, "Kind of code image: fwu or fwd")
+        .valueName("KIND")
+        .required();
+    command.addOption("--code-version", options->version, "Version that the code carries")
+        .valueName("A.B.C.D")
+        .check(checkVersion)
+        .showDefault();
+    addPluginOptions(command, options->plugin);
     line.setRun(command, [options](CommandContext& context) { build(context, *options); });
 }
 
-void addInspectImageCommand(CommandLine& line, CLI::App* group)
+void addInspectImageCommand(CommandLine& line, const Command& group)
 {
     auto options = std::make_shared<InspectOptions>();
-    CLI::App* command =
+    const Command command =
         line.addTo(group, "inspect", "Shows what an update image holds and what is wrong");
-    command
-        ->add_option("IMAGE", options->image, "Update image: .syx, hex text or Standard MIDI File")
-        ->required();
-    addPluginOptions(*command, options->plugin);
+    command.addOption("IMAGE", options->image, "Update image: .syx, hex text or Standard MIDI File")
+        .required();
+    addPluginOptions(command, options->plugin);
     line.setRun(command, [options](CommandContext& context) { inspectImage(context, *options); });
 }
 
@@ -146,7 +145,7 @@ void addInspectImageCommand(CommandLine& line, CLI::App* group)
 
 void addImageCommands(CommandLine& line)
 {
-    CLI::App* group = line.addGroup("image", "Makes update images and looks into them");
+    const Command group = line.addGroup("image", "Makes update images and looks into them");
     addBuildCommand(line, group);
     addInspectImageCommand(line, group);
 }

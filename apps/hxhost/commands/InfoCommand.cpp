@@ -65,8 +65,8 @@ void info(CommandContext& context, const ConnectionOptions& options)
 void addInfoCommand(CommandLine& line)
 {
     auto options = std::make_shared<ConnectionOptions>();
-    CLI::App* command = line.add("info", "Reads all that the product tells of itself");
-    addConnectionOptions(*command, *options);
+    const Command command = line.add("info", "Reads all that the product tells of itself");
+    addConnectionOptions(command, *options);
     line.setRun(command, [options](CommandContext& context) { info(context, *options); });
 }
 

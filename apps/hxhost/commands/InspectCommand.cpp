@@ -98,9 +98,9 @@ void inspect(CommandContext& context, const PluginOptions& options)
 void addInspectCommand(CommandLine& line)
 {
     auto options = std::make_shared<PluginOptions>();
-    CLI::App* command =
+    const Command command =
         line.add("inspect", "Loads the plugin and shows its metadata, names and dictionary");
-    addPluginOptions(*command, *options);
+    addPluginOptions(command, *options);
     line.setRun(command, [options](CommandContext& context) { inspect(context, *options); });
 }
 

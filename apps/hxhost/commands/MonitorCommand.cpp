@@ -134,12 +134,10 @@ void monitor(CommandContext& context, const MonitorOptions& options)
 void addMonitorCommand(CommandLine& line)
 {
     auto options = std::make_shared<MonitorOptions>();
-    CLI::App* command = line.add("monitor", "Prints what arrives on a port, decoded");
-    command->add_option("--count", options->count, "Stop after this many messages")
-        ->check(CLI::NonNegativeNumber);
-    command->add_option("--seconds", options->seconds, "Stop after this time")
-        ->check(CLI::NonNegativeNumber);
-    addListenOptions(*command, options->connection);
+    const Command command = line.add("monitor", "Prints what arrives on a port, decoded");
+    command.addOption("--count", options->count, "Stop after this many messages").notNegative();
+    command.addOption("--seconds", options->seconds, "Stop after this time").notNegative();
+    addListenOptions(command, options->connection);
     line.setRun(command, [options](CommandContext& context) { monitor(context, *options); });
 }
 

@@ -8,14 +8,14 @@ constexpr char connectionGroup[] = "Connection";
 constexpr int longestGapMs = 60000;
 constexpr qint64 highestRate = 100000000;
 
-void addVerbosityOptions(CLI::App& command, OutputOptions& options)
+void addVerbosityOptions(const Command& command, OutputOptions& options)
 {
-    command.add_flag("-q,--quiet", options.quiet, "Say nothing on stderr but errors")
-        ->group(outputGroup);
+    command.addFlag("-q,--quiet", options.quiet, "Say nothing on stderr but errors")
+        .group(outputGroup);
     command
-        .add_flag("-v,--verbose", options.verbose,
+        .addCount("-v,--verbose", options.verbose,
                   "Say what is decided and what the plugin logs; -vv shows every message's bytes")
-        ->group(outputGroup);
+        .group(outputGroup);
 }
 
 // Empty for a fault that the simulated product knows, else what is wrong with it.
@@ -36,70 +36,69 @@ Verbosity OutputOptions::verbosity() const
     return verbose == 1 ? Verbosity::Detail : Verbosity::Bytes;
 }
 
-void addOutputOptions(CLI::App& command, OutputOptions& options)
+void addOutputOptions(const Command& command, OutputOptions& options)
 {
-    command.add_flag("--json", options.json, "Print exactly one JSON document, errors included")
-        ->group(outputGroup);
-    command.add_option("--field", options.field, "Print this one value of the result")
-        ->type_name("NAME")
-        ->group(outputGroup);
-    addWordOption<ProgressMode>(command, "--progress",
-                                "How progress is shown on stderr: auto (a bar on a terminal, else "
-                                "plain lines), bar, plain, json or none",
-                                {{"auto", ProgressMode::Auto},
-                                 {"bar", ProgressMode::Bar},
-                                 {"plain", ProgressMode::Plain},
-                                 {"json", ProgressMode::Json},
-                                 {"none", ProgressMode::None}},
-                                options.progress)
-        ->type_name("MODE")
-        ->group(outputGroup);
+    command.addFlag("--json", options.json, "Print exactly one JSON document, errors included")
+        .group(outputGroup);
+    command.addOption("--field", options.field, "Print this one value of the result")
+        .valueName("NAME")
+        .group(outputGroup);
+    static const std::map<std::string, ProgressMode> modes = {{"auto", ProgressMode::Auto},
+                                                              {"bar", ProgressMode::Bar},
+                                                              {"plain", ProgressMode::Plain},
+                                                              {"json", ProgressMode::Json},
+                                                              {"none", ProgressMode::None}};
+    command
+        .addChoice("--progress", modes, options.progress,
+                   "How progress is shown on stderr: auto (a bar on a terminal, else "
+                   "plain lines), bar, plain, json or none")
+        .valueName("MODE")
+        .group(outputGroup);
     addVerbosityOptions(command, options);
-    command.add_option("--trace", options.trace, "Write a record of all that happens")
-        ->type_name("FILE")
-        ->group(outputGroup);
+    command.addOption("--trace", options.trace, "Write a record of all that happens")
+        .valueName("FILE")
+        .group(outputGroup);
 }
 
-void addPluginOptions(CLI::App& command, PluginOptions& options)
+void addPluginOptions(const Command& command, PluginOptions& options)
 {
     command
-        .add_option("--plugin", options.plugin,
-                    "The device plugin, or the folder that holds it; default: the one "
-                    "installed with this program")
-        ->type_name("FILE|FOLDER")
-        ->group(connectionGroup);
+        .addOption("--plugin", options.plugin,
+                   "The device plugin, or the folder that holds it; default: the one "
+                   "installed with this program")
+        .valueName("FILE|FOLDER")
+        .group(connectionGroup);
 }
 
-void addPaceOptions(CLI::App& command, Pace& pace)
+void addPaceOptions(const Command& command, Pace& pace)
 {
     command
-        .add_option("--rate", pace.bytesPerSecond,
-                    "Bytes a second to send; 3125 is a DIN MIDI wire, 0 as fast as the port "
-                    "takes them")
-        ->type_name("N")
-        ->capture_default_str()
-        ->check(CLI::Range(qint64(0), highestRate).description(""))
-        ->group(connectionGroup);
+        .addOption("--rate", pace.bytesPerSecond,
+                   "Bytes a second to send; 3125 is a DIN MIDI wire, 0 as fast as the port "
+                   "takes them")
+        .valueName("N")
+        .showDefault()
+        .range(0, highestRate)
+        .group(connectionGroup);
     command
-        .add_option_function<int>(
+        .addNumber(
             "--gap", [&pace](int ms) { pace.gap = ms * microsecondsPerMillisecond; },
             "Pause after each message, in milliseconds")
-        ->type_name("MS")
-        ->default_str("0")
-        ->check(CLI::Range(0, longestGapMs).description(""))
-        ->group(connectionGroup);
+        .valueName("MS")
+        .showDefault("0")
+        .range(0, longestGapMs)
+        .group(connectionGroup);
 }
 
-void addFaultOption(CLI::App& command, std::vector<std::string>& faults)
+void addFaultOption(const Command& command, std::vector<std::string>& faults)
 {
     command
-        .add_option("--fault", faults,
-                    "Make the simulated product misbehave; may be given several times; "
-                    "'hxhost simulate --help' lists the faults")
-        ->type_name("FAULT")
-        ->allow_extra_args(false)
-        ->check(isFault)
-        ->group(connectionGroup);
+        .addRepeated("--fault", faults,
+                     "Make the simulated product misbehave; may be given several times; "
+                     "'hxhost simulate --help' lists the faults")
+        .valueName("FAULT")
+        .check(isFault)
+        .group(connectionGroup);
 }
 
 FaultPlan faultPlan(const std::vector<std::string>& faults)
@@ -113,32 +112,32 @@ FaultPlan faultPlan(const std::vector<std::string>& faults)
     return plan;
 }
 
-void addListenOptions(CLI::App& command, ConnectionOptions& options)
+void addListenOptions(const Command& command, ConnectionOptions& options)
 {
     addPluginOptions(command, options.plugin);
     command
-        .add_option("--port", options.port,
-                    "Port that bytes come from: a name, a part of one, BACKEND:NAME, simulator or "
-                    "replay:TRACEFILE; default: the name that the plugin gives")
-        ->type_name("NAME")
-        ->group(connectionGroup);
+        .addOption("--port", options.port,
+                   "Port that bytes come from: a name, a part of one, BACKEND:NAME, simulator or "
+                   "replay:TRACEFILE; default: the name that the plugin gives")
+        .valueName("NAME")
+        .group(connectionGroup);
     addFaultOption(command, options.faults);
 }
 
-void addConnectionOptions(CLI::App& command, ConnectionOptions& options)
+void addConnectionOptions(const Command& command, ConnectionOptions& options)
 {
     addPluginOptions(command, options.plugin);
     command
-        .add_option("--port", options.port,
-                    "MIDI port: a name, a part of one, BACKEND:NAME, simulator[:STATEFILE] or "
-                    "replay:TRACEFILE; default: the name that the plugin gives")
-        ->type_name("NAME")
-        ->group(connectionGroup);
+        .addOption("--port", options.port,
+                   "MIDI port: a name, a part of one, BACKEND:NAME, simulator[:STATEFILE] or "
+                   "replay:TRACEFILE; default: the name that the plugin gives")
+        .valueName("NAME")
+        .group(connectionGroup);
     command
-        .add_option("--in-port", options.inPort,
-                    "The port that answers come from, where it cannot be told from --port")
-        ->type_name("NAME")
-        ->group(connectionGroup);
+        .addOption("--in-port", options.inPort,
+                   "The port that answers come from, where it cannot be told from --port")
+        .valueName("NAME")
+        .group(connectionGroup);
     addPaceOptions(command, options.pace);
     addFaultOption(command, options.faults);
 }

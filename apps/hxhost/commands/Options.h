@@ -1,15 +1,12 @@
 // The options that several commands share, and where their values land.
 #pragma once
 
+#include "apps/commandline/Command.h"
 #include "apps/hxhost/report/Progress.h"
 
 #include "ports/Pacer.h"
 #include "simulator/FaultPlan.h"
 
-#include <CLI/CLI.hpp>
-
-#include <map>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -47,32 +44,16 @@ struct ConnectionOptions {
     Pace pace;
 };
 
-// An option whose value is one of a few words, each standing for a value of `target`.
-template <typename Value>
-CLI::Option* addWordOption(CLI::App& command, const std::string& name,
-                           const std::string& description,
-                           const std::map<std::string, Value>& words, Value& target)
-{
-    std::set<std::string> known;
-    for (const auto& word : words)
-        known.insert(word.first);
-    return command
-        .add_option_function<std::string>(
-            name, [words, &target](const std::string& word) { target = words.at(word); },
-            description)
-        ->check(CLI::IsMember(known).description(""));
-}
-
-void addOutputOptions(CLI::App& command, OutputOptions& options);
-void addPluginOptions(CLI::App& command, PluginOptions& options);
-void addPaceOptions(CLI::App& command, Pace& pace);
-void addFaultOption(CLI::App& command, std::vector<std::string>& faults);
+void addOutputOptions(const Command& command, OutputOptions& options);
+void addPluginOptions(const Command& command, PluginOptions& options);
+void addPaceOptions(const Command& command, Pace& pace);
+void addFaultOption(const Command& command, std::vector<std::string>& faults);
 
 // The plan that checked texts of --fault amount to.
 FaultPlan faultPlan(const std::vector<std::string>& faults);
 
 // The connection options of a command that sends nothing: `port` names the input.
-void addListenOptions(CLI::App& command, ConnectionOptions& options);
-void addConnectionOptions(CLI::App& command, ConnectionOptions& options);
+void addListenOptions(const Command& command, ConnectionOptions& options);
+void addConnectionOptions(const Command& command, ConnectionOptions& options);
 
 } // namespace hx

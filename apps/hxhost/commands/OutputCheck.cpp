@@ -30,12 +30,12 @@ struct NamedFile {
 
 using NamedFiles = std::vector<NamedFile>;
 
-QString optionName(const CLI::Option& option)
+QString optionName(const GivenOption& option)
 {
-    return QString::fromStdString(option.get_name());
+    return QString::fromStdString(option.name);
 }
 
-NamedFile namedBy(const CLI::Option& option, const QString& name)
+NamedFile namedBy(const GivenOption& option, const QString& name)
 {
     return {name, QStringLiteral("the file that %1 names").arg(optionName(option)),
             optionName(option)};
@@ -47,7 +47,7 @@ QString behindColon(const QString& value)
     return value.mid(value.indexOf(QLatin1Char(':')) + 1);
 }
 
-void addValue(const CLI::Option& option, const QString& value, NamedFiles& files)
+void addValue(const GivenOption& option, const QString& value, NamedFiles& files)
 {
     files.push_back(namedBy(option, value));
     if (value.contains(QLatin1Char(':')))
@@ -55,16 +55,15 @@ void addValue(const CLI::Option& option, const QString& value, NamedFiles& files
 }
 
 // Flags take no value, and the values of the other output options are words.
-bool mayNameInput(const CLI::Option& option)
+bool mayNameInput(const GivenOption& option)
 {
-    return option.get_expected_max() > 0 && option.get_group() != outputGroup &&
-           !namesOutput(option);
+    return !option.isFlag && option.group != outputGroup && !namesOutput(option);
 }
 
-QStringList valuesOf(const CLI::Option& option)
+QStringList valuesOf(const GivenOption& option)
 {
     QStringList values;
-    for (const std::string& value : option.results())
+    for (const std::string& value : option.values)
         values << fileNameText(value);
     return values;
 }
@@ -79,17 +78,17 @@ void addPlugins(const QString& place, NamedFiles& files)
 }
 
 // What the run reads or loads, by whatever way it is found.
-NamedFiles inputsOf(const CLI::App& command)
+NamedFiles inputsOf(const Command& command)
 {
     NamedFiles files;
     for (const QString& file : loadedFiles())
         files.push_back({file, QStringLiteral("a part of this program"), QString()});
     addPlugins(pluginPlace({}), files);
-    for (const CLI::Option* option : command.get_options()) {
-        if (!mayNameInput(*option))
+    for (const GivenOption& option : command.given()) {
+        if (!mayNameInput(option))
             continue;
-        for (const QString& value : valuesOf(*option)) {
-            addValue(*option, value, files);
+        for (const QString& value : valuesOf(option)) {
+            addValue(option, value, files);
             addPlugins(value, files);
         }
     }
@@ -97,24 +96,24 @@ NamedFiles inputsOf(const CLI::App& command)
 }
 
 // The memory of a simulated product is written too.
-NamedFiles outputsOf(const CLI::App& command)
+NamedFiles outputsOf(const Command& command)
 {
     NamedFiles files;
-    for (const CLI::Option* option : command.get_options()) {
-        for (const QString& value : valuesOf(*option)) {
-            if (namesOutput(*option) && value != QLatin1String("-"))
-                files.push_back(namedBy(*option, value));
-            else if (mayNameInput(*option) && value.startsWith(statePrefix))
-                files.push_back(namedBy(*option, value.mid(statePrefix.size())));
+    for (const GivenOption& option : command.given()) {
+        for (const QString& value : valuesOf(option)) {
+            if (namesOutput(option) && value != QLatin1String("-"))
+                files.push_back(namedBy(option, value));
+            else if (mayNameInput(option) && value.startsWith(statePrefix))
+                files.push_back(namedBy(option, value.mid(statePrefix.size())));
         }
     }
     return files;
 }
 
-bool readsStandardInput(const CLI::App& command)
+bool readsStandardInput(const Command& command)
 {
-    for (const CLI::Option* option : command.get_options()) {
-        if (mayNameInput(*option) && valuesOf(*option).contains(QStringLiteral("-")))
+    for (const GivenOption& option : command.given()) {
+        if (mayNameInput(option) && valuesOf(option).contains(QStringLiteral("-")))
             return true;
     }
     return false;
@@ -173,14 +172,13 @@ std::optional<Problem> streamProblem(const NamedFile& output, bool readsInput)
 
 } // namespace
 
-bool namesOutput(const CLI::Option& option)
+bool namesOutput(const GivenOption& option)
 {
     static constexpr std::array<const char*, 4> names = {"--trace", "--output", "--svg", "--state"};
-    const std::string name = option.get_name();
-    return std::find(names.begin(), names.end(), name) != names.end();
+    return std::find(names.begin(), names.end(), option.name) != names.end();
 }
 
-std::optional<Problem> outputProblem(const CLI::App& command)
+std::optional<Problem> outputProblem(const Command& command)
 {
     const NamedFiles inputs = inputsOf(command);
     const NamedFiles outputs = outputsOf(command);
@@ -197,7 +195,7 @@ std::optional<Problem> outputProblem(const CLI::App& command)
     return std::nullopt;
 }
 
-std::optional<Problem> standardOutputProblem(const CLI::App& command)
+std::optional<Problem> standardOutputProblem(const Command& command)
 {
     for (const NamedFile& input : inputsOf(command)) {
         if (isStream(STDOUT_FILENO, input.name))

@@ -115,9 +115,10 @@ void listPorts(CommandContext& context, const PortsOptions& options)
 void addPortsCommand(CommandLine& line)
 {
     auto options = std::make_shared<PortsOptions>();
-    CLI::App* command = line.add("ports", "Lists MIDI ports and marks those that fit the product");
-    command->add_flag("--probe", options->probe, "Ask what is behind each output who it is");
-    addPluginOptions(*command, options->plugin);
+    const Command command =
+        line.add("ports", "Lists MIDI ports and marks those that fit the product");
+    command.addFlag("--probe", options->probe, "Ask what is behind each output who it is");
+    addPluginOptions(command, options->plugin);
     line.setRun(command, [options](CommandContext& context) { listPorts(context, *options); });
 }
 

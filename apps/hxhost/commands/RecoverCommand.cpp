@@ -55,9 +55,9 @@ void recover(CommandContext& context, const ConnectionOptions& options)
 void addRecoverCommand(CommandLine& line)
 {
     auto options = std::make_shared<ConnectionOptions>();
-    CLI::App* command =
+    const Command command =
         line.add("recover", "Says what state the product is in, and what brings it back");
-    addConnectionOptions(*command, *options);
+    addConnectionOptions(command, *options);
     line.setRun(command, [options](CommandContext& context) { recover(context, *options); });
 }
 

@@ -123,19 +123,18 @@ void simulate(CommandContext& context, const SimulateOptions& options)
 void addSimulateCommand(CommandLine& line)
 {
     auto options = std::make_shared<SimulateOptions>();
-    CLI::App* command =
+    const Command command =
         line.add("simulate", "Puts a simulated product on a virtual MIDI port until Ctrl-C");
-    command->add_option("--name", options->name, "Name of the port")->capture_default_str();
-    command->add_option("--backend", options->backend,
-                        "alsa, jack or core; default: the first "
-                        "that can be used");
-    command->add_option("--state", options->state, "File that keeps the product's memory")
-        ->type_name("FILE");
-    command->add_option("--seconds", options->seconds, "Stop after this time")
-        ->check(CLI::NonNegativeNumber);
-    addPaceOptions(*command, options->pace);
-    addFaultOption(*command, options->faults);
-    command->footer("Faults:\n" + faultHelp().toStdString());
+    command.addOption("--name", options->name, "Name of the port").showDefault();
+    command.addOption("--backend", options->backend,
+                      "alsa, jack or core; default: the first "
+                      "that can be used");
+    command.addOption("--state", options->state, "File that keeps the product's memory")
+        .valueName("FILE");
+    command.addOption("--seconds", options->seconds, "Stop after this time").notNegative();
+    addPaceOptions(command, options->pace);
+    addFaultOption(command, options->faults);
+    command.explain("Faults:\n" + faultHelp().toStdString());
     line.setRun(command, [options](CommandContext& context) { simulate(context, *options); });
 }
 

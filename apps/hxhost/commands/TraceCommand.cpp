@@ -134,14 +134,14 @@ void showTrace(CommandContext& context, const TraceOptions& options)
 void addTraceCommand(CommandLine& line)
 {
     auto options = std::make_shared<TraceOptions>();
-    CLI::App* command =
+    const Command command =
         line.add("trace", "Shows a recorded session as a table and in numbers, or draws it");
-    command->add_option("FILE", options->file, "What --trace has written")->required();
+    command.addOption("FILE", options->file, "What --trace has written").required();
     command
-        ->add_option("--svg", options->svg,
-                     "Draw a picture instead of the table: the exchange as a sequence, and the "
-                     "throughput over the time")
-        ->type_name("FILE");
+        .addOption("--svg", options->svg,
+                   "Draw a picture instead of the table: the exchange as a sequence, and the "
+                   "throughput over the time")
+        .valueName("FILE");
     line.setRun(command, [options](CommandContext& context) { showTrace(context, *options); });
 }
 

@@ -153,14 +153,14 @@ void update(CommandContext& context, const UpdateCommandOptions& options)
 void addUpdateCommand(CommandLine& line)
 {
     auto options = std::make_shared<UpdateCommandOptions>();
-    CLI::App* command = line.add("update", "Updates the product with an image, and checks it");
-    command->add_option("IMAGE", options->image, "Update image: .syx, hex text or MIDI file")
-        ->required();
-    command->add_flag("--dry-run", options->dryRun, "Show what would be sent; send nothing");
-    command->add_flag("-y,--yes", options->yes, "Do not ask on a terminal before it starts");
-    command->add_flag("--no-listen", options->noListen,
-                      "Do not listen for other traffic for a second before it starts");
-    addConnectionOptions(*command, options->connection);
+    const Command command = line.add("update", "Updates the product with an image, and checks it");
+    command.addOption("IMAGE", options->image, "Update image: .syx, hex text or MIDI file")
+        .required();
+    command.addFlag("--dry-run", options->dryRun, "Show what would be sent; send nothing");
+    command.addFlag("-y,--yes", options->yes, "Do not ask on a terminal before it starts");
+    command.addFlag("--no-listen", options->noListen,
+                    "Do not listen for other traffic for a second before it starts");
+    addConnectionOptions(command, options->connection);
     line.setRun(command, [options](CommandContext& context) { update(context, *options); });
 }
 

@@ -54,9 +54,9 @@ void verify(CommandContext& context, const VerifyOptions& options)
 void addVerifyCommand(CommandLine& line)
 {
     auto options = std::make_shared<VerifyOptions>();
-    CLI::App* command = line.add("verify", "Checks that the code in the product is intact");
-    command->add_option("IMAGE", options->image, "Image whose code the product should hold");
-    addConnectionOptions(*command, options->connection);
+    const Command command = line.add("verify", "Checks that the code in the product is intact");
+    command.addOption("IMAGE", options->image, "Image whose code the product should hold");
+    addConnectionOptions(command, options->connection);
     line.setRun(command, [options](CommandContext& context) { verify(context, *options); });
 }
 

@@ -35,11 +35,13 @@ void run(const BuildOptions& options, Outcome& outcome)
 void addBuildCommand(CommandLine& line)
 {
     const auto options = std::make_shared<BuildOptions>();
-    CLI::App* command = line.add("build", "Build a message from a format and its arguments");
-    addWord(*command, "FORMAT", options->format, "Hex numbers and fields, separated by blanks");
-    addWords(*command, "ARGUMENT", options->arguments, "One value for every field of the format");
-    command->add_flag("--lenient", options->lenient,
-                      "Ignore what HxMidiData ignores, with a warning");
+    const Command command = line.add("build", "Build a message from a format and its arguments");
+    command.addOption("FORMAT", options->format, "Hex numbers and fields, separated by blanks")
+        .required()
+        .valueName("");
+    command.addWords("ARGUMENT", options->arguments, "One value for every field of the format");
+    command.addFlag("--lenient", options->lenient,
+                    "Ignore what HxMidiData ignores, with a warning");
     line.explain(command, "Fields:\n"
                           "  VV V8 P8   a number as one byte, 0 to 255\n"
                           "  P14 V14    14 bits in two 7-bit bytes\n"

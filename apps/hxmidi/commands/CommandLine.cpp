@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <sstream>
 
 namespace hx {
 
@@ -31,62 +30,20 @@ constexpr char exitCodeHelp[] =
   2  an error in the command line or in the data
 )";
 
-// Put before a word, this character makes CLI11 take the word as it is: in brackets it would be
-// a list. It also does the work of "--", which CLI11 ignores where no argument is required.
-constexpr char guard = '\x01';
-
-std::string unguarded(const std::string& word)
-{
-    return !word.empty() && word.front() == guard ? word.substr(1) : word;
-}
-
-bool needsGuard(const std::string& word)
-{
-    return !word.empty() && (word.front() == '[' || word.front() == guard);
-}
-
-// The words after the program's name, last first, as CLI11 wants them.
-std::vector<std::string> guardedWords(int argc, const char* const* argv)
-{
-    std::vector<std::string> words;
-    bool optionsEnded = false;
-    for (int i = 1; i < argc; ++i) {
-        const std::string word = argv[i];
-        if (word == "--" && !optionsEnded)
-            optionsEnded = true;
-        else
-            words.push_back(optionsEnded || needsGuard(word) ? guard + word : word);
-    }
-    std::reverse(words.begin(), words.end());
-    return words;
-}
-
-// CLI11 lists surplus words last first.
-QString messageOf(const CLI::App& app, const CLI::ParseError& error)
-{
-    if (error.get_exit_code() != int(CLI::ExitCodes::ExtrasError))
-        return QString::fromStdString(error.what()).remove(QLatin1Char(guard));
-    QStringList surplus;
-    for (const std::string& word : app.remaining(true))
-        surplus << quoted(QByteArray::fromStdString(unguarded(word)));
-    return QStringLiteral("not expected here: ") + surplus.join(QLatin1Char(' '));
-}
-
-QString commandNames(const CLI::App& app)
+QString commandNames(const std::vector<std::string>& commands)
 {
     QStringList names;
-    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; }))
-        names << QString::fromStdString(command->get_name());
+    for (const std::string& name : commands)
+        names << QString::fromStdString(name);
     return QStringLiteral("one of: ") + names.join(QLatin1String(", "));
 }
 
-// The first word where a command should stand and none does; empty when it is an option.
-QString unknownCommand(const CLI::App& app)
+QString surplusText(const std::vector<std::string>& words)
 {
-    const std::vector<std::string> left = app.remaining();
-    if (!app.get_subcommands().empty() || left.empty() || left.front().rfind('-', 0) == 0)
-        return {};
-    return QString::fromStdString(unguarded(left.front()));
+    QString text = QStringLiteral("not expected here:");
+    for (const std::string& word : words)
+        text += QLatin1Char(' ') + quoted(QByteArray::fromStdString(word));
+    return text;
 }
 
 const QString anyCommandLine = QStringLiteral("a command, its arguments and its options");
@@ -111,71 +68,74 @@ QByteArray jsonDocument(const std::string& command, const Outcome& outcome)
 } // namespace
 
 CommandLine::CommandLine(const Streams& streams)
-    : m_streams(streams), m_app("Reads, builds, matches and shows MIDI bytes as hex text")
+    : m_streams(streams),
+      m_parser("hxmidi", "Reads, builds, matches and shows MIDI bytes as hex text")
 {
-    m_app.name("hxmidi");
-    m_app.set_version_flag("--version", "hxmidi " HXMIDI_VERSION);
-    m_app.require_subcommand(0, 1); // of none at all run() complains
-    m_app.footer(std::string(dataHelp) + '\n' + exitCodeHelp);
+    m_parser.setVersion("hxmidi " HXMIDI_VERSION);
+    m_parser.explain(std::string(dataHelp) + '\n' + exitCodeHelp);
 }
 
-CLI::App* CommandLine::add(const std::string& name, const std::string& description, JsonForm json)
+Command CommandLine::add(const std::string& name, const std::string& description, JsonForm json)
 {
-    CLI::App* command = m_app.add_subcommand(name, description);
-    command->add_flag("--strict", m_strict, "Take warnings as errors")->group("Output");
+    const Command command = m_parser.add(name, description);
+    command.addFlag("--strict", m_strict, "Take warnings as errors").group("Output");
     if (json == JsonForm::Available)
-        command->add_flag("--json", m_json, "Print exactly one JSON document, errors included")
-            ->group("Output");
+        command.addFlag("--json", m_json, "Print exactly one JSON document, errors included")
+            .group("Output");
     return command;
 }
 
-void CommandLine::explain(CLI::App* command, const std::string& text)
+void CommandLine::explain(const Command& command, const std::string& text)
 {
-    command->footer(text + '\n' + exitCodeHelp);
+    command.explain(text + '\n' + exitCodeHelp);
 }
 
-void CommandLine::setRun(CLI::App* command, const Run& run)
+void CommandLine::setRun(const Command& command, const Run& run)
 {
-    command->callback([this, command, run] {
-        m_name = command->get_name();
-        m_run = run;
-    });
+    m_runs[command.name()] = run;
 }
 
 int CommandLine::run(int argc, const char* const* argv)
 {
-    try {
-        m_app.parse(guardedWords(argc, argv));
-    } catch (const CLI::Success& request) {
-        return help(request);
-    } catch (const CLI::ParseError& error) {
+    const ParseResult parsed = m_parser.parse(argc, argv);
+    if (parsed.state == ParseResult::State::Help)
+        return help(parsed.text);
+    if (const auto command = m_parser.innermost())
+        m_name = command->name();
+    if (parsed.state != ParseResult::State::Chosen) {
         m_json = asksForJson(argc, argv); // which may not have been reached
-        const QString unknown = unknownCommand(m_app);
-        if (!unknown.isEmpty())
-            return refuse(QStringLiteral("\"%1\" is not a command").arg(unknown),
-                          commandNames(m_app));
-        return refuse(messageOf(m_app, error), anyCommandLine);
+        return refuse(parsed);
     }
-    if (!m_run)
-        return refuse(QStringLiteral("no command is given"), commandNames(m_app));
     Outcome outcome(m_streams.input);
-    m_run(outcome);
+    m_runs.at(m_name)(outcome);
     return finish(outcome);
 }
 
-int CommandLine::help(const CLI::Success& request)
+int CommandLine::help(const std::string& text)
 {
-    std::ostringstream text;
-    m_app.exit(request, text, text);
     Outcome outcome(m_streams.input);
-    outcome.text = QByteArray::fromStdString(text.str());
+    outcome.text = QByteArray::fromStdString(text);
     return finish(outcome);
+}
+
+int CommandLine::refuse(const ParseResult& parsed)
+{
+    const QString text = QString::fromStdString(parsed.text);
+    switch (parsed.state) {
+    case ParseResult::State::NoCommand:
+        return refuse(QStringLiteral("no command is given"), commandNames(parsed.words));
+    case ParseResult::State::UnknownCommand:
+        return refuse(QStringLiteral("\"%1\" is not a command").arg(text),
+                      commandNames(parsed.words));
+    case ParseResult::State::Surplus:
+        return refuse(surplusText(parsed.words), anyCommandLine);
+    default:
+        return refuse(text, anyCommandLine);
+    }
 }
 
 int CommandLine::refuse(const QString& what, const QString& expected)
 {
-    if (!m_app.get_subcommands().empty())
-        m_name = m_app.get_subcommands().front()->get_name();
     Outcome outcome(m_streams.input);
     outcome.findings.error(what, expected,
                            QStringLiteral("see 'hxmidi --help' and 'hxmidi COMMAND --help'"));
@@ -212,39 +172,6 @@ bool CommandLine::print(const Outcome& outcome)
     else if (outcome.code == ExitCode::Refused)
         text.clear();
     return m_streams.output.write(text) == text.size();
-}
-
-CLI::Option* addWords(CLI::App& command, const std::string& name, std::vector<std::string>& words,
-                      const std::string& description)
-{
-    return command
-        .add_option(
-            name,
-            [&words](const CLI::results_t& typed) {
-                words.clear();
-                for (const std::string& word : typed)
-                    words.push_back(unguarded(word));
-                return true;
-            },
-            description)
-        ->expected(0, -1)
-        ->allow_extra_args()
-        ->type_name("");
-}
-
-CLI::Option* addWord(CLI::App& command, const std::string& name, std::string& word,
-                     const std::string& description)
-{
-    return command
-        .add_option(
-            name,
-            [&word](const CLI::results_t& typed) {
-                word = unguarded(typed.at(0));
-                return true;
-            },
-            description)
-        ->required()
-        ->type_name("");
 }
 
 } // namespace hx

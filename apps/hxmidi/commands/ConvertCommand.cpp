@@ -73,15 +73,13 @@ void addConvertCommand(CommandLine& line)
                                                             {"decimal", OutputForm::Decimal},
                                                             {"c", OutputForm::CArray}};
     const auto options = std::make_shared<ConvertOptions>();
-    CLI::App* command = line.add("convert", "Write the bytes in another form", JsonForm::None);
-    addInputOptions(*command, options->input);
+    const Command command = line.add("convert", "Write the bytes in another form", JsonForm::None);
+    addInputOptions(command, options->input);
     command
-        ->add_option("--to", options->form,
-                     "hex (F0 7E, the default), compact (F07E), raw, decimal (240 126) or c (an "
-                     "array)")
-        ->type_name("FORM")
-        ->transform(CLI::Transformer(forms).description(""))
-        ->transform(CLI::IsMember(forms).description(""));
+        .addChoice("--to", forms, options->form,
+                   "hex (F0 7E, the default), compact (F07E), raw, decimal (240 126) or c (an "
+                   "array)")
+        .valueName("FORM");
     line.setRun(command, [options](Outcome& outcome) { run(*options, outcome); });
 }
 

@@ -91,22 +91,22 @@ void run(const DiffOptions& options, Outcome& outcome)
     };
 }
 
-void addRangeOptions(CLI::App& command, DiffOptions& options)
+void addRangeOptions(const Command& command, DiffOptions& options)
 {
-    CLI::Option* offset =
-        command.add_option("--offset", options.offset, "Index of the first byte to compare")
-            ->type_name("INDEX")
-            ->capture_default_str()
-            ->check(CLI::Range(0, mostInputBytes).description(""));
-    CLI::Option* count =
-        command.add_option("--count", options.count, "Compare N bytes; default: all that follow")
-            ->type_name("N")
-            ->check(CLI::Range(1, mostInputBytes).description(""));
+    const Option offset =
+        command.addOption("--offset", options.offset, "Index of the first byte to compare")
+            .valueName("INDEX")
+            .showDefault()
+            .range(0, mostInputBytes);
+    const Option count =
+        command.addOption("--count", options.count, "Compare N bytes; default: all that follow")
+            .valueName("N")
+            .range(1, mostInputBytes);
     command
-        .add_flag("--tolerant", options.tolerant,
-                  "Exit with 0 when the device's data is the same within its tolerances")
-        ->excludes(offset)
-        ->excludes(count);
+        .addFlag("--tolerant", options.tolerant,
+                 "Exit with 0 when the device's data is the same within its tolerances")
+        .excludes(offset)
+        .excludes(count);
 }
 
 } // namespace
@@ -114,11 +114,13 @@ void addRangeOptions(CLI::App& command, DiffOptions& options)
 void addDiffCommand(CommandLine& line)
 {
     const auto options = std::make_shared<DiffOptions>();
-    CLI::App* command = line.add("diff", "List the bytes in which two buffers differ");
-    addWord(*command, "FIRST", options->first, "Hex text in one word, @FILE or @-");
-    addWord(*command, "SECOND", options->second, "The same");
-    addInputFormOptions(*command, options->form);
-    addRangeOptions(*command, *options);
+    const Command command = line.add("diff", "List the bytes in which two buffers differ");
+    command.addOption("FIRST", options->first, "Hex text in one word, @FILE or @-")
+        .required()
+        .valueName("");
+    command.addOption("SECOND", options->second, "The same").required().valueName("");
+    addInputFormOptions(command, options->form);
+    addRangeOptions(command, *options);
     line.setRun(command, [options](Outcome& outcome) { run(*options, outcome); });
 }
 

@@ -26,15 +26,16 @@ void run(const DumpOptions& options, Outcome& outcome)
 void addDumpCommand(CommandLine& line)
 {
     const auto options = std::make_shared<DumpOptions>();
-    CLI::App* command = line.add("dump", "Show the bytes as a table with offsets", JsonForm::None);
-    addInputOptions(*command, options->input);
-    command->add_option("--columns", options->columns, "Bytes to a row")
-        ->type_name("N")
-        ->capture_default_str()
-        ->check(CLI::Range(1, mostInputBytes).description(""));
-    command->add_option("--length", options->length, "Show only the first N bytes")
-        ->type_name("N")
-        ->check(CLI::Range(0, mostInputBytes).description(""));
+    const Command command =
+        line.add("dump", "Show the bytes as a table with offsets", JsonForm::None);
+    addInputOptions(command, options->input);
+    command.addOption("--columns", options->columns, "Bytes to a row")
+        .valueName("N")
+        .showDefault()
+        .range(1, mostInputBytes);
+    command.addOption("--length", options->length, "Show only the first N bytes")
+        .valueName("N")
+        .range(0, mostInputBytes);
     line.setRun(command, [options](Outcome& outcome) { run(*options, outcome); });
 }
 

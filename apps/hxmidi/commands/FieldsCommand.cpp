@@ -67,19 +67,18 @@ void run(FieldsOptions options, Outcome& outcome)
 void addFieldsCommand(CommandLine& line)
 {
     const auto options = std::make_shared<FieldsOptions>();
-    CLI::App* command = line.add("fields", "Read typed values at positions of a message");
-    addWords(*command, "DATA|FIELD", options->words,
-             "Data as everywhere, and fields TYPE@POSITION");
-    addInputFormOptions(*command, options->input);
+    const Command command = line.add("fields", "Read typed values at positions of a message");
+    command.addWords("DATA|FIELD", options->words, "Data as everywhere, and fields TYPE@POSITION");
+    addInputFormOptions(command, options->input);
     command
-        ->add_option_function<int>(
+        .addNumber(
             "--fallback",
             [options](int value) {
                 options->fallback = value;
                 options->hasFallback = true;
             },
             "The value of number fields outside of the data, which else are errors")
-        ->type_name("N");
+        .valueName("N");
     line.explain(command,
                  "Types of fields:\n"
                  "  14bit        two 7-bit bytes\n"

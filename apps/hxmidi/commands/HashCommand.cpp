@@ -26,9 +26,9 @@ void hash(const InputOptions& options, Outcome& outcome)
 void addHashCommand(CommandLine& line)
 {
     const auto options = std::make_shared<InputOptions>();
-    CLI::App* command =
+    const Command command =
         line.add("hash", "Print the 64-bit content hash of the bytes in hexadecimal");
-    addInputOptions(*command, *options);
+    addInputOptions(command, *options);
     line.setRun(command, [options](Outcome& outcome) { hash(*options, outcome); });
 }
 

@@ -126,14 +126,17 @@ void run(const MatchOptions& options, Outcome& outcome)
 void addMatchCommand(CommandLine& line)
 {
     const auto options = std::make_shared<MatchOptions>();
-    CLI::App* command = line.add("match", "Look for a pattern; exit with 1 when it does not fit");
-    addWord(*command, "PATTERN", options->pattern, "A pattern in one word: 'F0 7E .. 06 02'");
-    addInputOptions(*command, options->input);
-    command->add_flag("-s,--start", options->atStart, "It must fit from the first byte on");
-    command->add_flag("-e,--each", options->each,
-                      "Look into each message by itself and print those that fit");
-    command->add_flag("-q,--quiet", options->quiet,
-                      "Print nothing but errors and warnings; exit with 0 or 1");
+    const Command command =
+        line.add("match", "Look for a pattern; exit with 1 when it does not fit");
+    command.addOption("PATTERN", options->pattern, "A pattern in one word: 'F0 7E .. 06 02'")
+        .required()
+        .valueName("");
+    addInputOptions(command, options->input);
+    command.addFlag("-s,--start", options->atStart, "It must fit from the first byte on");
+    command.addFlag("-e,--each", options->each,
+                    "Look into each message by itself and print those that fit");
+    command.addFlag("-q,--quiet", options->quiet,
+                    "Print nothing but errors and warnings; exit with 0 or 1");
     line.setRun(command, [options](Outcome& outcome) { run(*options, outcome); });
 }
 

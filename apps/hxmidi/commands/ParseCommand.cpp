@@ -43,9 +43,9 @@ void parse(const InputOptions& options, Outcome& outcome)
 void addParseCommand(CommandLine& line)
 {
     const auto options = std::make_shared<InputOptions>();
-    CLI::App* command =
+    const Command command =
         line.add("parse", "Show the bytes that a text denotes, and in words what is universal");
-    addInputOptions(*command, *options);
+    addInputOptions(command, *options);
     line.setRun(command, [options](Outcome& outcome) { parse(*options, outcome); });
 }
 

@@ -71,17 +71,17 @@ void run(const SplitOptions& options, Outcome& outcome)
 void addSplitCommand(CommandLine& line)
 {
     const auto options = std::make_shared<SplitOptions>();
-    CLI::App* command = line.add("split", "Cut data into its messages, or into equal pieces");
-    addInputOptions(*command, options->input);
-    CLI::Option* size = command
-                            ->add_option("--size", options->size,
-                                         "Cut into pieces of N bytes, the last perhaps shorter")
-                            ->type_name("N")
-                            ->check(CLI::Range(1, mostInputBytes).description(""));
+    const Command command = line.add("split", "Cut data into its messages, or into equal pieces");
+    addInputOptions(command, options->input);
+    const Option size = command
+                            .addOption("--size", options->size,
+                                       "Cut into pieces of N bytes, the last perhaps shorter")
+                            .valueName("N")
+                            .range(1, mostInputBytes);
     command
-        ->add_flag("--status",
-                   "Cut before a status byte, and after an F7 that ends a piece (default)")
-        ->excludes(size);
+        .addFlag("--status",
+                 "Cut before a status byte, and after an F7 that ends a piece (default)")
+        .excludes(size);
     line.setRun(command, [options](Outcome& outcome) { run(*options, outcome); });
 }
 

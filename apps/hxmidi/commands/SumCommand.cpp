@@ -67,22 +67,22 @@ void run(const SumOptions& options, Outcome& outcome)
     };
 }
 
-void addSectionOptions(CLI::App& command, SumOptions& options)
+void addSectionOptions(const Command& command, SumOptions& options)
 {
-    command.add_option("--start", options.start, "Index of the section's first byte")
-        ->type_name("INDEX")
-        ->capture_default_str()
-        ->check(CLI::Range(0, mostInputBytes).description(""));
+    command.addOption("--start", options.start, "Index of the section's first byte")
+        .valueName("INDEX")
+        .showDefault()
+        .range(0, mostInputBytes);
     command
-        .add_option_function<int>(
+        .addNumber(
             "--end",
             [&options](int end) {
                 options.end = end;
                 options.hasEnd = true;
             },
             "Index behind its last byte; a negative one counts from the end of the data")
-        ->type_name("INDEX")
-        ->check(CLI::Range(-mostInputBytes, mostInputBytes).description(""));
+        .valueName("INDEX")
+        .range(-mostInputBytes, mostInputBytes);
 }
 
 } // namespace
@@ -93,16 +93,14 @@ void addSumCommand(CommandLine& line)
                                                          {"complement", SumKind::Complement},
                                                          {"32bit", SumKind::ThirtyTwoBit}};
     const auto options = std::make_shared<SumOptions>();
-    CLI::App* command = line.add("sum", "Print a checksum of a section in hexadecimal");
-    addInputOptions(*command, options->input);
+    const Command command = line.add("sum", "Print a checksum of a section in hexadecimal");
+    addInputOptions(command, options->input);
     command
-        ->add_option("--kind", options->kind,
-                     "7bit: the sum modulo 128 (default); complement: what makes it 0 modulo 128; "
-                     "32bit: the sum of whole bytes")
-        ->type_name("KIND")
-        ->transform(CLI::Transformer(kinds).description(""))
-        ->transform(CLI::IsMember(kinds).description(""));
-    addSectionOptions(*command, *options);
+        .addChoice("--kind", kinds, options->kind,
+                   "7bit: the sum modulo 128 (default); complement: what makes it 0 modulo 128; "
+                   "32bit: the sum of whole bytes")
+        .valueName("KIND");
+    addSectionOptions(command, *options);
     line.setRun(command, [options](Outcome& outcome) { run(*options, outcome); });
 }
 
