@@ -92,7 +92,7 @@ function(hx_install_package)
     DESTINATION ${HX_INSTALL_CMAKEDIR})
   install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR}
     FILES_MATCHING
-    PATTERN "*.md" PATTERN "*.svg" PATTERN "*.trace" PATTERN "*.json" PATTERN man EXCLUDE)
+    PATTERN "*.md" PATTERN "*.png" PATTERN "*.svg" PATTERN "*.trace" PATTERN "*.json" PATTERN man EXCLUDE)
   foreach(set IN ITEMS HxMidiKitTargets HxMidiKitPortsTargets)
     install(EXPORT ${set} DESTINATION ${HX_INSTALL_CMAKEDIR})
   endforeach()

@@ -46,6 +46,9 @@ NOT_RUN = {
     "scripts/mutate --list": None,
     "scripts/coverage": "builds and tests another time",
     "scripts/soak": "builds its program, takes minutes; tests/soak has a short form",
+    "scripts/window-pictures": "builds its program; the pictures are looked at, not compared",
+    "scripts/translate": "changes the tree; tests/hxupdate says whether it is needed",
+    "hxupdate": "opens a window and waits for a person; tests/hxupdate works it",
     "scripts/bench": "measures for minutes, which needs an idle machine",
 }
 

@@ -1,9 +1,7 @@
 #include "apps/hxhost/session/PluginPlace.h"
 
 #include "host/base/FileName.h"
-
-#include <QCoreApplication>
-#include <QDir>
+#include "host/product/PluginFolder.h"
 
 namespace hx {
 
@@ -11,11 +9,7 @@ QString pluginPlace(const PluginOptions& options)
 {
     if (!options.plugin.empty())
         return fileNameText(options.plugin);
-    const QDir programs(QCoreApplication::applicationDirPath());
-    const QString installed =
-        QDir::cleanPath(programs.filePath(QStringLiteral(HXHOST_PLUGIN_FOLDER)));
-    const QString built = QDir::cleanPath(programs.filePath(QStringLiteral("../lib")));
-    return QDir(installed).exists() ? installed : built;
+    return pluginFolder();
 }
 
 void failWithoutPlugin(CommandContext& context, const QString& loadError)

@@ -9,9 +9,7 @@
 
 namespace hx {
 
-// The place given with --plugin; else the folder installed with this program
-// (hxmidikit/plugins under its library folder); else the folder of the build that this program lies
-// in (../lib). Never the working directory.
+// The place given with --plugin; else the folder of this installation.
 QString pluginPlace(const PluginOptions& options);
 
 // Puts this error of the plugin loader into the report.

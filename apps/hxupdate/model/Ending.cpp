@@ -1,0 +1,62 @@
+#include "apps/hxupdate/model/Ending.h"
+
+namespace hxupdate {
+
+namespace {
+
+Ending endingUntouched(hx::UpdateOutcome outcome)
+{
+    switch (outcome) {
+    case hx::UpdateOutcome::ImageRefused:
+        return Ending::ImageRefused;
+    case hx::UpdateOutcome::WrongProduct:
+        return Ending::WrongBefore;
+    case hx::UpdateOutcome::Interrupted:
+        return Ending::StoppedBefore;
+    case hx::UpdateOutcome::PortLost:
+        return Ending::LostBefore;
+    case hx::UpdateOutcome::NoAnswer:
+    case hx::UpdateOutcome::Failed:
+    case hx::UpdateOutcome::VerificationFailed:
+    case hx::UpdateOutcome::Succeeded:
+        break;
+    }
+    return Ending::SilentBefore;
+}
+
+Ending endingTouched(hx::UpdateOutcome outcome)
+{
+    switch (outcome) {
+    case hx::UpdateOutcome::NoAnswer:
+        return Ending::SilentMidway;
+    case hx::UpdateOutcome::WrongProduct:
+        return Ending::WrongAfterwards;
+    case hx::UpdateOutcome::Interrupted:
+        return Ending::StoppedMidway;
+    case hx::UpdateOutcome::PortLost:
+        return Ending::LostMidway;
+    case hx::UpdateOutcome::ImageRefused:
+    case hx::UpdateOutcome::Failed:
+        return Ending::RefusedMidway;
+    case hx::UpdateOutcome::VerificationFailed:
+    case hx::UpdateOutcome::Succeeded:
+        break;
+    }
+    return Ending::NotProven;
+}
+
+} // namespace
+
+Ending endingOf(const hx::UpdateResult& result)
+{
+    if (result.succeeded())
+        return Ending::Succeeded;
+    return result.touched ? endingTouched(result.outcome) : endingUntouched(result.outcome);
+}
+
+bool isMidway(Ending ending)
+{
+    return ending >= Ending::SilentMidway;
+}
+
+} // namespace hxupdate

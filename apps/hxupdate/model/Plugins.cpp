@@ -1,0 +1,32 @@
+#include "apps/hxupdate/model/Plugins.h"
+
+#include <QDir>
+
+namespace hxupdate {
+
+namespace {
+
+QStringList filesOf(const QString& place)
+{
+    const QDir folder(place);
+    if (!folder.exists())
+        return {place};
+    QStringList files;
+    for (const QString& name : folder.entryList(QDir::Files, QDir::Name))
+        files << folder.filePath(name);
+    return files;
+}
+
+} // namespace
+
+void Plugins::load(const QString& place)
+{
+    for (const QString& file : filesOf(place)) {
+        hx::PluginLoadResult result = hx::loadPlugin(file);
+        if (result.ok())
+            m_plugins.push_back(std::move(result.plugin));
+    }
+    m_error = isEmpty() ? hx::loadPlugin(place).error : QString();
+}
+
+} // namespace hxupdate

@@ -1,0 +1,191 @@
+#include "apps/hxupdate/model/UpdateSession.h"
+
+#include "apps/hxupdate/model/UpdateRecord.h"
+
+#include "host/update/UpdateRun.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+namespace hxupdate {
+
+namespace {
+
+bool isTraceFile(const QString& path)
+{
+    QFile file(path);
+    const bool isRegular = QFileInfo(path).isFile(); // opening a pipe could wait for ever
+    return isRegular && file.open(QIODevice::ReadOnly) &&
+           file.read(qint64(sizeof hx::traceHeader - 1)) == hx::traceHeader;
+}
+
+ImageFacts factsOf(const QString& path, const hx::UpdateImage& image)
+{
+    ImageFacts facts;
+    facts.path = path;
+    facts.kind = image.kind;
+    facts.version = image.version;
+    facts.codeBytes = image.code.size();
+    facts.bytes = image.bytes;
+    facts.messages = image.messages.size();
+    facts.wireMicroseconds = image.wireMicroseconds();
+    for (const hx::ImageProblem& problem : image.problems)
+        facts.problems << problem.line();
+    return facts;
+}
+
+UpdateEnd endedBefore(Ending ending, const QString& reason)
+{
+    UpdateEnd end;
+    end.ending = ending;
+    end.reason = reason;
+    return end;
+}
+
+UpdateEnd endOf(const hx::UpdateResult& result)
+{
+    UpdateEnd end;
+    end.ending = endingOf(result);
+    end.reason = result.reason;
+    end.state = result.productState;
+    end.versionBefore = result.versionBefore.version;
+    end.versionAfter = result.versionAfter.version;
+    return end;
+}
+
+// The computer stays awake as long as this lives.
+class Wakefulness {
+public:
+    explicit Wakefulness(SleepGuard& guard) : m_guard(guard), m_isHeld(guard.hold()) {}
+    ~Wakefulness() { m_guard.release(); }
+    Wakefulness(const Wakefulness&) = delete;
+    Wakefulness& operator=(const Wakefulness&) = delete;
+
+    bool isHeld() const { return m_isHeld; }
+
+private:
+    SleepGuard& m_guard;
+    bool m_isHeld;
+};
+
+// The unit that was reviewed may have been exchanged for another one of its kind.
+bool isOtherUnit(const ProductFacts& product, const QString& serial)
+{
+    return !product.serial.isEmpty() && !serial.isEmpty() && serial != product.serial;
+}
+
+} // namespace
+
+UpdateSession::UpdateSession(Surroundings surroundings)
+    : m_with(std::move(surroundings)), m_search(m_plugins, *m_with.ports)
+{
+    m_search.pick(m_with.pickedPort);
+}
+
+void UpdateSession::loadPlugins()
+{
+    if (!m_isLoaded)
+        m_plugins.load(m_with.pluginPlace);
+    m_isLoaded = true;
+}
+
+Connection UpdateSession::search(const std::atomic<bool>& ended)
+{
+    loadPlugins();
+    if (!m_plugins.isEmpty())
+        return m_search.search(ended);
+    Connection connection;
+    connection.finding = Finding::NoPlugin;
+    connection.detail = m_plugins.error();
+    return connection;
+}
+
+Connection UpdateSession::look()
+{
+    return m_search.look();
+}
+
+void UpdateSession::pick(const QString& port)
+{
+    m_search.pick(port);
+}
+
+TakenFile UpdateSession::takeFile(const QString& path, int plugin)
+{
+    loadPlugins();
+    TakenFile taken;
+    taken.path = path;
+    taken.isTrace = isTraceFile(path);
+    if (taken.isTrace) {
+        taken.trace = hx::readTrace(path);
+        return taken;
+    }
+    m_filePath = path;
+    m_file = hx::readImageFile(path);
+    taken.image = judge(plugin);
+    return taken;
+}
+
+hx::UpdateImage UpdateSession::imageFor(int plugin) const
+{
+    return hx::parseUpdateImage(m_file, hx::describeProduct(m_plugins.device(plugin)));
+}
+
+// The first that takes the image, or any one that says why not.
+int UpdateSession::pluginForImage() const
+{
+    for (int plugin = 0; plugin < m_plugins.count(); ++plugin) {
+        if (hx::planUpdate(m_plugins.device(plugin), imageFor(plugin)).ok())
+            return plugin;
+    }
+    return m_plugins.isEmpty() ? noPlugin : 0;
+}
+
+ImageFacts UpdateSession::judge(int plugin)
+{
+    const int by = plugin == noPlugin ? pluginForImage() : plugin;
+    m_image = by == noPlugin ? hx::UpdateImage() : imageFor(by);
+    ImageFacts facts = factsOf(m_filePath, m_image);
+    if (by == noPlugin)
+        facts.problems << m_plugins.error();
+    else if (facts.problems.isEmpty())
+        facts.problems = hx::planUpdate(m_plugins.device(by), m_image).refusals;
+    return facts;
+}
+
+UpdateEnd UpdateSession::update(const ProductFacts& product, const std::atomic<bool>& stopped,
+                                const UpdateWatch& watch)
+{
+    const Wakefulness wakefulness(*m_with.sleep);
+    watch.started(wakefulness.isHeld());
+    m_search.forget();
+    QString error;
+    const std::unique_ptr<hx::MidiPort> port = m_with.ports->open(product.port, &error);
+    return port ? run(*port, product, stopped, watch) : endedBefore(Ending::NotOpened, error);
+}
+
+UpdateEnd UpdateSession::run(hx::MidiPort& port, const ProductFacts& product,
+                             const std::atomic<bool>& stopped, const UpdateWatch& watch)
+{
+    hx::PortBus bus(port);
+    hx::LoadedPlugin& plugin = m_plugins.plugin(product.plugin);
+    hx::ProductReader reader(plugin.device(), bus);
+    const QString serial = serialOf(reader);
+    if (isOtherUnit(product, serial))
+        return endedBefore(
+            Ending::OtherUnit,
+            QStringLiteral("serial number %1 instead of %2").arg(serial, product.serial));
+    UpdateRecord record(bus, plugin);
+    record.add(product);
+    record.add(judge(product.plugin));
+    hx::UpdateOptions options;
+    options.interrupted = &stopped;
+    options.progress = watch.progressed;
+    const hx::UpdateResult result = hx::runUpdate(plugin.device(), bus, m_image, options);
+    record.add(result);
+    UpdateEnd end = endOf(result);
+    end.record = record.content();
+    return end;
+}
+
+} // namespace hxupdate

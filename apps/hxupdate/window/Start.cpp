@@ -1,0 +1,81 @@
+#include "apps/hxupdate/window/Start.h"
+
+#include "apps/hxupdate/model/LoginSleepGuard.h"
+#include "apps/hxupdate/model/MachinePorts.h"
+#include "apps/hxupdate/model/SimulatorPorts.h"
+#include "apps/hxupdate/window/Arguments.h"
+#include "apps/hxupdate/window/Language.h"
+#include "apps/hxupdate/window/UpdateWindow.h"
+
+#include <QApplication>
+#include <QIcon>
+
+#include <algorithm>
+#include <cstring>
+
+namespace hxupdate {
+
+namespace {
+
+void nameProgram()
+{
+    QCoreApplication::setOrganizationName(QStringLiteral("tarv"));
+    QCoreApplication::setOrganizationDomain(QStringLiteral("tarv.com"));
+    QCoreApplication::setApplicationName(QStringLiteral("hxupdate"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(HXUPDATE_VERSION));
+}
+
+// Help and version are also printed where there is no screen.
+bool asksForText(int argc, char** argv)
+{
+    return std::any_of(argv, argv + argc, [](const char* word) {
+        const char* const words[] = {"-h", "--help", "--help-all", "-v", "--version"};
+        return std::any_of(std::begin(words), std::end(words),
+                           [word](const char* known) { return std::strcmp(word, known) == 0; });
+    });
+}
+
+Surroundings surroundingsOf(const Arguments& arguments)
+{
+    Surroundings surroundings;
+    surroundings.pluginPlace = arguments.pluginPlace;
+    surroundings.sleep = std::make_unique<LoginSleepGuard>();
+    if (arguments.isSimulated) {
+        surroundings.ports = std::make_unique<SimulatorPorts>();
+        surroundings.pickedPort = surroundings.ports->list().first();
+    } else {
+        surroundings.ports = std::make_unique<MachinePorts>();
+    }
+    return surroundings;
+}
+
+int runWindow(QApplication& application)
+{
+    const Arguments arguments = readArguments(QCoreApplication::arguments());
+    QGuiApplication::setDesktopFileName(QStringLiteral("com.tarv.hxupdate"));
+    speak(application, QLocale::system());
+    QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/hxupdate.svg")));
+    UpdateModel model(surroundingsOf(arguments));
+    UpdateWindow window(model, arguments.isSimulated);
+    window.show();
+    window.startLooking();
+    if (!arguments.image.isEmpty())
+        model.takeFile(arguments.image);
+    return QApplication::exec();
+}
+
+} // namespace
+
+int start(int argc, char** argv)
+{
+    nameProgram();
+    if (asksForText(argc, argv)) {
+        const QCoreApplication application(argc, argv);
+        readArguments(QCoreApplication::arguments());
+        return 0;
+    }
+    QApplication application(argc, argv);
+    return runWindow(application);
+}
+
+} // namespace hxupdate

@@ -1,0 +1,70 @@
+#include "apps/hxupdate/window/TraceWindow.h"
+
+#include "apps/hxupdate/window/TraceTable.h"
+
+#include "host/trace/TraceSvg.h"
+
+#include <QFileInfo>
+#include <QHeaderView>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QSvgWidget>
+#include <QTabWidget>
+#include <QTableView>
+#include <QVBoxLayout>
+
+namespace hxupdate {
+
+namespace {
+
+constexpr QSize firstSize(960, 640);
+
+} // namespace
+
+TraceWindow::TraceWindow(const QString& path, const hx::TraceFile& trace, QWidget* parent)
+    : QDialog(parent)
+{
+    setObjectName(QStringLiteral("traceWindow"));
+    setAttribute(Qt::WA_DeleteOnClose);
+    const QString name = QFileInfo(path).fileName();
+    setWindowTitle(tr("Trace %1").arg(name));
+    auto* tabs = new QTabWidget;
+    tabs->setAccessibleName(tr("Views of the trace"));
+    tabs->addTab(newDrawing(name, trace), tr("&Drawing"));
+    tabs->addTab(newTable(trace), tr("&Table"));
+    auto* close = new QPushButton(tr("&Close"));
+    close->setObjectName(QStringLiteral("close"));
+    connect(close, &QPushButton::clicked, this, &QDialog::close);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(tabs);
+    layout->addWidget(close, 0, Qt::AlignRight);
+    resize(firstSize);
+}
+
+QWidget* TraceWindow::newDrawing(const QString& title, const hx::TraceFile& trace)
+{
+    auto* drawing = new QSvgWidget;
+    drawing->setObjectName(QStringLiteral("drawing"));
+    drawing->load(hx::traceSvg(title, trace.events));
+    drawing->setFixedSize(drawing->sizeHint());
+    drawing->setAccessibleName(tr("Drawing of the trace; the table has the same in words"));
+    auto* area = new QScrollArea;
+    area->setWidget(drawing);
+    area->setAccessibleName(tr("Drawing of the trace"));
+    return area;
+}
+
+QWidget* TraceWindow::newTable(const hx::TraceFile& trace)
+{
+    auto* table = new QTableView;
+    table->setObjectName(QStringLiteral("table"));
+    table->setModel(new TraceTable(trace, table));
+    table->setAccessibleName(tr("Events of the trace"));
+    table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    table->setTabKeyNavigation(false);
+    table->verticalHeader()->hide();
+    table->horizontalHeader()->setStretchLastSection(true);
+    return table;
+}
+
+} // namespace hxupdate

@@ -1,0 +1,22 @@
+// Shows a recorded trace: as a drawing, and as a table.
+#pragma once
+
+#include "host/trace/Trace.h"
+
+#include <QCoreApplication>
+#include <QDialog>
+
+namespace hxupdate {
+
+class TraceWindow final : public QDialog {
+    Q_DECLARE_TR_FUNCTIONS(TraceWindow)
+
+public:
+    TraceWindow(const QString& path, const hx::TraceFile& trace, QWidget* parent);
+
+private:
+    QWidget* newDrawing(const QString& title, const hx::TraceFile& trace);
+    QWidget* newTable(const hx::TraceFile& trace);
+};
+
+} // namespace hxupdate

@@ -1,0 +1,20 @@
+// Sizes, times and changes in words.
+#pragma once
+
+#include "apps/hxupdate/model/ImageFacts.h"
+
+namespace hxupdate {
+
+// "65.5 kB", by the user's locale.
+QString sizeText(qint64 bytes);
+
+// "27 seconds", "3 minutes": rounded up, never less than a second.
+QString durationText(qint64 microseconds);
+
+// "Upgrade", "Downgrade", "Reinstallation", "Recovery".
+QString changeText(Change change);
+
+// What the button says that starts it: the verb, and the product's name.
+QString verbText(Change change, QString productName);
+
+} // namespace hxupdate

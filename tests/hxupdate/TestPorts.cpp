@@ -1,0 +1,95 @@
+#include "tests/hxupdate/TestPorts.h"
+
+namespace {
+
+class TestPort final : public hx::MidiPort {
+public:
+    TestPort(const QString& name, const std::shared_ptr<TestProduct>& product)
+        : m_name(name), m_product(product)
+    {
+    }
+
+    QString name() const override { return m_name; }
+    hx::Clock& clock() override { return m_product->clock(); }
+    bool send(const QByteArray& message) override { return m_product->send(message, &errorText); }
+    hx::MidiChunk receive(hx::Microseconds deadline) override
+    {
+        return m_product->receive(deadline, &errorText);
+    }
+
+private:
+    QString m_name;
+    std::shared_ptr<TestProduct> m_product;
+};
+
+const QString portIsGone = QStringLiteral("the port is gone");
+
+} // namespace
+
+bool TestProduct::send(const QByteArray& message, QString* error)
+{
+    if (gate.messages == 0) {
+        gate.reached.release();
+        gate.opened.acquire();
+    }
+    if (gate.messages >= 0)
+        --gate.messages;
+    if (isDeadEnd)
+        return true;
+    if (!isPluggedIn) {
+        *error = portIsGone;
+        return false;
+    }
+    ++messages;
+    const bool sent = m_port.send(message);
+    *error = m_port.errorText;
+    return sent;
+}
+
+hx::MidiChunk TestProduct::receive(hx::Microseconds deadline, QString* error)
+{
+    hx::MidiChunk chunk = isPluggedIn ? m_port.receive(deadline) : hx::MidiChunk();
+    *error = isPluggedIn ? m_port.errorText : portIsGone;
+    return isDeadEnd ? hx::MidiChunk() : chunk;
+}
+
+void TestProduct::setFaults(const hx::FaultPlan& plan)
+{
+    m_port.device() = hx::FaultyProduct(m_port.product(), plan);
+}
+
+QStringList TestPorts::list()
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return m_products.keys();
+}
+
+std::unique_ptr<hx::MidiPort> TestPorts::open(const QString& port, QString* error)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    const std::shared_ptr<TestProduct> product = m_products.value(port);
+    if (product && !product->isHeld)
+        return std::make_unique<TestPort>(port, product);
+    *error = product ? QStringLiteral("another program holds it") : portIsGone;
+    return nullptr;
+}
+
+std::shared_ptr<TestProduct> TestPorts::plug(const QString& port, const hx::FaultyProduct& product)
+{
+    const auto plugged = std::make_shared<TestProduct>(product);
+    plug(port, plugged);
+    return plugged;
+}
+
+void TestPorts::plug(const QString& port, const std::shared_ptr<TestProduct>& product)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    product->isPluggedIn = true;
+    m_products.insert(port, product);
+}
+
+void TestPorts::unplug(const QString& port)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_products.take(port)->isPluggedIn = false;
+}

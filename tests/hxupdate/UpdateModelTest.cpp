@@ -1,0 +1,579 @@
+// The states of the window and all ways between them, without a widget.
+#include "tests/hxupdate/Bench.h"
+
+#include <QFile>
+
+using namespace hxupdate;
+
+namespace {
+
+hx::FaultyProduct unit(const char* serial)
+{
+    hx::SimulatedProductSettings settings;
+    std::copy_n(serial, settings.serialNumber.size(), settings.serialNumber.begin());
+    return hx::FaultyProduct(hx::SimulatedProduct(settings));
+}
+
+hx::FaultyProduct otherModel()
+{
+    hx::SimulatedProduct product;
+    product.setModel(0x42);
+    return hx::FaultyProduct(product);
+}
+
+Ending endingWith(const QStringList& texts)
+{
+    Bench bench;
+    bench.goTo(Step::Review);
+    bench.product->setFaults(faults(texts));
+    bench.model->startUpdate();
+    EXPECT_TRUE(bench.isAt(Step::Verdict));
+    return bench.model->end().ending;
+}
+
+} // namespace
+
+TEST(UpdateModel, StartsBySearching)
+{
+    const Bench bench;
+    EXPECT_EQ(bench.model->step(), Step::Connect);
+    EXPECT_EQ(bench.model->connection().finding, Finding::Searching);
+    EXPECT_EQ(bench.model->connection().product(), nullptr);
+}
+
+TEST(UpdateModel, SaysWhenThereIsNoPlugin)
+{
+    Bench bench(QStringLiteral("/no/such/folder"));
+    bench.look();
+    EXPECT_EQ(bench.model->connection().finding, Finding::NoPlugin);
+    EXPECT_TRUE(bench.model->connection().detail.contains("/no/such/folder"));
+}
+
+TEST(UpdateModel, TakesEveryPluginOfAFolder)
+{
+    Bench bench(QStringLiteral(HX_PLUGIN_FOLDER));
+    bench.goTo(Step::Connect);
+    EXPECT_EQ(bench.model->connection().finding, Finding::Ready);
+}
+
+TEST(UpdateModel, SaysWhenThereIsNoPort)
+{
+    Bench bench;
+    bench.look();
+    EXPECT_EQ(bench.model->connection().finding, Finding::NoPorts);
+}
+
+TEST(UpdateModel, SendsNothingToAPortOfAnotherName)
+{
+    Bench bench;
+    const auto other = bench.ports->plug(QStringLiteral("alsa:Some Synth 20:0"));
+    bench.look();
+    EXPECT_EQ(bench.model->connection().finding, Finding::NoProduct);
+    EXPECT_EQ(other->messages, 0);
+}
+
+TEST(UpdateModel, FindsTheOneProductWithAllThatIsShownOfIt)
+{
+    Bench bench;
+    bench.goTo(Step::Connect);
+    const ProductFacts* product = bench.model->connection().product();
+    ASSERT_NE(product, nullptr);
+    EXPECT_EQ(bench.model->connection().finding, Finding::Ready);
+    EXPECT_EQ(product->name, "Valdrin");
+    EXPECT_EQ(product->serial, "30410001");
+    EXPECT_EQ(product->version, "1.0.2.3");
+    EXPECT_EQ(product->port, productPort);
+}
+
+TEST(UpdateModel, FindsAProductThatIsPluggedInLaterAndNoticesWhenItGoes)
+{
+    Bench bench;
+    bench.look();
+    bench.ports->plug(productPort);
+    bench.look();
+    EXPECT_EQ(bench.model->connection().finding, Finding::Ready);
+    bench.ports->unplug(productPort);
+    bench.look();
+    EXPECT_EQ(bench.model->connection().finding, Finding::NoPorts);
+}
+
+TEST(UpdateModel, DoesNotAskAProductAgainThatHasAnswered)
+{
+    Bench bench;
+    bench.goTo(Step::Connect);
+    const int asked = bench.product->messages;
+    bench.look();
+    EXPECT_EQ(bench.product->messages, asked);
+}
+
+TEST(UpdateModel, AsksASilentProductAgainUntilItAnswers)
+{
+    Bench bench;
+    bench.product = bench.ports->plug(
+        productPort, hx::FaultyProduct(hx::SimulatedProduct(), faults({"silent"})));
+    bench.look();
+    EXPECT_EQ(bench.model->connection().finding, Finding::Silent);
+    bench.product->setFaults({});
+    bench.look();
+    EXPECT_EQ(bench.model->connection().finding, Finding::Ready);
+}
+
+TEST(UpdateModel, SaysWhenAnotherProductAnswers)
+{
+    Bench bench;
+    bench.ports->plug(productPort, otherModel());
+    bench.look();
+    EXPECT_EQ(bench.model->connection().finding, Finding::OtherProduct);
+    EXPECT_TRUE(bench.model->connection().detail.contains("0x300042"));
+    bench.model->useProduct();
+    EXPECT_EQ(bench.model->step(), Step::Connect);
+}
+
+TEST(UpdateModel, SaysWhenAProductAnswersOnlyInPart)
+{
+    Bench bench;
+    bench.ports->plug(productPort,
+                      hx::FaultyProduct(hx::SimulatedProduct(), faults({"silent:2-"})));
+    bench.look();
+    EXPECT_EQ(bench.model->connection().finding, Finding::Unclear);
+}
+
+TEST(UpdateModel, SaysWhenThePortIsHeld)
+{
+    Bench bench;
+    bench.ports->plug(productPort)->isHeld = true;
+    bench.look();
+    EXPECT_EQ(bench.model->connection().finding, Finding::PortHeld);
+    EXPECT_EQ(bench.model->connection().detail, "another program holds it");
+}
+
+TEST(UpdateModel, ChoosesNoneOfTwoProducts)
+{
+    Bench bench;
+    bench.ports->plug(productPort, unit("30410001"));
+    bench.ports->plug(QStringLiteral("alsa:Valdrin Update 24:0"), unit("30410002"));
+    bench.look();
+    EXPECT_EQ(bench.model->connection().finding, Finding::SeveralProducts);
+    EXPECT_EQ(bench.model->connection().products.size(), 2);
+    bench.model->useProduct();
+    EXPECT_EQ(bench.model->step(), Step::Connect);
+}
+
+TEST(UpdateModel, TakesOneProductOnTwoMidiSystemsForOne)
+{
+    Bench bench;
+    bench.ports->plug(productPort);
+    bench.ports->plug(QStringLiteral("jack:Valdrin Update:in"));
+    bench.look();
+    EXPECT_EQ(bench.model->connection().finding, Finding::Ready);
+}
+
+TEST(UpdateModel, TakesTwoPortsOfOneMidiSystemForTwoProductsEvenWithTheSameSerialNumber)
+{
+    Bench bench;
+    bench.ports->plug(productPort);
+    bench.ports->plug(QStringLiteral("alsa:Valdrin Update 24:0"));
+    bench.look();
+    EXPECT_EQ(bench.model->connection().finding, Finding::SeveralProducts);
+}
+
+TEST(UpdateModel, AsksTheOnePortThatIsPickedAndNoOther)
+{
+    Bench bench;
+    const auto fitting = bench.ports->plug(productPort, unit("30410001"));
+    const auto picked = bench.ports->plug(QStringLiteral("alsa:Some Synth 24:0"));
+    const auto neither = bench.ports->plug(QStringLiteral("alsa:Some Synth 28:0"));
+    bench.model->pickPort(QStringLiteral("alsa:Some Synth 24:0"));
+    ASSERT_TRUE(waitUntil([&] { return bench.model->connection().product() != nullptr; }));
+    EXPECT_EQ(bench.model->connection().product()->port, "alsa:Some Synth 24:0");
+    EXPECT_EQ(fitting->messages, 0);
+    EXPECT_EQ(neither->messages, 0);
+}
+
+TEST(UpdateModel, APortIsPickedOnlyWhileAProductIsLookedFor)
+{
+    Bench bench;
+    bench.goTo(Step::Review);
+    bench.model->pickPort(QStringLiteral("alsa:Some Synth 24:0"));
+    EXPECT_EQ(bench.model->connection().finding, Finding::Ready);
+}
+
+TEST(UpdateModel, FindsAProductInRecoveryAndInstallsTheImage)
+{
+    Bench bench;
+    bench.product = bench.ports->plug(productPort);
+    bench.goTo(Step::Updating);
+    bench.product->isDeadEnd = true; // as if the program had been killed
+    bench.finish();
+    Bench next;
+    next.product = std::make_shared<TestProduct>(hx::FaultyProduct(bench.product->product()));
+    next.ports->plug(productPort, next.product);
+    next.goTo(Step::Review);
+    EXPECT_EQ(next.model->connection().finding, Finding::Recovery);
+    EXPECT_EQ(next.model->change(), Change::Recover);
+    EXPECT_TRUE(next.model->product().version.isEmpty());
+    next.model->startUpdate();
+    ASSERT_TRUE(next.isAt(Step::Verdict));
+    EXPECT_EQ(next.model->end().ending, Ending::Succeeded);
+}
+
+TEST(UpdateModel, AGoodImageLeadsToTheReview)
+{
+    Bench bench;
+    bench.goTo(Step::Review);
+    EXPECT_TRUE(bench.model->image().isGood());
+    EXPECT_EQ(bench.model->image().version, "1.0.2.4");
+    EXPECT_EQ(bench.model->image().kind, CodeType::Fwu);
+    EXPECT_EQ(bench.model->image().wireMicroseconds, bench.model->image().bytes * 320);
+    EXPECT_EQ(bench.model->change(), Change::Upgrade);
+}
+
+TEST(UpdateModel, AnOlderImageIsADowngradeAndTheSameAReinstallation)
+{
+    Bench bench;
+    bench.goTo(Step::ChooseImage);
+    bench.model->takeFile(bench.image(QStringLiteral("1.0.2.3")));
+    ASSERT_TRUE(bench.isAt(Step::Review));
+    EXPECT_EQ(bench.model->change(), Change::Reinstall);
+    bench.model->takeFile(bench.image(QStringLiteral("0.9.9.9")));
+    ASSERT_TRUE(waitUntil([&] { return bench.model->image().version == "0.9.9.9"; }));
+    EXPECT_EQ(bench.model->step(), Step::Review);
+    EXPECT_EQ(bench.model->change(), Change::Downgrade);
+}
+
+TEST(UpdateModel, ADamagedImageStaysWhereImagesAreChosen)
+{
+    Bench bench;
+    bench.goTo(Step::ChooseImage);
+    QByteArray damaged = samples::content(samples::messages());
+    damaged[20] = char(damaged[20] ^ 1);
+    bench.model->takeFile(bench.files.write("damaged.syx", damaged));
+    ASSERT_TRUE(waitUntil([&] { return bench.model->image().isChosen(); }));
+    EXPECT_EQ(bench.model->step(), Step::ChooseImage);
+    ASSERT_FALSE(bench.model->image().problems.isEmpty());
+    EXPECT_TRUE(bench.model->image().problems.first().contains("message 1"));
+    bench.model->useImage();
+    EXPECT_EQ(bench.model->step(), Step::ChooseImage);
+}
+
+TEST(UpdateModel, AFolderIsNoImage)
+{
+    Bench bench;
+    bench.goTo(Step::ChooseImage);
+    bench.model->takeFile(bench.files.folder());
+    ASSERT_TRUE(waitUntil([&] { return bench.model->image().isChosen(); }));
+    EXPECT_FALSE(bench.model->image().isGood());
+    EXPECT_EQ(bench.model->step(), Step::ChooseImage);
+}
+
+TEST(UpdateModel, ABadImageInTheReviewLeadsBack)
+{
+    Bench bench;
+    bench.goTo(Step::Review);
+    bench.model->takeFile(bench.files.write("empty.syx", {}));
+    ASSERT_TRUE(bench.isAt(Step::ChooseImage));
+    EXPECT_FALSE(bench.model->image().isGood());
+}
+
+TEST(UpdateModel, AnImageFromTheCommandLineIsUsedOnceAProductIsFound)
+{
+    Bench bench;
+    bench.model->takeFile(bench.image());
+    ASSERT_TRUE(waitUntil([&] { return !bench.notices.isEmpty(); }));
+    EXPECT_EQ(bench.notices.first(), Notice::ImageKept);
+    EXPECT_EQ(bench.model->step(), Step::Connect);
+    bench.product = bench.ports->plug(productPort);
+    bench.look();
+    bench.model->useProduct();
+    EXPECT_TRUE(bench.isAt(Step::Review));
+}
+
+TEST(UpdateModel, ABadImageFromTheCommandLineIsTold)
+{
+    Bench bench;
+    bench.model->takeFile(QStringLiteral("/no/such/file.syx"));
+    ASSERT_TRUE(waitUntil([&] { return !bench.notices.isEmpty(); }));
+    EXPECT_EQ(bench.notices.first(), Notice::ImageBad);
+    EXPECT_TRUE(bench.noticed.contains("/no/such/file.syx"));
+}
+
+TEST(UpdateModel, ReplacingTheFileAfterwardsChangesNothing)
+{
+    Bench bench;
+    bench.goTo(Step::Review);
+    bench.files.write("1.0.2.4.syx", "something else");
+    bench.model->startUpdate();
+    ASSERT_TRUE(bench.isAt(Step::Verdict));
+    EXPECT_EQ(bench.model->end().ending, Ending::Succeeded);
+    EXPECT_EQ(bench.product->product().codeBytes(), samples::code(300));
+}
+
+TEST(UpdateModel, NothingIsSentWhileAFileIsRead)
+{
+    Bench bench;
+    bench.goTo(Step::Review);
+    bench.model->takeFile(bench.image(QStringLiteral("1.0.2.5")));
+    bench.model->startUpdate();
+    EXPECT_EQ(bench.model->step(), Step::Review);
+}
+
+TEST(UpdateModel, GoesBackStepByStepAndOnAgain)
+{
+    Bench bench;
+    bench.goTo(Step::Review);
+    bench.model->goBack();
+    EXPECT_EQ(bench.model->step(), Step::ChooseImage);
+    bench.model->useImage();
+    EXPECT_EQ(bench.model->step(), Step::Review);
+    bench.model->goBack();
+    bench.model->goBack();
+    EXPECT_EQ(bench.model->step(), Step::Connect);
+    bench.model->goBack();
+    EXPECT_EQ(bench.model->step(), Step::Connect);
+}
+
+TEST(UpdateModel, NoStepCanBeSkipped)
+{
+    Bench bench;
+    for (const auto step : {&UpdateModel::startUpdate, &UpdateModel::useImage, &UpdateModel::stop,
+                            &UpdateModel::startAgain, &UpdateModel::useProduct}) {
+        ((*bench.model).*step)();
+        EXPECT_EQ(bench.model->step(), Step::Connect);
+    }
+    bench.goTo(Step::ChooseImage);
+    bench.model->startUpdate();
+    bench.model->useImage();
+    EXPECT_EQ(bench.model->step(), Step::ChooseImage);
+    EXPECT_FALSE(bench.product->product().isUpdating());
+}
+
+TEST(UpdateModel, UnpluggedBeforeTheUpdateLeadsBackToTheStart)
+{
+    for (const Step step : {Step::ChooseImage, Step::Review}) {
+        Bench bench;
+        bench.goTo(step);
+        bench.ports->unplug(productPort);
+        bench.look();
+        EXPECT_EQ(bench.model->step(), Step::Connect);
+        EXPECT_EQ(bench.notices.last(), Notice::ProductAway);
+    }
+}
+
+TEST(UpdateModel, AnotherProductThatIsPluggedInDuringTheReviewIsNotAsked)
+{
+    Bench bench;
+    bench.goTo(Step::Review);
+    const auto other = bench.ports->plug(QStringLiteral("alsa:Valdrin Update 24:0"));
+    bench.look();
+    EXPECT_EQ(bench.model->step(), Step::Review);
+    EXPECT_EQ(other->messages, 0);
+}
+
+TEST(UpdateModel, AWholeUpdateSucceedsByTheHostsRule)
+{
+    Bench bench;
+    bench.goTo(Step::Verifying);
+    EXPECT_EQ(bench.model->progress().message, bench.model->image().messages);
+    bench.finish();
+    const UpdateEnd& end = bench.model->end();
+    EXPECT_EQ(end.ending, Ending::Succeeded);
+    EXPECT_EQ(end.versionBefore, "1.0.2.3");
+    EXPECT_EQ(end.versionAfter, "1.0.2.4");
+    EXPECT_EQ(end.reason, QString());
+    EXPECT_EQ(bench.product->product().codeBytes(), samples::code(300));
+}
+
+TEST(UpdateModel, UnpluggedMidwayIsALostConnection)
+{
+    for (const Step step : {Step::Updating, Step::Verifying}) {
+        Bench bench;
+        bench.goTo(step);
+        bench.ports->unplug(productPort);
+        bench.finish();
+        EXPECT_EQ(bench.model->end().ending, Ending::LostMidway);
+    }
+}
+
+TEST(UpdateModel, UnpluggedAtTheVerdictChangesNothing)
+{
+    Bench bench;
+    bench.goTo(Step::Updating);
+    bench.finish();
+    bench.ports->unplug(productPort);
+    bench.model->look();
+    EXPECT_EQ(bench.model->step(), Step::Verdict);
+    EXPECT_EQ(bench.model->end().ending, Ending::Succeeded);
+}
+
+TEST(UpdateModel, EachOutcomeOfTheHostHasItsEnding)
+{
+    EXPECT_EQ(endingWith({"silent"}), Ending::SilentBefore);
+    EXPECT_EQ(endingWith({"wrong-model"}), Ending::WrongBefore);
+    EXPECT_EQ(endingWith({"vanish:2"}), Ending::LostBefore);
+    EXPECT_EQ(endingWith({"silent:5-"}), Ending::SilentMidway);
+    EXPECT_EQ(endingWith({"failed-ack:2"}), Ending::RefusedMidway);
+    EXPECT_EQ(endingWith({"bad-ack:2-"}), Ending::RefusedMidway);
+    EXPECT_EQ(endingWith({"vanish:5"}), Ending::LostMidway);
+    const int last = samples::messages().size(); // of the image
+    EXPECT_EQ(endingWith({QString("bad-write:%1").arg(last)}), Ending::NotProven);
+}
+
+TEST(UpdateModel, EndingsOfResultsThatAreHardToCome)
+{
+    hx::UpdateResult result;
+    result.outcome = hx::UpdateOutcome::ImageRefused;
+    EXPECT_EQ(endingOf(result), Ending::ImageRefused);
+    result.outcome = hx::UpdateOutcome::Interrupted;
+    EXPECT_EQ(endingOf(result), Ending::StoppedBefore);
+    result.touched = true;
+    EXPECT_EQ(endingOf(result), Ending::StoppedMidway);
+    result.outcome = hx::UpdateOutcome::WrongProduct;
+    EXPECT_EQ(endingOf(result), Ending::WrongAfterwards);
+    result.outcome = hx::UpdateOutcome::VerificationFailed;
+    EXPECT_EQ(endingOf(result), Ending::NotProven);
+}
+
+TEST(UpdateModel, TheProductThatComesBackWithItsOldVersionIsNotProven)
+{
+    Bench bench;
+    bench.goTo(Step::Verifying);
+    bench.product->product() = hx::SimulatedProduct();
+    bench.finish();
+    EXPECT_EQ(bench.model->end().ending, Ending::NotProven);
+    EXPECT_FALSE(bench.model->end().reason.isEmpty());
+}
+
+TEST(UpdateModel, AnotherUnitThanTheReviewedOneIsLeftAlone)
+{
+    Bench bench;
+    bench.goTo(Step::Review);
+    const auto other = std::make_shared<TestProduct>(unit("30410099"));
+    bench.ports->plug(productPort, other);
+    bench.model->startUpdate();
+    ASSERT_TRUE(bench.isAt(Step::Verdict));
+    EXPECT_EQ(bench.model->end().ending, Ending::OtherUnit);
+    EXPECT_EQ(bench.model->end().reason, "serial number 30410099 instead of 30410001");
+    EXPECT_EQ(other->messages, 1);
+    EXPECT_EQ(bench.sleep->held, bench.sleep->released);
+}
+
+TEST(UpdateModel, APortThatCannotBeOpenedAnyMoreIsNotAnUpdate)
+{
+    Bench bench;
+    bench.goTo(Step::Review);
+    bench.product->isHeld = true;
+    bench.model->startUpdate();
+    ASSERT_TRUE(bench.isAt(Step::Verdict));
+    EXPECT_EQ(bench.model->end().ending, Ending::NotOpened);
+    EXPECT_TRUE(bench.model->end().record.isEmpty());
+}
+
+TEST(UpdateModel, StopsBetweenTwoMessages)
+{
+    Bench bench;
+    bench.goTo(Step::Updating);
+    bench.model->stop();
+    EXPECT_TRUE(bench.model->isStopping());
+    EXPECT_EQ(bench.model->step(), Step::Updating);
+    bench.finish();
+    EXPECT_EQ(bench.model->end().ending, Ending::StoppedMidway);
+    EXPECT_FALSE(bench.product->product().isCodeValid());
+}
+
+TEST(UpdateModel, EndsTheUpdateWhenItIsDestroyed)
+{
+    Bench bench;
+    bench.goTo(Step::Updating);
+    bench.product->gate.opened.release();
+    bench.model.reset();
+    EXPECT_EQ(bench.sleep->held, bench.sleep->released);
+}
+
+TEST(UpdateModel, NoFileIsTakenWhileAnUpdateRuns)
+{
+    Bench bench;
+    bench.goTo(Step::Updating);
+    bench.model->takeFile(bench.image(QStringLiteral("1.0.2.5")));
+    EXPECT_EQ(bench.notices.last(), Notice::FileNotNow);
+    bench.finish();
+    EXPECT_EQ(bench.model->image().version, "1.0.2.4");
+}
+
+TEST(UpdateModel, TheComputerIsKeptAwakeWhileBytesTravelAndNoLonger)
+{
+    Bench bench;
+    bench.goTo(Step::Updating);
+    EXPECT_EQ(bench.sleep->held, 1);
+    EXPECT_EQ(bench.sleep->released, 0);
+    EXPECT_TRUE(waitUntil([&] { return bench.model->staysAwake(); }));
+    bench.finish();
+    EXPECT_EQ(bench.sleep->released, 1);
+}
+
+TEST(UpdateModel, KnowsWhenTheComputerCannotBeKeptAwake)
+{
+    Bench bench;
+    bench.sleep->isThere = false;
+    bench.goTo(Step::Updating);
+    EXPECT_FALSE(bench.model->staysAwake());
+    bench.finish();
+}
+
+TEST(UpdateModel, ASecondUpdateNeedsNoRestart)
+{
+    Bench bench;
+    bench.goTo(Step::Updating);
+    bench.finish();
+    bench.model->startAgain();
+    EXPECT_EQ(bench.model->step(), Step::Connect);
+    ASSERT_TRUE(waitUntil([&] { return bench.model->connection().product() != nullptr; }));
+    EXPECT_EQ(bench.model->connection().product()->version, "1.0.2.4");
+    bench.model->useProduct();
+    ASSERT_TRUE(bench.isAt(Step::Review));
+    EXPECT_EQ(bench.model->change(), Change::Reinstall);
+    bench.model->startUpdate();
+    ASSERT_TRUE(bench.isAt(Step::Verdict));
+    EXPECT_EQ(bench.model->end().ending, Ending::Succeeded);
+}
+
+TEST(UpdateModel, TheRecordIsATraceThatTellsTheVersions)
+{
+    Bench bench;
+    bench.goTo(Step::Updating);
+    bench.finish();
+    const QString path = bench.files.path("record.trace");
+    bench.model->saveRecord(path);
+    ASSERT_TRUE(waitUntil([&] { return bench.notices.contains(Notice::RecordSaved); }));
+    const QByteArray record = TestFiles::contentOf(path);
+    EXPECT_TRUE(record.contains("serial number 30410001, version 1.0.2.3"));
+    EXPECT_TRUE(record.contains("image: version 1.0.2.4"));
+    EXPECT_TRUE(record.contains("outcome: succeeded"));
+    const hx::TraceFile trace = hx::parseTrace(record);
+    EXPECT_TRUE(trace.ok()) << trace.error.toStdString();
+    EXPECT_GT(trace.events.size(), 10U);
+}
+
+TEST(UpdateModel, ARecordOnAFullDiskIsTold)
+{
+    Bench bench;
+    bench.goTo(Step::Updating);
+    bench.finish();
+    bench.model->saveRecord(QStringLiteral("/dev/full"));
+    ASSERT_TRUE(waitUntil([&] { return bench.notices.contains(Notice::RecordNotSaved); }));
+    EXPECT_FALSE(bench.noticed.isEmpty());
+}
+
+TEST(UpdateModel, ATraceIsToldApartFromAnImage)
+{
+    Bench bench;
+    int events = 0;
+    QObject::connect(
+        bench.model.get(), &UpdateModel::traceTaken,
+        [&](const QString&, const hx::TraceFile& trace) { events = int(trace.events.size()); });
+    bench.model->takeFile(QStringLiteral(HX_DOCS_FOLDER "/user/update-sequence.trace"));
+    EXPECT_TRUE(waitUntil([&] { return events > 0; }));
+    bench.model->takeFile(bench.files.write("bad.trace", "# hxtrace 1\nnonsense\n"));
+    ASSERT_TRUE(waitUntil([&] { return !bench.notices.isEmpty(); }));
+    EXPECT_EQ(bench.notices.last(), Notice::TraceBad);
+    EXPECT_TRUE(bench.noticed.contains("line 2"));
+}
