@@ -3,6 +3,8 @@
 
 #include <QFile>
 
+#include <csignal>
+
 namespace {
 
 // Without a buffer of its own, so that a write that fails is known to have failed.
@@ -11,10 +13,19 @@ void openStream(QFile& file, int descriptor, QIODevice::OpenMode mode)
     file.open(descriptor, mode | QIODevice::Unbuffered);
 }
 
+// A file that reaches the limit on its size is a full disk, not the end by a signal.
+void outliveFileLimits()
+{
+#ifdef SIGXFSZ
+    std::signal(SIGXFSZ, SIG_IGN);
+#endif
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
+    outliveFileLimits();
     QFile input;
     QFile output;
     QFile errors;

@@ -72,6 +72,40 @@ TEST_F(Input, PassesOverAByteOrderMark)
               "F0 7E\n");
 }
 
+TEST_F(Input, ReadsHexTextInUtf16)
+{
+    EXPECT_EQ(hxmidi({"convert"}, QByteArray("\xFF\xFE"
+                                             "F\0"
+                                             "0\0"
+                                             "\r\0"
+                                             "\n\0"
+                                             "7\0"
+                                             "E\0",
+                                             14))
+                  .out,
+              "F0 7E\n");
+    EXPECT_EQ(hxmidi({"convert"}, QByteArray("\xFE\xFF"
+                                             "\0F"
+                                             "\0"
+                                             "0",
+                                             6))
+                  .out,
+              "F0\n");
+    EXPECT_EQ(hxmidi({"convert", "--from", "decimal"}, QByteArray("\xFF\xFE"
+                                                                  "6\0"
+                                                                  "5\0",
+                                                                  6))
+                  .out,
+              "41\n");
+    EXPECT_EQ(hxmidi({"convert"}, QByteArray("\xFF\xFE\x01\x02", 4)).out, "FF FE 01 02\n");
+    EXPECT_EQ(hxmidi({"convert"}, QByteArray("\xFF\xFE"
+                                             "F\0"
+                                             "0",
+                                             5))
+                  .out,
+              "FF FE 46 00 30\n");
+}
+
 TEST_F(Input, NamesFileLineAndColumnOfAnError)
 {
     const std::string name = file("bad.txt", "F0 7E\n  ZZ\n");

@@ -45,6 +45,28 @@ TEST(Program, FailsWhenItsOutputCannotBeWritten)
         << run.output.toStdString();
 }
 
+TEST(Program, ALimitOnTheSizeOfFilesIsAFullDisk)
+{
+    const ShellRun run = shell("head -c 9000 /dev/zero > in; ulimit -f 4; hxmidi dump @in > out");
+    EXPECT_EQ(run.code, 2);
+    EXPECT_EQ(run.output, "error: standard output could not be written to its end\n");
+}
+
+TEST(Program, ReadsFilesWhoseNamesAreNotUtf8)
+{
+    const QByteArray names = "e=$(printf 'a\\351') g=$(printf 'a\\350'); ";
+    for (const QByteArray& locale : {QByteArray("C"), QByteArray("C.UTF-8")}) {
+        const QByteArray set = "export LC_ALL=" + locale + "; " + names;
+        EXPECT_EQ(
+            shell(set + "echo 01 > $e; echo 02 > $g; hxmidi convert @$e @$g; rm $e $g").output,
+            "01 02\n");
+        EXPECT_TRUE(shell(set + "hxmidi convert @$e")
+                        .output.startsWith("error: \"a\\xE9\" cannot be read: No such file"));
+        EXPECT_TRUE(
+            shell(set + "echo ZZ > $e; hxmidi convert @$e; rm $e").output.contains("a\\xE9:1:1"));
+    }
+}
+
 TEST(Program, FailsWhenItsHelpCannotBeWritten)
 {
     const ShellRun run = shell("hxmidi --help >&-");

@@ -1,18 +1,24 @@
 #include "apps/hxmidi/input/Input.h"
 
+#include "apps/hxmidi/findings/Characters.h"
 #include "apps/hxmidi/findings/HexTextFindings.h"
 #include "apps/hxmidi/input/NumberList.h"
 
 #include <QFile>
-#include <QFileInfo>
 
 #include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <filesystem>
 
 namespace hx {
 
 namespace {
 
 constexpr char byteOrderMark[] = "\xEF\xBB\xBF";
+constexpr char littleEndianMark[] = "\xFF\xFE";
+constexpr char bigEndianMark[] = "\xFE\xFF";
+constexpr char other = '\xFF'; // in the place of a character that is not ASCII
 
 bool isWhiteSpace(char c)
 {
@@ -29,9 +35,39 @@ bool isText(const QByteArray& content)
     return std::all_of(content.begin(), content.end(), isTextCharacter);
 }
 
-QByteArray withoutMark(const QByteArray& content)
+// The characters of a text in UTF-16, byte 0xFF for one that is not ASCII.
+QByteArray narrowed(const QByteArray& content, bool isBigEndian)
 {
+    QByteArray text;
+    for (int i = 2; i < content.size(); i += 2) {
+        const bool isHalf = i + 1 == content.size();
+        const char first = content.at(i);
+        const char second = isHalf ? other : content.at(i + 1);
+        const char high = isBigEndian ? first : second;
+        text += high == 0 ? (isBigEndian ? second : first) : other;
+    }
+    return text;
+}
+
+// What a file that may be text says, whatever an editor saved it as.
+QByteArray textOf(const QByteArray& content)
+{
+    if (content.startsWith(littleEndianMark) || content.startsWith(bigEndianMark))
+        return narrowed(content, content.startsWith(bigEndianMark));
     return content.startsWith(byteOrderMark) ? content.mid(int(qstrlen(byteOrderMark))) : content;
+}
+
+// A name that is not UTF-8 is shown with its bytes written out.
+QString shownName(const QByteArray& name)
+{
+    const QString text = QString::fromUtf8(name);
+    if (text.toUtf8() == name)
+        return text;
+    QString shown;
+    for (const char byte : name)
+        shown += isPrintable(byte) ? QString(QLatin1Char(byte))
+                                   : QString::asprintf("\\x%02X", uint(uchar(byte)));
+    return shown;
 }
 
 // Reads to the end, but never more than a byte beyond what may be used. False after a failure.
@@ -46,6 +82,31 @@ bool readToLimit(QIODevice& device, QByteArray& content)
         content.append(part, int(got));
     }
     return true;
+}
+
+std::filesystem::path pathOf(const QByteArray& name)
+{
+    return name.toStdString();
+}
+
+bool isRegularFile(const QByteArray& name)
+{
+    std::error_code unseen; // what cannot be looked at is not taken for one
+    return std::filesystem::is_regular_file(pathOf(name), unseen);
+}
+
+bool isFolder(const QByteArray& name)
+{
+    std::error_code unseen;
+    return std::filesystem::is_directory(pathOf(name), unseen);
+}
+
+// False, with the reason in `errno`, when it cannot be opened.
+bool openFile(QFile& file, const QByteArray& name)
+{
+    std::FILE* stream = std::fopen(name.constData(), "rb");
+    return stream != nullptr &&
+           file.open(stream, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle);
 }
 
 class InputReader {
@@ -77,7 +138,7 @@ private:
         if (word == "@-")
             readStandardInput();
         else
-            readFile(QFile::decodeName(word.mid(1)));
+            readFile(word.mid(1));
     }
 
     // Reads the words since the last file as one text.
@@ -102,10 +163,9 @@ private:
     bool namesFile()
     {
         for (const QByteArray& word : qAsConst(m_words)) {
-            const QString name = QFile::decodeName(word);
             if (!word.contains('.') && !word.contains('/'))
                 continue;
-            if (!QFileInfo(name).isFile())
+            if (!isRegularFile(word))
                 continue;
             m_findings.error(QStringLiteral("%1 is the name of a file").arg(quoted(word)),
                              QStringLiteral("hex text, or @ and a file's name"),
@@ -132,23 +192,27 @@ private:
         m_outcome.standardInputRead = true;
     }
 
-    void readFile(const QString& name)
+    // Qt opens only names that the locale can write.
+    void readFile(const QByteArray& name)
     {
-        QFile file(name);
+        QFile file;
         QByteArray content;
         if (name.isEmpty())
             refuseFile(name, QStringLiteral("no name follows the @"));
-        else if (QFileInfo(name).isDir())
+        else if (isFolder(name))
             refuseFile(name, QStringLiteral("it is a folder"));
-        else if (!file.open(QIODevice::ReadOnly) || !readToLimit(file, content))
+        else if (!openFile(file, name))
+            refuseFile(name, qt_error_string(errno));
+        else if (!readToLimit(file, content))
             refuseFile(name, file.errorString());
         else
-            readContent(name, content);
+            readContent(shownName(name), content);
     }
 
-    void refuseFile(const QString& name, const QString& why)
+    void refuseFile(const QByteArray& name, const QString& why)
     {
-        m_findings.error(QStringLiteral("%1 cannot be read: %2").arg(quoted(name.toUtf8()), why),
+        const QString shown = quoted(shownName(name).toUtf8());
+        m_findings.error(QStringLiteral("%1 cannot be read: %2").arg(shown, why),
                          QStringLiteral("the name of a readable file after @"),
                          QStringLiteral("check the name and its permissions"));
     }
@@ -157,7 +221,7 @@ private:
     {
         if (isTooMuch(content.size()))
             return;
-        const QByteArray text = withoutMark(content);
+        const QByteArray text = textOf(content);
         const bool raw = m_form == InputForm::Raw || (m_form == InputForm::Auto && !isText(text));
         if (raw)
             m_data.append(HxMidiData(content));
