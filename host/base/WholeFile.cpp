@@ -140,7 +140,10 @@ bool openFile(QFile& file, const QString& name, QIODevice::OpenMode mode, QStrin
         errno = code;
         return false;
     }
-    return file.open(descriptor, mode, QFileDevice::AutoCloseHandle);
+    // A buffer of its own would forget why a part of it was not taken.
+    const QIODevice::OpenMode direct =
+        mode.testFlag(QIODevice::WriteOnly) ? mode | QIODevice::Unbuffered : mode;
+    return file.open(descriptor, direct, QFileDevice::AutoCloseHandle);
 }
 
 bool readWholeFile(const QString& name, qint64 limit, QByteArray* content, QString* error)

@@ -56,10 +56,15 @@ TEST(WholeFile, SaysThatThereIsNoRoomWhenOnlyAPartWasTaken)
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
     QString error;
     const bool isWritten = writeWholeFile(files.path("a"), QByteArray(100000, 'x'), &error);
+    const rlimit smaller = {1000, before.rlim_max}; // less than a buffer holds
+    setrlimit(RLIMIT_FSIZE, &smaller);
+    QString errorOfFew;
+    const bool areFewWritten = writeWholeFile(files.path("a"), QByteArray(1001, 'x'), &errorOfFew);
     setrlimit(RLIMIT_FSIZE, &before);
     std::signal(SIGXFSZ, onTooLarge);
-    EXPECT_FALSE(isWritten);
+    EXPECT_FALSE(isWritten || areFewWritten);
     EXPECT_EQ(error, "there is no room for all of it; free some");
+    EXPECT_EQ(errorOfFew, error);
     EXPECT_EQ(TestFiles::contentOf(files.path("a")), "before");
 }
 
