@@ -1,16 +1,31 @@
 #include "host/product/PluginFolder.h"
 
+#include "host/base/FileName.h"
+
 #include <QCoreApplication>
-#include <QDir>
 
 namespace hx {
 
+namespace {
+
+namespace fs = std::filesystem;
+
+// Qt's own answer is of no use where the locale cannot write the folder's name.
+fs::path programFolder()
+{
+    std::error_code error;
+    const fs::path program = fs::read_symlink("/proc/self/exe", error);
+    return error ? filePath(QCoreApplication::applicationDirPath()) : program.parent_path();
+}
+
+} // namespace
+
 QString pluginFolder()
 {
-    const QDir programs(QCoreApplication::applicationDirPath());
-    const QString installed = QDir::cleanPath(programs.filePath(QStringLiteral(HX_PLUGIN_FOLDER)));
-    const QString built = QDir::cleanPath(programs.filePath(QStringLiteral("../lib")));
-    return QDir(installed).exists() ? installed : built;
+    std::error_code error;
+    const fs::path installed = (programFolder() / HX_PLUGIN_FOLDER).lexically_normal();
+    const fs::path built = (programFolder() / "../lib").lexically_normal();
+    return fileNameText((fs::is_directory(installed, error) ? installed : built).string());
 }
 
 } // namespace hx

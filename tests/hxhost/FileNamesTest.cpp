@@ -89,6 +89,25 @@ TEST_F(FileNames, ThatAreNotUtf8AreUsedByEveryOption)
         EXPECT_TRUE(holds(name)) << name;
 }
 
+TEST_F(FileNames, OfPluginsAndOfTheProgramsOwnFolderMayBeAnyBytes)
+{
+    const QString set =
+        QStringLiteral("p='%1'; mkdir -p \"$e/bin\" \"$e/lib\" && cp \"$0\" \"$e/bin/hxhost\" "
+                       "&& cp \"$p\" \"$e/lib\" && cp \"$p\" \"$g.so\"; ")
+            .arg(HX_PLUGIN_FILE);
+    for (const char* command :
+         {"\"$0\" inspect --plugin \"$e/lib\"", "\"$0\" inspect --plugin \"$g.so\"",
+          "\"$e/bin/hxhost\" identify --port simulator", "\"$0\" check \"$e/lib\"",
+          "LC_ALL=C \"$e/bin/hxhost\" inspect"}) {
+        const ProgramResult ended = script(set + command);
+        EXPECT_EQ(ended.exitCode, 0) << command << ended.err.toStdString();
+    }
+    const ProgramResult none = script(set + "rm \"$e/lib/\"*; \"$e/bin/hxhost\" inspect");
+    EXPECT_EQ(none.exitCode, 3);
+    EXPECT_EQ(script(set + "\"$e/bin/hxhost\" inspect --trace \"$e/bin/hxhost\"").exitCode, 2);
+    EXPECT_EQ(script(set + "\"$e/bin/hxhost\" inspect --trace \"$e/lib/\"*.so").exitCode, 2);
+}
+
 TEST_F(FileNames, ThatIsMissingIsShownAsItIs)
 {
     const ProgramResult ended = script("\"$0\" image inspect \"$e\"");

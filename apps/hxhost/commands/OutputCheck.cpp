@@ -6,7 +6,6 @@
 #include "apps/hxhost/session/SameFile.h"
 #include "host/base/FileName.h"
 
-#include <QDir>
 #include <QLibrary>
 
 #include <algorithm>
@@ -70,10 +69,11 @@ QStringList valuesOf(const GivenOption& option)
 
 void addPlugins(const QString& place, NamedFiles& files)
 {
-    const QDir folder(place);
-    for (const QString& entry : folder.entryList(QDir::Files)) {
-        if (QLibrary::isLibrary(entry))
-            files.push_back({folder.filePath(entry), QStringLiteral("a plugin"), QString()});
+    std::error_code error; // a value that names no folder has no plugins in it
+    for (const auto& entry : std::filesystem::directory_iterator(filePath(place), error)) {
+        const QString name = fileNameText(entry.path().string());
+        if (QLibrary::isLibrary(name))
+            files.push_back({name, QStringLiteral("a plugin"), QString()});
     }
 }
 
@@ -83,7 +83,7 @@ NamedFiles inputsOf(const Command& command)
     NamedFiles files;
     for (const QString& file : loadedFiles())
         files.push_back({file, QStringLiteral("a part of this program"), QString()});
-    addPlugins(pluginPlace({}), files);
+    addPlugins(pluginSource({}), files);
     for (const GivenOption& option : command.given()) {
         if (!mayNameInput(option))
             continue;

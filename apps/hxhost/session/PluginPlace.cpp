@@ -3,13 +3,56 @@
 #include "host/base/FileName.h"
 #include "host/product/PluginFolder.h"
 
+#include <QDir>
+#include <QFileInfo>
+#include <QLibrary>
+#include <QTemporaryDir>
+
 namespace hx {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+bool canBeNamed(const QString& place)
+{
+    return QFile::encodeName(place) == fileNameBytes(place);
+}
+
+void copyLibrary(const fs::path& library, const QString& folder)
+{
+    const QString name = fileNameText(library.filename().string());
+    if (!QLibrary::isLibrary(name))
+        return;
+    const QString copy =
+        canBeNamed(name) ? name : QStringLiteral("plugin.") + QFileInfo(name).suffix();
+    std::error_code error; // what cannot be copied is not found then, and that is said
+    fs::copy_file(library, filePath(QDir(folder).filePath(copy)), error);
+}
+
+QString loadablePlace(const QString& place)
+{
+    std::error_code error;
+    if (canBeNamed(place) || !fs::exists(filePath(place), error))
+        return place;
+    static const QTemporaryDir copies;
+    if (!fs::is_directory(filePath(place), error))
+        copyLibrary(filePath(place), copies.path());
+    for (const fs::directory_entry& entry : fs::directory_iterator(filePath(place), error))
+        copyLibrary(entry.path(), copies.path());
+    return copies.path();
+}
+
+} // namespace
+
+QString pluginSource(const PluginOptions& options)
+{
+    return options.plugin.empty() ? pluginFolder() : fileNameText(options.plugin);
+}
 
 QString pluginPlace(const PluginOptions& options)
 {
-    if (!options.plugin.empty())
-        return fileNameText(options.plugin);
-    return pluginFolder();
+    return loadablePlace(pluginSource(options));
 }
 
 void failWithoutPlugin(CommandContext& context, const QString& loadError)
@@ -22,9 +65,10 @@ void failWithoutPlugin(CommandContext& context, const QString& loadError)
 std::unique_ptr<LoadedPlugin> loadChosenPlugin(CommandContext& context,
                                                const PluginOptions& options)
 {
-    PluginLoadResult result = loadPlugin(pluginPlace(options));
+    const QString place = pluginPlace(options);
+    PluginLoadResult result = loadPlugin(place);
     if (!result.ok())
-        failWithoutPlugin(context, result.error);
+        failWithoutPlugin(context, result.error.replace(place, pluginSource(options)));
     return std::move(result.plugin);
 }
 

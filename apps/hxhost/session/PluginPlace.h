@@ -10,6 +10,10 @@
 namespace hx {
 
 // The place given with --plugin; else the folder of this installation.
+QString pluginSource(const PluginOptions& options);
+
+// The same for Qt's loader, which takes only names that the locale can write: where it cannot, a
+// folder with copies of the libraries, which is there until the program ends.
 QString pluginPlace(const PluginOptions& options);
 
 // Puts this error of the plugin loader into the report.
