@@ -17,20 +17,21 @@ class HxMidiIn;
 class QDataStream;
 
 /**
- * A buffer of MIDI bytes with value semantics and a small text language.
+ * A buffer of MIDI bytes with value semantics, and three small text languages.
  *
  * Bytes are unsigned, 00 to FF; nothing restricts them to 7 bits. Copies share storage until one
- * side writes. The empty buffer is valid and is also the failure value of the whole class: nothing
- * throws. What cannot be understood is reported as one line on Qt's debug channel, and the
- * operation's documented failure result is returned.
+ * side writes. An empty buffer is valid, and it is the failure value of the whole class: nothing
+ * throws. Text that cannot be read gives one line on Qt's debug channel and the result stated at
+ * the operation.
  *
- * Positions are byte indexes from 0. Any position, length or count may be given: sums are formed
- * in 64 bits, and what lies outside the buffer gives the result stated at the operation. 8-bit text
- * is read as Latin-1, one character a byte.
+ * Positions are byte indexes from 0. Any position, length or count may be given: sums are formed in
+ * 64 bits, and what lies outside the buffer gives the result stated at the operation. 8-bit text is
+ * read as Latin-1, one character a byte.
  *
- * Three small languages, all of them unaware of upper and lower case:
+ * The three languages take upper and lower case alike.
  *
- * HEX TEXT - the constructors from text, setText(), the "MSTR" argument of setData().
+ *
+ * HEX TEXT: the constructors from text, setText(), the MSTR argument of setData()
  *
  *     text      = separated | number | compact      white space at both ends is ignored
  *     separated = token { (" " | ",")+ token }      when the text holds a blank or a comma
@@ -38,46 +39,56 @@ class QDataStream;
  *     compact   = { digit digit }                   pairs, one byte each
  *     token     = [sign] ["0x"] digit+              must fit a signed 32-bit integer
  *
- *   A token becomes bytes through appendNum(), so its value decides how many bytes it gives.
- *   The constructors remove the blanks first, so there "F0 7E" is the compact text "F07E";
- * setText() itself splits at them. (setText: given directly to setText().)
+ * A token becomes bytes through appendNum(), so its value decides how many bytes it gives. The
+ * constructors remove the blanks first: there "F0 7E" is the compact text "F07E". Only setText()
+ * itself splits at blanks.
  *
- *     "F0 7E 7F 06 01 F7"      F0 7E 7F 06 01 F7
- *     "F07E06"                 F0 7E 06
- *     "F0,7E,,06"              F0 7E 06             empty tokens are skipped
- *     "7 123 12345" (setText)  07 00 23 01 23 45    123 loses its high digit, see appendNum()
- *     "0x3041"                 00 41                one number, not two bytes
- *     "F0,..,F7"               F0 F7                ".." is logged and contributes nothing
- *     "10,-1,20"               10                   -1 is logged and ends the text
- *     "F07"                    (empty)              odd number of digits, logged
- *     "7"                      (empty)              fewer than two characters, not logged
+ *     Text                       Bytes
+ *     "F0 7E 7F 06 01 F7"        F0 7E 7F 06 01 F7
+ *     "F07E06"                   F0 7E 06
+ *     "F0,7E,,06"                F0 7E 06             empty tokens are skipped
+ *     setText("7 123 12345")     07 00 23 01 23 45    123 loses its high digit, see appendNum()
+ *     "0x3041"                   00 41                one number, not two bytes
+ *     "F0,..,F7"                 F0 F7                ".." is logged and gives no bytes
+ *     "10,-1,20"                 10                   -1 is logged and ends the text
+ *     "F07"                      (none)               an odd number of digits, logged
+ *     "7"                        (none)               fewer than two characters, not logged
  *
- * PATTERN - match(), startsWith(), contains() with text.
  *
- *   A regular expression (QRegExp's syntax) over the buffer's compact upper-case hex text. Before
- * it is applied, blanks are removed, letters become upper case, and "XX" becomes "..". So a dot is
- * one hex digit (half a byte), ".." one byte, "0[89]" the byte 08 or 09, ".*" any run of digits,
- * and
- *   "(a|b)" either text. Nothing ties the end of the pattern to the end of the buffer, and unless
- * the match must begin at the start it may begin in the middle of a byte.
+ * PATTERN: match(), startsWith(), contains() with text
  *
- *     F0 7E 00 06 02 10 F7   "F0 7E .. 06 02", at the start   true
- *     F0 7E 00 06 02 10 F7   "f0 7e xx 06"                    true    case and XX
- *     F0 7E 00 06 02 10 F7   "7E .. 06", at the start         false   begins at the second byte
- *     17 E0                  "7E", anywhere                   true    half a byte further on
- *     F0 00 41 08 02 F7      "F0 00 41 0[89]..*F7"            true
- *     F0 00 41 2F 46 F7      "(F0 00 41 2F ..F7|F0 00 30)"    true
- *     F0 00 41 2F 46 F7      "F0 VV"                          false   VV is no wildcard
- *     anything               ""                               true
+ * A regular expression (QRegExp's syntax) over the buffer's compact upper-case hex text. Before it
+ * is applied, blanks are removed, letters become upper case, and "XX" becomes "..". So
  *
- * BUILDER FORMAT - setData(), vSetData().
+ *     .          is one hex digit, half a byte
+ *     ..         is one byte
+ *     0[89]      is the byte 08 or 09
+ *     .*         is any number of digits, or none
+ *     (a|b)      is either text
  *
- *   Tokens separated by single blanks (a comma does not separate). Each is compared as a whole with
- *   the field formats below; one that fits takes one argument. Any other token is a hex number,
- * added through appendNum(); one that is not hex is skipped without a message. Groups stand most
- *   significant first; bits beyond a field are dropped.
+ * The end of the pattern need not be the end of the buffer. Unless the match must begin at the
+ * start, it may begin in the middle of a byte.
  *
- *     VV V8 P8    int            the value as appendNum() forms it; a negative value gives 00
+ *     Bytes                  Pattern                          Fits
+ *     F0 7E 00 06 02 10 F7   "F0 7E .. 06 02", at the start   yes
+ *     F0 7E 00 06 02 10 F7   "f0 7e xx 06"                    yes    small letters, and XX
+ *     F0 7E 00 06 02 10 F7   "7E .. 06", at the start         no     begins at the second byte
+ *     17 E0                  "7E", anywhere                   yes    half a byte further on
+ *     F0 00 41 08 02 F7      "F0 00 41 0[89]..*F7"            yes
+ *     F0 00 41 2F 46 F7      "(F0 00 41 2F ..F7|F0 00 30)"    yes
+ *     F0 00 41 2F 46 F7      "F0 VV"                          no     VV is not a wildcard
+ *     any                    ""                               yes
+ *
+ *
+ * BUILDER FORMAT: setData(), vSetData()
+ *
+ * Tokens separated by single blanks; a comma does not separate. A token that is one of the fields
+ * below takes one argument. Any other token is a hex number, added through appendNum(); one that is
+ * not hex is skipped without a message. The most significant bits come first; bits beyond a field
+ * are dropped.
+ *
+ *     Field       Argument       Bytes                                 Read back by
+ *     VV V8 P8    int            as appendNum(); 00 for a negative value
  *     P14 V14     unsigned int   2 bytes of 7 bits                     get14bit()
  *     UT          unsigned int   4 bits, then 4 bytes of 7 bits        getUtime()
  *     V32 I32     unsigned int   as UT                                 get32bit()
@@ -85,12 +96,13 @@ class QDataStream;
  *     NIB24       unsigned int   6 bytes of 4 bits
  *     NIB32       unsigned int   8 bytes of 4 bits
  *     MSTR        const char*    hex text, as the constructor from const char* reads it
- *     CSTR        const char*    the characters as they are, without the terminating zero
+ *     CSTR        const char*    the characters, without the terminating zero
  *
+ *     Call                                     Bytes
  *     setData("F0 7E V14 F7", 0x2345u)         F0 7E 46 45 F7
  *     setData("f0 nib24 f7", 0x123456u)        F0 01 02 03 04 05 06 F7
  *     setData("CSTR MSTR", "AB", "41 42")      41 42 41 42
- *     setData("F0,7E V8", 5)                   05               "F0,7E" is no hex number
+ *     setData("F0,7E V8", 5)                   05               "F0,7E" is not a hex number
  *     setData("F0 MSTR 11 F7", "")             F0 F7            logged; see setData()
  */
 class HxMidiData {
@@ -99,8 +111,7 @@ public:
     QByteArray bytes;
     /** For the owner's use; set to 0 by construction, clear(), setText() and setData(). */
     quint64 auxA = 0;
-    /** The input that delivered the bytes, or null; reset where auxA is. Never dereferenced here.
-     */
+    /** The input that delivered the bytes, or null. Reset where auxA is; never dereferenced. */
     HxMidiIn* source = nullptr;
     /** For the owner's use; set to 0 by construction only. */
     quint64 auxB = 0;
@@ -130,19 +141,18 @@ public:
     /** As the constructor from a constant text; `text` is not changed. */
     HxMidiData(QString& text);
 
-    /** Hex text, after every blank (but no newline) has been removed. Null gives an empty buffer.
-     */
+    /** Hex text, after every blank (but no newline) has been removed; empty for null. */
     HxMidiData(const char* text);
 
     /**
      * Replaces the contents by what the hex text denotes; auxA and source become 0.
      * Null gives an empty buffer; `text` may lie in this buffer's own storage.
      *
-     * A token that is no number is logged and skipped ("HxMidiData::HxMidiData(const char*,int) -
-     * error converting hex string: " and the whole text). An odd number of digits without
-     * separators is logged and gives an empty buffer ("HxMidiData::HxMidiData(const char*,int) -
-     * invalid hex string format: " and the text). The lines name that constructor whichever entry
-     * was used.
+     * A token that is not a number is skipped, with the line "HxMidiData::HxMidiData(const
+     * char*,int) - error converting hex string: " and the whole text. An odd number of digits
+     * without separators gives an empty buffer, with the line "HxMidiData::HxMidiData(const
+     * char*,int) - invalid hex string format: " and the text. The lines name that constructor
+     * whichever entry was used.
      */
     void setText(const char* text);
 
@@ -160,14 +170,13 @@ public:
      * become 0. A null format gives an empty buffer. Too few arguments, or arguments of other types
      * than the format asks for, are undefined, as with any variable argument list.
      *
-     * An MSTR or CSTR argument that yields no bytes is logged ("Invalid value for format( ",
-     * the format, " ) at specifier ", the token) and the field's token is taken out of the list
-     * while the reader moves on by position: the token after it is skipped as well, without
-     * consuming its argument, even if it is the empty piece between two blanks.
+     * An MSTR or CSTR argument without bytes is logged: "Invalid value for format( ", the format,
+     * " ) at specifier ", the token. The field adds nothing, and the token after it is skipped as
+     * well, even if it is the empty piece between two blanks; its argument is not taken.
      */
     void setData(const char* fmt, ...);
 
-    /** As setData(), but appends to what the buffer holds and leaves auxA and source alone. */
+    /** As setData(), but appends to what the buffer holds; auxA and source keep their values. */
     void vSetData(const char* fmt, va_list args);
 
     /**
@@ -296,10 +305,7 @@ public:
     QMap<unsigned int, unsigned char> diffToMap(const HxMidiData& other,
                                                 const std::pair<int, int>& range) const;
 
-    /**
-     * RS string hash of the bytes, in a 64-bit accumulator and with SIGNED characters; 0 when
-     * empty.
-     */
+    /** RS string hash of the bytes, 64 bits wide and over SIGNED characters; 0 when empty. */
     quint64 hash() const;
 
     /**
@@ -387,8 +393,9 @@ public:
      *     0x100 ... 0xFFFE         two: 00 and the LOW byte; the high byte is lost (0x1234: 00 34)
      *     0xFFFF ... 0xFFFFFE      three
      *     0xFFFFFF ... 0xFFFFFFFE  four
-     *     0xFFFFFFFF               none, and the line "HxMidiData::numHexToByteArray(quint32) -
-     * error"
+     *     0xFFFFFFFF               none
+     *
+     * The last one logs "HxMidiData::numHexToByteArray(quint32) - error".
      */
     static QByteArray numHexToByteArray(unsigned int value);
 
@@ -429,10 +436,10 @@ public:
     /**
      * A dump of the first `len` bytes (-1: all), `columns` to a row; empty for `columns` below 1.
      *
-     * A row is its offset in hex (three digits or more), " | " and the bytes separated by blanks;
-     * 16 columns have a heading and a dash in mid-row. One row ends with its last digit. Of
-     * several, a partial last row is followed by a blank, a full one by a newline and the next
-     * row's label: 8 bytes in 4 columns are
+     * A row is its offset in hex (three digits or more), " | " and the bytes separated by blanks.
+     * 16 columns have a heading, and a dash after the eighth byte of a row. A single row ends with
+     * its last digit. Of several rows, a partial last one is followed by a blank, a full one by a
+     * newline and the next row's label. 8 bytes in 4 columns are
      *
      *     000 | 00 01 02 03
      *     004 | 04 05 06 07
@@ -441,8 +448,10 @@ public:
     QString toStringTable(int len, int columns) const;
 };
 
-/** Writes the bytes alone, as QDataStream writes a QByteArray: a null array differs from an empty
- * one. */
+/**
+ * Writes the bytes alone, as QDataStream writes a QByteArray: a null array differs from an empty
+ * one.
+ */
 QDataStream& operator<<(QDataStream& stream, const HxMidiData& data);
 
 /** Replaces the bytes alone; the other members keep their values. */
