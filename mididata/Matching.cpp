@@ -1,5 +1,6 @@
 #include "mididata/HxMidiData.h"
 #include "mididata/PatternText.h"
+#include "mididata/fast/ByteSearch.h"
 #include "mididata/fast/DigitPattern.h"
 #include "mididata/fast/FastPaths.h"
 
@@ -7,8 +8,7 @@
 
 namespace {
 
-/** The array's bytes up to the first zero or the end, which an adopted buffer has no zero behind.
- */
+// The array's bytes up to the first zero or the end; an adopted buffer has no zero after its end.
 QByteArray textOf(const QByteArray& array)
 {
     const auto length = qstrnlen(array.constData(), static_cast<uint>(array.size()));
@@ -46,12 +46,12 @@ bool HxMidiData::contains(const char* pattern) const
 
 bool HxMidiData::contains(const QByteArray& raw) const
 {
-    return bytes.contains(raw);
+    return hx::fastPaths ? hx::containsBytes(bytes, raw) : bytes.contains(raw);
 }
 
 bool HxMidiData::contains(const HxMidiData& other) const
 {
-    return bytes.contains(other.bytes);
+    return contains(other.bytes);
 }
 
 bool HxMidiData::startsWith(const char* pattern) const

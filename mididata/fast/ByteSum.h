@@ -14,6 +14,7 @@ inline quint32 sumBlocks(const char*& at, const char* end)
 {
     constexpr std::ptrdiff_t blockSize = 16;
     constexpr std::ptrdiff_t longestRun = 128;
+    constexpr quint64 everyOther = Q_UINT64_C(0x0000FFFF0000FFFF);
     using Sums = quint16 __attribute__((vector_size(blockSize)));
     quint32 sum = 0;
     while (end - at >= blockSize) {
@@ -24,8 +25,11 @@ inline quint32 sumBlocks(const char*& at, const char* end)
             std::memcpy(&pairs, at, sizeof(pairs));
             sums += (pairs & 0xFF) + (pairs >> 8);
         }
-        for (int i = 0; i < 8; ++i)
-            sum += sums[i];
+        quint64 halves[2];
+        std::memcpy(halves, &sums, sizeof(halves));
+        const quint64 fours = (halves[0] & everyOther) + (halves[0] >> 16 & everyOther) +
+                              (halves[1] & everyOther) + (halves[1] >> 16 & everyOther);
+        sum += static_cast<quint32>(fours) + static_cast<quint32>(fours >> 32);
     }
     return sum;
 }

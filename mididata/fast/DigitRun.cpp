@@ -1,6 +1,6 @@
 #include "mididata/fast/DigitRun.h"
 
-#include <QtAlgorithms>
+#include "mididata/fast/RunFilter.h"
 
 #include <algorithm>
 
@@ -12,41 +12,6 @@ bool areIn(const DigitMask* masks, int first, int second)
 {
     return ((masks[0] >> first) & (masks[1] >> second) & 1) != 0;
 }
-
-constexpr qint64 blockSize = 32;
-
-// Says of whole blocks of bytes whether a run can begin in them, judged by its first two digits as
-// far as these are single ones. Never says no to a block in which the run does begin.
-class BeginFilter {
-public:
-    explicit BeginFilter(DigitRun run)
-    {
-        for (qint64 i = 0; i < 2; ++i) {
-            const DigitMask digits = i < run.size() ? run.begin[i] & ~noDigit : 0;
-            const bool single = digits != 0 && (digits & (digits - 1)) == 0;
-            value = static_cast<quint8>(
-                value << 4 | (single ? static_cast<int>(qCountTrailingZeroBits(digits)) : 0));
-            care = static_cast<quint8>(care << 4 | (single ? 0xF : 0));
-        }
-    }
-
-    // Looks at the byte behind the block, too.
-    bool admits(const char* block) const
-    {
-        unsigned int admitted = 0;
-        for (qint64 i = 0; i < blockSize; ++i) {
-            const auto whole = static_cast<quint8>(block[i]);
-            const auto next = static_cast<quint8>(block[i + 1]);
-            const auto across = static_cast<quint8>(whole << 4 | next >> 4);
-            admitted |= unsigned((whole & care) == value) | unsigned((across & care) == value);
-        }
-        return admitted != 0;
-    }
-
-private:
-    quint8 value = 0;
-    quint8 care = 0;
-};
 
 } // namespace
 
@@ -65,21 +30,33 @@ bool BufferDigits::fit(DigitRun run, qint64 pos) const
     return mask == run.end || isIn(*mask, highDigit(*byte));
 }
 
+// Tries a few places first, which is all that most searches need.
 qint64 BufferDigits::find(DigitRun run, qint64 pos) const
 {
+    constexpr qint64 few = 32;
     const qint64 end = count - run.size() + 1;
-    if (end - pos <= 2 * blockSize)
-        return findOneByOne(run, pos, end);
-    const BeginFilter filter(run);
-    for (qint64 block = pos / 2; 2 * block < end; block += blockSize) {
-        if (block + blockSize < count / 2 && !filter.admits(data + block))
-            continue;
-        const qint64 found =
-            findOneByOne(run, std::max(pos, 2 * block), std::min(2 * (block + blockSize), end));
-        if (found >= 0)
-            return found;
+    const qint64 near = std::min(end, pos / 2 * 2 + few);
+    const qint64 found = findOneByOne(run, pos, near);
+    return found >= 0 || near >= end ? found : findByBlocks(run, near / 2, end);
+}
+
+// The first place from a byte on and before `end` where a run fits; -1 for none. The last block that
+// the filter can look at overlaps the one before it.
+qint64 BufferDigits::findByBlocks(DigitRun run, qint64 firstByte, qint64 end) const
+{
+    const RunFilter filter(run);
+    const qint64 last = count / 2 - filter.reach();
+    qint64 at = firstByte;
+    while (last >= 0 && at < last + RunFilter::blockSize) {
+        const qint64 block = std::min(at, last);
+        const qint64 next = block + RunFilter::blockSize;
+        const qint64 place =
+            filter.admits(data + block) ? findOneByOne(run, 2 * at, std::min(2 * next, end)) : -1;
+        if (place >= 0)
+            return place;
+        at = next;
     }
-    return -1;
+    return findOneByOne(run, 2 * at, end);
 }
 
 // The first place in [pos, end) where a run fits; -1 for none.

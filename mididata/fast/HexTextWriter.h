@@ -46,22 +46,17 @@ inline char16_t* writeBytes(char16_t* to, const char* from, const char* end)
     return to;
 }
 
-// Equal to writeByte() for each byte with the separator between neighbours. Each store writes the
-// separator, and a character more that the next one writes over; the last byte is written alone.
+// Equal to writeByte() for each byte with the separator between neighbours.
 inline char16_t* writeSeparated(char16_t* to, const char* from, const char* end, char16_t separator)
 {
     if (from == end)
         return to;
-    char16_t four[4] = {0, 0, separator, separator};
-    for (; end - from >= 3; ++from, to += 3) {
-        std::memcpy(four, &hexPairs[static_cast<unsigned char>(*from)], sizeof(HexPair));
-        std::memcpy(to, four, sizeof(four));
+    to = writeByte(to, *from);
+    while (++from != end) {
+        *to = separator;
+        to = writeByte(to + 1, *from);
     }
-    for (; end - from >= 2; ++from) {
-        to = writeByte(to, *from);
-        *to++ = separator;
-    }
-    return writeByte(to, *from);
+    return to;
 }
 
 // Writes 0 to 255 in decimal.

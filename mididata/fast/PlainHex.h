@@ -11,7 +11,6 @@
 #include <QByteArray>
 #include <QChar>
 
-#include <algorithm>
 #include <limits>
 
 namespace hx {
@@ -21,37 +20,32 @@ inline int hexValue(QChar c)
     return c.unicode() < hexValues.size() ? hexValues[c.unicode()] : -1;
 }
 
-// Reads bytes of two digits each, `Stride` characters apart, and the separator after each but the
-// last. False when something else is there. Looks at whole runs before it decides, as a jump for
-// each token costs more than the reading.
+// Reads a token and, but for the last one, the separator after it. Negative for anything else.
+template <int Stride, typename Char, typename IsSeparator>
+int readToken(const Char* at, bool isLast, IsSeparator isSeparator)
+{
+    const bool separated = Stride == 2 || isLast || isSeparator(at[2]);
+    return separated ? hexValue(at[0]) * 16 | hexValue(at[1]) : -1;
+}
+
+// Reads bytes of two digits each, `Stride` characters apart. False when something else is there.
 template <int Stride, typename Char, typename IsSeparator>
 bool readTokens(const Char* at, const Char* end, char* to, IsSeparator isSeparator)
 {
-    constexpr std::ptrdiff_t run = 64;
-    while (end - at > Stride) {
-        const Char* const stop =
-            at + Stride * std::min<std::ptrdiff_t>((end - at - 1) / Stride, run);
-        int allDigits = 0;
-        bool allSeparated = true;
-        for (; at != stop; at += Stride) {
-            const int byte = hexValue(at[0]) * 16 | hexValue(at[1]);
-            allDigits |= byte;
-            allSeparated = allSeparated & (Stride == 2 || isSeparator(at[2]));
-            *to++ = static_cast<char>(byte);
-        }
-        if (allDigits < 0 || !allSeparated)
+    for (; at != end; at += Stride) {
+        const int byte = readToken<Stride>(at, at + Stride == end, isSeparator);
+        if (byte < 0)
             return false;
+        *to++ = static_cast<char>(byte);
     }
-    const int byte = hexValue(at[0]) * 16 | hexValue(at[1]);
-    *to = static_cast<char>(byte);
-    return byte >= 0;
+    return true;
 }
 
 // Equal to readTokens<2>(); takes a block of digits at once.
 template <typename IsSeparator>
 bool readPairs(const char* at, const char* end, char* to, IsSeparator isSeparator)
 {
-    for (; end - at > 2 * blockBytes; at += 2 * blockBytes, to += blockBytes) {
+    for (; end - at >= 2 * blockBytes; at += 2 * blockBytes, to += blockBytes) {
         if (!readBlock(at, to))
             return false;
     }

@@ -1,4 +1,4 @@
-// Status bytes looked for sixteen bytes at a time.
+// Status bytes looked for eight bytes at a time.
 #pragma once
 
 #include <QtAlgorithms>
@@ -6,19 +6,24 @@
 
 namespace hx {
 
-// Equal to looking at each byte's top bit in turn. The top bits of eight bytes are looked at in one
-// word, in which the first byte is the lowest; sixteen bytes without one are skipped whole. May stop
-// before the last fifteen bytes: the caller goes on from there by single bytes.
+// The top bits of eight bytes in one word, in which the first byte is the lowest.
+inline quint64 topBits(const char* at)
+{
+    return qFromLittleEndian<quint64>(at) & Q_UINT64_C(0x8080808080808080);
+}
+
+// Equal to looking at each byte's top bit in turn. Words without one are skipped whole, four at once
+// while there are as many. May stop before the last seven bytes: the caller goes on from there by
+// single bytes.
 inline const char* skipDataBytes(const char* at, const char* end)
 {
-    constexpr quint64 topBits = Q_UINT64_C(0x8080808080808080);
-    for (; end - at >= 16; at += 16) {
-        const quint64 first = qFromLittleEndian<quint64>(at) & topBits;
-        const quint64 second = qFromLittleEndian<quint64>(at + 8) & topBits;
-        if (first != 0)
-            return at + qCountTrailingZeroBits(first) / 8;
-        if (second != 0)
-            return at + 8 + qCountTrailingZeroBits(second) / 8;
+    while (end - at >= 32 &&
+           (topBits(at) | topBits(at + 8) | topBits(at + 16) | topBits(at + 24)) == 0)
+        at += 32;
+    for (; end - at >= 8; at += 8) {
+        const quint64 found = topBits(at);
+        if (found != 0)
+            return at + qCountTrailingZeroBits(found) / 8;
     }
     return at;
 }

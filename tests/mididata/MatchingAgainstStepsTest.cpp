@@ -64,6 +64,35 @@ TEST(MatchingAgainstSteps, longBuffers)
     }
 }
 
+// Long enough for whole blocks to be left out, with near fits everywhere and the fit in any place, the
+// last of the buffer included.
+TEST(MatchingAgainstSteps, searchesThatLeaveBlocksOut)
+{
+    Random random(8);
+    const std::vector<std::string> patterns = {
+        "F0006B2D30..4[23]0C",    "0C", "C", ".C0", "[0C]0C0", "F0.*6B.*C0", "0.0.0.0C", "V0C",
+        "1111111111111111111110C"};
+    for (int i = 0; i < 4000 && !HasFatalFailure(); ++i) {
+        QByteArray bytes(40 + random.below(300), random.oneIn(2) ? '\x11' : '\xF0');
+        for (int k = random.below(4); k > 0; --k) {
+            const QByteArray part =
+                hex(random.oneIn(2) ? "F0006B2D3000420C" : "00F0006B2D3041430C0");
+            const int at = random.below(bytes.size());
+            bytes.replace(at, part.size(), part.left(random.between(1, part.size())));
+        }
+        compare(bytes, random.of(patterns));
+    }
+}
+
+TEST(MatchingAgainstSteps, aFitIsFoundAtEveryPlaceOfALongBuffer)
+{
+    for (int at = 0; at <= 2 * 300 - 10; ++at) {
+        QByteArray digits(600, '1');
+        digits.replace(at, 10, "006B2D304C");
+        compare(QByteArray::fromHex(digits), "006B2D30.C");
+    }
+}
+
 TEST(MatchingAgainstSteps, everyPatternOfFewTokensAgainstEveryShortBuffer)
 {
     const std::vector<std::string> tokens = {"0", "F", ".", ".*", "[0F]", "V",
@@ -107,6 +136,7 @@ TEST(MatchingAgainstSteps, rawBytes)
         const QByteArray raw = random.oneIn(2) ? bytes.mid(random.below(12), random.below(6))
                                                : random.bytes(random.below(4));
         const bool expected = transcription::containsRaw(bytes, raw);
+        ASSERT_EQ(AdoptedBuffer(bytes).data.contains(raw), expected);
         ASSERT_EQ(HxMidiData(bytes).contains(raw), expected);
         ASSERT_EQ(HxMidiData(bytes).contains(HxMidiData(raw)), expected);
     }
