@@ -30,7 +30,7 @@ _hxhost()
         words=("${COMP_WORDS[@]}") cword=$COMP_CWORD
         cur=${words[cword]} prev=${words[cword - 1]}
     fi
-    local commands="ports identify info update verify recover image inspect check monitor trace simulate"
+    local commands="ports identify info update verify recover image inspect check monitor trace simulate support"
     local output="--json --field --progress --quiet --verbose --trace"
     local product="--plugin --port --in-port --rate --gap --fault"
     local faults="silent duplicate-message damage-message cut-message insert-message refuse
@@ -58,6 +58,7 @@ _hxhost()
         "image build") options="--plugin --output --kind --code-version" ;;
         inspect | "image inspect") options="--plugin" ;;
         check) options="--image" ;;
+        support) options="$product --output --image --last-trace" ;;
         monitor) options="--count --seconds --plugin --port --fault" ;;
         trace) options="--svg" ;;
         simulate) options="--name --backend --state --seconds --rate --gap --fault" ;;

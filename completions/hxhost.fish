@@ -1,11 +1,11 @@
 # fish completion for hxhost
 
-set -l commands ports identify info update verify recover image inspect check monitor trace simulate
-set -l leaves ports identify info update verify recover build inspect check monitor trace simulate
-set -l product identify info update verify recover
-set -l paced identify info update verify recover simulate
-set -l faulty identify info update verify recover monitor simulate
-set -l plugged identify info update verify recover build inspect monitor ports
+set -l commands ports identify info update verify recover image inspect check monitor trace simulate support
+set -l leaves ports identify info update verify recover build inspect check monitor trace simulate support
+set -l product identify info update verify recover support
+set -l paced identify info update verify recover simulate support
+set -l faulty identify info update verify recover monitor simulate support
+set -l plugged identify info update verify recover build inspect monitor ports support
 set -l build '__fish_seen_subcommand_from image; and __fish_seen_subcommand_from build'
 set -l faults silent duplicate-message damage-message cut-message insert-message refuse wrong-model \
     vanish bad-ack failed-ack power-cut bad-write drop-reply duplicate-reply damage-reply cut-reply \
@@ -27,6 +27,7 @@ complete -c hxhost -n __fish_use_subcommand -a check -d 'Check that a plugin kee
 complete -c hxhost -n __fish_use_subcommand -a monitor -d 'Print what arrives on a port'
 complete -c hxhost -n __fish_use_subcommand -a trace -d 'Show or draw a recorded session'
 complete -c hxhost -n __fish_use_subcommand -a simulate -d 'Put a simulated product on a port'
+complete -c hxhost -n __fish_use_subcommand -a support -d 'Write a report to attach to a call for help'
 complete -c hxhost -n '__fish_seen_subcommand_from image; and not __fish_seen_subcommand_from build inspect' -f -a build -d 'Make an image'
 complete -c hxhost -n '__fish_seen_subcommand_from image; and not __fish_seen_subcommand_from build inspect' -f -a inspect -d 'Look into an image'
 
@@ -52,6 +53,9 @@ complete -c hxhost -n $build -s o -l output -r -d 'Image to write'
 complete -c hxhost -n $build -l kind -x -a 'fwu fwd' -d 'Kind of code image'
 complete -c hxhost -n $build -l code-version -x -d 'Version that the code carries'
 complete -c hxhost -n '__fish_seen_subcommand_from check' -l image -r -d 'An update image of the product'
+complete -c hxhost -n '__fish_seen_subcommand_from support' -s o -l output -r -d 'Report to write'
+complete -c hxhost -n '__fish_seen_subcommand_from support' -l image -r -d 'Image whose checksum goes in'
+complete -c hxhost -n '__fish_seen_subcommand_from support' -l last-trace -r -d 'What --trace wrote'
 complete -c hxhost -n '__fish_seen_subcommand_from monitor simulate' -l seconds -x -d 'Stop after this time'
 complete -c hxhost -n '__fish_seen_subcommand_from monitor' -l count -x -d 'Stop after so many messages'
 complete -c hxhost -n '__fish_seen_subcommand_from trace' -l svg -r -d 'Draw a picture'

@@ -44,7 +44,8 @@ void ImageChecker::check()
     for (int index = 0; index < m_result.messages.size(); ++index)
         checkMessage(index);
     reportOtherHeads();
-    if (static_cast<size_t>(m_otherHeads) < m_file.messages.size())
+    m_result.isForOtherProduct = static_cast<size_t>(m_otherHeads) == m_file.messages.size();
+    if (!m_result.isForOtherProduct)
         checkEnd();
     checkTotals();
 }

@@ -4,6 +4,7 @@
 #include "host/base/StatusByte.h"
 #include "host/base/WholeFile.h"
 #include "host/image/FileText.h"
+#include "host/image/ForeignFile.h"
 #include "host/image/ImageFileReaders.h"
 
 #include <algorithm>
@@ -49,6 +50,10 @@ QString imageFormatName(ImageFormat format)
         return QStringLiteral("hex text");
     case ImageFormat::MidiFile:
         return QStringLiteral("Standard MIDI File");
+    case ImageFormat::WebPage:
+        return QStringLiteral("web page");
+    case ImageFormat::Archive:
+        return QStringLiteral("archive");
     case ImageFormat::Unknown:
         break;
     }
@@ -82,6 +87,8 @@ ImageFile parseImageFile(const QByteArray& content)
         file = readHexText(content);
     else
         file = notSysEx(content);
+    if (!file.problems.empty() && file.format == ImageFormat::Unknown)
+        file.format = foreignFormat(content);
     file.size = content.size();
     return file;
 }

@@ -18,9 +18,11 @@ enum class ImageFormat {
     HexText,  // the same as hexadecimal pairs, blanks, commas and line ends between them or not,
               // in UTF-8 or UTF-16, with a byte-order mark or without
     MidiFile, // Standard MIDI File with F0 and F7 events
+    WebPage,  // no image: what a download saves in the place of one
+    Archive,  // no image: one may be in it
 };
 
-// "raw SysEx", "hex text", "Standard MIDI File" or "unknown".
+// "raw SysEx", "hex text", "Standard MIDI File", "web page", "archive" or "unknown".
 QString imageFormatName(ImageFormat format);
 
 struct FileMessage {

@@ -28,6 +28,7 @@ struct UpdateImage {
     int checksumGroups = 0; // 7-bit groups in which the product reports its checksum; 0: not at all
     qint64 bytes = 0;       // of all messages together
     ImageProblems problems; // in the order of the file; empty: the image is good
+    bool isForOtherProduct = false; // every message begins as those for another product do
 
     bool ok() const { return problems.empty(); }
 

@@ -71,6 +71,9 @@ struct TraceFile {
     bool ok() const { return error.isEmpty(); }
 };
 
+// Longer files are refused.
+constexpr qint64 maxTraceBytes = Q_INT64_C(256) * 1024 * 1024;
+
 // Strict: whatever the grammar does not allow is an error.
 TraceFile parseTrace(const QByteArray& content);
 TraceFile readTrace(const QString& path);

@@ -9,7 +9,6 @@ namespace hx {
 
 namespace {
 
-constexpr qint64 maxTraceBytes = Q_INT64_C(256) * 1024 * 1024;
 constexpr size_t maxTraceEvents = 500000; // an update of the largest image has 30000
 constexpr int microsecondDigits = 6;
 constexpr int mostSecondDigits = 9;

@@ -66,11 +66,11 @@ void describeUnfinished(UpdateResult& result, DeviceInterface& device, PortBus& 
     const ProductAssessment assessment = assessProduct(reader);
     bus.watchInterrupt(watched);
     // Power may fail between the last write of the closing message and its acknowledgement.
-    const bool holdsImage = assessment.condition == ProductCondition::CodeIntact &&
-                            assessment.version.version == imageVersion &&
-                            assessment.stored.groups == result.imageChecksum;
+    result.holdsImage = assessment.condition == ProductCondition::CodeIntact &&
+                        assessment.version.version == imageVersion &&
+                        assessment.stored.groups == result.imageChecksum;
     result.productCondition = assessment.condition;
-    result.productState = (holdsImage ? unacknowledged() : unfinished()) + assessment.state;
+    result.productState = (result.holdsImage ? unacknowledged() : unfinished()) + assessment.state;
 }
 
 void describeFinished(UpdateResult& result, const ProductReader& reader)

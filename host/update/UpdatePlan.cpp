@@ -45,7 +45,8 @@ void checkProduct(DeviceInterface& device, UpdatePlan& plan, const UpdateImage& 
                                                              : device.lastError);
         return;
     }
-    if (!device.canSupport(static_cast<unsigned>(protocol.fidpid)))
+    plan.isForOtherProduct = !device.canSupport(static_cast<unsigned>(protocol.fidpid));
+    if (plan.isForOtherProduct)
         plan.refusals << QStringLiteral(
                              "The image is for the product %1, which the plugin does not "
                              "serve. Get the image for %2.")
@@ -71,6 +72,7 @@ UpdatePlan planUpdate(DeviceInterface& device, const UpdateImage& image)
     plan.wireMicroseconds = image.wireMicroseconds();
     for (const ImageProblem& problem : image.problems)
         plan.refusals << problem.line();
+    plan.isForOtherProduct = image.isForOtherProduct;
     if (!image.ok())
         return plan;
     device.lastError.clear();

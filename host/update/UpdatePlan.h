@@ -12,8 +12,9 @@ struct UpdatePlan {
     FwUpdateProtocol protocol; // as the plugin describes the exchange
     int messages = 0;
     qint64 bytes = 0;
-    qint64 wireMicroseconds = 0; // of the messages alone, on a DIN MIDI wire
-    QStringList refusals;        // why this image must not be sent; empty: it may be
+    qint64 wireMicroseconds = 0;    // of the messages alone, on a DIN MIDI wire
+    QStringList refusals;           // why this image must not be sent; empty: it may be
+    bool isForOtherProduct = false; // one of them: the plugin does not serve its product
 
     // What the plugin lacks, so that the update cannot be verified; empty when it lacks nothing.
     QString missingProof;

@@ -19,6 +19,8 @@ QString updateOutcomeText(UpdateOutcome outcome)
         return QStringLiteral("verification failed");
     case UpdateOutcome::Interrupted:
         return QStringLiteral("interrupted");
+    case UpdateOutcome::NotConfirmed:
+        return QStringLiteral("not confirmed");
     case UpdateOutcome::PortLost:
         break;
     }

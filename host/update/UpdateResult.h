@@ -18,6 +18,7 @@ enum class UpdateOutcome {
     VerificationFailed, // all was sent, but what the product then reports does not agree
     Interrupted,
     PortLost,
+    NotConfirmed, // the question before the first message was not answered with yes
 };
 
 // "succeeded", "image refused", "no answer", ...
@@ -39,16 +40,21 @@ struct UpdateResult {
     QString advice; // what to do next; empty after success
     std::vector<UpdateStep> steps;
 
-    UpdateProgress progress; // as it stood at the end
-    int failedMessage = 0;   // number of the message it ended at, from 1; 0: at none
-    HxMidiData lastReply;    // the acknowledgement that ended it, if one did
+    UpdateProgress progress;            // as it stood at the end
+    int failedMessage = 0;              // number of the message it ended at, from 1; 0: at none
+    int failedAttempts = 0;             // how often that message was sent
+    SendEnd sendEnd = SendEnd::AllGood; // how the sending ended, once it has begun
+    HxMidiData lastReply;               // the acknowledgement that ended it, if one did
     Microseconds duration = 0;
+    // The product holds the code of the image, although it did not acknowledge every message.
+    bool holdsImage = false;
     // A message of the image was sent, whole or in part: the product may hold no valid code.
     bool touched = false;
 
     IdentityReading identityBefore;
     IdentityReading identityAfter;
     VersionReading versionBefore;
+    EsnReading esnBefore; // read only where `UpdateOptions::confirm` is given
     VersionReading versionAfter;
     ChecksumReading stored;
     ChecksumReading calculated;

@@ -1,5 +1,6 @@
 #include "host/update/UpdateRun.h"
 
+#include "host/base/HexText.h"
 #include "host/update/UpdateConclusion.h"
 #include "host/update/UpdateVerification.h"
 
@@ -43,6 +44,7 @@ private:
     bool checkImage(const UpdateImage& image);
     bool identify();
     bool readVersionBefore();
+    bool confirm(const UpdateOptions& options);
     bool send(const UpdateImage& image, const UpdateOptions& options);
     UpdateResult conclude();
 
@@ -74,7 +76,9 @@ bool Runner::checkImage(const UpdateImage& image)
     const int more = m_plan.refusals.size() - 1;
     const QString others = more > 0 ? QStringLiteral(" (and %1 more)").arg(more) : QString();
     m_steps.add("image", false, m_plan.refusals.first() + others);
-    return m_steps.end(UpdateOutcome::ImageRefused, m_plan.refusals.first() + others);
+    return m_steps.end(m_plan.isForOtherProduct ? UpdateOutcome::WrongProduct
+                                                : UpdateOutcome::ImageRefused,
+                       m_plan.refusals.first() + others);
 }
 
 bool Runner::identify()
@@ -105,6 +109,27 @@ bool Runner::readVersionBefore()
     return !ends || m_steps.endOn(version, UpdateOutcome::NoAnswer);
 }
 
+// What the question needs is read whether or not a person is asked, so that a recorded run can be
+// played back anywhere.
+bool Runner::confirm(const UpdateOptions& options)
+{
+    if (!options.confirm)
+        return true;
+    EsnReading& esn = m_result.esnBefore;
+    esn = m_reader.esn();
+    m_steps.add("serial number", esn.good(), esn.good() ? hexText(esn.number) : esn.reason);
+    if (esn.state == ReadingState::PortLost || esn.state == ReadingState::Interrupted)
+        return m_steps.endOn(esn, UpdateOutcome::NoAnswer);
+    if (options.confirm(m_result))
+        return true;
+    const bool isInterrupted = options.interrupted != nullptr && options.interrupted->load();
+    return isInterrupted
+               ? m_steps.end(UpdateOutcome::Interrupted,
+                             QStringLiteral("interrupted before the question was answered"))
+               : m_steps.end(UpdateOutcome::NotConfirmed,
+                             QStringLiteral("The update was not confirmed."));
+}
+
 UpdateOutcome outcomeOf(SendEnd end)
 {
     switch (end) {
@@ -129,6 +154,8 @@ bool Runner::send(const UpdateImage& image, const UpdateOptions& options)
     m_result.progress = report.progress;
     m_result.touched = report.touched;
     m_result.failedMessage = report.message;
+    m_result.failedAttempts = report.attempts;
+    m_result.sendEnd = report.end;
     m_result.lastReply = report.lastReply;
     m_allSent = report.end == SendEnd::AllGood;
     m_steps.add("messages", m_allSent,
@@ -142,7 +169,7 @@ bool Runner::send(const UpdateImage& image, const UpdateOptions& options)
 UpdateResult Runner::conclude()
 {
     m_result.duration = m_steps.sinceStart();
-    if (m_allSent && m_result.outcome != UpdateOutcome::ImageRefused)
+    if (m_allSent && m_plan.ok())
         describeFinished(m_result, m_reader);
     else if (m_result.touched)
         describeUnfinished(m_result, m_device, m_bus, m_imageVersion);
@@ -156,7 +183,7 @@ UpdateResult Runner::conclude()
 UpdateResult Runner::update(const UpdateImage& image, const UpdateOptions& options)
 {
     UpdateVerification verification(m_steps, m_reader, &image);
-    const bool good = checkImage(image) && identify() && readVersionBefore() &&
+    const bool good = checkImage(image) && identify() && readVersionBefore() && confirm(options) &&
                       send(image, options) &&
                       verification.passes(UpdateOutcome::VerificationFailed);
     if (good)

@@ -111,7 +111,7 @@ void UpdateSender::decide(int index, int attempt, Verdict verdict)
         if (attempt > 0 && verdict != Verdict::Interrupted)
             text += QStringLiteral(" (sent %1 times)").arg(attempt + 1);
         if (verdict != Verdict::Good)
-            end(verdict, index, text);
+            end(verdict, index, verdict == Verdict::Interrupted ? attempt : attempt + 1, text);
     }
     m_bus.note(BusEventKind::Decided, text);
 }
@@ -157,10 +157,11 @@ SendEnd UpdateSender::endOf(Verdict verdict)
     return SendEnd::AllGood;
 }
 
-void UpdateSender::end(Verdict verdict, int index, const QString& reason)
+void UpdateSender::end(Verdict verdict, int index, int attempts, const QString& reason)
 {
     m_report.end = endOf(verdict);
     m_report.message = index + 1;
+    m_report.attempts = attempts;
     m_report.reason = reason;
 }
 

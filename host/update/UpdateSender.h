@@ -19,10 +19,15 @@ struct UpdateProgress {
     qint64 remainingMicroseconds = 0; // at this rate; 0 when it is not known
 };
 
+struct UpdateResult;
+
 struct UpdateOptions {
     int maxRetries = 3; // of one message, when its acknowledgement is bad or does not come
     const std::atomic<bool>* interrupted = nullptr; // stops after the message in flight
     std::function<void(const UpdateProgress&)> progress;
+    // Asked once the product has told who it is, its serial number included, and before anything of
+    // the image is sent; false ends the run. Without it the serial number is not read.
+    std::function<bool(const UpdateResult&)> confirm;
 };
 
 enum class SendEnd {
@@ -39,6 +44,7 @@ struct SendReport {
     UpdateProgress progress;
     bool touched = false; // a message was sent, whole or in part
     int message = 0;      // number of the message it ended at, from 1; 0 when all were good
+    int attempts = 0;     // how often that message was sent
     HxMidiData lastReply; // the last acknowledgement; empty when the last message had none
     QString reason;       // empty when all were good
 };
@@ -60,7 +66,7 @@ private:
     void decide(int index, int attempt, Verdict verdict);
     QString textOf(int index, Verdict verdict) const;
     static SendEnd endOf(Verdict verdict);
-    void end(Verdict verdict, int index, const QString& reason);
+    void end(Verdict verdict, int index, int attempts, const QString& reason);
     bool interrupted() const;
     void advance(int index);
     void estimate();

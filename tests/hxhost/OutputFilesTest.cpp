@@ -171,8 +171,7 @@ TEST_F(OutputFiles, ALimitOnTheSizeOfFilesIsAFullDisk)
     image();
     ProgramResult ended = script("ulimit -f 2; \"$0\" update image.syx --port simulator --trace t");
     EXPECT_EQ(ended.exitCode, 10) << ended.err.toStdString();
-    EXPECT_TRUE(ended.out.contains("messages.acknowledged") && ended.out.contains("succeeded"))
-        << ended.out.toStdString();
+    EXPECT_TRUE(ended.out.contains("\nVerified: ")) << ended.out.toStdString();
     EXPECT_TRUE(ended.err.contains("trace")) << ended.err.toStdString();
     const QString code = "head -c 20000 /dev/zero > code; ulimit -f 2; ";
     EXPECT_EQ(script(code + "\"$0\" image build code -o x --kind fwu").exitCode, 10);

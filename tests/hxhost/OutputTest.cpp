@@ -112,11 +112,11 @@ TEST_F(Output, FieldThatDoesNotExistListsThoseThatDo)
     const ProgramResult ended = hxhost({"identify", "--port", "simulator", "--field", "colour"});
     EXPECT_EQ(ended.exitCode, 2);
     EXPECT_EQ(ended.out.toStdString(), "");
-    EXPECT_EQ(ended.err.toStdString(),
-              "error: the result has no value \"colour\"\n"
-              "  expected: one of: port, identity.identifier, identity.manufacturer, "
-              "identity.version, identity.served, product\n"
-              "  next: give one of these with --field\n");
+    EXPECT_TRUE(ended.err.startsWith("error: the result of 'identify' has no value \"colour\"\n"
+                                     "  expected: one of: divergence.bytes, "))
+        << ended.err.toStdString();
+    EXPECT_TRUE(ended.err.contains(", identity.version, port, product\n"))
+        << ended.err.toStdString();
 }
 
 TEST_F(Output, FieldAfterAnErrorLeavesTheErrorsCode)
@@ -164,8 +164,7 @@ TEST_F(Output, NoProgressWhenNoneIsWanted)
 {
     const ProgramResult ended =
         hxhost({"update", image(), "--port", "simulator", "--progress", "none", "--no-listen"});
-    EXPECT_EQ(ended.err.toStdString(), "Done: the product holds the new code, its checksums agree, "
-                                       "and it answers again.\n");
+    EXPECT_EQ(ended.err.toStdString(), "");
 }
 
 TEST_F(Output, QuietSaysNothingButErrors)
@@ -175,7 +174,7 @@ TEST_F(Output, QuietSaysNothingButErrors)
               "");
     const ProgramResult failed =
         hxhost({"update", image(), "--port", "simulator", "--fault", "failed-ack:2", "-q"});
-    EXPECT_TRUE(failed.err.startsWith("error: failed: message 2 of 11 "))
+    EXPECT_TRUE(failed.err.startsWith("error: The instrument refused message 2 of 11 "))
         << failed.err.toStdString();
 }
 

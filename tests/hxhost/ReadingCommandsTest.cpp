@@ -26,7 +26,7 @@ TEST_F(ReadingCommands, IdentifyShowsIdentifierVersionAndProduct)
     EXPECT_EQ(result.err.toStdString(), "");
 }
 
-TEST_F(ReadingCommands, InfoShowsAllReadingsAndThePluginsAnswersBesideThem)
+TEST_F(ReadingCommands, InfoShowsAllReadingsAndThePluginsAnswersWhenAskedForDetails)
 {
     const ProgramResult result = hxhost({"info", "--port", "simulator"});
     EXPECT_EQ(result.exitCode, 0);
@@ -36,7 +36,7 @@ TEST_F(ReadingCommands, InfoShowsAllReadingsAndThePluginsAnswersBesideThem)
                                                     "identity.version           1.0.2.3\n"
                                                     "gender.identifier          0x300041\n"
                                                     "version.version            1.0.2.3\n"
-                                                    "esn.number                 3330343130303031\n"
+                                                    "esn.text                   30410001\n"
                                                     "dsp0.present               true\n"
                                                     "dsp0.version               1023\n"
                                                     "dsp0.size                  256\n"
@@ -44,14 +44,16 @@ TEST_F(ReadingCommands, InfoShowsAllReadingsAndThePluginsAnswersBesideThem)
                                                     "dsp0.bankStatus            1\n"
                                                     "dsp1.present               false\n"
                                                     "checksum.stored.bytes      76 5E 46 50\n"
-                                                    "checksum.calculated.bytes  76 5E 46 50\n"
-                                                    "plugin.versionNumber       1023\n"
-                                                    "plugin.esn                 (none)\n"
-                                                    "plugin.isCodeValid.fwu     false\n"
-                                                    "plugin.isCodeValid.fwd     false\n"
-                                                    "plugin.isCodeValid.note    ") +
-                                            note + "\n");
+                                                    "checksum.calculated.bytes  76 5E 46 50\n"));
     EXPECT_EQ(result.err.toStdString(), "");
+    const ProgramResult detailed = hxhost({"info", "--port", "simulator", "-v"});
+    EXPECT_TRUE(detailed.out.endsWith(QByteArray("plugin.versionNumber       1023\n"
+                                                 "plugin.esn                 (none)\n"
+                                                 "plugin.isCodeValid.fwu     false\n"
+                                                 "plugin.isCodeValid.fwd     false\n"
+                                                 "plugin.isCodeValid.note    ") +
+                                      note + "\n"))
+        << detailed.out.toStdString();
 }
 
 TEST_F(ReadingCommands, VerifyTakesTheChecksumsForTheTruthAndNotThePluginsAnswer)
@@ -74,8 +76,8 @@ TEST_F(ReadingCommands, VerifyFailsForAnImageThatTheProductDoesNotHold)
 {
     const ProgramResult result = hxhost({"verify", image(), "--port", "simulator"});
     EXPECT_EQ(result.exitCode, 8);
-    EXPECT_TRUE(result.err.startsWith("error: verification failed: The product reports version "
-                                      "1.0.2.3; the image carries 1.0.2.4.\n"))
+    EXPECT_TRUE(result.err.startsWith("error: The instrument reports version 1.0.2.3; the image "
+                                      "carries 1.0.2.4.\n"))
         << result.err.toStdString();
 }
 
@@ -131,9 +133,12 @@ TEST_F(ReadingCommands, RecoverFindsNothingToDoForAHealthyProduct)
 {
     const ProgramResult result = hxhost({"recover", "--port", "simulator"});
     EXPECT_EQ(result.exitCode, 0);
-    EXPECT_TRUE(result.out.startsWith("port                       simulator\n"
-                                      "condition                  code intact\n"))
+    EXPECT_TRUE(result.out.contains("Verified: the instrument answers, its code is intact, and "
+                                    "nothing needs to be done. Simulated: no instrument was "
+                                    "changed.\n"))
         << result.out.toStdString();
+    EXPECT_EQ(json({"recover", "--port", "simulator"})["result"].toObject()["condition"].toString(),
+              "code intact");
 }
 
 TEST_F(ReadingCommands, RecoverSaysWhatBringsAnUnfinishedProductBack)
@@ -150,6 +155,20 @@ TEST_F(ReadingCommands, RecoverSaysWhatBringsAnUnfinishedProductBack)
         << result.err.toStdString();
     EXPECT_EQ(hxhost({"update", syx, "--port", "simulator:" + state}).exitCode, 0);
     EXPECT_EQ(hxhost({"recover", "--port", "simulator:" + state}).exitCode, 0);
+}
+
+TEST_F(ReadingCommands, NoAnswerIsSaidInAMusiciansWords)
+{
+    for (const char* command : {"identify", "info", "verify", "recover"}) {
+        const ProgramResult result = hxhost({command, "--port", "simulator", "--fault", "silent"});
+        EXPECT_EQ(result.err.toStdString(),
+                  "error: The instrument did not answer. Is it switched on? Are both MIDI cables "
+                  "in?\n"
+                  "  expected: an answer to \"identify\"\n"
+                  "  next: 'hxhost ports --probe' asks on every port who is there; --port chooses "
+                  "one.\n")
+            << command;
+    }
 }
 
 TEST_F(ReadingCommands, EachReadsTheSilenceOfTheProductAsNoAnswer)
@@ -172,7 +191,7 @@ TEST_F(ReadingCommands, InfoFailsWhenAQuestionIsNotAnsweredAndShowsTheOthers)
         EXPECT_EQ(result.exitCode, fault.second) << fault.first.toStdString();
         EXPECT_TRUE(result.out.contains("identity.version           1.0.2.3\n"))
             << result.out.toStdString();
-        EXPECT_EQ(result.err.contains("error: not all could be read: "), fault.second != 0)
+        EXPECT_EQ(result.err.contains("error: The "), fault.second != 0)
             << result.err.toStdString();
     }
 }

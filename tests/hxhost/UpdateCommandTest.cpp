@@ -80,8 +80,7 @@ TEST_F(UpdateCommand, EndsWhenTheProductRefusesForGood)
 {
     const QJsonObject document = update({"--fault", "failed-ack:5"});
     EXPECT_EQ(document.value("exitName").toString(), "update-failed");
-    EXPECT_EQ(what(document),
-              "failed: message 5 of 11 was refused for good: F0 00 6B 2D 30 41 43 0C 02 F7");
+    EXPECT_EQ(what(document), "The instrument refused message 5 of 11 and ended the update.");
     EXPECT_EQ(update().value("exitCode").toInt(), 0) << "a second run recovers the product";
 }
 

@@ -67,7 +67,12 @@ CASES = [
     (["trace", "TRACE", "--svg", "NEW"], 0),
     (["trace", "BAD"], 10),
     (["ports"], 0),
-    (["simulate", "--backend", "nothing", "--seconds", "1"], 4),
+    (["simulate", "--backend", "nothing", "--seconds", "1"], 2),
+    (["support", "-o", "NEW", "--port", "simulator"], 0),
+    (["support", "-o", "NEW", "--port", "simulator", "--image", "IMAGE", "--last-trace", "TRACE"], 0),
+    (["support", "-o", "NEW", "--port", "simulator", "--last-trace", "BAD"], 10),
+    (["update", "IMAGE", "--port", "simulator", "--field", "colour"], 2),
+    (["identify", "--fault", "silent"], 2),
 ]
 
 

@@ -39,16 +39,16 @@ RECORDED = [
     ("update-bad-always", ["update", "IMAGE"], ["bad-ack:2-"]),
     ("update-failed-first", ["update", "IMAGE"], ["failed-ack:1"]),
     ("update-failed-last", ["update", "IMAGE"], ["failed-ack:5"]),
-    ("update-silent-once", ["update", "IMAGE"], ["silent:4"]),
-    ("update-silent-for-good", ["update", "IMAGE"], ["silent:4-"]),
-    ("update-reply-damaged", ["update", "IMAGE"], ["damage-reply:4:7:64"]),
-    ("update-reply-lost", ["update", "IMAGE"], ["drop-reply:5"]),
-    ("update-reply-twice", ["update", "IMAGE"], ["duplicate-reply:4"]),
-    ("update-replies-swapped", ["update", "IMAGE"], ["swap-reply:4"]),
-    ("update-message-damaged", ["update", "IMAGE"], ["damage-message:4:20:1"]),
+    ("update-silent-once", ["update", "IMAGE"], ["silent:5"]),
+    ("update-silent-for-good", ["update", "IMAGE"], ["silent:5-"]),
+    ("update-reply-damaged", ["update", "IMAGE"], ["damage-reply:5:7:64"]),
+    ("update-reply-lost", ["update", "IMAGE"], ["drop-reply:6"]),
+    ("update-reply-twice", ["update", "IMAGE"], ["duplicate-reply:5"]),
+    ("update-replies-swapped", ["update", "IMAGE"], ["swap-reply:5"]),
+    ("update-message-damaged", ["update", "IMAGE"], ["damage-message:5:20:1"]),
     ("update-power-cut", ["update", "IMAGE"], ["power-cut:3"]),
     ("update-bad-memory", ["update", "IMAGE"], ["bad-write:2"]),
-    ("update-unplugged", ["update", "IMAGE"], ["vanish:5"]),
+    ("update-unplugged", ["update", "IMAGE"], ["vanish:6"]),
     ("update-unplugged-at-start", ["update", "IMAGE"], ["vanish:1"]),
     ("update-other-model", ["update", "IMAGE"], ["wrong-model"]),
 ]
@@ -82,6 +82,8 @@ def replay(hxhost, plugin, folder, traces, name, words):
 def record(hxhost, plugin, folder, traces):
     for name, words, faults in RECORDED:
         trace = os.path.join(traces, name + ".trace")
+        if os.path.exists(trace):
+            os.remove(trace)
         more = [word for fault in faults for word in ("--fault", fault)]
         first = run(hxhost, plugin, folder, words, "simulator", [*more, "--trace", trace])
         with open(trace, encoding="utf-8") as file:

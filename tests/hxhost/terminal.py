@@ -2,13 +2,14 @@
 """Runs hxhost in a terminal, as a person does: the question before an update, the progress bar in
 40 columns, a dumb terminal.
 
-usage: terminal.py HXHOST PLUGIN
+usage: terminal.py HXHOST PLUGIN README
 """
 
 import fcntl
 import os
 import pty
 import re
+import signal
 import struct
 import subprocess
 import sys
@@ -16,9 +17,9 @@ import tempfile
 import termios
 
 
-def run_in_terminal(words, typed="", columns=40, environment=None, when_asked=lambda: None):
-    """Returns the exit code and all that appeared on the terminal. Types `typed` when the update
-    asks whether to start, after a call of `when_asked`."""
+def run_in_terminal(words, typed="", columns=40, environment=None, when_asked=lambda: None, signalled=None):
+    """Returns the exit code and all that appeared on the terminal. When the update asks whether to
+    start, calls `when_asked`, then types `typed` or sends the signal `signalled`."""
     pid, terminal = pty.fork()
     if pid == 0:
         os.environ.update({"TERM": "xterm"}, **(environment or {}))
@@ -40,6 +41,8 @@ def run_in_terminal(words, typed="", columns=40, environment=None, when_asked=la
         if b"Type yes to start:" in shown and not asked:
             asked = True
             when_asked()
+            if signalled is not None:
+                os.kill(pid, signalled)
             os.write(terminal, typed.encode())
     status = os.waitpid(pid, 0)[1]
     os.close(terminal)
@@ -61,9 +64,81 @@ def check_answers(check, update):
                             ("yess\n", 12), ("ok\n", 12), ("\x04", 12)):
         code, shown = run_in_terminal(update, typed)
         check(code == expected, f"the answer {typed!r} ended with {code}, expected {expected}", shown)
-        check(("nothing was sent" in shown) == (expected == 12), f"after {typed!r}", shown)
+        check(("Nothing of the image was sent" in shown) == (expected == 12), f"after {typed!r}", shown)
     code, shown = run_in_terminal([*update, "--yes"])
     check(code == 0 and "Type yes" not in shown, "--yes must not ask", shown)
+
+
+def question_of(update, *more, **settings):
+    """What is asked, with an answer that sends nothing."""
+    shown = run_in_terminal([*update, "--no-listen", *more], "no\n", 100, **settings)[1]
+    return shown[:shown.find("Type yes to start:")]
+
+
+def check_question(check, hxhost, plugin, folder):
+    """Product, serial number and versions come from the product itself; the time counts the pace."""
+    images = {version: os.path.join(folder, version) for version in ("1.0.2.4", "1.0.2.3", "0.9.9.9")}
+    for version, name in images.items():
+        subprocess.run([hxhost, "image", "build", os.path.join(folder, "code"), "-o", name, "--kind",
+                        "fwu", "--code-version", version], check=True, stdout=subprocess.DEVNULL)
+
+    def words(version, port="simulator"):
+        return [hxhost, "update", images[version], "--port", port, "--plugin", plugin]
+
+    asked = question_of(words("1.0.2.4"))
+    check(asked == "Valdrin, serial number 30410001 on simulator\n"
+                   "It holds version 1.0.2.3; the image holds version 1.0.2.4 (fwu).\n"
+                   "The update takes about 2 s. Leave the instrument on and connected until it is "
+                   "done.\n", "the question before an upgrade", asked)
+    asked = question_of(words("1.0.2.3"))
+    check("\nThis is a reinstall: the instrument has this version already.\n" in asked, "a reinstall", asked)
+    asked = question_of(words("0.9.9.9"))
+    check("\nThis is a downgrade: the image is older than what the instrument has.\n" in asked,
+          "a downgrade", asked)
+    asked = question_of(words("1.0.2.4"), "--rate", "1000")
+    check("takes about 4 s." in asked, "--rate counts", asked)
+    asked = question_of(words("1.0.2.4"), "--gap", "2000")
+    check("takes about 1 min 0 s." in asked, "--gap counts", asked)
+    asked = question_of(words("1.0.2.4"), "--rate", "0")
+    check("takes as long as the port takes." in asked, "no rate", asked)
+    state = "simulator:" + os.path.join(folder, "begun.state")
+    subprocess.run([*words("1.0.2.4", state), "--fault", "failed-ack:4", "--no-listen"], check=False,
+                   stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+    asked = question_of(words("1.0.2.4", state))
+    check("\nIt holds no valid code; the image holds" in asked, "a product in its boot loader", asked)
+
+
+def check_question_is_always_seen(check, update, folder):
+    """Standard error may lead elsewhere: whoever types still sees what is asked."""
+    log = os.path.join(folder, "log")
+    shell = ["/bin/sh", "-c", '"$@" 2> "$0"', log, *update, "--no-listen"]
+    code, shown = run_in_terminal(shell, "no\n", 100)
+    check(code == 12 and "Type yes to start:" in shown, "the question with 2> FILE", shown)
+    with open(log, encoding="utf-8") as file:
+        check("Type yes" not in file.read(), "the question is in the file", shown)
+    code, shown = run_in_terminal([*update, "--no-listen"], "\x03", 100)
+    check(code == 130 and "before anything of an image was sent" in shown, "Ctrl-C at the question", shown)
+    for number in (signal.SIGTERM, signal.SIGHUP):
+        code, shown = run_in_terminal([*update, "--no-listen"], "", 100, signalled=number)
+        check(code == 130, f"signal {number} at the question ended with {code}", shown)
+    code, shown = run_in_terminal([*update, "--no-listen", "--json"], "\x03", 100)
+    check(code == 130 and '"exitName": "interrupted"' in shown, "Ctrl-C at the question with --json", shown)
+
+
+def normalised(line):
+    """A line of an update without what differs from port to port and from image to image."""
+    line = line.replace(" Simulated: no instrument was changed.", "").split("\r\x1b[K")[-1]
+    line = re.sub(r"(alsa:.*|simulator)$", "PORT", line.rstrip())
+    return re.sub(r"[0-9.]+ kB/s|(\d+ min )?\d+ s\b", "...", line)
+
+
+def check_readme(check, update, readme):
+    """The update that README shows is what a person sees."""
+    with open(readme, encoding="utf-8") as file:
+        session = file.read().split("$ hxhost update update.syx\n")[1].split("```")[0]
+    shown = run_in_terminal(update, "yes\n", 90)[1]
+    expected, found = ([normalised(line) for line in text.strip().split("\n")] for text in (session, shown))
+    check(len(expected) > 7 and expected == found, f"README shows {expected}, the terminal {found}", shown)
 
 
 def check_bar(check, update):
@@ -96,6 +171,9 @@ def main():
                        stdout=subprocess.DEVNULL)
         update = [hxhost, "update", image, "--port", "simulator", "--plugin", plugin]
         check_answers(check, update)
+        check_question(check, hxhost, plugin, folder)
+        check_question_is_always_seen(check, update, folder)
+        check_readme(check, update, sys.argv[3])
         check_bar(check, update)
         check_colour(check, hxhost)
     print("the terminal shows what it should" if check.failures == 0 else f"{check.failures} failures")

@@ -1,6 +1,7 @@
 #include "apps/hxhost/commands/CommandLine.h"
 
 #include "apps/hxhost/commands/ArgumentCheck.h"
+#include "apps/hxhost/commands/OptionCheck.h"
 #include "apps/hxhost/commands/OutputCheck.h"
 #include "apps/hxhost/report/Terminal.h"
 #include "host/base/FileName.h"
@@ -170,7 +171,8 @@ int CommandLine::runChosen(const Command& command)
     Report report;
     Console console(m_output.verbosity(), m_output.progress == ProgressMode::Json);
     Recorder recorder(console);
-    CommandContext context{m_output, report, console, recorder, std::nullopt};
+    CommandContext context{
+        m_output, report, console, recorder, QStringLiteral("The command succeeded"), std::nullopt};
     if (const std::optional<Problem> problem = standardOutputProblem(command)) {
         console.problem(*problem);
         return int(problem->code);
@@ -178,6 +180,8 @@ int CommandLine::runChosen(const Command& command)
     QString error;
     if (const std::optional<Problem> problem = argumentProblem(command, m_output))
         report.fail(*problem);
+    else if (const std::optional<Problem> wrong = optionProblem(command))
+        report.fail(*wrong);
     else if (m_output.trace.empty() || recorder.openTrace(context.traceName(), m_words, &error))
         runGuarded(command, context);
     else
@@ -207,8 +211,9 @@ int CommandLine::finish(const Command& command, CommandContext& context)
         context.startTrace();
     if (!context.recorder.ok() && !report.failed())
         context.fail(ExitCode::FileError,
-                     QStringLiteral("the trace could not be written to its end"),
-                     QStringLiteral("room on the disk"), QStringLiteral("free some, run again"));
+                     context.success + QStringLiteral("; only its record is incomplete."),
+                     QStringLiteral("room on the disk for the trace"),
+                     QStringLiteral("free some before the next run"));
     printResult(command, context);
     const bool isWritten = allWritten();
     if (!isWritten && !report.failed())
@@ -226,16 +231,13 @@ void CommandLine::printResult(const Command& command, CommandContext& context)
     if (m_output.json)
         return writeOut(report.toJson(QString::fromStdString(command.fullName())));
     if (m_output.field.empty())
-        return writeOut(report.toText().toUtf8());
+        return writeOut(report.toText(m_output.verbosity() >= Verbosity::Detail).toUtf8());
     const QString name = QString::fromStdString(m_output.field);
     const std::optional<QString> value = report.field(name);
-    if (value)
-        writeOut((outputIsTerminal() ? printableLines(*value).toUtf8() : fileNameBytes(*value)) +
-                 '\n');
-    else if (!report.failed())
-        context.fail(ExitCode::Usage, QStringLiteral("the result has no value \"%1\"").arg(name),
-                     QStringLiteral("one of: ") + report.fieldNames().join(QLatin1String(", ")),
-                     QStringLiteral("give one of these with --field"));
+    if (!value && report.failed())
+        return;
+    const QString text = value.value_or(QString());
+    writeOut((outputIsTerminal() ? printableLines(text).toUtf8() : fileNameBytes(text)) + '\n');
 }
 
 } // namespace hx

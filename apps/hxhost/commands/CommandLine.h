@@ -18,6 +18,9 @@ struct CommandContext {
     Console& console;
     Recorder& recorder;
 
+    // What was done, when all was done, for a problem that concerns its record alone.
+    QString success;
+
     // Set when a replayed trace was left: whatever the command made of that, this is its problem.
     std::optional<Problem> replayProblem;
 

@@ -16,6 +16,7 @@ void addAllCommands(CommandLine& line)
     addMonitorCommand(line);
     addTraceCommand(line);
     addSimulateCommand(line);
+    addSupportCommand(line);
 }
 
 } // namespace hx

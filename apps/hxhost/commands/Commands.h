@@ -4,6 +4,9 @@
 namespace hx {
 
 class CommandLine;
+struct CommandContext;
+struct ConnectionOptions;
+struct PluginOptions;
 
 void addInspectCommand(CommandLine& line);
 void addCheckCommand(CommandLine& line);
@@ -16,8 +19,14 @@ void addImageCommands(CommandLine& line);
 void addPortsCommand(CommandLine& line);
 void addMonitorCommand(CommandLine& line);
 void addSimulateCommand(CommandLine& line);
+void addSupportCommand(CommandLine& line);
 void addTraceCommand(CommandLine& line);
 
 void addAllCommands(CommandLine& line);
+
+// What `ports`, `inspect` and `info` say, for a command that collects it.
+void reportPorts(CommandContext& context, const PluginOptions& options);
+void reportPlugin(CommandContext& context, const PluginOptions& options);
+void reportProduct(CommandContext& context, const ConnectionOptions& options);
 
 } // namespace hx

@@ -17,8 +17,7 @@ void identify(CommandContext& context, const ConnectionOptions& options)
     const bool isServed = identity.good() && reader.isServed(identity);
     context.report.add(QStringLiteral("port"), session.port().name());
     addReading(context.report, QStringLiteral("identity"), identity);
-    if (!requireGood(context, identity,
-                     QStringLiteral("no usable identity from ") + session.port().name()))
+    if (!requireGood(context, identity, session.port().name()))
         return;
     context.report.add(QStringLiteral("identity.served"), isServed);
     if (isServed)

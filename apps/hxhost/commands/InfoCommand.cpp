@@ -29,20 +29,22 @@ bool isAnswered(const Reading& reading)
 }
 
 // The first question that was not answered, if there is one, is the problem of the command.
-void requireAnswers(CommandContext& context, const ProductInfo& info)
+void requireAnswers(CommandContext& context, const ProductInfo& info, const QString& portName)
 {
     const std::initializer_list<const Reading*> readings = {
         &info.gender, &info.version, &info.stored, &info.calculated,
         &info.esn,    &info.dsp0,    &info.dsp1};
     for (const Reading* reading : readings) {
         if (!isAnswered(*reading)) {
-            requireGood(context, *reading, QStringLiteral("not all could be read"));
+            requireGood(context, *reading, portName);
             return;
         }
     }
 }
 
-void info(CommandContext& context, const ConnectionOptions& options)
+} // namespace
+
+void reportProduct(CommandContext& context, const ConnectionOptions& options)
 {
     Session session(context);
     if (!session.open(options))
@@ -51,23 +53,21 @@ void info(CommandContext& context, const ConnectionOptions& options)
     const ProductInfo read = readProductInfo(reader);
     context.report.add(QStringLiteral("port"), session.port().name());
     addInfo(context.report, read);
-    if (!requireGood(context, read.identity,
-                     QStringLiteral("no usable identity from ") + session.port().name()))
+    if (!requireGood(context, read.identity, session.port().name()))
         return;
     if (!reader.isServed(read.identity))
         return failWrongProduct(context, read.identity, session.device());
+    context.report.setDetail(true);
     addPluginAnswers(context.report, askPlugin(session.device()));
-    requireAnswers(context, read);
+    requireAnswers(context, read, session.port().name());
 }
-
-} // namespace
 
 void addInfoCommand(CommandLine& line)
 {
     auto options = std::make_shared<ConnectionOptions>();
     const Command command = line.add("info", "Reads all that the product tells of itself");
     addConnectionOptions(command, *options);
-    line.setRun(command, [options](CommandContext& context) { info(context, *options); });
+    line.setRun(command, [options](CommandContext& context) { reportProduct(context, *options); });
 }
 
 } // namespace hx

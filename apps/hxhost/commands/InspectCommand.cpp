@@ -79,7 +79,9 @@ void addDictionary(Report& report, const DeviceInterface& device)
                     {QStringLiteral("key"), QStringLiteral("type"), QStringLiteral("value")}, rows);
 }
 
-void inspect(CommandContext& context, const PluginOptions& options)
+} // namespace
+
+void reportPlugin(CommandContext& context, const PluginOptions& options)
 {
     const std::unique_ptr<LoadedPlugin> plugin = loadChosenPlugin(context, options);
     if (!plugin)
@@ -93,15 +95,13 @@ void inspect(CommandContext& context, const PluginOptions& options)
         context.warn(missing);
 }
 
-} // namespace
-
 void addInspectCommand(CommandLine& line)
 {
     auto options = std::make_shared<PluginOptions>();
     const Command command =
         line.add("inspect", "Loads the plugin and shows its metadata, names and dictionary");
     addPluginOptions(command, *options);
-    line.setRun(command, [options](CommandContext& context) { inspect(context, *options); });
+    line.setRun(command, [options](CommandContext& context) { reportPlugin(context, *options); });
 }
 
 } // namespace hx

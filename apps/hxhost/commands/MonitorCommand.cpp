@@ -1,6 +1,5 @@
 // hxhost monitor: what arrives on a port, decoded.
 #include "apps/hxhost/commands/Commands.h"
-#include "apps/hxhost/session/InterruptFlag.h"
 #include "apps/hxhost/session/PortOpener.h"
 #include "apps/hxhost/session/Session.h"
 
@@ -40,10 +39,9 @@ QString nameOf(const AssembledEvent& event, const MessageNames& names)
 
 class Monitor {
 public:
-    Monitor(CommandContext& context, const MonitorOptions& options, PortBus& bus,
-            const MessageNames& names)
-        : m_context(context), m_options(options), m_bus(bus), m_names(names),
-          m_start(bus.port().clock().now())
+    Monitor(CommandContext& context, const MonitorOptions& options, const Session& session)
+        : m_context(context), m_options(options), m_session(session), m_bus(session.bus()),
+          m_names(session.names()), m_start(session.port().clock().now())
     {
     }
 
@@ -57,6 +55,7 @@ private:
 
     CommandContext& m_context;
     const MonitorOptions& m_options;
+    const Session& m_session;
     PortBus& m_bus;
     const MessageNames& m_names;
     Microseconds m_start;
@@ -107,8 +106,7 @@ void Monitor::listen()
 
 void Monitor::run()
 {
-    const InterruptFlag interrupt;
-    while (goesOn() && !*interrupt.flag() && m_bus.errorText.isEmpty())
+    while (goesOn() && !m_session.interrupted() && m_bus.errorText.isEmpty())
         listen();
     m_context.report.addHidden(QStringLiteral("events"), m_events);
     m_context.report.addHidden(QStringLiteral("count"), m_shown);
@@ -126,7 +124,7 @@ void monitor(CommandContext& context, const MonitorOptions& options)
     context.report.addHidden(QStringLiteral("port"), session.port().name());
     context.console.note(
         QStringLiteral("Listening on %1. Ctrl-C ends it.").arg(session.port().name()));
-    Monitor(context, options, session.bus(), session.names()).run();
+    Monitor(context, options, session).run();
 }
 
 } // namespace

@@ -40,7 +40,10 @@ void addOutputOptions(const Command& command, OutputOptions& options)
 {
     command.addFlag("--json", options.json, "Print exactly one JSON document, errors included")
         .group(outputGroup);
-    command.addOption("--field", options.field, "Print this one value of the result")
+    command
+        .addOption("--field", options.field,
+                   "Print this one value of the result; an empty line where this result does not "
+                   "have it")
         .valueName("NAME")
         .group(outputGroup);
     static const std::map<std::string, ProgressMode> modes = {{"auto", ProgressMode::Auto},

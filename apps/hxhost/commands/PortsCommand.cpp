@@ -89,12 +89,12 @@ QJsonArray probeRows(const QList<MidiBackend>& backends, DeviceInterface& device
     return rows;
 }
 
-void listPorts(CommandContext& context, const PortsOptions& options)
+std::unique_ptr<LoadedPlugin> listPorts(CommandContext& context, const PluginOptions& options,
+                                        const QList<MidiBackend>& backends)
 {
-    const std::unique_ptr<LoadedPlugin> plugin = loadChosenPlugin(context, options.plugin);
+    std::unique_ptr<LoadedPlugin> plugin = loadChosenPlugin(context, options);
     if (!plugin)
-        return;
-    const QList<MidiBackend> backends = listMidiBackends();
+        return nullptr;
     addBackends(context, backends);
     const QJsonArray rows = portRows(backends, plugin->device().productPortName());
     context.report.addTable(
@@ -103,7 +103,14 @@ void listPorts(CommandContext& context, const PortsOptions& options)
     if (rows.isEmpty())
         context.console.note(QStringLiteral("There are no MIDI ports. Connect an interface, or try "
                                             "'--port simulator'."));
-    if (options.probe)
+    return plugin;
+}
+
+void probePorts(CommandContext& context, const PortsOptions& options)
+{
+    const QList<MidiBackend> backends = listMidiBackends();
+    const std::unique_ptr<LoadedPlugin> plugin = listPorts(context, options.plugin, backends);
+    if (plugin && options.probe)
         context.report.addTable(
             QStringLiteral("probe"),
             {QStringLiteral("served"), QStringLiteral("answer"), QStringLiteral("name")},
@@ -112,6 +119,11 @@ void listPorts(CommandContext& context, const PortsOptions& options)
 
 } // namespace
 
+void reportPorts(CommandContext& context, const PluginOptions& options)
+{
+    listPorts(context, options, listMidiBackends());
+}
+
 void addPortsCommand(CommandLine& line)
 {
     auto options = std::make_shared<PortsOptions>();
@@ -119,7 +131,7 @@ void addPortsCommand(CommandLine& line)
         line.add("ports", "Lists MIDI ports and marks those that fit the product");
     command.addFlag("--probe", options->probe, "Ask what is behind each output who it is");
     addPluginOptions(command, options->plugin);
-    line.setRun(command, [options](CommandContext& context) { listPorts(context, *options); });
+    line.setRun(command, [options](CommandContext& context) { probePorts(context, *options); });
 }
 
 } // namespace hx

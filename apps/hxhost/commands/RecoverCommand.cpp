@@ -1,32 +1,14 @@
 // hxhost recover: what state the product is in, and what brings it back.
 #include "apps/hxhost/commands/Commands.h"
 #include "apps/hxhost/report/Readings.h"
-#include "apps/hxhost/session/Session.h"
+#include "apps/hxhost/report/Sentences.h"
+#include "apps/hxhost/report/UpdateReport.h"
 
 #include "host/product/ProductState.h"
 
 namespace hx {
 
 namespace {
-
-ExitCode exitCodeOf(ProductCondition condition)
-{
-    switch (condition) {
-    case ProductCondition::CodeIntact:
-        return ExitCode::Success;
-    case ProductCondition::OtherProduct:
-        return ExitCode::WrongProduct;
-    case ProductCondition::NoAnswer:
-        return ExitCode::NoAnswer;
-    case ProductCondition::PortLost:
-        return ExitCode::NoPort;
-    case ProductCondition::NoValidCode:
-    case ProductCondition::CodeDamaged:
-    case ProductCondition::Unclear:
-        break;
-    }
-    return ExitCode::VerificationFailed;
-}
 
 void recover(CommandContext& context, const ConnectionOptions& options)
 {
@@ -36,6 +18,7 @@ void recover(CommandContext& context, const ConnectionOptions& options)
     ProductReader reader(session.device(), session.bus());
     const ProductAssessment assessment = assessProduct(reader);
     Report& report = context.report;
+    report.setDetail(true);
     report.add(QStringLiteral("port"), session.port().name());
     report.add(QStringLiteral("condition"), productConditionText(assessment.condition));
     report.add(QStringLiteral("state"), assessment.state);
@@ -45,9 +28,12 @@ void recover(CommandContext& context, const ConnectionOptions& options)
     addReading(report, QStringLiteral("checksum.stored"), assessment.stored);
     addReading(report, QStringLiteral("checksum.calculated"), assessment.calculated);
     if (assessment.condition != ProductCondition::CodeIntact)
-        context.fail(exitCodeOf(assessment.condition), assessment.state,
-                     QStringLiteral("a product that answers and whose code is intact"),
-                     assessment.advice);
+        return report.fail(problemOf(assessment, session.port().name()));
+    addSuccess(report, session,
+               {session.device().productName(),
+                QStringLiteral("Version %1").arg(assessment.version.version),
+                QStringLiteral("Verified: the instrument answers, its code is intact, and nothing "
+                               "needs to be done")});
 }
 
 } // namespace

@@ -26,6 +26,19 @@ struct SimulateOptions {
     Pace pace = {0, 0};
 };
 
+// Empty for a backend of this machine's MIDI library, usable or not, else what is wrong with it.
+std::string isBackend(const std::string& name)
+{
+    QStringList names;
+    const QList<MidiBackend> backends = listMidiBackends();
+    for (const MidiBackend& backend : backends)
+        names << backend.name;
+    if (names.contains(QString::fromStdString(name)))
+        return std::string();
+    return '"' + name +
+           "\" is none of the backends here: " + names.join(QLatin1String(", ")).toStdString();
+}
+
 QString chosenBackend(CommandContext& context, const SimulateOptions& options)
 {
     if (!options.backend.empty())
@@ -126,9 +139,10 @@ void addSimulateCommand(CommandLine& line)
     const Command command =
         line.add("simulate", "Puts a simulated product on a virtual MIDI port until Ctrl-C");
     command.addOption("--name", options->name, "Name of the port").showDefault();
-    command.addOption("--backend", options->backend,
-                      "alsa, jack or core; default: the first "
-                      "that can be used");
+    command
+        .addOption("--backend", options->backend,
+                   "alsa, jack or core; default: the first that can be used")
+        .check(isBackend);
     command.addOption("--state", options->state, "File that keeps the product's memory")
         .valueName("FILE");
     command.addOption("--seconds", options->seconds, "Stop after this time").notNegative();

@@ -3,8 +3,8 @@
 #include "apps/hxhost/report/ImageReport.h"
 #include "apps/hxhost/report/Readings.h"
 #include "apps/hxhost/report/Terminal.h"
+#include "apps/hxhost/report/UpdateQuestion.h"
 #include "apps/hxhost/report/UpdateReport.h"
-#include "apps/hxhost/session/InterruptFlag.h"
 
 #include "host/base/HexText.h"
 #include "host/bus/TrafficMonitor.h"
@@ -28,7 +28,7 @@ bool requireGoodPlan(CommandContext& context, const LoadedImage& loaded, const U
 {
     if (plan.ok())
         return true;
-    context.fail(ExitCode::ImageRefused,
+    context.fail(plan.isForOtherProduct ? ExitCode::WrongProduct : ExitCode::ImageRefused,
                  QStringLiteral("the image \"%1\" is refused: %2")
                      .arg(loaded.path, plan.refusals.join(QLatin1String("; "))),
                  QStringLiteral("an image for a product that this plugin serves"),
@@ -53,79 +53,86 @@ void outliveReaders()
 #endif
 }
 
-bool listen(CommandContext& context, PortBus& bus)
+// False when it was stopped meanwhile.
+bool listen(CommandContext& context, const Session& session)
 {
-    const InterruptFlag interrupt;
     context.console.note(QStringLiteral("Listening for other MIDI traffic ..."));
-    const std::atomic<bool>* before = bus.watchInterrupt(interrupt.flag());
-    const TrafficReport traffic = listenForTraffic(bus);
-    bus.watchInterrupt(before);
+    const TrafficReport traffic = listenForTraffic(session.bus());
     for (const QString& line : traffic.warnings())
         context.warn(line);
-    if (*interrupt.flag())
+    if (session.interrupted())
         context.fail(ExitCode::Interrupted,
-                     QStringLiteral("interrupted before the update was started"),
-                     QStringLiteral("to run to its end"),
-                     QStringLiteral("nothing was sent; run the command again"));
-    return !*interrupt.flag();
+                     QStringLiteral("You stopped the update before anything was sent."), QString(),
+                     QStringLiteral("The instrument is as it was."));
+    return !session.interrupted();
 }
 
-QString question(const LoadedImage& loaded, const Session& session)
-{
-    return QStringLiteral("Update %1 on %2 with %3 (%4 %5, %6 messages, about %7)?\n"
-                          "Leave the product on and connected until it is done. Type yes to start:")
-        .arg(session.device().productName(), session.port().name(), loaded.path,
-             codeTypeTag(loaded.image.kind), loaded.image.version,
-             QString::number(loaded.image.messages.size()),
-             durationText(loaded.image.wireMicroseconds()));
-}
+class Updater {
+public:
+    Updater(CommandContext& context, const UpdateCommandOptions& options, const Session& session,
+            const LoadedImage& loaded)
+        : m_context(context), m_options(options), m_session(session), m_loaded(loaded),
+          m_progress(context.console, context.console.verbosity() == Verbosity::Quiet
+                                          ? ProgressMode::None
+                                          : context.output.progress)
+    {
+    }
 
-bool confirm(CommandContext& context, const LoadedImage& loaded, const Session& session)
+    UpdateResult run();
+
+private:
+    bool confirm(const UpdateResult& asked);
+    void show(const UpdateProgress& progress);
+
+    CommandContext& m_context;
+    const UpdateCommandOptions& m_options;
+    const Session& m_session;
+    const LoadedImage& m_loaded;
+    Progress m_progress;
+    bool m_isStopNoted = false;
+};
+
+bool Updater::confirm(const UpdateResult& asked)
 {
-    const QString answer = context.console.ask(question(loaded, session)).toLower();
-    if (answer == QLatin1String("yes") || answer == QLatin1String("y"))
+    if (m_options.yes || !inputIsTerminal())
         return true;
-    context.fail(ExitCode::NotConfirmed,
-                 QStringLiteral("the update was not started: the answer was \"%1\"").arg(answer),
-                 QStringLiteral("yes"),
-                 QStringLiteral("nothing was sent; run the command again and type yes, or give "
-                                "--yes"));
-    return false;
+    const QString question = updateQuestion(asked, m_loaded, m_session.device().productName(),
+                                            m_session.port().name(), m_options.connection.pace);
+    const QString answer = m_context.console.ask(question, m_session.interrupted()).toLower();
+    return answer == QLatin1String("yes") || answer == QLatin1String("y");
 }
 
-void send(CommandContext& context, const Session& session, const LoadedImage& loaded)
+void Updater::show(const UpdateProgress& progress)
 {
-    const InterruptFlag interrupt;
-    const bool quiet = context.console.verbosity() == Verbosity::Quiet;
-    Progress progress(context.console, quiet ? ProgressMode::None : context.output.progress);
+    m_progress.show(progress);
+    if (m_session.interrupted() && !std::exchange(m_isStopNoted, true))
+        m_context.recorder.note(BusEventKind::Interrupted, QStringLiteral("Ctrl-C"));
+}
+
+UpdateResult Updater::run()
+{
     UpdateOptions options;
-    options.interrupted = interrupt.flag();
-    bool isNoted = false;
-    options.progress = [&](const UpdateProgress& state) {
-        progress.show(state);
-        if (*interrupt.flag() && !std::exchange(isNoted, true))
-            context.recorder.note(BusEventKind::Interrupted, QStringLiteral("Ctrl-C"));
-    };
-    const UpdateResult result = runUpdate(session.device(), session.bus(), loaded.image, options);
-    progress.finish();
-    reportUpdate(context, result);
-    reportPluginAnswers(context, session, result);
-    if (result.succeeded())
-        context.console.note(QStringLiteral("Done: the product holds the new code, its checksums "
-                                            "agree, and it answers again."));
+    options.interrupted = &m_session.interrupted();
+    options.confirm = [this](const UpdateResult& asked) { return confirm(asked); };
+    options.progress = [this](const UpdateProgress& progress) { show(progress); };
+    const UpdateResult result =
+        runUpdate(m_session.device(), m_session.bus(), m_loaded.image, options);
+    m_progress.finish();
+    return result;
 }
 
-bool mayStart(CommandContext& context, const UpdateCommandOptions& options,
-              const LoadedImage& loaded, const Session& session)
+void send(CommandContext& context, const UpdateCommandOptions& options, const Session& session,
+          const LoadedImage& loaded)
 {
-    if (!options.noListen && !listen(context, session.bus()))
-        return false;
-    const bool asks = !options.yes && inputIsTerminal() && errorIsTerminal();
-    return !asks || confirm(context, loaded, session);
+    const UpdateResult result = Updater(context, options, session, loaded).run();
+    context.success = QStringLiteral("The update succeeded");
+    reportUpdate(context, session, &loaded.image, result);
+    reportPluginAnswers(context, session, result);
 }
 
 void update(CommandContext& context, const UpdateCommandOptions& options)
 {
+    context.report.setDetail(!options.dryRun);
     Session session(context);
     if (!session.loadPlugin(options.connection.plugin))
         return;
@@ -144,8 +151,8 @@ void update(CommandContext& context, const UpdateCommandOptions& options)
     if (!session.connect(options.connection))
         return;
     context.report.add(QStringLiteral("port"), session.port().name());
-    if (mayStart(context, options, *loaded, session))
-        send(context, session, *loaded);
+    if (options.noListen || listen(context, session))
+        send(context, options, session, *loaded);
 }
 
 } // namespace

@@ -29,6 +29,7 @@ void reportKind(CommandContext& context, const UpdateResult& result)
 
 void verify(CommandContext& context, const VerifyOptions& options)
 {
+    context.report.setDetail(true);
     Session session(context);
     if (!session.loadPlugin(options.connection.plugin))
         return;
@@ -45,7 +46,7 @@ void verify(CommandContext& context, const VerifyOptions& options)
     const UpdateResult result = verifyProduct(session.device(), session.bus(), image);
     if (image != nullptr)
         reportKind(context, result);
-    reportUpdate(context, result);
+    reportUpdate(context, session, image, result);
     reportPluginAnswers(context, session, result);
 }
 

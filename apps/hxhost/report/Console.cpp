@@ -5,7 +5,6 @@
 #include "host/base/PrintableText.h"
 
 #include <QJsonDocument>
-#include <QTextStream>
 
 #include <cstdio>
 
@@ -63,15 +62,16 @@ void Console::problem(const Problem& problem)
         line(QStringLiteral("  next: ") + printable(problem.next));
 }
 
-QString Console::ask(const QString& question)
+QString Console::ask(const QString& question, const std::atomic<bool>& interrupted)
 {
-    if (m_isForPrograms)
-        return QString();
     endRedraw();
-    writeError(printableLines(question) + QLatin1Char(' '));
-    QTextStream input(stdin);
-    const QString answer = input.readLine();
-    return answer.isNull() ? answer : answer.trimmed();
+    if (!writeToTerminal(printableLines(question).toUtf8() + ' ')) {
+        if (m_isForPrograms)
+            return QString();
+        writeError(printableLines(question) + QLatin1Char(' '));
+    }
+    const QByteArray line = readTypedLine(interrupted);
+    return line.isNull() ? QString() : QString::fromLocal8Bit(line).trimmed();
 }
 
 void Console::redraw(const QString& text)

@@ -5,6 +5,8 @@
 
 #include <QString>
 
+#include <atomic>
+
 namespace hx {
 
 // How much is said; each level includes the ones before it.
@@ -28,9 +30,10 @@ public:
     void warning(const QString& text);
     void problem(const Problem& problem);
 
-    // Asks on the terminal and returns the line that was typed, without blanks around it; a null
-    // text at the end of input, and where programs read the question.
-    QString ask(const QString& question);
+    // Asks on the terminal, wherever standard error leads, and returns the line that was typed,
+    // without blanks around it; a null text at the end of input, once `interrupted` is set, and
+    // where only programs could read the question.
+    QString ask(const QString& question, const std::atomic<bool>& interrupted);
 
     // Draws `text` over the line drawn before; `endRedraw` leaves it standing and goes on below it.
     void redraw(const QString& text);

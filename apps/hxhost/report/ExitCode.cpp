@@ -23,7 +23,8 @@ const std::vector<ExitCodeRow>& exitCodeTable()
         {ExitCode::NotConfirmed, "not-confirmed", "the question was not answered with yes"},
         {ExitCode::ContractBroken, "contract-broken",
          "the plugin breaks a rule of the contract, or crashes in the check"},
-        {ExitCode::Interrupted, "interrupted", "stopped by Ctrl-C"},
+        {ExitCode::Interrupted, "interrupted",
+         "stopped by Ctrl-C, SIGTERM or the closing of the terminal"},
     };
     return rows;
 }

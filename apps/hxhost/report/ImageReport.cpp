@@ -53,11 +53,32 @@ void failUnreadable(CommandContext& context, const QString& name, const QString&
                  QStringLiteral("check the name and the permissions; \"-\" is standard input"));
 }
 
+// An archive may hold the update; a web page was saved in its place.
+bool failForeign(CommandContext& context, const LoadedImage& loaded)
+{
+    const ImageFormat format = loaded.file.format;
+    if (format != ImageFormat::WebPage && format != ImageFormat::Archive)
+        return false;
+    context.fail(ExitCode::ImageRefused,
+                 QStringLiteral("This is a web page (or an archive), not an update. \"%1\" looks "
+                                "like %2.")
+                     .arg(loaded.path, format == ImageFormat::WebPage
+                                           ? QStringLiteral("a web page")
+                                           : QStringLiteral("an archive")),
+                 QStringLiteral("an update image: .syx, hex text or Standard MIDI File"),
+                 format == ImageFormat::WebPage
+                     ? QStringLiteral("Download the update again, and save the file, not the page.")
+                     : QStringLiteral("Unpack it, and give the update that is in it."));
+    return true;
+}
+
 bool requireGoodImage(CommandContext& context, const LoadedImage& loaded)
 {
     const ImageProblems& problems = loaded.image.problems;
     if (problems.empty())
         return true;
+    if (failForeign(context, loaded))
+        return false;
     const ImageProblem& first = problems.front();
     ImageProblem withoutAdvice = first;
     withoutAdvice.advice.clear();
@@ -65,7 +86,8 @@ bool requireGoodImage(CommandContext& context, const LoadedImage& loaded)
         QStringLiteral("the image \"%1\" is refused: %2").arg(loaded.path, withoutAdvice.line());
     if (problems.size() > 1)
         what += QStringLiteral(" (and %1 more)").arg(problems.size() - 1);
-    context.fail(ExitCode::ImageRefused, what,
+    context.fail(loaded.image.isForOtherProduct ? ExitCode::WrongProduct : ExitCode::ImageRefused,
+                 what,
                  QStringLiteral("a whole update image: data messages, file check, closing message"),
                  first.advice.isEmpty()
                      ? QStringLiteral("get the file again; 'hxhost image inspect' lists every "

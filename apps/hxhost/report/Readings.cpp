@@ -1,5 +1,7 @@
 #include "apps/hxhost/report/Readings.h"
 
+#include "apps/hxhost/report/Sentences.h"
+
 #include "host/base/HexText.h"
 
 namespace hx {
@@ -17,29 +19,18 @@ bool addState(Report& report, const QString& name, const Reading& reading)
     if (reading.state == ReadingState::NotRead)
         return false;
     const QString state = readingStateText(reading.state);
-    report.addHidden(member(name, "state"), state);
     report.addHidden(member(name, "reason"), reading.reason);
     report.addHidden(member(name, "reply"), hexText(reading.raw.bytes));
-    if (!reading.good())
-        report.add(member(name, "state"), state, state + QLatin1String(": ") + reading.reason);
+    if (reading.good())
+        report.addHidden(member(name, "state"), state);
+    else
+        report.add(member(name, "state"), state);
     return reading.good();
 }
 
 QString noWhen(bool isNull, const QString& text)
 {
     return isNull ? QStringLiteral("(none)") : text;
-}
-
-ExitCode exitCodeOf(ReadingState state)
-{
-    switch (state) {
-    case ReadingState::PortLost:
-        return ExitCode::NoPort;
-    case ReadingState::Interrupted:
-        return ExitCode::Interrupted;
-    default:
-        return ExitCode::NoAnswer;
-    }
 }
 
 } // namespace
@@ -73,8 +64,14 @@ void addReading(Report& report, const QString& name, const ChecksumReading& read
 
 void addReading(Report& report, const QString& name, const EsnReading& reading)
 {
-    if (addState(report, name, reading))
-        report.add(member(name, "number"), QString::fromLatin1(reading.number.toHex().toUpper()));
+    if (!addState(report, name, reading))
+        return;
+    const QString number = QString::fromLatin1(reading.number.toHex().toUpper());
+    const QString text = serialText(reading.number);
+    if (text.isEmpty())
+        return report.add(member(name, "number"), number);
+    report.addHidden(member(name, "number"), number);
+    report.add(member(name, "text"), text);
 }
 
 void addReading(Report& report, const QString& name, const CodeImageReading& reading)
@@ -104,17 +101,11 @@ void addPluginAnswers(Report& report, const PluginAnswers& answers)
                               "intact code too; the checksum bytes above decide"));
 }
 
-bool requireGood(CommandContext& context, const Reading& reading, const QString& what)
+bool requireGood(CommandContext& context, const Reading& reading, const QString& portName)
 {
-    if (reading.good())
-        return true;
-    context.fail(
-        exitCodeOf(reading.state),
-        QStringLiteral("%1: %2 (%3)").arg(what, readingStateText(reading.state), reading.reason),
-        QStringLiteral("an answer to \"%1\"").arg(reading.key),
-        QStringLiteral("check the cable and the port, and that the product is on; "
-                       "'hxhost ports' lists the ports"));
-    return false;
+    if (!reading.good())
+        context.report.fail(problemOf(reading, portName));
+    return reading.good();
 }
 
 void failWrongProduct(CommandContext& context, const IdentityReading& identity,

@@ -19,7 +19,7 @@ void addReading(Report& report, const QString& name, const CodeImageReading& rea
 void addPluginAnswers(Report& report, const PluginAnswers& answers);
 
 // Makes a reading that is not good the command's problem; true when it is good.
-bool requireGood(CommandContext& context, const Reading& reading, const QString& what);
+bool requireGood(CommandContext& context, const Reading& reading, const QString& portName);
 
 // Makes it the command's problem that something else answered than the plugin serves.
 void failWrongProduct(CommandContext& context, const IdentityReading& identity,

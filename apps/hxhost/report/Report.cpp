@@ -100,14 +100,15 @@ QList<QStringList> cellsOf(const QJsonArray& rows, const QStringList& columns)
 void Report::add(const QString& name, const QJsonValue& value, const QString& text)
 {
     addHidden(name, value);
-    m_lines.push_back({name, text.isEmpty() ? shownText(value) : printable(text), {}, {}});
+    m_lines.push_back(
+        {name, text.isEmpty() ? shownText(value) : printable(text), {}, {}, m_isDetail});
 }
 
 void Report::addTable(const QString& name, const QStringList& columns, const QJsonArray& rows,
                       const QJsonArray& shown)
 {
     addHidden(name, rows);
-    m_lines.push_back({name, QString(), columns, shown.isEmpty() ? rows : shown});
+    m_lines.push_back({name, QString(), columns, shown.isEmpty() ? rows : shown, m_isDetail});
 }
 
 void Report::addHidden(const QString& name, const QJsonValue& value)
@@ -115,13 +116,21 @@ void Report::addHidden(const QString& name, const QJsonValue& value)
     m_values = withValueAt(m_values, name.split(QLatin1Char('.')), value);
 }
 
-QString Report::toText() const
+void Report::say(const QString& sentence)
 {
+    m_sentences << sentence;
+}
+
+QString Report::toText(bool withDetails) const
+{
+    const auto isShown = [withDetails](const Line& line) { return withDetails || !line.isDetail; };
     int width = 0;
     for (const Line& line : m_lines)
-        width = std::max(width, line.columns.isEmpty() ? line.name.size() : 0);
+        width = std::max(width, isShown(line) && line.columns.isEmpty() ? line.name.size() : 0);
     QString text;
     for (const Line& line : m_lines) {
+        if (!isShown(line))
+            continue;
         if (line.columns.isEmpty())
             text += line.name.leftJustified(width) + QLatin1String("  ") + line.text +
                     QLatin1Char('\n');
@@ -129,6 +138,8 @@ QString Report::toText() const
             text += line.name + QLatin1String(":\n") +
                     textTable(line.columns, cellsOf(line.rows, line.columns));
     }
+    for (const QString& sentence : m_sentences)
+        text += sentence + QLatin1Char('\n');
     return text;
 }
 
@@ -152,14 +163,6 @@ std::optional<QString> Report::field(const QString& name) const
     if (value.isUndefined())
         return std::nullopt;
     return plainText(value);
-}
-
-QStringList Report::fieldNames() const
-{
-    QStringList names;
-    for (const Line& line : m_lines)
-        names << line.name;
-    return names;
 }
 
 } // namespace hx

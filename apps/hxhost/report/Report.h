@@ -28,6 +28,12 @@ public:
     // Adds a value to the JSON document alone, for what the text already says in other words.
     void addHidden(const QString& name, const QJsonValue& value);
 
+    // Adds a sentence for people; the JSON document says the same in values.
+    void say(const QString& sentence);
+
+    // Whether what is added from now on is a detail, which people see only when they ask for it.
+    void setDetail(bool isDetail) { m_isDetail = isDetail; }
+
     void warn(const QString& text) { m_warnings << text; }
     void fail(const Problem& problem) { m_problem = problem; }
 
@@ -35,8 +41,9 @@ public:
     const std::optional<Problem>& problem() const { return m_problem; }
     ExitCode exitCode() const { return m_problem ? m_problem->code : ExitCode::Success; }
 
-    // Lines "name  value", tables indented under their name. Ends with a line feed unless empty.
-    QString toText() const;
+    // Lines "name  value", tables indented under their name, then the sentences. Ends with a line
+    // feed unless empty.
+    QString toText(bool withDetails) const;
 
     // The whole document: command, ok, exitCode, exitName, result, warnings, error.
     QByteArray toJson(const QString& command) const;
@@ -46,19 +53,19 @@ public:
     // such name.
     std::optional<QString> field(const QString& name) const;
 
-    // Every name that `field` answers at the top, for an error that lists them.
-    QStringList fieldNames() const;
-
 private:
     struct Line {
         QString name;
         QString text;
         QStringList columns; // not empty for a table
         QJsonArray rows;
+        bool isDetail;
     };
 
     QJsonObject m_values;
     std::vector<Line> m_lines;
+    QStringList m_sentences;
+    bool m_isDetail = false;
     QStringList m_warnings;
     std::optional<Problem> m_problem;
 };

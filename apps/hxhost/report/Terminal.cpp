@@ -1,12 +1,15 @@
 #include "apps/hxhost/report/Terminal.h"
 
-#include <QByteArray>
+#include <QFile>
 #include <QtGlobal>
+
+#include <cstdio>
 
 #ifdef Q_OS_WIN
 #include <io.h>
 #else
 #include <sys/ioctl.h>
+#include <sys/select.h>
 #include <unistd.h>
 #endif
 
@@ -25,6 +28,31 @@ bool isTerminal(int descriptor)
     return _isatty(descriptor) != 0;
 #else
     return isatty(descriptor) != 0;
+#endif
+}
+
+// -1 at the end of input. Nothing is read ahead, so that what was typed is never out of sight.
+int readInputByte()
+{
+    char byte = 0;
+#ifdef Q_OS_WIN
+    return _read(0, &byte, 1) == 1 ? byte : -1;
+#else
+    return read(STDIN_FILENO, &byte, 1) == 1 ? quint8(byte) : -1;
+#endif
+}
+
+// Waits a moment for a line; whoever asks may look in between whether to go on.
+bool inputIsReady()
+{
+#ifdef Q_OS_WIN
+    return true;
+#else
+    fd_set inputs;
+    FD_ZERO(&inputs);
+    FD_SET(STDIN_FILENO, &inputs);
+    timeval moment = {0, 50000};
+    return select(STDIN_FILENO + 1, &inputs, nullptr, nullptr, &moment) > 0;
 #endif
 }
 
@@ -53,6 +81,29 @@ bool outputIsTerminal()
 bool inputIsTerminal()
 {
     return isTerminal(0);
+}
+
+bool writeToTerminal(const QByteArray& text)
+{
+    QFile terminal(QStringLiteral("/dev/tty"));
+    return terminal.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
+           terminal.write(text) == text.size();
+}
+
+QByteArray readTypedLine(const std::atomic<bool>& interrupted)
+{
+    QByteArray line;
+    while (!interrupted) {
+        if (!inputIsReady())
+            continue;
+        const int typed = readInputByte();
+        if (typed < 0)
+            return line;
+        if (typed == '\n')
+            return line.isNull() ? QByteArray("") : line;
+        line += char(typed);
+    }
+    return QByteArray();
 }
 
 int terminalColumns()

@@ -1,7 +1,10 @@
 // What the program may assume about the terminal it runs in.
 #pragma once
 
+#include <QByteArray>
 #include <QString>
+
+#include <atomic>
 
 namespace hx {
 
@@ -9,6 +12,12 @@ namespace hx {
 bool errorIsTerminal();
 bool outputIsTerminal();
 bool inputIsTerminal();
+
+// Writes on the terminal that the program was started in; false when there is none.
+bool writeToTerminal(const QByteArray& text);
+
+// The line that is typed on standard input; null at its end, and soon after `interrupted` is set.
+QByteArray readTypedLine(const std::atomic<bool>& interrupted);
 
 // Columns of the terminal behind standard error; 80 when it cannot be known.
 int terminalColumns();

@@ -1,6 +1,7 @@
 #include "apps/hxhost/report/UpdateReport.h"
 
 #include "apps/hxhost/report/Readings.h"
+#include "apps/hxhost/report/Sentences.h"
 
 #include "host/base/HexText.h"
 
@@ -29,6 +30,7 @@ void addReadings(Report& report, const UpdateResult& result)
 {
     addReading(report, QStringLiteral("before.identity"), result.identityBefore);
     addReading(report, QStringLiteral("before.version"), result.versionBefore);
+    addReading(report, QStringLiteral("before.esn"), result.esnBefore);
     addReading(report, QStringLiteral("after.identity"), result.identityAfter);
     addReading(report, QStringLiteral("after.version"), result.versionAfter);
     addReading(report, QStringLiteral("checksum.stored"), result.stored);
@@ -52,56 +54,36 @@ void addTransfer(Report& report, const UpdateResult& result)
     report.add(QStringLiteral("bytes.acknowledged"), double(result.progress.bytes));
 }
 
-QString expectedInstead(UpdateOutcome outcome)
+QString versionsText(const UpdateResult& result, bool isUpdate)
 {
-    switch (outcome) {
-    case UpdateOutcome::ImageRefused:
-        return QStringLiteral("a whole image for a product that the plugin serves");
-    case UpdateOutcome::NoAnswer:
-        return QStringLiteral("an answer within the plugin's timeout");
-    case UpdateOutcome::WrongProduct:
-        return QStringLiteral("the product that the image is for");
-    case UpdateOutcome::Failed:
-        return QStringLiteral("every message acknowledged as good");
-    case UpdateOutcome::VerificationFailed:
-        return QStringLiteral("stored and calculated checksum equal, and an answer to the "
-                              "identity request");
-    case UpdateOutcome::Interrupted:
-        return QStringLiteral("to run to its end");
-    case UpdateOutcome::PortLost:
-        return QStringLiteral("a port that stays connected");
-    case UpdateOutcome::Succeeded:
-        break;
-    }
-    return QString();
+    const QString now = QStringLiteral("Version %1").arg(result.versionAfter.version);
+    if (!isUpdate)
+        return now;
+    return QStringLiteral("%1; before the update: %2")
+        .arg(now, result.versionBefore.good() ? result.versionBefore.version
+                                              : QStringLiteral("no valid code"));
+}
+
+QString verifiedText(bool isImages)
+{
+    return isImages ? QStringLiteral("Verified: the instrument answers, and its code is that of "
+                                     "the image")
+                    : QStringLiteral("Verified: the instrument answers, and its code is intact");
 }
 
 } // namespace
 
-ExitCode exitCodeOf(const UpdateResult& result)
+void addSuccess(Report& report, const Session& session, const QStringList& lines)
 {
-    switch (result.outcome) {
-    case UpdateOutcome::Succeeded:
-        return ExitCode::Success;
-    case UpdateOutcome::ImageRefused:
-        return ExitCode::ImageRefused;
-    case UpdateOutcome::NoAnswer:
-        return result.touched ? ExitCode::UpdateFailed : ExitCode::NoAnswer;
-    case UpdateOutcome::WrongProduct:
-        return ExitCode::WrongProduct;
-    case UpdateOutcome::Failed:
-        return ExitCode::UpdateFailed;
-    case UpdateOutcome::VerificationFailed:
-        return ExitCode::VerificationFailed;
-    case UpdateOutcome::Interrupted:
-        return ExitCode::Interrupted;
-    case UpdateOutcome::PortLost:
-        return ExitCode::NoPort;
-    }
-    return ExitCode::Internal;
+    const QString end = session.isMadeUp()
+                            ? QStringLiteral(". Simulated: no instrument was changed.")
+                            : QStringLiteral(".");
+    for (const QString& line : lines)
+        report.say(line + end);
 }
 
-void reportUpdate(CommandContext& context, const UpdateResult& result)
+void reportUpdate(CommandContext& context, const Session& session, const UpdateImage* image,
+                  const UpdateResult& result)
 {
     Report& report = context.report;
     report.add(QStringLiteral("outcome"), updateOutcomeText(result.outcome));
@@ -114,12 +96,11 @@ void reportUpdate(CommandContext& context, const UpdateResult& result)
                     {QStringLiteral("step"), QStringLiteral("good"), QStringLiteral("ms"),
                      QStringLiteral("found")},
                     stepRows(result.steps));
-    if (result.succeeded())
-        return;
-    const QString what =
-        QStringLiteral("%1: %2").arg(updateOutcomeText(result.outcome), result.reason);
-    context.fail(exitCodeOf(result), what, expectedInstead(result.outcome),
-                 (result.productState + QLatin1Char(' ') + result.advice).trimmed());
+    if (!result.succeeded())
+        return report.fail(problemOf(result, image, session.port().name()));
+    addSuccess(report, session,
+               {productText(session.device().productName(), result.esnBefore),
+                versionsText(result, result.touched), verifiedText(image != nullptr)});
 }
 
 void reportPluginAnswers(CommandContext& context, const Session& session,

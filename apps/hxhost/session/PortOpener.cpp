@@ -114,13 +114,6 @@ PortPointer openReplay(CommandContext& context, const QString& path)
     return std::make_unique<ReplayPort>(path, trace, handlers);
 }
 
-// Whether the name stands for something other than a port of this machine.
-bool isMadeUp(const QString& name)
-{
-    return name == simulatorName || name.startsWith(simulatorPrefix) ||
-           name.startsWith(replayPrefix);
-}
-
 PortPointer openMadeUp(CommandContext& context, const ConnectionOptions& options,
                        const QString& name)
 {
@@ -135,11 +128,21 @@ PortPointer openMadeUp(CommandContext& context, const ConnectionOptions& options
 
 } // namespace
 
+bool isMadeUpPort(const QString& name)
+{
+    return isSimulatedPort(name) || name.startsWith(replayPrefix);
+}
+
+bool isSimulatedPort(const QString& name)
+{
+    return name == simulatorName || name.startsWith(simulatorPrefix);
+}
+
 PortPointer openPort(CommandContext& context, const ConnectionOptions& options,
                      const DeviceInterface& device)
 {
     const QString name = fileNameText(options.port);
-    if (isMadeUp(name))
+    if (isMadeUpPort(name))
         return openMadeUp(context, options, name);
     return openSelected(context, select(options, device), options.pace);
 }
@@ -148,7 +151,7 @@ PortPointer openInput(CommandContext& context, const ConnectionOptions& options,
                       const DeviceInterface& device)
 {
     const QString name = fileNameText(options.port);
-    if (isMadeUp(name))
+    if (isMadeUpPort(name))
         return openMadeUp(context, options, name);
     const QString wanted = name.isEmpty() ? device.productInPortName() : name;
     return openSelected(context, selectInput(listMidiBackends(), wanted), options.pace);

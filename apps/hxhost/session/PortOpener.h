@@ -10,6 +10,13 @@
 
 namespace hx {
 
+// Whether --port names the simulated product, whose faults can be chosen.
+bool isSimulatedPort(const QString& name);
+
+// Whether --port names something other than a port of this machine: the simulated product or a
+// replayed trace.
+bool isMadeUpPort(const QString& name);
+
 // Null, with the problem in the report, when it cannot be opened.
 std::unique_ptr<MidiPort> openPort(CommandContext& context, const ConnectionOptions& options,
                                    const DeviceInterface& device);

@@ -2,6 +2,8 @@
 
 #include "apps/hxhost/session/PortOpener.h"
 
+#include "host/base/FileName.h"
+
 namespace hx {
 
 Session::Session(CommandContext& context) : m_context(context) {}
@@ -25,6 +27,7 @@ bool Session::loadPlugin(const PluginOptions& options)
 
 bool Session::connect(const ConnectionOptions& options)
 {
+    m_isMadeUp = isMadeUpPort(fileNameText(options.port));
     return use(openPort(m_context, options, device()));
 }
 
@@ -39,6 +42,8 @@ bool Session::use(std::unique_ptr<MidiPort> port)
     if (!m_port || !m_context.startTrace())
         return false;
     m_bus = std::make_unique<PortBus>(*m_port);
+    m_interrupt = std::make_unique<InterruptFlag>();
+    m_bus->watchInterrupt(m_interrupt->flag());
     m_context.recorder.attach(
         *m_bus, [this](const QByteArray& message) { return m_names->nameOf(message); });
     device().bus = m_bus.get();

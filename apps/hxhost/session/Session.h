@@ -1,6 +1,7 @@
 // A loaded plugin with a product behind it.
 #pragma once
 
+#include "apps/hxhost/session/InterruptFlag.h"
 #include "apps/hxhost/session/PluginPlace.h"
 
 #include "host/bus/PortBus.h"
@@ -31,6 +32,14 @@ public:
     DeviceInterface& device() const { return m_plugin->device(); }
     PortBus& bus() const { return *m_bus; }
     MidiPort& port() const { return *m_port; }
+
+    // Whether a simulated or a replayed product is behind the port, and no real one.
+    bool isMadeUp() const { return m_isMadeUp; }
+
+    // Set by Ctrl-C, a termination signal or the closing of the terminal, from the moment a port is
+    // open: waits on the bus then end.
+    const std::atomic<bool>& interrupted() const { return *m_interrupt->flag(); }
+
     const MessageNames& names() const { return *m_names; }
     const ProductDescription& product() const { return m_product; }
 
@@ -43,6 +52,8 @@ private:
     std::unique_ptr<MessageNames> m_names;
     std::unique_ptr<MidiPort> m_port;
     std::unique_ptr<PortBus> m_bus;
+    std::unique_ptr<InterruptFlag> m_interrupt;
+    bool m_isMadeUp = false;
 };
 
 } // namespace hx

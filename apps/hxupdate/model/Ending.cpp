@@ -12,6 +12,7 @@ Ending endingUntouched(hx::UpdateOutcome outcome)
     case hx::UpdateOutcome::WrongProduct:
         return Ending::WrongBefore;
     case hx::UpdateOutcome::Interrupted:
+    case hx::UpdateOutcome::NotConfirmed:
         return Ending::StoppedBefore;
     case hx::UpdateOutcome::PortLost:
         return Ending::LostBefore;
@@ -39,6 +40,7 @@ Ending endingTouched(hx::UpdateOutcome outcome)
     case hx::UpdateOutcome::Failed:
         return Ending::RefusedMidway;
     case hx::UpdateOutcome::VerificationFailed:
+    case hx::UpdateOutcome::NotConfirmed:
     case hx::UpdateOutcome::Succeeded:
         break;
     }

@@ -1,0 +1,67 @@
+#include "apps/hxhost/commands/OptionCheck.h"
+
+#include "apps/hxhost/report/ResultSchema.h"
+#include "apps/hxhost/session/PortOpener.h"
+
+#include "host/base/FileName.h"
+
+#include <algorithm>
+
+namespace hx {
+
+namespace {
+
+// The option with this name; null when the command has none.
+const GivenOption* optionOf(const std::vector<GivenOption>& options, const char* name)
+{
+    const auto found = std::find_if(options.begin(), options.end(),
+                                    [name](const auto& option) { return option.name == name; });
+    return found == options.end() ? nullptr : &*found;
+}
+
+// The last value given; empty when the command has no such option, or it was left out.
+QString valueOf(const std::vector<GivenOption>& options, const char* name)
+{
+    const GivenOption* option = optionOf(options, name);
+    return option == nullptr || option->values.empty() ? QString()
+                                                       : fileNameText(option->values.back());
+}
+
+std::optional<Problem> fieldProblem(const QString& commandName, const QString& field)
+{
+    if (field.isEmpty() || resultHasField(commandName, field))
+        return std::nullopt;
+    return Problem{ExitCode::Usage,
+                   QStringLiteral("the result of '%1' has no value \"%2\"").arg(commandName, field),
+                   QStringLiteral("one of: ") + resultFields(commandName).join(QLatin1String(", ")),
+                   QStringLiteral("give one of these with --field; a list's elements are reached "
+                                  "by number, as in \"steps.0.step\"")};
+}
+
+// The fault would not happen, and the update would.
+std::optional<Problem> faultProblem(const std::vector<GivenOption>& options)
+{
+    const bool hasPort = optionOf(options, "--port") != nullptr;
+    const QString port = valueOf(options, "--port");
+    if (!hasPort || valueOf(options, "--fault").isEmpty() || isSimulatedPort(port))
+        return std::nullopt;
+    return Problem{ExitCode::Usage,
+                   QStringLiteral("--fault cannot be given for %1: only the simulated product has "
+                                  "faults on demand")
+                       .arg(port.isEmpty() ? QStringLiteral("the product's own port")
+                                           : QStringLiteral("the port \"%1\"").arg(port)),
+                   QStringLiteral("--port simulator or --port simulator:STATEFILE"),
+                   QStringLiteral("give one of these with --fault, or leave --fault out")};
+}
+
+} // namespace
+
+std::optional<Problem> optionProblem(const Command& command)
+{
+    const std::vector<GivenOption> options = command.given();
+    if (const std::optional<Problem> problem = faultProblem(options))
+        return problem;
+    return fieldProblem(QString::fromStdString(command.fullName()), valueOf(options, "--field"));
+}
+
+} // namespace hx

@@ -1,0 +1,16 @@
+// What is asked of the options of one command line before the command begins.
+#pragma once
+
+#include "apps/commandline/Command.h"
+#include "apps/hxhost/report/Problem.h"
+
+#include <optional>
+
+namespace hx {
+
+// The problem with options that would turn out to be wrong only once the product has been spoken
+// to: a --field that no result of the command has, a --fault for a port that no simulated product
+// is behind.
+std::optional<Problem> optionProblem(const Command& command);
+
+} // namespace hx

@@ -1,0 +1,81 @@
+#include "apps/hxhost/report/UpdateQuestion.h"
+
+#include "apps/hxhost/report/Sentences.h"
+
+#include <QVector>
+
+namespace hx {
+
+namespace {
+
+// Empty when one part is no number.
+QVector<int> numbersOf(const QString& version)
+{
+    QVector<int> numbers;
+    const QStringList parts = version.split(QLatin1Char('.'));
+    for (const QString& part : parts) {
+        bool isNumber = false;
+        numbers << part.toInt(&isNumber);
+        if (!isNumber)
+            return {};
+    }
+    return numbers;
+}
+
+QString stepSentence(VersionStep step)
+{
+    switch (step) {
+    case VersionStep::Downgrade:
+        return QStringLiteral("This is a downgrade: the image is older than what the instrument "
+                              "has.\n");
+    case VersionStep::Reinstall:
+        return QStringLiteral("This is a reinstall: the instrument has this version already.\n");
+    case VersionStep::Upgrade:
+    case VersionStep::Unknown:
+        break;
+    }
+    return QString();
+}
+
+} // namespace
+
+VersionStep versionStep(const QString& installed, const QString& offered)
+{
+    const QVector<int> now = numbersOf(installed);
+    const QVector<int> then = numbersOf(offered);
+    if (now.isEmpty() || now.size() != then.size())
+        return VersionStep::Unknown;
+    if (now == then)
+        return VersionStep::Reinstall;
+    return std::lexicographical_compare(now.begin(), now.end(), then.begin(), then.end())
+               ? VersionStep::Upgrade
+               : VersionStep::Downgrade;
+}
+
+QString sendingTime(const UpdateImage& image, const Pace& pace)
+{
+    if (pace.bytesPerSecond == 0 && pace.gap == 0)
+        return QStringLiteral("as long as the port takes");
+    const Microseconds pauses = pace.gap * image.messages.size();
+    return QStringLiteral("about ") + durationText(pace.wireTime(image.bytes) + pauses);
+}
+
+QString updateQuestion(const UpdateResult& asked, const LoadedImage& loaded,
+                       const QString& productName, const QString& portName, const Pace& pace)
+{
+    const bool isKnown = asked.versionBefore.good();
+    const QString installed = isKnown ? asked.versionBefore.version : QString();
+    return QStringLiteral("%1 on %2\n"
+                          "It holds %3; the image holds version %4 (%5).\n"
+                          "%6"
+                          "The update takes %7. Leave the instrument on and connected until it is "
+                          "done.\n"
+                          "Type yes to start:")
+        .arg(productText(productName, asked.esnBefore), portName,
+             isKnown ? QStringLiteral("version ") + installed : QStringLiteral("no valid code"),
+             loaded.image.version, codeTypeTag(loaded.image.kind),
+             stepSentence(versionStep(installed, loaded.image.version)),
+             sendingTime(loaded.image, pace));
+}
+
+} // namespace hx

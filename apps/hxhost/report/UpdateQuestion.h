@@ -1,0 +1,24 @@
+// The question before an update: what would be done to which instrument.
+#pragma once
+
+#include "apps/hxhost/report/ImageReport.h"
+
+#include "host/base/WirePace.h"
+#include "host/update/UpdateResult.h"
+
+namespace hx {
+
+// How the version that would be installed stands to the one that is there.
+enum class VersionStep { Unknown, Upgrade, Reinstall, Downgrade };
+
+// Both are numbers with dots between them; Unknown when one of them is something else.
+VersionStep versionStep(const QString& installed, const QString& offered);
+
+// "about 4 min 12 s", counting the pause after each message; at no limited rate it cannot be said.
+QString sendingTime(const UpdateImage& image, const Pace& pace);
+
+// `asked` is the run so far: identity, version and serial number are read.
+QString updateQuestion(const UpdateResult& asked, const LoadedImage& loaded,
+                       const QString& productName, const QString& portName, const Pace& pace);
+
+} // namespace hx
