@@ -1,6 +1,6 @@
-# What every target of this project is compiled with: C++17, warnings as errors, hidden symbols.
+# What every target of this project is compiled with: C++17, many warnings, hidden symbols.
 
-if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+if(HX_IS_TOP AND NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
   set(CMAKE_BUILD_TYPE Release CACHE STRING "Build type" FORCE)
 endif()
 
@@ -13,12 +13,17 @@ set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
 # Programs, the plugin and its libraries lie where a person looks for them in a build folder.
-include(GNUInstallDirs)
-set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
-set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
-set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
+if(HX_IS_TOP)
+  include(GNUInstallDirs)
+  set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+  set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
+  set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
+endif()
 
-add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion)
+if(HX_WERROR)
+  add_compile_options(-Werror)
+endif()
 add_compile_definitions(QT_DEPRECATED_WARNINGS QT_NO_KEYWORDS)
 
 set(HX_QT_VERSION 5.12) # the oldest that this project is built with

@@ -1,6 +1,18 @@
 # What `cmake --install` puts where, and what other projects find there: CMake package, pkg-config.
 include(CMakePackageConfigHelpers)
 
+# A project around this one may have chosen the folders.
+if(NOT HX_IS_TOP)
+  hx_option(CMAKE_INSTALL_BINDIR bin "Programs")
+  hx_option(CMAKE_INSTALL_LIBDIR lib "Libraries")
+  hx_option(CMAKE_INSTALL_INCLUDEDIR include "Headers")
+  hx_option(CMAKE_INSTALL_DATADIR share "Data")
+  hx_option(CMAKE_INSTALL_MANDIR share/man "Manual pages")
+  hx_option(CMAKE_INSTALL_DOCDIR share/doc/${PROJECT_NAME} "Documents")
+endif()
+
+# Components: plugin (to run it), devel (to build with it), tools (the programs).
+
 # Folder names as short as `host` stay out of the include folder that all packages share.
 set(HX_INSTALL_INCLUDEDIR ${CMAKE_INSTALL_INCLUDEDIR}/hxmidikit)
 # Device plugins, of this project and of others; the host program looks for them here.
@@ -30,12 +42,12 @@ function(hx_install_library target)
   add_library(HxMidiKit::${target} ALIAS ${target})
   get_filename_component(room ${CMAKE_CURRENT_SOURCE_DIR} NAME)
   install(TARGETS ${target} EXPORT ${ARG_EXPORT}
-    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
-    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT devel
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT devel
     INCLUDES DESTINATION ${HX_INSTALL_INCLUDEDIR})
   foreach(header IN LISTS ARG_HEADERS)
     get_filename_component(folder ${header} DIRECTORY)
-    install(FILES ${header} DESTINATION ${HX_INSTALL_INCLUDEDIR}/${room}/${folder})
+    install(FILES ${header} DESTINATION ${HX_INSTALL_INCLUDEDIR}/${room}/${folder} COMPONENT devel)
   endforeach()
   hx_install_pkgconfig(${target} "${ARG_DESCRIPTION}" "${ARG_REQUIRES}")
 endfunction()
@@ -50,18 +62,26 @@ function(hx_install_pkgconfig target description requires)
     set(PC_LIBS "-L\${libdir} -l${target}")
   endif()
   hx_relative_install_path(PC_PREFIX ${HX_INSTALL_PKGCONFIGDIR} .)
+  foreach(folder IN ITEMS CMAKE_INSTALL_LIBDIR HX_INSTALL_INCLUDEDIR HX_INSTALL_PLUGINDIR)
+    set(PC_${folder} ${${folder}})
+    if(NOT IS_ABSOLUTE ${${folder}})
+      set(PC_${folder} "\${prefix}/${${folder}}")
+    endif()
+  endforeach()
   configure_file(${PROJECT_SOURCE_DIR}/cmake/library.pc.in
     ${PROJECT_BINARY_DIR}/pkgconfig/${target}.pc @ONLY)
   install(FILES ${PROJECT_BINARY_DIR}/pkgconfig/${target}.pc
-    DESTINATION ${HX_INSTALL_PKGCONFIGDIR})
+    DESTINATION ${HX_INSTALL_PKGCONFIGDIR} COMPONENT devel)
 endfunction()
 
 # hx_install_program(TARGET): with its manual pages and shell completions, where there are some.
 function(hx_install_program target)
-  install(TARGETS ${target} EXPORT HxMidiKitTargets RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+  install(TARGETS ${target} EXPORT HxMidiKitTargets
+    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
+  add_executable(HxMidiKit::${target} ALIAS ${target})
   file(GLOB pages CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/man/${target}.1
     ${PROJECT_SOURCE_DIR}/docs/man/${target}-*.1)
-  install(FILES ${pages} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+  install(FILES ${pages} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools)
   hx_install_completion(${target}.bash bash-completion/completions/${target})
   hx_install_completion(_${target} zsh/site-functions/_${target})
   hx_install_completion(${target}.fish fish/vendor_completions.d/${target}.fish)
@@ -72,7 +92,8 @@ function(hx_install_completion source destination)
   get_filename_component(name ${destination} NAME)
   file(GLOB found CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/completions/${source})
   if(found)
-    install(FILES ${found} DESTINATION ${CMAKE_INSTALL_DATADIR}/${folder} RENAME ${name})
+    install(FILES ${found} DESTINATION ${CMAKE_INSTALL_DATADIR}/${folder} COMPONENT tools
+      RENAME ${name})
   endif()
 endfunction()
 
@@ -89,11 +110,15 @@ function(hx_install_package)
     ${PROJECT_BINARY_DIR}/HxMidiKitConfig.cmake
     ${PROJECT_BINARY_DIR}/HxMidiKitConfigVersion.cmake
     ${PROJECT_SOURCE_DIR}/cmake/FindRtMidi.cmake
-    DESTINATION ${HX_INSTALL_CMAKEDIR})
-  install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR}
+    DESTINATION ${HX_INSTALL_CMAKEDIR} COMPONENT devel)
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT devel
     FILES_MATCHING
     PATTERN "*.md" PATTERN "*.png" PATTERN "*.svg" PATTERN "*.trace" PATTERN "*.json" PATTERN man EXCLUDE)
-  foreach(set IN ITEMS HxMidiKitTargets HxMidiKitPortsTargets)
-    install(EXPORT ${set} DESTINATION ${HX_INSTALL_CMAKEDIR})
+  set(sets HxMidiKitTargets)
+  if(HX_HAS_HOST)
+    list(APPEND sets HxMidiKitPortsTargets)
+  endif()
+  foreach(set IN LISTS sets)
+    install(EXPORT ${set} NAMESPACE HxMidiKit:: DESTINATION ${HX_INSTALL_CMAKEDIR} COMPONENT devel)
   endforeach()
 endfunction()

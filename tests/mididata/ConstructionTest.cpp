@@ -161,7 +161,7 @@ TEST(Construction, copyFromBufferTakesTheLengthAsAnInt)
     data = filled();
     data.copyFromBuffer(memory, ~size_t(0));
     EXPECT_TRUE(data.bytes.isEmpty());
-    data.copyFromBuffer(memory, (size_t(1) << 32) + 2);
+    data.copyFromBuffer(memory, size_t((quint64(1) << 32) + 2)); // 2 where addresses have 32 bits
     EXPECT_EQ(data.bytes, hex("0102"));
 }
 

@@ -1,6 +1,7 @@
 #include "tests/host/badplugins/RanMark.h"
 
 #include <QObject>
+#include <QVariant>
 #include <QtPlugin>
 
 // Defined nowhere: the library can be built, but not loaded.
