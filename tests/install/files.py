@@ -32,6 +32,10 @@ PLACES = [
     "LIB/cmake/HxMidiKit/FindRtMidi.cmake",
     *(f"LIB/pkgconfig/{library}.pc" for library in LIBRARIES),
     "share/doc/HxMidiKit/examples/minimal-host/*",
+    "bin/hxupdate",
+    "share/applications/com.tarv.hxupdate.desktop",
+    "share/icons/hicolor/scalable/apps/com.tarv.hxupdate.svg",
+    "share/metainfo/com.tarv.hxupdate.metainfo.xml",
     "share/doc/HxMidiKit/examples/plugin-template/*",
     "share/doc/HxMidiKit/examples/simulated-host/*",
 ]
@@ -39,6 +43,7 @@ PLACES = [
 # Documents of the source tree, and where they go.
 DOCUMENTS = {
     "docs/**/*.md": "share/doc/HxMidiKit/{below}",
+    "docs/**/*.png": "share/doc/HxMidiKit/{below}",
     "docs/**/*.svg": "share/doc/HxMidiKit/{below}",
     "docs/**/*.trace": "share/doc/HxMidiKit/{below}",
     "docs/**/*.json": "share/doc/HxMidiKit/{below}",
