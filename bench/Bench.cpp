@@ -51,6 +51,7 @@ int main(int argc, char** argv)
     hxbench::addHexText();
     hxbench::addBuilder();
     hxbench::addRendering();
+    hxbench::addSearching();
     hxbench::addCutting();
     hxbench::addComparison();
     hxbench::addFields();

@@ -44,6 +44,7 @@ void addMatching();
 void addHexText();
 void addBuilder();
 void addRendering();
+void addSearching();
 void addCutting();
 void addComparison();
 void addFields();

@@ -124,6 +124,12 @@ GOALS = [
     ("match, worst pattern", "PCRE2-JIT, compiled beforehand", no_slower_each("match one", "pcre2jit", max, 2.05)),
     ("match, allocations", "", allocations_of("match one", 0)),
     ("match, three missing gaps in 4 KiB", "", time_of("match gaps/4K", 10)),
+    ("search, pattern not there, 1 KiB", "RE2, compiled beforehand", no_slower("search/1K", "re2", text="no slower")),
+    ("search, pattern not there, 64 KiB", "RE2, compiled beforehand", no_slower("search/64K", "re2", text="no slower")),
+    ("search, pattern not there, 64 KiB", "Hyperscan, compiled beforehand", no_slower("search/64K", "hyperscan", 1.2)),
+    ("search, pattern not there, 1 MiB", "Hyperscan, compiled beforehand", no_slower("search/1M", "hyperscan", 1.2)),
+    ("contains, raw bytes not there, 64 KiB", "memmem", no_slower("contains/64K", "memmem", 1.1)),
+    ("contains, raw bytes not there, 1 MiB", "memmem", no_slower("contains/1M", "memmem", 1.1)),
     ("setText 48 B compact", PLAIN, faster("setText/48 compact", "steps", 80)),
     ("setText 48 B spaced", PLAIN, faster("setText/48 spaced", "steps", 95)),
     ("setText 48 B compact", "QByteArray::fromHex", no_slower("setText/48 compact", "fromHex", text="no slower")),
@@ -163,6 +169,7 @@ GOALS = [
 # Cases whose sizes double: the time must double with them, not grow with their square.
 SCALING = [
     ("match gaps", ["4K", "8K", "16K"]),
+    ("search nearly everywhere", ["64K", "128K", "256K"]),
     ("setText long", ["4K", "8K", "16K"]),
     ("toString separated", ["64K", "128K", "256K"]),
     ("toStringTable", ["4K", "8K", "16K"]),

@@ -1,6 +1,9 @@
 #include "mididata/fast/DigitPattern.h"
 
 #include "mididata/fast/DigitSequence.h"
+#include "mididata/fast/PatternBlocks.h"
+
+#include <cstring>
 
 namespace hx {
 
@@ -49,28 +52,36 @@ private:
 // Compares each sequence with the buffer's start while it reads, item by item.
 class StartReader {
 public:
-    explicit StartReader(const QByteArray& bytes) : m_digits(bytes) {}
+    StartReader(const char* pattern, const QByteArray& bytes)
+        : m_bytes(bytes), m_digits(bytes), m_end(pattern + std::strlen(pattern))
+    {
+    }
 
     const char* read(const char* at);
 
     bool hasFit() const { return m_found; }
 
 private:
+    const char* skipSequence(const char* at) const;
     const char* readAfterGap(const char* at, qint64 pos);
 
+    const QByteArray& m_bytes;
     BufferDigits m_digits;
+    const char* m_end;
     bool m_found = false;
 };
 
 // Reads the rest of a sequence, of which no digit counts any more.
-const char* skipSequence(const char* at)
+const char* StartReader::skipSequence(const char* at) const
 {
-    while (at != nullptr && !endsSequence(*at))
-        at = readItem(at).next;
+    for (at = skipPlainBlocks(at, m_end); at != nullptr && !endsSequence(*at);) {
+        const bool noStarFollows = plainMask(at[0]) != notPlain && plainMask(at[1]) != notPlain;
+        at = noStarFollows ? at + 1 : readItem(at).next;
+    }
     return at;
 }
 
-// Reads the rest of a sequence, which may stand anywhere from the digit `pos` on.
+// Reads the rest of a sequence, which may be anywhere from the digit `pos` on.
 const char* StartReader::readAfterGap(const char* at, qint64 pos)
 {
     DigitSequence rest;
@@ -83,8 +94,11 @@ const char* StartReader::read(const char* at)
 {
     if (m_found)
         return skipSequence(at);
-    qint64 pos = 0;
-    for (at = m_digits.skipFittingPairs(at, pos); !endsSequence(*at);) {
+    const ComparedBlocks blocks = compareBlocks(at, m_end, m_bytes);
+    if (!blocks.fit)
+        return skipSequence(blocks.next);
+    qint64 pos = blocks.digit;
+    for (at = m_digits.skipFittingPairs(blocks.next, pos); !endsSequence(*at);) {
         const PatternItem item = readItem(at);
         if (item.next == nullptr)
             return nullptr;
@@ -104,7 +118,7 @@ const char* StartReader::read(const char* at)
 Fit fit(const char* pattern, const QByteArray& bytes, bool atStart)
 {
     // What fits at the start fits anywhere, and is found sooner.
-    const Fit fit = readPattern(pattern, StartReader(bytes));
+    const Fit fit = readPattern(pattern, StartReader(pattern, bytes));
     return atStart || fit != Fit::No ? fit : readPattern(pattern, SearchReader(bytes));
 }
 

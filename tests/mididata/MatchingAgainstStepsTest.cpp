@@ -64,6 +64,27 @@ TEST(MatchingAgainstSteps, longBuffers)
     }
 }
 
+// Around the sixteen characters that are compared and skipped at once.
+TEST(MatchingAgainstSteps, somethingElseAtEveryPlaceOfALongPattern)
+{
+    const LeakCheckPause pause;
+    const QByteArray bytes = hex("F0006B2D3041424344454647480F0E0D0C0B0A09F7");
+    const std::string digits = bytes.toHex().toUpper().toStdString();
+    for (size_t length = 13; length <= digits.size() && !HasFatalFailure(); length += 3) {
+        for (size_t at = 0; at <= length; ++at) {
+            for (const char* piece :
+                 {"*", " *", ".*", ". *", " ", "XX", "X", "[0F]", ")", "|", "V"})
+                compare(bytes, digits.substr(0, at) + piece + digits.substr(at, length - at));
+            std::string dots = digits.substr(0, length);
+            dots.replace(at / 2, at - at / 2, at - at / 2, '.');
+            compare(bytes, dots);
+            compare(bytes, dots + "*");
+            compare(bytes.left(7), dots + " *");
+            compare(bytes, "(" + dots + "|" + digits.substr(0, at) + "0)");
+        }
+    }
+}
+
 // Long enough for whole blocks to be left out, with near fits everywhere and the fit in any place, the
 // last of the buffer included.
 TEST(MatchingAgainstSteps, searchesThatLeaveBlocksOut)

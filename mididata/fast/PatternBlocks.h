@@ -1,0 +1,26 @@
+// Text patterns compared, and read over, sixteen characters at a time.
+//
+// Equal to reading the characters one by one, for hex digits and dots (and, when they are only read
+// over, letters and blanks): each is an item on its own, so they may be looked at side by side. A
+// star belongs to the character before it, so a block never ends just before one.
+#pragma once
+
+#include "mididata/fast/DigitRun.h"
+
+namespace hx {
+
+// How far the whole blocks at the beginning of a sequence have been compared with the buffer's start.
+struct ComparedBlocks {
+    const char* next; // where the reading of items goes on
+    qint64 digit;     // the buffer's digit that belongs to it
+    bool fit;         // false when one of them does not fit; only the grammar matters then
+};
+
+// Compares the blocks of hex digits and dots that the pattern begins with. `end` is its closing zero.
+ComparedBlocks compareBlocks(const char* pattern, const char* end, const QByteArray& bytes);
+
+// Skips blocks in which every character is an item of the grammar. What it returns is not a blank or
+// a star, as readItem() wants it.
+const char* skipPlainBlocks(const char* pattern, const char* end);
+
+} // namespace hx
