@@ -17,7 +17,7 @@ bool takePictures(const QString& folder, const QString& language)
     for (const Scene& scene : scenes()) {
         WindowBench bench;
         scene.bringAbout(bench);
-        QCoreApplication::processEvents();
+        bench.settle();
         const QImage picture = bench.window.grab().toImage().convertToFormat(
             QImage::Format_Indexed8, Qt::ThresholdDither | Qt::AvoidDither);
         const QString name = QString("%1-%2.png").arg(language.left(2), scene.name);

@@ -64,6 +64,12 @@ void WindowBench::activate()
     EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
 }
 
+void WindowBench::settle() const
+{
+    for (int i = 0; i < 5; ++i) // a label, its list, the page, the scroll area, the window
+        QCoreApplication::processEvents();
+}
+
 void WindowBench::key(int key, Qt::KeyboardModifiers modifiers) const
 {
     QTest::keyClick(QApplication::focusWidget(), Qt::Key(key), modifiers);

@@ -23,6 +23,8 @@ public:
     void key(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const;
     // As the desktop does when a dialog has gone.
     void activate();
+    // Lets new texts find their places.
+    void settle() const;
     void drop(const QStringList& paths);
 
     // Waits until a dialog or box of this name is open.

@@ -2,6 +2,8 @@
 
 #include "host/base/WholeFile.h"
 
+#include <QFileInfo>
+
 #include <utility>
 
 namespace hxupdate {
@@ -136,7 +138,7 @@ void UpdateModel::takeImage(const ImageFacts& image)
     if (pluginInUse() != noPlugin)
         go(image.isGood() ? Step::Review : Step::ChooseImage);
     else if (image.isGood())
-        tell(Notice::ImageKept, image.path);
+        tell(Notice::ImageKept, QFileInfo(image.path).fileName());
     else
         tell(Notice::ImageBad, image.problems.first());
 }

@@ -3,7 +3,7 @@
 #include "apps/hxupdate/parts/FactList.h"
 #include "apps/hxupdate/parts/FileDialogs.h"
 
-#include <QDir>
+#include <QFileInfo>
 
 namespace hxupdate {
 
@@ -53,7 +53,7 @@ void ImagePage::showFile()
     const ImageFacts& image = model().image();
     Facts facts;
     if (image.isChosen())
-        facts << qMakePair(tr("File"), QDir::toNativeSeparators(image.path));
+        facts << qMakePair(tr("File"), QFileInfo(image.path).fileName());
     for (const QString& problem : image.problems.mid(0, mostProblems))
         facts << qMakePair(tr("Problem"), problem);
     if (image.problems.size() > mostProblems)

@@ -3,7 +3,7 @@
 #include "apps/hxupdate/parts/FactList.h"
 #include "apps/hxupdate/words/Units.h"
 
-#include <QDir>
+#include <QFileInfo>
 #include <QLocale>
 
 namespace hxupdate {
@@ -44,7 +44,7 @@ void ReviewPage::showFacts()
                    {tr("Kind of the image"), hx::codeTypeTag(image.kind)},
                    {tr("Size"),
                     tr("%1 in %n message(s)", nullptr, image.messages).arg(sizeText(image.bytes))},
-                   {tr("File"), QDir::toNativeSeparators(image.path)},
+                   {tr("File"), QFileInfo(image.path).fileName()},
                    {tr("What it does"), changeText(model().change())},
                    {tr("Time"), tr("about %1").arg(durationText(image.wireMicroseconds))}});
 }

@@ -22,7 +22,7 @@ namespace hxupdate {
 namespace {
 
 constexpr int lookEveryMs = 1000;
-constexpr QSize firstWindowSize(640, 520);
+constexpr QSize firstWindowSize(680, 580);
 
 } // namespace
 
