@@ -17,7 +17,7 @@ constexpr int familyPosition = 8; // in the 16 bytes that were read
 constexpr int modelPosition = 9;
 constexpr unsigned neverWritten = 0xFF;
 
-constexpr QLatin1String addressField("NIB24");
+const QLatin1String addressField("NIB24");
 
 // The dictionary keeps its template without blanks, but the builder splits at blanks only: puts them
 // around the address and between the pairs. Any other text is the builder's as it is.
