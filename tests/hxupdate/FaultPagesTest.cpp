@@ -12,11 +12,11 @@ struct FaultyUpdate {
     const char* title;
 };
 
-const char good[] = "Valdrin was updated";
+const char updated[] = "Valdrin was updated";
 const char silentBefore[] = "The product does not answer";
 const char silentMidway[] = "The product stopped answering";
-const char refused[] = "The product refused the update";
-const char lost[] = "The connection was lost";
+const char updateRefused[] = "The product updateRefused the update";
+const char connectionLost[] = "The connection was connectionLost";
 const char notProven[] = "The update is not proven";
 
 // Longest time that a run may take by the host's own bound, in the product's time.
@@ -24,40 +24,40 @@ constexpr hx::Microseconds longestRun = 10 * 60 * hx::microsecondsPerSecond;
 
 const FaultyUpdate faultyUpdates[] = {
     {"silent", silentBefore},
-    {"silent:1", good},
-    {"silent:5", good},
+    {"silent:1", updated},
+    {"silent:5", updated},
     {"silent:5-", silentMidway},
-    {"duplicate-message:5", good},
-    {"duplicate-message", good},
-    {"damage-message:5", good},
-    {"damage-message:5-", refused},
-    {"cut-message:5", good},
+    {"duplicate-message:5", updated},
+    {"duplicate-message", updated},
+    {"damage-message:5", updated},
+    {"damage-message:5-", updateRefused},
+    {"cut-message:5", updated},
     {"cut-message:5-", silentMidway},
-    {"insert-message:5", good},
-    {"insert-message:5-", refused},
-    {"refuse:2-3", good},
+    {"insert-message:5", updated},
+    {"insert-message:5-", updateRefused},
+    {"refuse:2-3", updated},
     {"wrong-model", "Another product answered"},
     {"wrong-model:2-", "Another product answered"},
     {"vanish:1", "The product was disconnected"},
     {"vanish:2", "The product was disconnected"},
-    {"vanish:5", lost},
-    {"bad-ack:2", good},
-    {"bad-ack:2-", refused},
-    {"failed-ack:1", refused},
-    {"failed-ack:3", refused},
-    {"power-cut:2", refused},
-    {"power-cut:1:before", good},
-    {"drop-reply:5", good},
+    {"vanish:5", connectionLost},
+    {"bad-ack:2", updated},
+    {"bad-ack:2-", updateRefused},
+    {"failed-ack:1", updateRefused},
+    {"failed-ack:3", updateRefused},
+    {"power-cut:2", updateRefused},
+    {"power-cut:1:before", updated},
+    {"drop-reply:5", updated},
     {"drop-reply:5-", silentMidway},
-    {"duplicate-reply:5", good},
-    {"damage-reply:5", good},
-    {"cut-reply:5", good},
+    {"duplicate-reply:5", updated},
+    {"damage-reply:5", updated},
+    {"cut-reply:5", updated},
     {"cut-reply:5-", silentMidway},
-    {"insert-reply:5", good},
-    {"delay-reply:5", good},
-    {"late-reply:5", good},
-    {"swap-reply:5", good},
-    {"noise", good},
+    {"insert-reply:5", updated},
+    {"delay-reply:5", updated},
+    {"late-reply:5", updated},
+    {"swap-reply:5", updated},
+    {"noise", updated},
     {"bad-write:5", notProven},
 };
 
@@ -73,7 +73,7 @@ void expectItsPageInTime(const FaultyUpdate& update)
     EXPECT_LE(bench.product->clock().now() - start, longestRun);
     const bool holdsTheCode = bench.product->product().isCodeValid() &&
                               bench.product->product().codeBytes() == samples::code(300);
-    EXPECT_TRUE(holdsTheCode || bench.textOf("title") != good);
+    EXPECT_TRUE(holdsTheCode || bench.textOf("title") != updated);
 }
 
 } // namespace

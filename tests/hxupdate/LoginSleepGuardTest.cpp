@@ -1,4 +1,4 @@
-// The computer is kept awake through the login manager, played by python3-dbusmock on a bus of its
+// The computer is kept awake through the login loginInterface, played by python3-dbusmock on a bus of its
 // own.
 #include "apps/hxupdate/model/LoginSleepGuard.h"
 
@@ -15,9 +15,9 @@ using namespace hxupdate;
 
 namespace {
 
-const char service[] = "org.freedesktop.login1";
-const char path[] = "/org/freedesktop/login1";
-const char manager[] = "org.freedesktop.login1.Manager";
+const char loginService[] = "org.freedesktop.login1";
+const char loginPath[] = "/org/freedesktop/login1";
+const char loginInterface[] = "org.freedesktop.login1.Manager";
 
 // The process keeps its connection to the system bus: one bus for all tests.
 class SystemBus {
@@ -39,28 +39,29 @@ private:
 };
 
 // A lock is the writing end of a pipe: it is released when the other end is at its end.
-const char inhibit[] = "import os\n"
-                       "self.said = args[:]\n"
-                       "self.other_end, lock = os.pipe()\n"
-                       "ret = dbus.types.UnixFd(lock)\n"
-                       "os.close(lock)\n";
-const char isHeld[] = "import select\n"
-                      "ret = not select.select([self.other_end], [], [], 0)[0]\n";
-const char said[] = "ret = self.said\n";
+const char askInhibit[] = "import os\n"
+                          "self.said = args[:]\n"
+                          "self.other_end, lock = os.pipe()\n"
+                          "ret = dbus.types.UnixFd(lock)\n"
+                          "os.close(lock)\n";
+const char askIsHeld[] = "import select\n"
+                         "ret = not select.select([self.other_end], [], [], 0)[0]\n";
+const char askSaid[] = "ret = self.said\n";
 
 class LoginManager {
 public:
     LoginManager()
     {
-        m_mock.start("/usr/bin/python3", {"-m", "dbusmock", "--system", service, path, manager});
+        m_mock.start("/usr/bin/python3",
+                     {"-m", "dbusmock", "--system", loginService, loginPath, loginInterface});
         EXPECT_TRUE(m_mock.waitForStarted());
         QDBusConnection bus = QDBusConnection::systemBus();
         while (m_mock.state() == QProcess::Running &&
-               !bus.interface()->isServiceRegistered(service))
+               !bus.interface()->isServiceRegistered(loginService))
             m_mock.waitForReadyRead(20);
-        add("Inhibit", "ssss", "h", inhibit);
-        add("IsHeld", "", "b", isHeld);
-        add("Said", "", "as", said);
+        add("Inhibit", "ssss", "h", askInhibit);
+        add("IsHeld", "", "b", askIsHeld);
+        add("Said", "", "as", askSaid);
     }
     ~LoginManager()
     {
@@ -70,17 +71,17 @@ public:
 
     QVariant ask(const QString& method) const
     {
-        QDBusInterface mock(service, path, manager, QDBusConnection::systemBus());
+        QDBusInterface mock(loginService, loginPath, loginInterface, QDBusConnection::systemBus());
         return mock.call(method).arguments().value(0);
     }
 
 private:
     void add(const char* name, const char* in, const char* out, const char* code)
     {
-        QDBusInterface mock(service, path, "org.freedesktop.DBus.Mock",
+        QDBusInterface mock(loginService, loginPath, "org.freedesktop.DBus.Mock",
                             QDBusConnection::systemBus());
-        const QDBusMessage answer = mock.call("AddMethod", manager, QString(name), QString(in),
-                                              QString(out), QString(code));
+        const QDBusMessage answer = mock.call("AddMethod", loginInterface, QString(name),
+                                              QString(in), QString(out), QString(code));
         EXPECT_EQ(answer.type(), QDBusMessage::ReplyMessage) << answer.errorMessage().toStdString();
     }
 

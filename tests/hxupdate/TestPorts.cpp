@@ -91,5 +91,7 @@ void TestPorts::plug(const QString& port, const std::shared_ptr<TestProduct>& pr
 void TestPorts::unplug(const QString& port)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
-    m_products.take(port)->isPluggedIn = false;
+    const std::shared_ptr<TestProduct> product = m_products.take(port);
+    if (product)
+        product->isPluggedIn = false;
 }
