@@ -15,8 +15,8 @@ struct FaultyUpdate {
 const char updated[] = "Valdrin was updated";
 const char silentBefore[] = "The product does not answer";
 const char silentMidway[] = "The product stopped answering";
-const char updateRefused[] = "The product updateRefused the update";
-const char connectionLost[] = "The connection was connectionLost";
+const char updateRefused[] = "The product refused the update";
+const char connectionLost[] = "The connection was lost";
 const char notProven[] = "The update is not proven";
 
 // Longest time that a run may take by the host's own bound, in the product's time.
