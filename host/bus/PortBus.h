@@ -113,4 +113,21 @@ private:
     Wait m_wait;
 };
 
+// Has the bus watch `flag` for as long as this lives, and then again what it watched before. Null:
+// meanwhile nothing interrupts.
+class InterruptWatch {
+public:
+    InterruptWatch(PortBus& bus, const std::atomic<bool>* flag)
+        : m_bus(bus), m_before(bus.watchInterrupt(flag))
+    {
+    }
+    ~InterruptWatch() { m_bus.watchInterrupt(m_before); }
+    InterruptWatch(const InterruptWatch&) = delete;
+    InterruptWatch& operator=(const InterruptWatch&) = delete;
+
+private:
+    PortBus& m_bus;
+    const std::atomic<bool>* m_before;
+};
+
 } // namespace hx

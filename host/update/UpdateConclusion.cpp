@@ -61,10 +61,9 @@ void describeUnfinished(UpdateResult& result, DeviceInterface& device, PortBus& 
             unfinished() + QStringLiteral("The port is gone: the product may hold no valid code.");
         return;
     }
-    const std::atomic<bool>* watched = bus.watchInterrupt(nullptr);
+    const InterruptWatch none(bus, nullptr);
     ProductReader reader(device, bus);
     const ProductAssessment assessment = assessProduct(reader);
-    bus.watchInterrupt(watched);
     // Power may fail between the last write of the closing message and its acknowledgement.
     result.holdsImage = assessment.condition == ProductCondition::CodeIntact &&
                         assessment.version.version == imageVersion &&

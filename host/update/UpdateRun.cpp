@@ -4,30 +4,14 @@
 #include "host/update/UpdateConclusion.h"
 #include "host/update/UpdateVerification.h"
 
+#include <optional>
+
 namespace hx {
 
 namespace {
 
 constexpr int identityAttemptsBefore = 3;
 constexpr int readingAttempts = 3;
-
-// Lets a wait on the bus end on an interrupt, as long as this lives.
-class InterruptWatch {
-public:
-    InterruptWatch(PortBus& bus, const std::atomic<bool>* flag) : m_bus(bus)
-    {
-        m_before = m_bus.watchInterrupt(flag);
-        if (flag == nullptr)
-            m_bus.watchInterrupt(m_before);
-    }
-    ~InterruptWatch() { m_bus.watchInterrupt(m_before); }
-    InterruptWatch(const InterruptWatch&) = delete;
-    InterruptWatch& operator=(const InterruptWatch&) = delete;
-
-private:
-    PortBus& m_bus;
-    const std::atomic<bool>* m_before;
-};
 
 class Runner {
 public:
@@ -208,7 +192,9 @@ UpdateResult Runner::verify(const UpdateImage* image)
 UpdateResult runUpdate(DeviceInterface& device, PortBus& bus, const UpdateImage& image,
                        const UpdateOptions& options)
 {
-    const InterruptWatch watch(bus, options.interrupted);
+    std::optional<InterruptWatch> watch;
+    if (options.interrupted != nullptr)
+        watch.emplace(bus, options.interrupted);
     return Runner(device, bus).update(image, options);
 }
 

@@ -58,7 +58,7 @@ bool UpdateSender::sendOne(int index)
 UpdateSender::Verdict UpdateSender::attempt(const HxMidiData& message, bool lateAnswerPossible)
 {
     // An interrupt lets the message in flight be answered.
-    const std::atomic<bool>* watched = m_bus.watchInterrupt(nullptr);
+    const InterruptWatch none(m_bus, nullptr);
     m_report.lastReply =
         m_bus.exchange(message, m_isAny, QStringLiteral("an acknowledgement"), m_timeoutMs);
     const ExchangeEnd end = m_bus.lastEnd();
@@ -70,7 +70,6 @@ UpdateSender::Verdict UpdateSender::attempt(const HxMidiData& message, bool late
         verdict = Verdict::Silent;
     if (lateAnswerPossible && end == ExchangeEnd::Answered)
         verdict = settle(verdict);
-    m_bus.watchInterrupt(watched);
     return verdict;
 }
 

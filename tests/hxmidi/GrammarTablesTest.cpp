@@ -1,4 +1,5 @@
 // Every row of the tables in the grammar pages is true, of the program and of the library.
+#include "mididata/BuilderFields.h"
 #include "mididata/HxMidiData.h"
 #include "tests/hxmidi/CommandRun.h"
 #include "tests/hxmidi/Document.h"
@@ -48,6 +49,49 @@ std::vector<std::string> buildWords(const QStringList& row)
     std::vector<std::string> words = {"build", "--", textOf(row.at(0))};
     for (const std::string& argument : wordsOf(row.at(1)))
         words.push_back(argument);
+    return words;
+}
+
+template <size_t Count>
+QStringList namesOf(const hx::BuilderField (&fields)[Count])
+{
+    QStringList names;
+    for (const hx::BuilderField& field : fields)
+        names << QLatin1String(field.name.data(), int(field.name.size()));
+    return names;
+}
+
+QStringList sorted(QStringList words)
+{
+    words.sort();
+    return words;
+}
+
+QString between(const QString& text, const char* begin, const char* end)
+{
+    const QString rest = text.section(QLatin1String(begin), 1, 1);
+    EXPECT_FALSE(rest.isEmpty()) << begin;
+    return rest.section(QLatin1String(end), 0, 0);
+}
+
+// The words of each line in capital letters, up to what is said of them.
+QStringList wordsBefore(const QString& lines)
+{
+    QStringList words;
+    const QRegularExpression name(QStringLiteral("(?<=^|\\s)[A-Z]+\\d*(?=\\s)"),
+                                  QRegularExpression::MultilineOption);
+    for (auto it = name.globalMatch(lines); it.hasNext();)
+        words << it.next().captured();
+    return words;
+}
+
+// What a manual page sets in bold type.
+QStringList boldWords(const QString& lines)
+{
+    QStringList words;
+    for (const QString& line : lines.split(QLatin1Char('\n')))
+        if (line.startsWith(QLatin1String(".B ")))
+            words += line.mid(3).split(QLatin1Char(' '));
     return words;
 }
 
@@ -141,14 +185,20 @@ TEST(GrammarTables, BadFormatsAndArgumentsAreRefused)
     }
 }
 
-TEST(GrammarTables, NameEveryFieldOfTheBuilder)
+TEST(GrammarTables, NameEveryFieldOfTheBuilderAndNoOther)
 {
-    QString names;
+    const QStringList fields = namesOf(hx::builderFields);
+    QStringList inPage;
     for (const QStringList& row :
          rowsOf("docs/formats/builder-format.md", "| Field | Argument | Bytes | Read back by |"))
-        names += row.at(0) + QLatin1Char(' ');
-    for (const char* field : {"VV", "V8", "P8", "P14", "V14", "UT", "F32", "V32", "I32", "NIB24",
-                              "NIB32", "MSTR", "CSTR"})
-        EXPECT_TRUE(names.contains(QLatin1Char('`') + QLatin1String(field) + QLatin1Char('`')))
-            << field;
+        for (const std::string& name : wordsOf(row.at(0)))
+            inPage << QString::fromStdString(name);
+    EXPECT_EQ(sorted(inPage), sorted(fields));
+
+    const QString help = QString::fromStdString(hxmidi({"build", "--help"}).out);
+    EXPECT_EQ(sorted(wordsBefore(between(help, "Fields:\n", "\nExit codes:"))), sorted(fields));
+
+    const QString manual =
+        linesOfDocument(QStringLiteral("docs/man/hxmidi.1")).join(QLatin1Char('\n'));
+    EXPECT_EQ(sorted(boldWords(between(manual, "The fields are\n", "\n.TP\n"))), sorted(fields));
 }
