@@ -1,11 +1,11 @@
-# bash completion for hxhost
+# bash completion for hxhost, made by scripts/options
 
 _hxhost_files()
 {
-    local at=$1 name
-    while IFS= read -r name; do
-        [[ -d $name ]] && name+=/
-        COMPREPLY+=("$at$name")
+    local at=$1 found
+    while IFS= read -r found; do
+        [[ -d $found ]] && found+=/
+        COMPREPLY+=("$at$found")
     done < <(compgen -f -- "${cur#"$at"}")
     compopt -o filenames -o nospace 2> /dev/null
 }
@@ -19,69 +19,96 @@ _hxhost_ports()
             COMPREPLY=($(compgen -W "simulator simulator: replay:" -- "$cur"))
             compopt -o nospace 2> /dev/null ;;
     esac
+    declare -F __ltrim_colon_completions > /dev/null && __ltrim_colon_completions "$cur"
 }
 
 _hxhost()
 {
-    local cur prev words=() cword
+    local cur prev words=() cword i command="" offers="" files=""
     if declare -F _get_comp_words_by_ref > /dev/null; then
         _get_comp_words_by_ref -n : cur prev words cword
     else
         words=("${COMP_WORDS[@]}") cword=$COMP_CWORD
         cur=${words[cword]} prev=${words[cword - 1]}
     fi
-    local commands="ports identify info update verify recover image inspect check monitor trace simulate support"
-    local output="--json --field --progress --quiet --verbose --trace"
-    local product="--plugin --port --in-port --rate --gap --fault"
-    local faults="silent duplicate-message damage-message cut-message insert-message refuse
-        wrong-model vanish bad-ack failed-ack power-cut bad-write drop-reply duplicate-reply
-        damage-reply cut-reply insert-reply delay-reply late-reply swap-reply noise"
-    local command=${words[1]} options=""
     COMPREPLY=()
 
-    if ((cword == 1)); then
-        COMPREPLY=($(compgen -W "$commands --help --version" -- "$cur"))
-        return
-    fi
-    if [[ $command == image ]]; then
-        if ((cword == 2)); then
-            COMPREPLY=($(compgen -W "build inspect --help" -- "$cur"))
-            return
-        fi
-        command="image ${words[2]}"
-    fi
+    for ((i = 1; i < cword; i++)); do
+        case "$command ${words[i]}" in
+            " ports" | " identify" | " info" | " update" | " verify" | " recover" | " image" | \
+            "image build" | "image inspect" | " inspect" | " check" | " monitor" | " trace" | \
+            " simulate" | " support") command="${command:+$command }${words[i]}" ;;
+        esac
+    done
+
+    case "$command $prev" in
+        "ports --field" | "identify --field" | "identify --rate" | "identify --gap" | \
+            "info --field" | "info --rate" | "info --gap" | "update --field" | "update --rate" | \
+            "update --gap" | "verify --field" | "verify --rate" | "verify --gap" | "recover --field" | \
+            "recover --rate" | "recover --gap" | "image build --code-version" | "image build --field" \
+            | "image inspect --field" | "inspect --field" | "check --field" | "monitor --count" | \
+            "monitor --seconds" | "monitor --field" | "trace --field" | "simulate --name" | \
+            "simulate --seconds" | "simulate --field" | "simulate --rate" | "simulate --gap" | \
+            "support --field" | "support --rate" | "support --gap")
+            return ;;
+        "ports --progress" | "identify --progress" | "info --progress" | "update --progress" | \
+            "verify --progress" | "recover --progress" | "image build --progress" | \
+            "image inspect --progress" | "inspect --progress" | "check --progress" | \
+            "monitor --progress" | "trace --progress" | "simulate --progress" | "support --progress")
+            COMPREPLY=($(compgen -W "auto bar json none plain" -- "$cur")); return ;;
+        "ports --trace" | "ports --plugin" | "identify --trace" | "identify --plugin" | \
+            "info --trace" | "info --plugin" | "update --trace" | "update --plugin" | "verify --trace" \
+            | "verify --plugin" | "recover --trace" | "recover --plugin" | "image build -o" | \
+            "image build --output" | "image build --trace" | "image build --plugin" | \
+            "image inspect --trace" | "image inspect --plugin" | "inspect --trace" | \
+            "inspect --plugin" | "check --image" | "check --trace" | "monitor --trace" | \
+            "monitor --plugin" | "trace --svg" | "trace --trace" | "simulate --state" | \
+            "simulate --trace" | "support -o" | "support --output" | "support --image" | \
+            "support --last-trace" | "support --trace" | "support --plugin")
+            _hxhost_files ""; return ;;
+        "identify --port" | "identify --in-port" | "info --port" | "info --in-port" | \
+            "update --port" | "update --in-port" | "verify --port" | "verify --in-port" | \
+            "recover --port" | "recover --in-port" | "monitor --port" | "support --port" | \
+            "support --in-port")
+            _hxhost_ports; return ;;
+        "identify --fault" | "info --fault" | "update --fault" | "verify --fault" | \
+            "recover --fault" | "monitor --fault" | "simulate --fault" | "support --fault")
+            COMPREPLY=($(compgen -W "silent duplicate-message damage-message cut-message insert-message refuse wrong-model vanish bad-ack failed-ack power-cut bad-write drop-reply duplicate-reply damage-reply cut-reply insert-reply delay-reply late-reply swap-reply noise" -- "$cur")); return ;;
+        "image build --kind")
+            COMPREPLY=($(compgen -W "fwd fwu" -- "$cur")); return ;;
+        "simulate --backend")
+            COMPREPLY=($(compgen -W "alsa jack core" -- "$cur")); return ;;
+    esac
 
     case $command in
-        ports) options="--probe --plugin" ;;
-        identify | info | verify | recover) options=$product ;;
-        update) options="$product --dry-run --yes --no-listen" ;;
-        "image build") options="--plugin --output --kind --code-version" ;;
-        inspect | "image inspect") options="--plugin" ;;
-        check) options="--image" ;;
-        support) options="$product --output --image --last-trace" ;;
-        monitor) options="--count --seconds --plugin --port --fault" ;;
-        trace) options="--svg" ;;
-        simulate) options="--name --backend --state --seconds --rate --gap --fault" ;;
+        "") offers="ports identify info update verify recover image inspect check monitor trace simulate support --help --version" files=none ;;
+        "ports") offers="--help --probe --json --field --progress --quiet --verbose --trace --plugin" files=none ;;
+        "identify") offers="--help --json --field --progress --quiet --verbose --trace --plugin --port --in-port --rate --gap --fault" files=none ;;
+        "info") offers="--help --json --field --progress --quiet --verbose --trace --plugin --port --in-port --rate --gap --fault" files=none ;;
+        "update") offers="--help --dry-run --yes --no-listen --json --field --progress --quiet --verbose --trace --plugin --port --in-port --rate --gap --fault" files=files ;;
+        "verify") offers="--help --json --field --progress --quiet --verbose --trace --plugin --port --in-port --rate --gap --fault" files=files ;;
+        "recover") offers="--help --json --field --progress --quiet --verbose --trace --plugin --port --in-port --rate --gap --fault" files=none ;;
+        "image") offers="build inspect --help" files=none ;;
+        "image build") offers="--help --output --kind --code-version --json --field --progress --quiet --verbose --trace --plugin" files=files ;;
+        "image inspect") offers="--help --json --field --progress --quiet --verbose --trace --plugin" files=files ;;
+        "inspect") offers="--help --json --field --progress --quiet --verbose --trace --plugin" files=none ;;
+        "check") offers="--help --image --json --field --progress --quiet --verbose --trace" files=files ;;
+        "monitor") offers="--help --count --seconds --json --field --progress --quiet --verbose --trace --plugin --port --fault" files=none ;;
+        "trace") offers="--help --svg --json --field --progress --quiet --verbose --trace" files=files ;;
+        "simulate") offers="--help --name --backend --state --seconds --json --field --progress --quiet --verbose --trace --rate --gap --fault" files=none ;;
+        "support") offers="--help --output --image --last-trace --json --field --progress --quiet --verbose --trace --plugin --port --in-port --rate --gap --fault" files=none ;;
     esac
 
-    case $prev in
-        --progress) COMPREPLY=($(compgen -W "auto bar plain json none" -- "$cur")); return ;;
-        --kind) COMPREPLY=($(compgen -W "fwu fwd" -- "$cur")); return ;;
-        --backend) COMPREPLY=($(compgen -W "alsa jack core" -- "$cur")); return ;;
-        --fault)
-            COMPREPLY=($(compgen -W "$faults" -- "$cur"))
-            compopt -o nospace 2> /dev/null
-            return ;;
-        --port | --in-port)
-            _hxhost_ports
-            declare -F __ltrim_colon_completions > /dev/null && __ltrim_colon_completions "$cur"
-            return ;;
-        --field | --rate | --gap | --count | --seconds | --name | --code-version) return ;;
-    esac
-
-    if [[ $cur == -* ]]; then
-        COMPREPLY=($(compgen -W "$options $output --help" -- "$cur"))
-    else
+    if [[ $cur == -* || $files == none ]]; then
+        COMPREPLY=($(compgen -W "$offers" -- "$cur"))
+    elif [[ $files == data && $cur == @* ]]; then
+        _hxhost_files @
+    elif [[ $files == fields && -n $cur && $cur != @* ]]; then
+        COMPREPLY=($(compgen -S @ -W "" -- "$cur"))
+        compopt -o nospace 2> /dev/null
+    elif [[ $files == fields ]]; then
+        _hxhost_files @
+    elif [[ $files == files ]]; then
         _hxhost_files ""
     fi
 }

@@ -1,64 +1,77 @@
-# fish completion for hxhost
+# fish completion for hxhost, made by scripts/options
 
-set -l commands ports identify info update verify recover image inspect check monitor trace simulate support
-set -l leaves ports identify info update verify recover build inspect check monitor trace simulate support
-set -l product identify info update verify recover support
-set -l paced identify info update verify recover simulate support
-set -l faulty identify info update verify recover monitor simulate support
-set -l plugged identify info update verify recover build inspect monitor ports support
-set -l build '__fish_seen_subcommand_from image; and __fish_seen_subcommand_from build'
-set -l faults silent duplicate-message damage-message cut-message insert-message refuse wrong-model \
-    vanish bad-ack failed-ack power-cut bad-write drop-reply duplicate-reply damage-reply cut-reply \
-    insert-reply delay-reply late-reply swap-reply noise
+# Whether the words so far name one of these commands.
+function __hxhost_at
+    set -l at
+    for word in (commandline -opc)[2..-1]
+        if contains -- (string join ' ' $at $word) 'ports' 'identify' 'info' 'update' 'verify' 'recover' 'image' 'image build' 'image inspect' 'inspect' 'check' 'monitor' 'trace' 'simulate' 'support'
+            set -a at $word
+        end
+    end
+    contains -- "$at" $argv
+end
 
-complete -c hxhost -n "not __fish_seen_subcommand_from $commands" -f
-complete -c hxhost -n "not __fish_seen_subcommand_from $commands" -l version -d 'Print the version'
-complete -c hxhost -s h -l help -d 'Print the options'
+function __hxhost_files
+    for found in (__fish_complete_path (string sub -s 2 -- (commandline -ct)))
+        echo @$found
+    end
+end
 
-complete -c hxhost -n __fish_use_subcommand -a ports -d 'List MIDI ports'
-complete -c hxhost -n __fish_use_subcommand -a identify -d 'Ask the product who it is'
-complete -c hxhost -n __fish_use_subcommand -a info -d 'Read all that the product tells of itself'
-complete -c hxhost -n __fish_use_subcommand -a update -d 'Update the product with an image'
-complete -c hxhost -n __fish_use_subcommand -a verify -d 'Check the code in the product'
-complete -c hxhost -n __fish_use_subcommand -a recover -d 'Say what state the product is in'
-complete -c hxhost -n __fish_use_subcommand -a image -d 'Make update images and look into them'
-complete -c hxhost -n __fish_use_subcommand -a inspect -d 'Show what a plugin says of itself'
-complete -c hxhost -n __fish_use_subcommand -a check -d 'Check that a plugin keeps the contract'
-complete -c hxhost -n __fish_use_subcommand -a monitor -d 'Print what arrives on a port'
-complete -c hxhost -n __fish_use_subcommand -a trace -d 'Show or draw a recorded session'
-complete -c hxhost -n __fish_use_subcommand -a simulate -d 'Put a simulated product on a port'
-complete -c hxhost -n __fish_use_subcommand -a support -d 'Write a report to attach to a call for help'
-complete -c hxhost -n '__fish_seen_subcommand_from image; and not __fish_seen_subcommand_from build inspect' -f -a build -d 'Make an image'
-complete -c hxhost -n '__fish_seen_subcommand_from image; and not __fish_seen_subcommand_from build inspect' -f -a inspect -d 'Look into an image'
-
-complete -c hxhost -n "__fish_seen_subcommand_from $leaves" -l json -d 'Print one JSON document'
-complete -c hxhost -n "__fish_seen_subcommand_from $leaves" -l field -x -d 'Print this value alone'
-complete -c hxhost -n "__fish_seen_subcommand_from $leaves" -l progress -x -a 'auto bar plain json none' -d 'How progress is shown'
-complete -c hxhost -n "__fish_seen_subcommand_from $leaves" -s q -l quiet -d 'Say nothing but errors'
-complete -c hxhost -n "__fish_seen_subcommand_from $leaves" -s v -l verbose -d 'Say what is decided'
-complete -c hxhost -n "__fish_seen_subcommand_from $leaves" -l trace -r -d 'Write a record'
-
-complete -c hxhost -n "__fish_seen_subcommand_from $plugged" -l plugin -r -d 'The device plugin, or its folder'
-complete -c hxhost -n "__fish_seen_subcommand_from $product monitor" -l port -r -a 'simulator replay:' -d 'MIDI port'
-complete -c hxhost -n "__fish_seen_subcommand_from $product" -l in-port -x -d 'Port that answers come from'
-complete -c hxhost -n "__fish_seen_subcommand_from $paced" -l rate -x -d 'Bytes a second to send'
-complete -c hxhost -n "__fish_seen_subcommand_from $paced" -l gap -x -d 'Pause after each message, in ms'
-complete -c hxhost -n "__fish_seen_subcommand_from $faulty" -l fault -x -a "$faults" -d 'Make the simulated product misbehave'
-
-complete -c hxhost -n '__fish_seen_subcommand_from ports' -l probe -d 'Ask each output who it is'
-complete -c hxhost -n '__fish_seen_subcommand_from update' -l dry-run -d 'Show the plan, send nothing'
-complete -c hxhost -n '__fish_seen_subcommand_from update' -s y -l yes -d 'Do not ask'
-complete -c hxhost -n '__fish_seen_subcommand_from update' -l no-listen -d 'Do not listen first'
-complete -c hxhost -n $build -s o -l output -r -d 'Image to write'
-complete -c hxhost -n $build -l kind -x -a 'fwu fwd' -d 'Kind of code image'
-complete -c hxhost -n $build -l code-version -x -d 'Version that the code carries'
-complete -c hxhost -n '__fish_seen_subcommand_from check' -l image -r -d 'An update image of the product'
-complete -c hxhost -n '__fish_seen_subcommand_from support' -s o -l output -r -d 'Report to write'
-complete -c hxhost -n '__fish_seen_subcommand_from support' -l image -r -d 'Image whose checksum goes in'
-complete -c hxhost -n '__fish_seen_subcommand_from support' -l last-trace -r -d 'What --trace wrote'
-complete -c hxhost -n '__fish_seen_subcommand_from monitor simulate' -l seconds -x -d 'Stop after this time'
-complete -c hxhost -n '__fish_seen_subcommand_from monitor' -l count -x -d 'Stop after so many messages'
-complete -c hxhost -n '__fish_seen_subcommand_from trace' -l svg -r -d 'Draw a picture'
-complete -c hxhost -n '__fish_seen_subcommand_from simulate' -l name -x -d 'Name of the port'
-complete -c hxhost -n '__fish_seen_subcommand_from simulate' -l backend -x -a 'alsa jack core' -d 'Kind of port'
-complete -c hxhost -n '__fish_seen_subcommand_from simulate' -l state -r -d 'File that keeps the memory'
+complete -c hxhost -n "__hxhost_at ''" -f
+complete -c hxhost -n "__hxhost_at ''" -a ports -d 'Lists MIDI ports and marks those that fit the product'
+complete -c hxhost -n "__hxhost_at ''" -a identify -d 'Asks the product on a port who it is'
+complete -c hxhost -n "__hxhost_at ''" -a info -d 'Reads all that the product tells of itself'
+complete -c hxhost -n "__hxhost_at ''" -a update -d 'Updates the product with an image, and checks it'
+complete -c hxhost -n "__hxhost_at ''" -a verify -d 'Checks that the code in the product is intact'
+complete -c hxhost -n "__hxhost_at ''" -a recover -d 'Says what state the product is in, and what brings it back'
+complete -c hxhost -n "__hxhost_at ''" -a image -d 'Makes update images and looks into them'
+complete -c hxhost -n "__hxhost_at ''" -a inspect -d 'Loads the plugin and shows its metadata, names and dictionary'
+complete -c hxhost -n "__hxhost_at ''" -a check -d 'Checks that a plugin keeps the contract with its hosts, rule by rule'
+complete -c hxhost -n "__hxhost_at ''" -a monitor -d 'Prints what arrives on a port, decoded'
+complete -c hxhost -n "__hxhost_at ''" -a trace -d 'Shows a recorded session as a table and in numbers, or draws it'
+complete -c hxhost -n "__hxhost_at ''" -a simulate -d 'Puts a simulated product on a virtual MIDI port until Ctrl-C'
+complete -c hxhost -n "__hxhost_at ''" -a support -d 'Writes a report to attach to a call for help'
+complete -c hxhost -n "__hxhost_at 'ports'" -f
+complete -c hxhost -n "__hxhost_at 'identify'" -f
+complete -c hxhost -n "__hxhost_at 'info'" -f
+complete -c hxhost -n "__hxhost_at 'recover'" -f
+complete -c hxhost -n "__hxhost_at 'image'" -f
+complete -c hxhost -n "__hxhost_at 'image'" -a build -d 'Makes an update image out of a code file'
+complete -c hxhost -n "__hxhost_at 'image'" -a inspect -d 'Shows what an update image holds and what is wrong'
+complete -c hxhost -n "__hxhost_at 'inspect'" -f
+complete -c hxhost -n "__hxhost_at 'monitor'" -f
+complete -c hxhost -n "__hxhost_at 'simulate'" -f
+complete -c hxhost -n "__hxhost_at 'support'" -f
+complete -c hxhost -n "__hxhost_at '' 'ports' 'identify' 'info' 'update' 'verify' 'recover' 'image' 'image build' 'image inspect' 'inspect' 'check' 'monitor' 'trace' 'simulate' 'support'" -s h -l help -d 'Print this help message and exit'
+complete -c hxhost -n "__hxhost_at ''" -l version -d 'Display program version information and exit'
+complete -c hxhost -n "__hxhost_at 'ports'" -l probe -d 'Ask what is behind each output who it is'
+complete -c hxhost -n "__hxhost_at 'ports' 'identify' 'info' 'update' 'verify' 'recover' 'image build' 'image inspect' 'inspect' 'check' 'monitor' 'trace' 'simulate' 'support'" -l json -d 'Print exactly one JSON document, errors included'
+complete -c hxhost -n "__hxhost_at 'ports' 'identify' 'info' 'update' 'verify' 'recover' 'image build' 'image inspect' 'inspect' 'check' 'monitor' 'trace' 'simulate' 'support'" -l field -x -d 'Print this one value of the result'
+complete -c hxhost -n "__hxhost_at 'ports' 'identify' 'info' 'update' 'verify' 'recover' 'image build' 'image inspect' 'inspect' 'check' 'monitor' 'trace' 'simulate' 'support'" -l progress -x -a 'auto bar json none plain' -d 'How progress is shown on stderr'
+complete -c hxhost -n "__hxhost_at 'ports' 'identify' 'info' 'update' 'verify' 'recover' 'image build' 'image inspect' 'inspect' 'check' 'monitor' 'trace' 'simulate' 'support'" -s q -l quiet -d 'Say nothing on stderr but errors'
+complete -c hxhost -n "__hxhost_at 'ports' 'identify' 'info' 'update' 'verify' 'recover' 'image build' 'image inspect' 'inspect' 'check' 'monitor' 'trace' 'simulate' 'support'" -s v -l verbose -d 'Say what is decided and what the plugin logs'
+complete -c hxhost -n "__hxhost_at 'ports' 'identify' 'info' 'update' 'verify' 'recover' 'image build' 'image inspect' 'inspect' 'check' 'monitor' 'trace' 'simulate' 'support'" -l trace -r -F -d 'Write a record of all that happens'
+complete -c hxhost -n "__hxhost_at 'ports' 'identify' 'info' 'update' 'verify' 'recover' 'image build' 'image inspect' 'inspect' 'monitor' 'support'" -l plugin -r -F -d 'The device plugin, or the folder that holds it'
+complete -c hxhost -n "__hxhost_at 'identify' 'info' 'update' 'verify' 'recover' 'support'" -l port -x -a 'simulator simulator: replay:' -d 'MIDI port'
+complete -c hxhost -n "__hxhost_at 'identify' 'info' 'update' 'verify' 'recover' 'support'" -l in-port -x -a 'simulator simulator: replay:' -d 'The port that answers come from, where it cannot be told from --port'
+complete -c hxhost -n "__hxhost_at 'identify' 'info' 'update' 'verify' 'recover' 'support'" -l rate -x -d 'Bytes a second to send'
+complete -c hxhost -n "__hxhost_at 'identify' 'info' 'update' 'verify' 'recover' 'simulate' 'support'" -l gap -x -d 'Pause after each message, in milliseconds'
+complete -c hxhost -n "__hxhost_at 'identify' 'info' 'update' 'verify' 'recover' 'monitor' 'simulate' 'support'" -l fault -x -a 'silent duplicate-message damage-message cut-message insert-message refuse wrong-model vanish bad-ack failed-ack power-cut bad-write drop-reply duplicate-reply damage-reply cut-reply insert-reply delay-reply late-reply swap-reply noise' -d 'Make the simulated product misbehave'
+complete -c hxhost -n "__hxhost_at 'update'" -l dry-run -d 'Show what would be sent'
+complete -c hxhost -n "__hxhost_at 'update'" -s y -l yes -d 'Do not ask on a terminal before it starts'
+complete -c hxhost -n "__hxhost_at 'update'" -l no-listen -d 'Do not listen for other traffic for a second before it starts'
+complete -c hxhost -n "__hxhost_at 'image build'" -s o -l output -r -F -d 'Image to write'
+complete -c hxhost -n "__hxhost_at 'image build'" -l kind -x -a 'fwd fwu' -d 'Kind of code image'
+complete -c hxhost -n "__hxhost_at 'image build'" -l code-version -x -d 'Version that the code carries'
+complete -c hxhost -n "__hxhost_at 'check'" -l image -r -F -d 'An update image of the product, where it has another form than usual'
+complete -c hxhost -n "__hxhost_at 'monitor'" -l count -x -d 'Stop after this many messages'
+complete -c hxhost -n "__hxhost_at 'monitor' 'simulate'" -l seconds -x -d 'Stop after this time'
+complete -c hxhost -n "__hxhost_at 'monitor'" -l port -x -a 'simulator simulator: replay:' -d 'Port that bytes come from'
+complete -c hxhost -n "__hxhost_at 'trace'" -l svg -r -F -d 'Draw a picture instead of the table'
+complete -c hxhost -n "__hxhost_at 'simulate'" -l name -x -d 'Name of the port'
+complete -c hxhost -n "__hxhost_at 'simulate'" -l backend -x -a 'alsa jack core' -d 'Kind of port'
+complete -c hxhost -n "__hxhost_at 'simulate'" -l state -r -F -d 'File that keeps the products memory'
+complete -c hxhost -n "__hxhost_at 'simulate'" -l rate -x -d 'Bytes a second to send'
+complete -c hxhost -n "__hxhost_at 'support'" -s o -l output -r -F -d 'Report to write'
+complete -c hxhost -n "__hxhost_at 'support'" -l image -r -F -d 'The image whose checksum goes in'
+complete -c hxhost -n "__hxhost_at 'support'" -l last-trace -r -F -d 'What --trace wrote when it went wrong'

@@ -1,58 +1,71 @@
-# bash completion for hxmidi
+# bash completion for hxmidi, made by scripts/options
 
 _hxmidi_files()
 {
-    local at=$1 name
-    while IFS= read -r name; do
-        [[ -d $name ]] && name+=/
-        COMPREPLY+=("$at$name")
+    local at=$1 found
+    while IFS= read -r found; do
+        [[ -d $found ]] && found+=/
+        COMPREPLY+=("$at$found")
     done < <(compgen -f -- "${cur#"$at"}")
     compopt -o filenames -o nospace 2> /dev/null
 }
 
 _hxmidi()
 {
-    local cur=${COMP_WORDS[COMP_CWORD]} prev=${COMP_WORDS[COMP_CWORD - 1]}
-    local commands="parse build match diff dump split fields sum hash convert"
-    local data="--from --raw --tokens --lenient"
-    local all="--help --strict"
-    local options i command=""
+    local cur prev words=() cword i command="" offers="" files=""
+    if declare -F _get_comp_words_by_ref > /dev/null; then
+        _get_comp_words_by_ref -n : cur prev words cword
+    else
+        words=("${COMP_WORDS[@]}") cword=$COMP_CWORD
+        cur=${words[cword]} prev=${words[cword - 1]}
+    fi
     COMPREPLY=()
 
-    for ((i = 1; i < COMP_CWORD; i++)); do
-        if [[ " $commands " == *" ${COMP_WORDS[i]} "* ]]; then
-            command=${COMP_WORDS[i]}
-            break
-        fi
+    for ((i = 1; i < cword; i++)); do
+        case "$command ${words[i]}" in
+            " parse" | " build" | " match" | " diff" | " dump" | " split" | " fields" | " sum" | \
+            " hash" | " convert") command="${command:+$command }${words[i]}" ;;
+        esac
     done
 
+    case "$command $prev" in
+        "parse --from" | "match --from" | "diff --from" | "dump --from" | "split --from" | \
+            "fields --from" | "sum --from" | "hash --from" | "convert --from")
+            COMPREPLY=($(compgen -W "auto c decimal hex raw" -- "$cur")); return ;;
+        "diff --offset" | "diff --count" | "dump --columns" | "dump --length" | "split --size" | \
+            "fields --fallback" | "sum --start" | "sum --end")
+            return ;;
+        "sum --kind")
+            COMPREPLY=($(compgen -W "32bit 7bit complement" -- "$cur")); return ;;
+        "convert --to")
+            COMPREPLY=($(compgen -W "c compact decimal hex raw" -- "$cur")); return ;;
+    esac
+
     case $command in
-        "") COMPREPLY=($(compgen -W "$commands --help --version" -- "$cur")); return ;;
-        parse) options="$data --json" ;;
-        build) options="--lenient --json" ;;
-        match) options="$data --json --start --each --quiet" ;;
-        diff) options="$data --json --offset --count --tolerant" ;;
-        dump) options="$data --columns --length" ;;
-        split) options="$data --json --size --status" ;;
-        fields) options="$data --json --fallback" ;;
-        sum) options="$data --json --kind --start --end" ;;
-        hash) options="$data --json" ;;
-        convert) options="$data --to" ;;
+        "") offers="parse build match diff dump split fields sum hash convert --help --version" files=none ;;
+        "parse") offers="--help --strict --json --from --raw --tokens --lenient" files=data ;;
+        "build") offers="--help --lenient --strict --json" files=none ;;
+        "match") offers="--help --start --each --quiet --strict --json --from --raw --tokens --lenient" files=data ;;
+        "diff") offers="--help --offset --count --tolerant --strict --json --from --raw --tokens --lenient" files=data ;;
+        "dump") offers="--help --columns --length --strict --from --raw --tokens --lenient" files=data ;;
+        "split") offers="--help --size --status --strict --json --from --raw --tokens --lenient" files=data ;;
+        "fields") offers="--help --fallback --strict --json --from --raw --tokens --lenient" files=fields ;;
+        "sum") offers="--help --kind --start --end --strict --json --from --raw --tokens --lenient" files=data ;;
+        "hash") offers="--help --strict --json --from --raw --tokens --lenient" files=data ;;
+        "convert") offers="--help --to --strict --from --raw --tokens --lenient" files=data ;;
     esac
 
-    case $command$prev in
-        *--from) COMPREPLY=($(compgen -W "auto raw hex decimal c" -- "$cur")); return ;;
-        convert--to) COMPREPLY=($(compgen -W "hex compact raw decimal c" -- "$cur")); return ;;
-        sum--kind) COMPREPLY=($(compgen -W "7bit complement 32bit" -- "$cur")); return ;;
-    esac
-
-    if [[ $cur == @* && $command != build ]]; then
+    if [[ $cur == -* || $files == none ]]; then
+        COMPREPLY=($(compgen -W "$offers" -- "$cur"))
+    elif [[ $files == data && $cur == @* ]]; then
         _hxmidi_files @
-    elif [[ $cur == -* ]]; then
-        COMPREPLY=($(compgen -W "$options $all" -- "$cur"))
-    elif [[ $command == fields && -n $cur ]]; then
-        COMPREPLY=($(compgen -W "14bit@ utime@ float32@ 32bit@ 32bitle@ int1@ int2@ int3@ int4@ string@ ascii@" -- "$cur"))
+    elif [[ $files == fields && -n $cur && $cur != @* ]]; then
+        COMPREPLY=($(compgen -S @ -W "14bit utime 32bit 32bitle float32 int1 int2 int3 int4 string ascii" -- "$cur"))
         compopt -o nospace 2> /dev/null
+    elif [[ $files == fields ]]; then
+        _hxmidi_files @
+    elif [[ $files == files ]]; then
+        _hxmidi_files ""
     fi
 }
 

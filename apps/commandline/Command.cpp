@@ -107,6 +107,7 @@ Option Command::addWord(const std::string& names, const std::vector<std::string>
         return true;
     };
     return Option(m_app->add_option(names, takeFirst, help)
+                      ->type_name(CLI::detail::join(known, "|"))
                       ->transform(unguarded)
                       ->check(CLI::IsMember(known).description("")));
 }

@@ -56,7 +56,7 @@ public:
     Option addWords(const std::string& name, std::vector<std::string>& target,
                     const std::string& help) const;
 
-    // One of a few words, each of which stands for a value.
+    // One of a few words, each of which stands for a value. The help calls the value "one|other".
     template <typename Value>
     Option addChoice(const std::string& names, const std::map<std::string, Value>& words,
                      Value& target, const std::string& help) const

@@ -9,7 +9,6 @@
 #include <filesystem>
 #include <set>
 
-
 namespace {
 
 class OutputFiles : public HxHostTest {

@@ -119,9 +119,7 @@ void addBuildCommand(CommandLine& line, const Command& group)
         .valueName("FILE")
         .required();
     const std::map<std::string, CodeType> kinds = {{"fwu", CodeType::Fwu}, {"fwd", CodeType::Fwd}};
-    command.addChoice("--kind", kinds, options->kind, "Kind of code image: fwu or fwd")
-        .valueName("KIND")
-        .required();
+    command.addChoice("--kind", kinds, options->kind, "Kind of code image: fwu or fwd").required();
     command.addOption("--code-version", options->version, "Version that the code carries")
         .valueName("A.B.C.D")
         .check(checkVersion)

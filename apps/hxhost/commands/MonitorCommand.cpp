@@ -133,8 +133,12 @@ void addMonitorCommand(CommandLine& line)
 {
     auto options = std::make_shared<MonitorOptions>();
     const Command command = line.add("monitor", "Prints what arrives on a port, decoded");
-    command.addOption("--count", options->count, "Stop after this many messages").notNegative();
-    command.addOption("--seconds", options->seconds, "Stop after this time").notNegative();
+    command.addOption("--count", options->count, "Stop after this many messages")
+        .valueName("N")
+        .notNegative();
+    command.addOption("--seconds", options->seconds, "Stop after this time")
+        .valueName("SECONDS")
+        .notNegative();
     addListenOptions(command, options->connection);
     line.setRun(command, [options](CommandContext& context) { monitor(context, *options); });
 }

@@ -55,7 +55,6 @@ void addOutputOptions(const Command& command, OutputOptions& options)
         .addChoice("--progress", modes, options.progress,
                    "How progress is shown on stderr: auto (a bar on a terminal, else "
                    "plain lines), bar, plain, json or none")
-        .valueName("MODE")
         .group(outputGroup);
     addVerbosityOptions(command, options);
     command.addOption("--trace", options.trace, "Write a record of all that happens")

@@ -138,14 +138,17 @@ void addSimulateCommand(CommandLine& line)
     auto options = std::make_shared<SimulateOptions>();
     const Command command =
         line.add("simulate", "Puts a simulated product on a virtual MIDI port until Ctrl-C");
-    command.addOption("--name", options->name, "Name of the port").showDefault();
+    command.addOption("--name", options->name, "Name of the port").valueName("NAME").showDefault();
     command
         .addOption("--backend", options->backend,
-                   "alsa, jack or core; default: the first that can be used")
+                   "Kind of port; default: the first that can be used")
+        .valueName("alsa|jack|core")
         .check(isBackend);
     command.addOption("--state", options->state, "File that keeps the product's memory")
         .valueName("FILE");
-    command.addOption("--seconds", options->seconds, "Stop after this time").notNegative();
+    command.addOption("--seconds", options->seconds, "Stop after this time")
+        .valueName("SECONDS")
+        .notNegative();
     addPaceOptions(command, options->pace);
     addFaultOption(command, options->faults);
     command.explain("Faults:\n" + faultHelp().toStdString());

@@ -75,11 +75,9 @@ void addConvertCommand(CommandLine& line)
     const auto options = std::make_shared<ConvertOptions>();
     const Command command = line.add("convert", "Write the bytes in another form", JsonForm::None);
     addInputOptions(command, options->input);
-    command
-        .addChoice("--to", forms, options->form,
-                   "hex (F0 7E, the default), compact (F07E), raw, decimal (240 126) or c (an "
-                   "array)")
-        .valueName("FORM");
+    command.addChoice("--to", forms, options->form,
+                      "hex (F0 7E, the default), compact (F07E), raw, decimal (240 126) or c (an "
+                      "array)");
     line.setRun(command, [options](Outcome& outcome) { run(*options, outcome); });
 }
 

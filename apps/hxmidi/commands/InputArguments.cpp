@@ -22,7 +22,6 @@ void addInputFormOptions(const Command& command, InputOptions& options)
             .addChoice("--from", forms, options.form,
                        "How the data is written: auto, raw, hex, decimal or c; auto is hex text "
                        "unless a file holds a byte that no text has")
-            .valueName("FORM")
             .group(inputGroup);
     command.addFlag("--raw", options.raw, "The same as --from raw")
         .excludes(form)

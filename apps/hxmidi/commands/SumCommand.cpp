@@ -95,11 +95,9 @@ void addSumCommand(CommandLine& line)
     const auto options = std::make_shared<SumOptions>();
     const Command command = line.add("sum", "Print a checksum of a section in hexadecimal");
     addInputOptions(command, options->input);
-    command
-        .addChoice("--kind", kinds, options->kind,
-                   "7bit: the sum modulo 128 (default); complement: what makes it 0 modulo 128; "
-                   "32bit: the sum of whole bytes")
-        .valueName("KIND");
+    command.addChoice("--kind", kinds, options->kind,
+                      "7bit: the sum modulo 128 (default); complement: what makes it 0 modulo 128; "
+                      "32bit: the sum of whole bytes");
     addSectionOptions(command, *options);
     line.setRun(command, [options](Outcome& outcome) { run(*options, outcome); });
 }
