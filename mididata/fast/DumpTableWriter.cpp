@@ -11,18 +11,17 @@ namespace {
 
 constexpr std::u16string_view labelEnd = u" | ";
 
-int labelDigits(int offset)
-{
-    int digits = 3;
-    while (digits < 8 && offset >> (4 * digits) != 0)
-        ++digits;
-    return digits;
-}
+constexpr int mostLabelDigits = 8;
 
+// Three digits or more: the last two are a byte, one at least stands before them.
 char16_t* writeLabel(char16_t* to, int offset)
 {
-    for (int shift = 4 * (labelDigits(offset) - 1); shift >= 0; shift -= 4)
+    int shift = 8;
+    while (shift < 4 * (mostLabelDigits - 1) && offset >> (shift + 4) != 0)
+        shift += 4;
+    for (; shift >= 8; shift -= 4)
         *to++ = u"0123456789ABCDEF"[(offset >> shift) & 0xF];
+    to = writeByte(to, static_cast<char>(offset & 0xFF));
     return writeText(to, labelEnd);
 }
 
