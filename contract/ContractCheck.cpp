@@ -55,7 +55,7 @@ RuleResult unpackedResult(const Rule& rule, const QJsonObject& object)
 void examine(const QString& path, const QList<HxMidiData>& image, const RuleStart& start,
              const SendLine& send)
 {
-    const PluginLoadResult loaded = loadPlugin(path);
+    const PluginLoadResult loaded = loadPlugin(path, PluginCare::Untried);
     if (!loaded.ok()) {
         send(packed({{"loadError", loaded.error}}));
         return;

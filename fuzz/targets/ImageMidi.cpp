@@ -3,6 +3,7 @@
 #include "fuzz/support/ImageChecks.h"
 
 #include <algorithm>
+#include <map>
 
 namespace {
 
@@ -93,13 +94,14 @@ void checkPlaces(const QByteArray& content, const ImageFile& file)
 }
 
 // The messages of all tracks by their time, those of equal time in the order of the file.
-void checkMessages(std::vector<Event> events, const ImageFile& file)
+void checkMessages(const std::vector<Event>& events, const ImageFile& file)
 {
-    std::stable_sort(events.begin(), events.end(),
-                     [](const Event& a, const Event& b) { return a.ticks < b.ticks; });
-    QByteArray stream;
+    std::multimap<qint64, QByteArray> byTime; // which keeps the order of equal times
     for (const Event& event : events)
-        stream += event.stream;
+        byTime.emplace(event.ticks, event.stream);
+    QByteArray stream;
+    for (const auto& event : byTime)
+        stream += event.second;
     const ScannedMessages expected = scanMessages(stream);
     requireSame(messagesOf(file), expected.messages, "the messages of the tracks");
     requireSame(file.problems.empty(), expected.isClean && !expected.messages.isEmpty(),

@@ -8,6 +8,7 @@
 #include <QtEndian>
 
 #include <algorithm>
+#include <tuple>
 
 namespace hx {
 
@@ -221,12 +222,13 @@ private:
         return true;
     }
 
-    // Several tracks play at once: what is earlier is sent first.
+    // Several tracks play at once: what is earlier is sent first, of equal times what the file has
+    // first.
     void cutEvents()
     {
-        std::stable_sort(
-            m_events.begin(), m_events.end(),
-            [](const SysExEvent& a, const SysExEvent& b) { return a.ticks < b.ticks; });
+        std::sort(m_events.begin(), m_events.end(), [](const SysExEvent& a, const SysExEvent& b) {
+            return std::tie(a.ticks, a.begin) < std::tie(b.ticks, b.begin);
+        });
         SysExCutter cutter(m_file);
         for (const SysExEvent& event : m_events) {
             if (event.statusOffset >= 0)

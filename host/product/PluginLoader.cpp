@@ -1,5 +1,7 @@
 #include "host/product/PluginLoader.h"
 
+#include "host/product/PluginTrial.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -109,20 +111,38 @@ PluginLoadResult instantiate(std::unique_ptr<QPluginLoader> loader, const QStrin
     return result;
 }
 
-PluginLoadResult checkFile(const QString& path)
+PluginLoadResult fatal(const QString& path, const QString& what)
+{
+    return failed(PluginFault::Fatal,
+                  QStringLiteral("%1 was tried in a process of its own, and %2. It is "
+                                 "damaged, or not for this machine; install the "
+                                 "plugin again.")
+                      .arg(path, what));
+}
+
+PluginLoadResult checkFile(const QString& path, PluginCare care)
 {
     PluginLoadResult found = checkIsLibrary(path);
     if (found.fault != PluginFault::None)
         return found;
-    return checkMetaData(QPluginLoader(path), path);
+    const auto look = [&path] { return checkMetaData(QPluginLoader(path), path); };
+    const QString problem = care == PluginCare::Tried ? trialProblem(look) : QString();
+    return problem.isEmpty() ? look() : fatal(path, problem);
 }
 
-PluginLoadResult loadFile(const QString& path)
+PluginLoadResult loadFile(const QString& path, PluginCare care)
 {
-    PluginLoadResult found = checkFile(path);
+    PluginLoadResult found = checkFile(path, care);
     if (found.fault != PluginFault::None)
         return found;
-    return instantiate(std::make_unique<QPluginLoader>(path), path);
+    const auto load = [&path] { return instantiate(std::make_unique<QPluginLoader>(path), path); };
+    const auto loadAndAsk = [&load] {
+        const PluginLoadResult loaded = load();
+        if (loaded.ok())
+            askEverything(loaded.plugin->device());
+    };
+    const QString problem = care == PluginCare::Tried ? trialProblem(loadAndAsk) : QString();
+    return problem.isEmpty() ? load() : fatal(path, problem);
 }
 
 // Files that are libraries by their name.
@@ -148,19 +168,19 @@ QString whyNone(const QStringList& reasons)
                     : listed;
 }
 
-PluginLoadResult loadFromFolder(const QString& folder)
+PluginLoadResult loadFromFolder(const QString& folder, PluginCare care)
 {
     QStringList plugins;
     QStringList others;
     for (const QString& path : librariesIn(folder)) {
-        const PluginLoadResult found = checkFile(path);
+        const PluginLoadResult found = checkFile(path, care);
         if (found.fault == PluginFault::None)
             plugins << path;
         else
             others << found.error;
     }
     if (plugins.size() == 1)
-        return loadFile(plugins.first());
+        return loadFile(plugins.first(), care);
     if (plugins.size() > 1)
         return failed(PluginFault::SeveralInFolder,
                       QStringLiteral("The folder %1 holds %2 device plugins: %3. Name one of them.")
@@ -205,14 +225,14 @@ QStringList LoadedPlugin::keys() const
     return keysOf(metaData());
 }
 
-PluginLoadResult loadPlugin(const QString& path)
+PluginLoadResult loadPlugin(const QString& path, PluginCare care)
 {
     const QFileInfo info(path);
     if (!info.exists())
         return failed(PluginFault::Missing,
                       QStringLiteral("There is no file or folder %1. Check the path.").arg(path));
     const QString absolute = info.absoluteFilePath(); // Qt's loader seeks others in system folders
-    return info.isDir() ? loadFromFolder(absolute) : loadFile(absolute);
+    return info.isDir() ? loadFromFolder(absolute, care) : loadFile(absolute, care);
 }
 
 } // namespace hx

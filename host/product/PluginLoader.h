@@ -26,6 +26,12 @@ enum class PluginFault {
     SeveralInFolder,   // a folder with more than one: the host does not guess
     LoadFailed,        // unresolved symbol, other Qt version, damaged code
     NoDeviceInterface, // loaded, but its object does not answer to DeviceInterface
+    Fatal,             // it crashed, hung or ended the process in which it was tried
+};
+
+enum class PluginCare {
+    Tried,   // in a process of its own first: a damaged file does not take this process with it
+    Untried, // for a process that may crash
 };
 
 // Start of the interface identifier of every plugin that this host takes.
@@ -65,7 +71,7 @@ struct PluginLoadResult {
 
 // Loads the plugin in the file `path`, or the only one in the folder `path` (subfolders are not
 // searched). Interface identifier and keys are checked in the metadata before any code of the
-// plugin runs.
-PluginLoadResult loadPlugin(const QString& path);
+// plugin runs; unless the caller may crash, that happens in a child process first.
+PluginLoadResult loadPlugin(const QString& path, PluginCare care = PluginCare::Tried);
 
 } // namespace hx
