@@ -2,6 +2,8 @@
 
 #include "deviceinterface/Bus.h"
 
+#include <QtGlobal>
+
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
@@ -24,7 +26,8 @@ public:
     BusData transactExpect(BusData const&, ResponceData const&, unsigned) override { return {}; }
 };
 
-// What the plugin logs is said when it is loaded for good; a core file would only be in the way.
+// What the plugin logs is said, and recorded, when it is loaded for good; a core file would only be in
+// the way.
 void quieten()
 {
     const int nowhere = open("/dev/null", O_WRONLY);
@@ -32,6 +35,7 @@ void quieten()
     dup2(nowhere, STDERR_FILENO);
     const rlimit none = {0, 0};
     setrlimit(RLIMIT_CORE, &none);
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
 }
 
 // An exception that leaves the work is a crash like any other.

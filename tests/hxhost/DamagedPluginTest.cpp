@@ -64,6 +64,13 @@ TEST_F(DamagedPlugin, OfWhichAHeaderBitLiesIsRefusedAndNeverASignal)
         expectNoSignal(bit, {"inspect"});
 }
 
+TEST_F(DamagedPlugin, TrialOfASoundOneLeavesNothingInTheTrace)
+{
+    const QString trace = path("trace");
+    ASSERT_EQ(hxhost({"identify", "--port", "simulator", "--trace", trace}).exitCode, 0);
+    EXPECT_FALSE(read(trace).contains(" log ")) << read(trace).toStdString();
+}
+
 TEST_F(DamagedPlugin, OfWhichAnyBitLiesIsRefusedOrWorksAndIsNeverASignal)
 {
     const int size = read(QStringLiteral(HX_PLUGIN_FILE)).size();
