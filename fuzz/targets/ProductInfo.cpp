@@ -58,7 +58,7 @@ ProductInfo read(FaultyWire& wire)
     static ValdrinBootInterface device;
     PortBus bus(wire);
     device.bus = &bus;
-    ProductReader reader(device, bus, 2);
+    ProductReader reader(device, bus);
     const ProductInfo info = readProductInfo(reader);
     const ProductAssessment assessment = assessProduct(reader);
     device.bus = nullptr;

@@ -82,8 +82,8 @@ QString readingStateText(ReadingState state)
     return QStringLiteral("unknown command");
 }
 
-ProductReader::ProductReader(DeviceInterface& device, PortBus& bus, int attempts)
-    : m_device(device), m_bus(bus), m_product(describeProduct(device)), m_attempts(attempts)
+ProductReader::ProductReader(DeviceInterface& device, PortBus& bus)
+    : m_device(device), m_bus(bus), m_product(describeProduct(device))
 {
 }
 
@@ -103,7 +103,7 @@ Reading ProductReader::read(const QString& key, const QStringList& responseKeys)
     }
     const HxMidiData command(m_device.lookupStr(key));
     const ReplyTest fits = replyOrRefusal(command, responseKeys);
-    for (int attempt = 0; attempt < m_attempts; ++attempt) {
+    for (int attempt = 0; attempt < questionAttempts; ++attempt) {
         reading.raw = m_bus.exchange(command, fits, responseKeys.first(), timeoutMs());
         reading.state = stateOf(m_bus.lastEnd());
         if (reading.state != ReadingState::NoAnswer)

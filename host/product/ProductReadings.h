@@ -11,6 +11,9 @@
 
 namespace hx {
 
+// How often a question is put while no answer comes: a message may be lost on the way.
+constexpr int questionAttempts = 3;
+
 enum class ReadingState {
     NotRead,
     Good,
@@ -70,16 +73,15 @@ struct CodeImageReading : Reading {
 
 // Reads over `bus`, each reading with the timeout "command.timeout.ms" of the dictionary. A
 // negative acknowledgement ends the wait: every pattern of the dictionary is widened by the short
-// form of the command.
+// form of the command. Each question is put up to `questionAttempts` times while no answer comes.
 class ProductReader {
 public:
-    // Asks each question up to `attempts` times while no answer comes.
-    ProductReader(DeviceInterface& device, PortBus& bus, int attempts = 1);
+    ProductReader(DeviceInterface& device, PortBus& bus);
 
     // The first product that answers and that the plugin serves; when only others answer, the last
     // of them (see `isServed`). Asked up to `attempts` times, until a served product answers or
     // another one has answered the same twice.
-    IdentityReading identity(int attempts = 1);
+    IdentityReading identity(int attempts = questionAttempts);
     GenderReading gender();
     VersionReading version();
     ChecksumReading storedChecksum();
@@ -109,7 +111,6 @@ private:
     DeviceInterface& m_device;
     PortBus& m_bus;
     ProductDescription m_product;
-    int m_attempts;
 };
 
 // "1.0.2.3" for four printable bytes; their hex pairs otherwise.

@@ -15,8 +15,6 @@ const char checkConnection[] =
     "Check power, cables and the choice of port (\"hxhost ports\"), switch the product off and on, "
     "and try again.";
 
-constexpr int identityAttempts = 2;
-
 // What the product reports as stored checksum while it holds no valid code: every bit set.
 bool isNoChecksum(const QByteArray& groups)
 {
@@ -154,7 +152,7 @@ void concludeAssessment(ProductAssessment& assessment, const ProductReader& read
 ProductAssessment assessProduct(ProductReader& reader)
 {
     ProductAssessment assessment;
-    assessment.identity = reader.identity(identityAttempts);
+    assessment.identity = reader.identity();
     if (reader.isServed(assessment.identity)) {
         assessment.version = reader.version();
         assessment.stored = reader.storedChecksum();

@@ -10,13 +10,10 @@ namespace hx {
 
 namespace {
 
-constexpr int identityAttemptsBefore = 3;
-constexpr int readingAttempts = 3;
-
 class Runner {
 public:
     Runner(DeviceInterface& device, PortBus& bus)
-        : m_device(device), m_bus(bus), m_reader(device, bus, readingAttempts), m_steps(bus),
+        : m_device(device), m_bus(bus), m_reader(device, bus), m_steps(bus),
           m_result(m_steps.result)
     {
     }
@@ -68,7 +65,7 @@ bool Runner::checkImage(const UpdateImage& image)
 bool Runner::identify()
 {
     IdentityReading& identity = m_result.identityBefore;
-    identity = m_reader.identity(identityAttemptsBefore);
+    identity = m_reader.identity();
     const bool isFor = m_reader.isServed(identity) &&
                        identity.fidpid == static_cast<quint32>(m_plan.protocol.fidpid);
     m_steps.add("identity", isFor, identity.good() ? productText(identity) : identity.reason);

@@ -94,7 +94,7 @@ TEST(ProductState, ARefusedVersionBesideAStoredChecksumIsNoMissingCode)
 
 TEST(ProductState, DoesNotGuessWhenOnlySomeQuestionsAreAnswered)
 {
-    for (const char* fault : {"silent:2", "silent:3", "silent:4", "refuse:3", "refuse:4"}) {
+    for (const char* fault : {"silent:2-4", "silent:3-5", "silent:4-6", "refuse:3", "refuse:4"}) {
         ProductSession session({fault});
         EXPECT_EQ(assess(session).condition, ProductCondition::Unclear) << fault;
     }

@@ -171,6 +171,25 @@ TEST_F(ReadingCommands, NoAnswerIsSaidInAMusiciansWords)
     }
 }
 
+// The numbers are those of the messages that each command sends.
+TEST_F(ReadingCommands, OneLostMessageFailsNoCommand)
+{
+    const QString syx = image(300);
+    const QList<QPair<QStringList, int>> commands = {
+        {{"identify"}, 1}, {{"info"}, 11}, {{"verify"}, 8}, {{"recover"}, 4}, {{"update", syx}, 15}};
+    for (const auto& command : commands) {
+        for (int message = 1; message <= command.second; ++message) {
+            for (const char* fault : {"silent", "drop-reply"}) {
+                const QString lost = QStringLiteral("%1:%2").arg(fault).arg(message);
+                const ProgramResult result =
+                    hxhost(command.first + QStringList{"--port", "simulator", "--fault", lost});
+                EXPECT_EQ(result.exitCode, 0)
+                    << command.first.first().toStdString() << " " << lost.toStdString();
+            }
+        }
+    }
+}
+
 TEST_F(ReadingCommands, EachReadsTheSilenceOfTheProductAsNoAnswer)
 {
     for (const char* command : {"identify", "info", "verify", "recover"}) {
