@@ -1,6 +1,7 @@
 #include "ports/PortList.h"
 
 #include "ports/MidiLibraryLog.h"
+#include "ports/PortNames.h"
 
 #include <QRegularExpression>
 #include <RtMidi.h>
@@ -12,16 +13,6 @@ namespace hx {
 namespace {
 
 void ignoreError(RtMidiError::Type, const std::string&, void*) {}
-
-template <typename Ports>
-QStringList portNames(Ports& ports)
-{
-    QStringList names;
-    const unsigned count = ports.getPortCount();
-    for (unsigned i = 0; i < count; ++i)
-        names << QString::fromStdString(ports.getPortName(i));
-    return names;
-}
 
 template <typename Ports>
 QStringList listPorts(RtMidi::Api api)

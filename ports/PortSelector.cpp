@@ -1,5 +1,6 @@
 #include "ports/PortSelector.h"
 
+#include <algorithm>
 #include <functional>
 
 namespace hx {
@@ -48,6 +49,11 @@ Candidates thatFit(const Candidates& all, const Fits& fits)
             fitting << candidate;
     }
     return fitting;
+}
+
+Candidates ofBackend(const Candidates& all, const QString& backend)
+{
+    return thatFit(all, [&](const Candidate& candidate) { return candidate.backend == backend; });
 }
 
 // The ports that fit `wanted` most closely: whole names, else stable names, else parts of names.
@@ -136,14 +142,26 @@ QString deviceOf(const QString& portName)
     return stablePortName(portName).section(QLatin1Char(':'), 0, 0);
 }
 
-// The inputs that belong to a chosen output when nobody named them: of the same name, else those
-// that fit what was asked for, else those of the same device.
+// "-01" of "Valdrin Update-01:out".
+QString countOf(const QString& portName)
+{
+    const QString client = portName.section(QLatin1Char(':'), 0, 0);
+    return client.mid(stablePortName(client).size());
+}
+
+// The inputs that may belong to a chosen output when nobody named them: of the same name, else
+// those that fit what was asked for, else those of the same device. Likelier are those that JACK
+// counts as it does the output.
 Candidates inputsBeside(const Candidates& inputs, const QString& output, const QString& wanted)
 {
     for (const QString& name : {output, wanted, deviceOf(output)}) {
-        const Candidates fitting = closest(inputs, name);
-        if (!fitting.isEmpty())
-            return fitting;
+        Candidates fitting = closest(inputs, name);
+        if (fitting.isEmpty())
+            continue;
+        std::stable_partition(fitting.begin(), fitting.end(), [&](const Candidate& c) {
+            return countOf(c.port) == countOf(output);
+        });
+        return fitting;
     }
     return {};
 }
@@ -153,21 +171,37 @@ Candidates inputsBeside(const Candidates& inputs, const QString& output, const Q
 PortSelection selectPort(const QList<MidiBackend>& backends, const QString& output,
                          const QString& input)
 {
-    PortSelection chosen = oneOf(outputDirection, output, backends,
-                                 [&](const Candidates& all) { return closest(all, output); });
+    if (input.isEmpty())
+        return selectProductPort(backends, output, output);
+    const PortSelection chosen =
+        oneOf(outputDirection, output, backends,
+              [&](const Candidates& all) { return closest(all, output); });
     if (!chosen.address)
         return chosen;
     const PortAddress& address = *chosen.address;
-    const auto fittingInputs = [&](const Candidates& all) {
-        const Candidates reachable =
-            thatFit(all, [&](const Candidate& c) { return c.backend == address.backend; });
-        return input.isEmpty() ? inputsBeside(reachable, address.output, output)
-                               : closest(reachable, input);
-    };
-    PortSelection selection =
-        oneOf(inputDirection, input.isEmpty() ? output : input, backends, fittingInputs);
+    PortSelection selection = oneOf(inputDirection, input, backends, [&](const Candidates& all) {
+        return closest(ofBackend(all, address.backend), input);
+    });
     if (selection.address)
         selection.address->output = address.output;
+    return selection;
+}
+
+PortSelection selectProductPort(const QList<MidiBackend>& backends, const QString& output,
+                                const QString& input)
+{
+    PortSelection selection = oneOf(outputDirection, output, backends,
+                                    [&](const Candidates& all) { return closest(all, output); });
+    if (!selection.address)
+        return selection;
+    PortAddress& address = *selection.address;
+    const Candidates all = allPorts(backends, inputDirection.ports);
+    const Candidates inputs = inputsBeside(ofBackend(all, address.backend), address.output, input);
+    if (inputs.isEmpty())
+        return nothingFits(inputDirection, input, all, backends);
+    address.input = inputs.first().port;
+    for (const Candidate& other : inputs.mid(1))
+        selection.others << PortAddress{address.backend, address.output, other.port};
     return selection;
 }
 

@@ -11,17 +11,24 @@ namespace hx {
 // Either an address, or why there is none.
 struct PortSelection {
     std::optional<PortAddress> address;
+    QList<PortAddress> others; // with other inputs that may be the one; less likely ones later
     QString what;
     QString expected;
     QString next;
 };
 
 // `output` and `input` are each the name of a port, a part of one in whatever case, or
-// "backend:name"; a whole name goes before a part of another. An empty `input` means the one that
-// belongs to the output. One port of each direction must fit, in one backend: several that fit are
-// an error that lists them all.
+// "backend:name"; a whole name goes before a part of another. One port of each direction must fit,
+// in one backend: several that fit are an error that lists them all. An empty `input` means the one
+// that belongs to the output; where several may, the likeliest is in `address` and the rest in
+// `others`.
 PortSelection selectPort(const QList<MidiBackend>& backends, const QString& output,
                          const QString& input);
+
+// The same for the names that a plugin gives its product's ports: several inputs that fit are no
+// error.
+PortSelection selectProductPort(const QList<MidiBackend>& backends, const QString& output,
+                                const QString& input);
 
 // The same for an input alone; the address then has no output.
 PortSelection selectInput(const QList<MidiBackend>& backends, const QString& input);

@@ -1,3 +1,4 @@
+#include "ports/PortNames.h"
 #include "ports/PortSelector.h"
 
 #include <gtest/gtest.h>
@@ -25,6 +26,14 @@ QList<MidiBackend> studio()
             backend("jack", {"system:midi_playback_1", "Synth:in"},
                     {"system:midi_capture_1", "Synth replies:out"})};
 }
+
+// What a MIDI library lists.
+struct ListedPorts {
+    std::vector<std::string> names;
+
+    unsigned getPortCount() const { return unsigned(names.size()); }
+    std::string getPortName(unsigned index) const { return names.at(index); }
+};
 
 std::string chosen(const QString& output, const QString& input = QString())
 {
@@ -101,6 +110,42 @@ TEST(PortSelector, InputCanBeNamed)
     EXPECT_EQ(several.next.toStdString(), "give the whole name of one of them with --in-port");
 }
 
+// JACK counts the second client of a name.
+TEST(PortSelector, OfTwoDevicesOfOneNameTheWholeNameSelectsEach)
+{
+    const QStringList outputs = {"Valdrin Update:in", "Valdrin Update-01:in"};
+    const QStringList inputs = {"Valdrin Update replies:out", "Valdrin Update replies-01:out"};
+    const QList<MidiBackend> backends = {backend("jack", outputs, inputs)};
+    for (int i = 0; i < 2; ++i) {
+        const PortSelection whole = selectPort(backends, "jack:" + outputs[i], "jack:" + inputs[i]);
+        ASSERT_TRUE(whole.address.has_value()) << whole.what.toStdString();
+        EXPECT_EQ(whole.address->output, outputs[i]);
+        EXPECT_EQ(whole.address->input, inputs[i]);
+        EXPECT_TRUE(whole.others.isEmpty());
+        EXPECT_EQ(selectInput(backends, inputs[i]).address->input, inputs[i]);
+        const PortSelection asking = selectPort(backends, outputs[i], QString());
+        ASSERT_TRUE(asking.address.has_value()) << asking.what.toStdString();
+        EXPECT_EQ(asking.address->input, inputs[i]);
+        ASSERT_EQ(asking.others.size(), 1);
+        EXPECT_EQ(asking.others.first().output, outputs[i]);
+        EXPECT_EQ(asking.others.first().input, inputs[1 - i]);
+    }
+    EXPECT_FALSE(selectPort(backends, "Valdrin Update", QString()).address.has_value());
+}
+
+TEST(PortSelector, ThePluginsNameOfAnInputMayFitSeveral)
+{
+    const QList<MidiBackend> backends = {
+        backend("core", {"Boot loader"}, {"Wire 1", "Wire 2", "Other"})};
+    const PortSelection selection = selectProductPort(backends, "Boot loader", "Wire");
+    ASSERT_TRUE(selection.address.has_value()) << selection.what.toStdString();
+    EXPECT_EQ(selection.address->input, "Wire 1");
+    ASSERT_EQ(selection.others.size(), 1);
+    EXPECT_EQ(selection.others.first().input, "Wire 2");
+    EXPECT_EQ(selectProductPort(backends, "Boot loader", "Radio").what,
+              "no MIDI input port fits \"Radio\"");
+}
+
 TEST(PortSelector, InputAloneHasNoOutput)
 {
     const PortSelection selection = selectInput(studio(), "Synth");
@@ -108,6 +153,22 @@ TEST(PortSelector, InputAloneHasNoOutput)
     EXPECT_EQ(selection.address->backend, "jack");
     EXPECT_EQ(selection.address->input, "Synth replies:out");
     EXPECT_TRUE(selection.address->output.isEmpty());
+}
+
+TEST(PortNames, PortsOfOneNameAreNumberedAndEachNumberSelectsItsPort)
+{
+    const ListedPorts ports = {{"Boot loader", "Synth", "Boot loader", "Boot loader"}};
+    const QStringList names = portNames(ports);
+    EXPECT_EQ(names,
+              QStringList({"Boot loader", "Synth", "Boot loader (2)", "Boot loader (3)"}));
+    for (const QString& name : names) {
+        const PortSelection selection =
+            selectPort({backend("core", names, names)}, "core:" + name, QString());
+        ASSERT_TRUE(selection.address.has_value()) << selection.what.toStdString();
+        EXPECT_EQ(selection.address->output, name);
+        EXPECT_EQ(selection.address->input, name);
+        EXPECT_TRUE(selection.others.isEmpty());
+    }
 }
 
 TEST(PortNames, StablePartHasNoNumbersOfTheDay)

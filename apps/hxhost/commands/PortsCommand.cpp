@@ -4,7 +4,7 @@
 #include "apps/hxhost/session/PluginPlace.h"
 
 #include "host/base/HexText.h"
-#include "ports/PortSelector.h"
+#include "ports/AnsweringPort.h"
 
 namespace hx {
 
@@ -56,19 +56,19 @@ QString answerText(const IdentityReading& identity, DeviceInterface& device, boo
         .arg(name, identifierText(identity.fidpid), identity.version);
 }
 
-QJsonObject probed(const PortAddress& address, DeviceInterface& device)
+QJsonObject probed(const PortSelection& selection, const QString& name, DeviceInterface& device)
 {
-    const QString name = address.backend + QLatin1Char(':') + address.output;
-    QString error;
-    const std::unique_ptr<RtMidiPort> port = RtMidiPort::open(address, Pace(), &error);
-    if (!port)
-        return {{"name", name}, {"served", false}, {"answer", error}};
-    PortBus bus(*port);
-    device.bus = &bus;
+    const AnsweringPort opened = openAnswering(selection, device, [](const PortAddress& address) {
+        OpenedPort port;
+        port.port = RtMidiPort::open(address, Pace(), &port.error);
+        return port;
+    });
+    if (!opened.port)
+        return {{"name", name}, {"served", false}, {"answer", opened.error}};
+    PortBus bus(*opened.port);
     ProductReader reader(device, bus);
     const IdentityReading identity = reader.identity();
     const bool isServed = identity.good() && reader.isServed(identity);
-    device.bus = nullptr;
     return {
         {"name", name}, {"served", isServed}, {"answer", answerText(identity, device, isServed)}};
 }
@@ -81,7 +81,7 @@ QJsonArray probeRows(const QList<MidiBackend>& backends, DeviceInterface& device
             const QString name = backend.name + QLatin1Char(':') + output;
             const PortSelection selection = selectPort(backends, name, QString());
             if (selection.address)
-                rows << probed(*selection.address, device);
+                rows << probed(selection, name, device);
             else
                 rows << QJsonObject{{"name", name}, {"served", false}, {"answer", selection.what}};
         }

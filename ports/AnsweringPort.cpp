@@ -1,0 +1,74 @@
+#include "ports/AnsweringPort.h"
+
+#include "host/product/ProductReadings.h"
+
+namespace hx {
+
+namespace {
+
+enum class Answer { None, OtherProduct, Served };
+
+Answer ask(MidiPort& port, DeviceInterface& device)
+{
+    PortBus bus(port);
+    ProductReader reader(device, bus);
+    const IdentityReading identity = reader.identity(1);
+    if (!identity.good())
+        return Answer::None;
+    return reader.isServed(identity) ? Answer::Served : Answer::OtherProduct;
+}
+
+AnsweringPort opened(const PortAddress& address, const OpenAddress& open)
+{
+    AnsweringPort result;
+    static_cast<OpenedPort&>(result) = open(address);
+    result.input = address.input;
+    return result;
+}
+
+QString noAnswer(const QList<PortAddress>& addresses)
+{
+    QStringList inputs;
+    for (const PortAddress& address : addresses)
+        inputs << address.backend + QLatin1Char(':') + address.input;
+    return QStringLiteral("what is sent to %1:%2 is answered by none of the inputs that may belong "
+                          "to it: %3; name the one that does with --in-port")
+        .arg(addresses.first().backend, addresses.first().output,
+             inputs.join(QLatin1String(", ")));
+}
+
+// One message may be lost, so each is asked again after all the others.
+AnsweringPort findAnswering(const QList<PortAddress>& addresses, DeviceInterface& device,
+                            const OpenAddress& open)
+{
+    const PortAddress* other = nullptr;
+    for (int attempt = 0; attempt < questionAttempts; ++attempt) {
+        for (const PortAddress& address : addresses) {
+            AnsweringPort found = opened(address, open);
+            if (!found.port)
+                return found;
+            const Answer answer = ask(*found.port, device);
+            if (answer == Answer::Served)
+                return found;
+            if (answer == Answer::OtherProduct)
+                other = &address;
+        }
+    }
+    if (other != nullptr)
+        return opened(*other, open);
+    AnsweringPort none;
+    none.error = noAnswer(addresses);
+    return none;
+}
+
+} // namespace
+
+AnsweringPort openAnswering(const PortSelection& selection, DeviceInterface& device,
+                            const OpenAddress& open)
+{
+    if (selection.others.isEmpty())
+        return opened(*selection.address, open);
+    return findAnswering(QList<PortAddress>{*selection.address} + selection.others, device, open);
+}
+
+} // namespace hx

@@ -1,0 +1,31 @@
+// Opens the port of a selection, and finds out by asking which of several inputs carries the answers.
+#pragma once
+
+#include "deviceinterface/DeviceInterface.h"
+#include "host/bus/MidiPort.h"
+#include "ports/PortSelector.h"
+
+#include <functional>
+#include <memory>
+
+namespace hx {
+
+// A port, or why there is none.
+struct OpenedPort {
+    std::unique_ptr<MidiPort> port;
+    QString error;
+};
+
+struct AnsweringPort : OpenedPort {
+    QString input; // its name
+};
+
+using OpenAddress = std::function<OpenedPort(const PortAddress&)>;
+
+// `selection` has an address. When it is the only one, it is opened and nothing is sent. Else
+// "identify" is sent with each input in turn, until a product that `device` serves answers; when
+// none does, the input by which another product answered is taken.
+AnsweringPort openAnswering(const PortSelection& selection, DeviceInterface& device,
+                            const OpenAddress& open);
+
+} // namespace hx

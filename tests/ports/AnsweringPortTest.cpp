@@ -1,0 +1,101 @@
+// Which input carries the answers is found out by asking.
+#include "ports/AnsweringPort.h"
+
+#include "host/product/PluginLoader.h"
+#include "ports/SimulatedPort.h"
+#include "tests/ports/SimulatedExchange.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+
+namespace hx {
+
+namespace {
+
+class Answering : public ::testing::Test {
+protected:
+    // A product whose answers come by this input, with this fault.
+    void plugIn(const char* input, const char* fault)
+    {
+        m_faults[QString::fromLatin1(input)] = fault;
+    }
+
+    AnsweringPort open(const QStringList& inputs)
+    {
+        PortSelection selection;
+        selection.address = PortAddress{"core", "Boot loader", inputs.first()};
+        for (const QString& input : inputs.mid(1))
+            selection.others << PortAddress{"core", "Boot loader", input};
+        return openAnswering(selection, m_loaded.plugin->device(),
+                             [this](const PortAddress& address) { return openOne(address); });
+    }
+
+    QStringList asked;
+
+private:
+    OpenedPort openOne(const PortAddress& address)
+    {
+        asked << address.input;
+        OpenedPort opened;
+        if (m_faults.count(address.input) == 0)
+            opened.error = QStringLiteral("held by another program");
+        else
+            opened.port = std::make_unique<SimulatedPort>(productWith(m_faults[address.input]));
+        return opened;
+    }
+
+    PluginLoadResult m_loaded = loadPlugin(QStringLiteral(HX_PLUGIN_FILE));
+    std::map<QString, const char*> m_faults;
+};
+
+} // namespace
+
+TEST_F(Answering, AnInputThatIsTheOnlyOneIsOpenedUnasked)
+{
+    plugIn("a", "silent");
+    EXPECT_NE(open({"a"}).port, nullptr);
+    EXPECT_EQ(asked, QStringList{"a"});
+}
+
+TEST_F(Answering, TheFirstInputByWhichTheProductAnswersIsTaken)
+{
+    plugIn("a", "silent");
+    plugIn("b", "noise");
+    plugIn("c", "noise");
+    const AnsweringPort found = open({"a", "b", "c"});
+    ASSERT_NE(found.port, nullptr) << found.error.toStdString();
+    EXPECT_EQ(found.input, "b");
+    EXPECT_EQ(asked, QStringList({"a", "b"}));
+}
+
+TEST_F(Answering, AnotherProductIsTakenWhenTheRightOneDoesNotAnswer)
+{
+    plugIn("a", "silent");
+    plugIn("b", "wrong-model");
+    EXPECT_EQ(open({"a", "b"}).input, "b");
+    plugIn("a", "noise");
+    EXPECT_EQ(open({"b", "a"}).input, "a");
+}
+
+TEST_F(Answering, EachInputIsAskedThreeTimesAndThenAllAreListed)
+{
+    plugIn("a", "silent");
+    plugIn("b", "silent");
+    const AnsweringPort found = open({"a", "b"});
+    EXPECT_EQ(found.port, nullptr);
+    EXPECT_EQ(found.error.toStdString(),
+              "what is sent to core:Boot loader is answered by none of the inputs that may belong "
+              "to it: core:a, core:b; name the one that does with --in-port");
+    EXPECT_EQ(asked, QStringList({"a", "b", "a", "b", "a", "b"}));
+}
+
+TEST_F(Answering, AnInputThatCannotBeOpenedEndsTheSearch)
+{
+    plugIn("a", "silent");
+    const AnsweringPort found = open({"a", "b"});
+    EXPECT_EQ(found.port, nullptr);
+    EXPECT_EQ(found.error, "held by another program");
+}
+
+} // namespace hx
