@@ -4,12 +4,6 @@
 
 namespace hx {
 
-void ProductServer::setWatch(const Watch& heard, const Watch& answered)
-{
-    m_heard = heard;
-    m_answered = answered;
-}
-
 bool ProductServer::serve(Microseconds wait)
 {
     scheduleUnasked();
@@ -21,12 +15,18 @@ bool ProductServer::serve(Microseconds wait)
                         .arg(chunk.lostBefore);
     if (!errorText.isEmpty())
         return false;
-    if (!chunk.bytes.isEmpty()) {
-        if (m_heard)
-            m_heard(chunk.bytes);
-        schedule(m_product.receive(chunk.bytes), chunk.time);
-    }
+    if (!chunk.bytes.isEmpty())
+        take(chunk);
     return sendDue() && !m_product.isGone();
+}
+
+void ProductServer::take(const MidiChunk& chunk)
+{
+    if (m_watch.heard)
+        m_watch.heard(chunk);
+    schedule(m_product.receive(chunk.bytes), chunk.time);
+    if (m_watch.handled)
+        m_watch.handled();
 }
 
 void ProductServer::schedule(const QVector<SimulatedReply>& replies, Microseconds arrival)
@@ -54,8 +54,8 @@ bool ProductServer::sendDue()
             errorText = m_port.errorText;
             return false;
         }
-        if (m_answered)
-            m_answered(bytes);
+        if (m_watch.answered)
+            m_watch.answered(bytes);
     }
     return true;
 }

@@ -9,14 +9,18 @@
 
 namespace hx {
 
+// What is told while a product is served; each may be left out.
+struct ProductWatch {
+    std::function<void(const MidiChunk&)> heard;     // bytes came
+    std::function<void()> handled;                   // the product has acted on them
+    std::function<void(const QByteArray&)> answered; // a reply left, later than `handled`
+};
+
 class ProductServer {
 public:
-    using Watch = std::function<void(const QByteArray&)>;
-
     ProductServer(MidiPort& port, FaultyProduct& product) : m_port(port), m_product(product) {}
 
-    // What is told of the bytes that come and of the replies that leave; may be left out.
-    void setWatch(const Watch& heard, const Watch& answered);
+    void setWatch(const ProductWatch& watch) { m_watch = watch; }
 
     // Takes what arrives within `wait`, and sends the replies that are due. False when the port
     // failed (`errorText` then says why) or the product was unplugged.
@@ -25,6 +29,7 @@ public:
     QString errorText;
 
 private:
+    void take(const MidiChunk& chunk);
     void schedule(const QVector<SimulatedReply>& replies, Microseconds arrival);
     void scheduleUnasked();
     bool sendDue();
@@ -32,8 +37,7 @@ private:
 
     MidiPort& m_port;
     FaultyProduct& m_product;
-    Watch m_heard;
-    Watch m_answered;
+    ProductWatch m_watch;
     std::multimap<Microseconds, QByteArray> m_due; // replies by the moment they leave
     Microseconds m_nextUnasked = 0;
 };

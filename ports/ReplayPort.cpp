@@ -3,6 +3,7 @@
 #include "host/base/HexText.h"
 
 #include <algorithm>
+#include <cstddef>
 
 namespace hx {
 
@@ -12,6 +13,11 @@ QString byteText(const QByteArray& message, int position)
 {
     return position < message.size() ? hexText(message.mid(position, 1))
                                      : QStringLiteral("nothing");
+}
+
+bool isPlayed(const TraceEvent& event)
+{
+    return event.event.kind != BusEventKind::Decided && event.event.kind != BusEventKind::Log;
 }
 
 } // namespace
@@ -39,6 +45,16 @@ QString ReplayDivergence::text() const
              byteText(recorded, position), byteText(sent, position));
 }
 
+TraceFile arrivalsOf(const TraceFile& trace)
+{
+    TraceFile arrivals;
+    for (const TraceEvent& event : trace.events) {
+        if (carriesBytes(event.event.kind) && event.event.kind != BusEventKind::Sent)
+            arrivals.events.push_back(event);
+    }
+    return arrivals;
+}
+
 ReplayPort::ReplayPort(const QString& path, const TraceFile& trace, const ReplayHandlers& handlers)
     : m_path(path), m_trace(trace), m_handlers(handlers)
 {
@@ -48,8 +64,7 @@ ReplayPort::ReplayPort(const QString& path, const TraceFile& trace, const Replay
 const TraceEvent* ReplayPort::next()
 {
     for (; m_next < m_trace.events.size(); ++m_next) {
-        const BusEventKind kind = m_trace.events[m_next].event.kind;
-        if (kind != BusEventKind::Decided && kind != BusEventKind::Log)
+        if (isPlayed(m_trace.events[m_next]))
             return &m_trace.events[m_next];
     }
     return nullptr;
@@ -152,6 +167,12 @@ MidiChunk ReplayPort::wait(Microseconds deadline)
 {
     m_clock.sleepUntil(deadline);
     return {};
+}
+
+bool ReplayPort::atEnd() const
+{
+    return std::none_of(m_trace.events.begin() + std::ptrdiff_t(m_next), m_trace.events.end(),
+                        isPlayed);
 }
 
 int ReplayPort::messagesLeft() const

@@ -27,6 +27,9 @@ struct ReplayHandlers {
     std::function<void()> interrupted; // somebody pressed Ctrl-C here when the trace was made
 };
 
+// What arrived in a session, for a port that is only listened to: all else is left out.
+TraceFile arrivalsOf(const TraceFile& trace);
+
 // Time stands still but for what the trace and the waits say: a reply comes when the message before
 // it has been sent, at its recorded time. What the trace's host met, a lost port, a message that
 // could not be sent, an interrupt, is met again. After a divergence nothing can be sent any more.
@@ -38,6 +41,7 @@ public:
     Clock& clock() override { return m_clock; }
     bool send(const QByteArray& message) override;
     MidiChunk receive(Microseconds deadline) override;
+    bool atEnd() const override;
 
     // Messages of the trace that were not sent.
     int messagesLeft() const;

@@ -1,9 +1,9 @@
 #include "ports/RtMidiPort.h"
 
 #include "ports/MidiLibraryLog.h"
+#include "ports/PortNames.h"
 
 #include <algorithm>
-#include <optional>
 
 namespace hx {
 
@@ -12,31 +12,19 @@ namespace {
 // How often a wait looks whether the port still exists.
 constexpr Microseconds presenceInterval = 250 * microsecondsPerMillisecond;
 
-// Index of the port called `name`; none when there is no such port.
-template <typename Ports>
-std::optional<unsigned> find(Ports& ports, const QString& name)
-{
-    const std::string wanted = name.toStdString();
-    const unsigned count = ports.getPortCount();
-    for (unsigned i = 0; i < count; ++i) {
-        if (ports.getPortName(i) == wanted)
-            return i;
-    }
-    return std::nullopt;
-}
-
 template <typename Ports>
 bool hasPort(Ports& ports, const QString& name)
 {
-    return find(ports, name).has_value();
+    return portNames(ports).contains(name);
 }
 
-// The same; throws when there is no such port.
+// Throws when there is no such port.
 template <typename Ports>
 unsigned indexOf(Ports& ports, const QString& name)
 {
-    if (const std::optional<unsigned> index = find(ports, name))
-        return *index;
+    const int index = portNames(ports).indexOf(name);
+    if (index >= 0)
+        return unsigned(index);
     throw RtMidiError("the port " + name.toStdString() + " is not there any more",
                       RtMidiError::INVALID_DEVICE);
 }
@@ -105,6 +93,8 @@ RtMidiPort::~RtMidiPort()
 void RtMidiPort::setUp(RtMidi::Api api, const std::string& inputClient,
                        const std::string& outputClient)
 {
+    if (api == RtMidi::UNIX_JACK)
+        m_server = std::make_unique<JackServerWatch>();
     m_in = std::make_unique<RtMidiIn>(api, inputClient);
     m_out = std::make_unique<RtMidiOut>(api, outputClient);
     m_in->setErrorCallback(takeError, this);
@@ -177,20 +167,23 @@ bool RtMidiPort::isPresent()
     // Virtual ports stand among those of their own server, as long as that runs.
     if (m_isVirtual)
         return m_out->getPortCount() > 0;
-    return m_address.output.isEmpty() ? hasPort(*m_in, m_address.input)
-                                      : hasPort(*m_out, m_address.output);
+    return hasPort(*m_in, m_address.input) &&
+           (m_address.output.isEmpty() || hasPort(*m_out, m_address.output));
 }
 
 bool RtMidiPort::isGone()
 {
-    if (m_clock.now() < m_nextLook)
+    const bool serverGone = m_server && m_server->isGone();
+    if (m_clock.now() < m_nextLook && !serverGone)
         return false;
     m_nextLook = m_clock.now() + presenceInterval;
-    if (isPresent())
+    if (!serverGone && isPresent())
         return false;
     m_nextLook = 0;
     takeLibraryError();
-    errorText = QStringLiteral("the port %1 has disappeared").arg(name());
+    errorText = serverGone
+                    ? QStringLiteral("the MIDI server of the port %1 has gone away").arg(name())
+                    : QStringLiteral("the port %1 has disappeared").arg(name());
     return true;
 }
 

@@ -3,6 +3,7 @@
 
 #include "host/bus/MidiPort.h"
 #include "ports/ChunkQueue.h"
+#include "ports/JackServerWatch.h"
 #include "ports/Pacer.h"
 
 #include <RtMidi.h>
@@ -64,6 +65,7 @@ private:
     SteadyClock m_clock;
     Pacer m_pacer;
     Microseconds m_nextLook = 0; // when to look again whether the port exists
+    std::unique_ptr<JackServerWatch> m_server; // of JACK's ports alone
     ChunkQueue m_arrived;
     std::mutex m_errorMutex;
     QString m_libraryError;

@@ -1,46 +1,6 @@
 #include "ports/StatefulSimulatedPort.h"
 
-#include "host/base/FileName.h"
-#include "host/base/WholeFile.h"
-
 namespace hx {
-
-namespace {
-
-// More than the text of the largest memory, which has 16 MiB.
-constexpr qint64 maxStateFileBytes = Q_INT64_C(64) * 1024 * 1024;
-
-bool readState(SimulatedProduct& product, const QString& path, QString* error)
-{
-    if (path.isEmpty()) {
-        *error = QStringLiteral("it has no name");
-        return false;
-    }
-    std::error_code unseen;
-    if (!std::filesystem::exists(filePath(path), unseen) && !unseen)
-        return true;
-    QByteArray state;
-    if (!readWholeFile(path, maxStateFileBytes, &state, error))
-        return false;
-    if (state.size() > maxStateFileBytes) {
-        *error = QStringLiteral("it is larger than %1 bytes, which no memory of a product is")
-                     .arg(maxStateFileBytes);
-        return false;
-    }
-    return product.restore(state, error);
-}
-
-} // namespace
-
-bool restoreProduct(SimulatedProduct& product, const QString& path, QString* error)
-{
-    return readState(product, path, error) && saveProduct(product, path, error);
-}
-
-bool saveProduct(const SimulatedProduct& product, const QString& path, QString* error)
-{
-    return writeWholeFile(path, product.save(), error);
-}
 
 std::unique_ptr<StatefulSimulatedPort>
 StatefulSimulatedPort::open(const QString& path, const FaultPlan& faults,
@@ -48,10 +8,13 @@ StatefulSimulatedPort::open(const QString& path, const FaultPlan& faults,
                             QString* error)
 {
     SimulatedProduct product;
-    if (!restoreProduct(product, path, error))
+    std::unique_ptr<ProductStateFile> file = ProductStateFile::open(path, product, error);
+    if (!file)
         return nullptr;
-    return std::unique_ptr<StatefulSimulatedPort>(
+    std::unique_ptr<StatefulSimulatedPort> port(
         new StatefulSimulatedPort(path, FaultyProduct(product, faults), options, onSaveError));
+    port->m_file = std::move(file);
+    return port;
 }
 
 StatefulSimulatedPort::StatefulSimulatedPort(const QString& path, const FaultyProduct& product,
@@ -64,13 +27,14 @@ StatefulSimulatedPort::StatefulSimulatedPort(const QString& path, const FaultyPr
 StatefulSimulatedPort::~StatefulSimulatedPort()
 {
     QString error;
-    if (!saveProduct(m_port.product(), m_path, &error))
+    if (!m_file->close(m_port.product(), &error))
         m_onSaveError(error);
 }
 
 bool StatefulSimulatedPort::send(const QByteArray& message)
 {
     const bool sent = m_port.send(message);
+    m_file->keep(m_port.product());
     errorText = m_port.errorText;
     return sent;
 }

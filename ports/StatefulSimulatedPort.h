@@ -1,6 +1,7 @@
 // A simulated product whose memory outlives the program, in a state file.
 #pragma once
 
+#include "ports/ProductStateFile.h"
 #include "ports/SimulatedPort.h"
 
 #include <functional>
@@ -13,8 +14,8 @@ public:
     using OnSaveError = std::function<void(const QString&)>;
 
     // Plugs in the product that `path` describes, a fresh one when there is no such file yet; null,
-    // with the reason in `error`, when the file is not a state file or cannot be written. When the
-    // port is closed the product's state is written back; `onSaveError` is told when it cannot be.
+    // with the reason in `error`, when the file cannot be used (ProductStateFile::open). When the
+    // state cannot be kept, `onSaveError` is told so when the port is closed.
     static std::unique_ptr<StatefulSimulatedPort> open(const QString& path, const FaultPlan& faults,
                                                        const SimulatedPortOptions& options,
                                                        const OnSaveError& onSaveError,
@@ -34,11 +35,7 @@ private:
     QString m_path;
     SimulatedPort m_port;
     OnSaveError m_onSaveError;
+    std::unique_ptr<ProductStateFile> m_file;
 };
-
-// The two steps by themselves, for a product that is driven in another way. Restoring writes the
-// state too, so that a place that cannot keep it is known before the product is used.
-bool restoreProduct(SimulatedProduct& product, const QString& path, QString* error);
-bool saveProduct(const SimulatedProduct& product, const QString& path, QString* error);
 
 } // namespace hx

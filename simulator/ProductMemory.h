@@ -5,6 +5,7 @@
 #include <QByteArray>
 
 #include <array>
+#include <optional>
 
 namespace hx {
 
@@ -31,7 +32,7 @@ public:
     static constexpr int eraseBlock = 4096;
 
     const StoredCode& code() const { return m_code; }
-    void setCode(const StoredCode& code) { m_code = code; }
+    void setCode(const StoredCode& code);
 
     // Marks the code invalid, empties the memory block by block from its end, notes the new kind.
     void erase(quint8 kind);
@@ -53,13 +54,19 @@ public:
     // Single writes made since the memory exists.
     qint64 writes() const { return m_writes; }
 
+    // The address from which on the code may differ from what it was at the last call; none when
+    // nothing at all was written since then.
+    std::optional<int> takeChange();
+
 private:
     bool write();
+    void noteChange(int address);
 
     StoredCode m_code;
     qint64 m_writes = 0;
     qint64 m_writesLeft = -1;
     bool m_powerFailed = false;
+    std::optional<int> m_changedFrom;
 };
 
 } // namespace hx

@@ -2,6 +2,7 @@
 
 #include "simulator/Crc32.h"
 #include "simulator/MessageForm.h"
+#include "simulator/StateChange.h"
 #include "simulator/StateFile.h"
 #include "simulator/WireFormat.h"
 
@@ -310,6 +311,11 @@ quint8 SimulatedProduct::byteAt(quint32 address) const
 QByteArray SimulatedProduct::save() const
 {
     return writeStateFile(code());
+}
+
+QByteArray SimulatedProduct::saveChange(int address) const
+{
+    return writeStateChange(code(), address);
 }
 
 bool SimulatedProduct::restore(const QByteArray& state, QString* error)

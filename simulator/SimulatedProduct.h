@@ -75,6 +75,14 @@ public:
     QByteArray save() const;
     bool restore(const QByteArray& state, QString* error);
 
+    // The address from which on the code may differ from what it was at the last call; none when
+    // the memory was not written to since then.
+    std::optional<int> takeChange() { return m_memory.takeChange(); }
+
+    // The line that, behind a text of `save` and earlier such lines, says what was written since:
+    // code from `address` on, and the marks.
+    QByteArray saveChange(int address) const;
+
 private:
     struct Command;
 

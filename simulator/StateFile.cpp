@@ -1,6 +1,8 @@
 #include "simulator/StateFile.h"
 
 #include "simulator/Crc32.h"
+#include "simulator/StateChange.h"
+#include "simulator/StateText.h"
 
 #include <QList>
 
@@ -9,26 +11,9 @@ namespace hx {
 namespace {
 
 const QByteArray title = "simulated product state 1";
-const QByteArray nothing = "-";
 constexpr int bytesPerLine = 32;
-constexpr int crcDigits = 8;
-constexpr int addressDigits = 6;
 constexpr int longestQuote = 60;
 constexpr int maxHeadSize = 256; // every line but those with code bytes, with room to spare
-
-QByteArray hexNumber(quint32 value, int digits)
-{
-    return QByteArray::number(value, 16).toUpper().rightJustified(digits, '0');
-}
-
-QByteArray versionText(const VersionDigits& version)
-{
-    QByteArray text;
-    for (const quint8 digit : version)
-        text.append(static_cast<char>(digit)).append('.');
-    text.chop(1);
-    return text;
-}
 
 QByteArray codeLine(const QByteArray& code, int address)
 {
@@ -64,6 +49,7 @@ private:
     bool readHead(StoredCode* code);
     bool readSeal(StoredCode* code);
     bool readCode(QByteArray* code);
+    bool readChanges(StoredCode* code);
     bool field(const QByteArray& name, const QByteArray& expected, QByteArray* value);
     bool choice(const QByteArray& name, const QByteArray& yes, const QByteArray& no, bool* isYes);
     bool fail(const QString& reason);
@@ -72,6 +58,7 @@ private:
     QByteArray m_text;
     int m_memorySize;
     QList<QByteArray> m_lines;
+    QByteArray m_changes; // behind the line "end"
     int m_line = 0;
     int m_length = 0;
     QString m_error;
@@ -95,30 +82,33 @@ bool StateReader::failLine(const QByteArray& expected)
 bool StateReader::read(StoredCode* code)
 {
     StoredCode found;
-    if (!readWhole() || !readHead(&found) || !readSeal(&found) || !readCode(&found.bytes))
+    if (!readWhole() || !readHead(&found) || !readSeal(&found) || !readCode(&found.bytes) ||
+        !readChanges(&found))
         return false;
     *code = found;
     return true;
 }
 
-// The text as a whole: its title, its size, and the checksum that its last line carries.
+// The text as a whole: its title, its size, and the checksum that its line "end" carries.
 bool StateReader::readWhole()
 {
     if (!m_text.startsWith(title + '\n'))
         return fail(QString::fromLatin1("this is no state file: it begins with %1, expected %2")
                         .arg(quoted(m_text.left(longestQuote).split('\n').first()), quoted(title)));
     constexpr qint64 textPerByte = 3;
-    if (m_text.size() > maxHeadSize + textPerByte * m_memorySize)
+    const int endAt = m_text.indexOf("\nend ") + 1;
+    const int size = endAt > 0 ? endAt : m_text.size();
+    if (size > maxHeadSize + textPerByte * m_memorySize)
         return fail(QString::fromLatin1("the state file has %1 bytes, too many for a product with "
                                         "room for %2 code bytes")
-                        .arg(m_text.size())
+                        .arg(size)
                         .arg(m_memorySize));
-    const int endAt = m_text.lastIndexOf("\nend ") + 1;
     if (endAt == 0)
         return fail(QLatin1String("the state file is cut off: its last line, \"end\" and a "
                                   "checksum, is missing"));
     const QByteArray expected = endLine(m_text.left(endAt));
-    if (m_text.mid(endAt) != expected)
+    m_changes = m_text.mid(endAt + expected.size());
+    if (m_text.mid(endAt, expected.size()) != expected || !looksLikeStateChanges(m_changes))
         return fail(QString::fromLatin1("the state file is damaged: it ends with %1, its content "
                                         "gives %2")
                         .arg(quoted(m_text.mid(endAt).trimmed()), quoted(expected.trimmed())));
@@ -169,22 +159,21 @@ bool StateReader::readHead(StoredCode* code)
 // Version and checksum, which only valid code has.
 bool StateReader::readSeal(StoredCode* code)
 {
-    const QByteArray versionForm = code->valid ? QByteArray("four digits, as in 1.0.2.3") : nothing;
-    const QByteArray crcForm = code->valid ? QByteArray("eight hex digits") : nothing;
+    const QByteArray versionForm =
+        code->valid ? QByteArray("four digits, as in 1.0.2.3") : noStateValue;
+    const QByteArray crcForm = code->valid ? QByteArray("eight hex digits") : noStateValue;
     QByteArray version;
     QByteArray crc;
     if (!field("version", versionForm, &version))
         return false;
-    for (int i = 0; i < 4; ++i)
-        code->version[static_cast<size_t>(i)] =
-            static_cast<quint8>(version.mid(2 * i, 1).toUShort() + '0');
-    if (version != (code->valid ? versionText(code->version) : nothing))
+    code->version = versionOf(version);
+    if (version != (code->valid ? versionText(code->version) : noStateValue))
         return failLine("\"version\" and " + versionForm);
     ++m_line;
     if (!field("crc", crcForm, &crc))
         return false;
     code->crc = crc.toUInt(nullptr, 16);
-    if (crc != (code->valid ? hexNumber(code->crc, crcDigits) : nothing))
+    if (crc != (code->valid ? hexNumber(code->crc, crcDigits) : noStateValue))
         return failLine("\"crc\" and " + crcForm);
     ++m_line;
     return true;
@@ -207,16 +196,26 @@ bool StateReader::readCode(QByteArray* code)
     return code->size() == m_length || failLine("more code");
 }
 
+bool StateReader::readChanges(StoredCode* code)
+{
+    int line = 0;
+    const int endLines = 1;
+    if (applyStateChanges(m_changes, m_lines.size() + endLines + 1, m_memorySize, code, &line))
+        return true;
+    return fail(QString::fromLatin1("the state file is damaged in line %1, which records a change")
+                    .arg(line));
+}
+
 } // namespace
 
 QByteArray writeStateFile(const StoredCode& code)
 {
     QByteArray text = title + '\n';
-    text += code.kind == kindFwu ? "kind fwu\n" : "kind fwd\n";
+    text += "kind " + kindText(code.kind) + '\n';
     text += code.valid ? "valid yes\n" : "valid no\n";
     text += "length " + QByteArray::number(code.bytes.size()) + '\n';
-    text += "version " + (code.valid ? versionText(code.version) : nothing) + '\n';
-    text += "crc " + (code.valid ? hexNumber(code.crc, crcDigits) : nothing) + '\n';
+    text += "version " + (code.valid ? versionText(code.version) : noStateValue) + '\n';
+    text += "crc " + (code.valid ? hexNumber(code.crc, crcDigits) : noStateValue) + '\n';
     for (int address = 0; address < code.bytes.size(); address += bytesPerLine)
         text += codeLine(code.bytes, address);
     return text + endLine(text);

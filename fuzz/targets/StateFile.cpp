@@ -1,4 +1,5 @@
 // State files of the simulated product: a text is taken exactly when it is what the product writes.
+#include "simulator/StateChange.h"
 #include "simulator/StateFile.h"
 
 #include "fuzz/support/FuzzTarget.h"
@@ -17,11 +18,10 @@ QByteArray withEnd(const QByteArray& lines)
            QByteArray::number(productCrc32(lines), 16).toUpper().rightJustified(8, '0') + '\n';
 }
 
-// What is written for any code is read back as it was.
-void writeAndRead(FuzzInput& input)
+StoredCode anyCode(FuzzInput& input, const QByteArray& bytes)
 {
     StoredCode code;
-    code.bytes = input.take(input.byte() % (memorySize + 1));
+    code.bytes = bytes;
     code.kind = input.flag() ? kindFwd : kindFwu;
     code.valid = input.flag();
     if (code.valid) {
@@ -29,10 +29,21 @@ void writeAndRead(FuzzInput& input)
             digit = static_cast<quint8>('0' + input.choice(10));
         code.crc = input.word();
     }
+    return code;
+}
+
+// What is written for any code, whole or as a change of another one, is read back as it was.
+void writeAndRead(FuzzInput& input)
+{
+    const QByteArray before = input.take(input.byte() % (memorySize + 1));
+    QByteArray text = writeStateFile(anyCode(input, before));
+    const int address = input.choice(before.size() + 1);
+    const QByteArray added = input.take(input.byte() % (memorySize + 1 - address));
+    const StoredCode code = anyCode(input, before.left(address) + added);
+    text = input.flag() ? text + writeStateChange(code, address) : writeStateFile(code);
     StoredCode read;
     QString error;
-    require(readStateFile(writeStateFile(code), memorySize, &read, &error),
-            "what is written reads");
+    require(readStateFile(text, memorySize, &read, &error), "what is written reads");
     require(read.bytes == code.bytes && read.kind == code.kind && read.valid == code.valid,
             "what is written reads back as it was");
     if (code.valid)
@@ -46,8 +57,11 @@ void readAnything(const QByteArray& text)
     QString error;
     const bool isTaken = readStateFile(text, memorySize, &read, &error);
     require(isTaken == error.isEmpty(), "a refusal has a reason");
-    if (isTaken)
+    const int changesAt = text.indexOf('\n', text.indexOf("\nend ") + 1) + 1;
+    if (isTaken && changesAt == text.size())
         requireSame(writeStateFile(read), text, "only what the product writes is taken");
+    else if (isTaken)
+        require(looksLikeStateChanges(text.mid(changesAt)), "changes follow, and nothing else");
     else
         require(read.crc == 12345 && read.bytes.isEmpty(), "a refused file changes nothing");
 }

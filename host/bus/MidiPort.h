@@ -33,6 +33,9 @@ public:
     // came in time, or that the port is gone: then `errorText` is not empty.
     virtual MidiChunk receive(Microseconds deadline) = 0;
 
+    // Whether nothing can come any more although nothing failed: a recorded session is over.
+    virtual bool atEnd() const { return false; }
+
     // Why the last operation failed; empty when it did not.
     QString errorText;
 };

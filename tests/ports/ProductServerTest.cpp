@@ -21,8 +21,10 @@ TEST(ProductServer, AnswersWhatArrivesAfterTheProductsDelay)
     ProductServer server(port, product);
     QByteArray heard;
     QByteArray answered;
-    server.setWatch([&](const QByteArray& bytes) { heard += bytes; },
-                    [&](const QByteArray& bytes) { answered += bytes; });
+    int handled = 0;
+    server.setWatch({[&](const MidiChunk& chunk) { heard += chunk.bytes; },
+                     [&] { handled += answered.isEmpty() ? 1 : 0; },
+                     [&](const QByteArray& bytes) { answered += bytes; }});
     port.arrive(identify.left(3), 100);
     port.arrive(identify.mid(3), 200);
     EXPECT_TRUE(server.serve(50000));
@@ -34,6 +36,7 @@ TEST(ProductServer, AnswersWhatArrivesAfterTheProductsDelay)
     EXPECT_EQ(port.clock().now(), 1200);
     EXPECT_EQ(heard, identify);
     EXPECT_EQ(answered, identityReply);
+    EXPECT_EQ(handled, 2);
 }
 
 TEST(ProductServer, WaitsNoLongerThanItIsTold)
@@ -136,6 +139,9 @@ TEST(ChunkQueue, HoldsABoundedNumberOfBytesAndTheNextChunkTellsOfTheRest)
     EXPECT_EQ(queue.take(0)->lostBefore, 0);
 }
 
+const QByteArray startsUpdate =
+    QByteArray::fromHex("F0006B2D3041430A000000000000000350707E0142F7");
+
 class StatefulPort : public ::testing::Test {
 protected:
     std::unique_ptr<StatefulSimulatedPort> open(const QString& path)
@@ -158,8 +164,6 @@ private:
 
 TEST_F(StatefulPort, ProductKeepsItsMemoryFromOnePortToTheNext)
 {
-    const QByteArray startsUpdate =
-        QByteArray::fromHex("F0006B2D3041430A000000000000000350707E0142F7");
     {
         const auto port = open(inFolder("state"));
         ASSERT_NE(port, nullptr) << openError.toStdString();
@@ -204,6 +208,7 @@ TEST_F(StatefulPort, StateThatCannotBeWrittenAtTheEndIsReported)
     ASSERT_TRUE(QDir().mkpath(folder));
     auto port = open(folder + "/state");
     ASSERT_NE(port, nullptr) << openError.toStdString();
+    ASSERT_TRUE(port->send(startsUpdate));
     ASSERT_TRUE(QDir(folder).removeRecursively());
     port.reset();
     EXPECT_EQ(saveError, "No such file or directory");

@@ -159,4 +159,27 @@ TEST_F(Replay, MessagesLeftAreCounted)
     EXPECT_EQ(port.messagesLeft(), 2);
 }
 
+TEST_F(Replay, OneThatIsOnlyListenedToPlaysWhatArrivedAndComesToItsEnd)
+{
+    const TraceFile trace = parseTrace("# hxtrace 1\n"
+                                       "0.000000 sent F0 7E 7F 06 01 F7\n"
+                                       "0.001000 realtime F8\n"
+                                       "0.002000 received F0 01 F7\n"
+                                       "0.003000 unsent : F0 02 F7 could not be sent: full\n"
+                                       "0.004000 timeout : nothing came\n"
+                                       "0.005000 interrupted : Ctrl-C\n"
+                                       "0.006000 ignored F0 03 F7 : late\n"
+                                       "0.007000 lost : gone\n"
+                                       "0.008000 decided : outcome\n");
+    ASSERT_TRUE(trace.ok()) << trace.error.toStdString();
+    ReplayPort port(QStringLiteral("file"), arrivalsOf(trace), ReplayHandlers());
+    for (const char* bytes : {"F8", "F001F7", "F003F7"}) {
+        EXPECT_FALSE(port.atEnd());
+        EXPECT_EQ(port.receive(microsecondsPerSecond).bytes, QByteArray::fromHex(bytes));
+    }
+    EXPECT_TRUE(port.atEnd());
+    EXPECT_TRUE(port.errorText.isEmpty());
+    EXPECT_FALSE(replay("0.000000 sent F0 7E 7F 06 01 F7\n0.001000 log : x\n").atEnd());
+}
+
 } // namespace hx

@@ -39,6 +39,9 @@ TEST(SimulatedProductPage, ShowsTheStateFileOfItsExample)
         product.receive(message);
     const QString state = QString::fromLatin1(product.save());
     EXPECT_TRUE(page().contains(QStringLiteral("```\n%1```\n").arg(state)));
+    product.damageCode(8);
+    const QString change = QString::fromLatin1(product.saveChange(8));
+    EXPECT_TRUE(page().contains(QStringLiteral("```\n%1```\n").arg(change)));
 }
 
 TEST(SimulatedProductPage, ListsTheFaultsThatThereAre)

@@ -1,4 +1,5 @@
 #include "simulator/StateFile.h"
+#include "simulator/StateChange.h"
 
 #include "simulator/Crc32.h"
 
@@ -287,6 +288,80 @@ TEST(StateFile, LargestStateIsTaken)
             << error.toStdString();
         EXPECT_EQ(back.bytes, code.bytes);
     }
+}
+
+TEST(StateFile, ChangesMakeOfAnEarlierStateTheLaterOne)
+{
+    SimulatedProduct product;
+    product.receive(dataMessage(0, 0, codeOfSize(112)));
+    QByteArray text = product.save();
+    EXPECT_TRUE(product.takeChange().has_value());
+    EXPECT_FALSE(product.takeChange().has_value());
+    const auto messages = imageOf(codeOfSize(5000), "1024");
+    for (int i = 1; i < messages.size(); ++i) {
+        product.receive(messages.at(i));
+        const std::optional<int> address = product.takeChange();
+        if (address)
+            text += product.saveChange(*address);
+        SimulatedProduct restored;
+        QString error;
+        ASSERT_TRUE(restored.restore(text, &error)) << error.toStdString();
+        EXPECT_EQ(restored.save(), product.save());
+    }
+    EXPECT_TRUE(product.isCodeValid());
+    EXPECT_TRUE(text.contains("\nchange fwu no - - 000070 ")) << text.toStdString();
+}
+
+TEST(StateFile, EveryChangeOfTheMemoryIsNoticed)
+{
+    SimulatedProduct product;
+    EXPECT_FALSE(product.takeChange().has_value());
+    product.damageCode(3);
+    EXPECT_EQ(product.takeChange(), 3);
+    product.failPowerAfter(1); // the code is marked, and nothing more
+    product.receive(dataMessage(0, 0, codeOfSize(112)));
+    EXPECT_EQ(product.takeChange(), 256);
+    EXPECT_FALSE(product.isCodeValid());
+    product.receive(dataMessage(0, 0, codeOfSize(112)));
+    EXPECT_EQ(product.takeChange(), 0);
+    product.receive(bytesOf("F07E7F0601F7"));
+    EXPECT_FALSE(product.takeChange().has_value());
+}
+
+TEST(StateFile, AnUnfinishedChangeDoesNotCountAndADamagedOneIsRefused)
+{
+    SimulatedProduct product;
+    product.damageCode(200);
+    const QByteArray whole = product.save();
+    product.damageCode(255);
+    const QByteArray change = product.saveChange(255);
+    for (int size = 0; size < change.size(); ++size) {
+        SimulatedProduct restored;
+        QString error;
+        ASSERT_TRUE(restored.restore(whole + change.left(size), &error)) << error.toStdString();
+        EXPECT_EQ(restored.save(), whole);
+    }
+    for (int bit = 0; bit < 8 * change.size(); ++bit) {
+        QByteArray damaged = change;
+        damaged[bit / 8] = static_cast<char>(damaged.at(bit / 8) ^ (1 << bit % 8));
+        SimulatedProduct restored;
+        QString error;
+        if (damaged.endsWith('\n')) {
+            EXPECT_FALSE(restored.restore(whole + damaged, &error)) << bit;
+        }
+    }
+}
+
+TEST(StateFile, AChangeBehindAHoleOrBeyondTheMemoryIsRefused)
+{
+    StoredCode code;
+    code.bytes = codeOfSize(11);
+    EXPECT_EQ(reasonFor(sealed(worked) + writeStateChange(code, 9)), "taken");
+    EXPECT_EQ(reasonFor(sealed(worked) + writeStateChange(code, 10)),
+              "the state file is damaged in line 9, which records a change");
+    code.bytes = codeOfSize(sizeOfMemory + 1);
+    EXPECT_EQ(reasonFor(sealed(worked) + writeStateChange(code, 9)),
+              "the state file is damaged in line 9, which records a change");
 }
 
 } // namespace hx

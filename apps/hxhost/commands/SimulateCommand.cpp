@@ -2,13 +2,13 @@
 #include "apps/hxhost/commands/CommandLine.h"
 #include "apps/hxhost/commands/Commands.h"
 #include "apps/hxhost/session/InterruptFlag.h"
+#include "apps/hxhost/session/ServedTraffic.h"
 
 #include "host/base/FileName.h"
-#include "host/base/HexText.h"
 #include "ports/PortList.h"
 #include "ports/ProductServer.h"
+#include "ports/ProductStateFile.h"
 #include "ports/RtMidiPort.h"
-#include "ports/StatefulSimulatedPort.h"
 
 namespace hx {
 
@@ -67,29 +67,37 @@ void failState(CommandContext& context, const QString& path, const QString& erro
                  QStringLiteral("give another name with --state"));
 }
 
+void addResult(Report& report, const FaultyProduct& product, int replies)
+{
+    report.add(QStringLiteral("replies"), replies);
+    report.add(QStringLiteral("product.codeValid"), product.product().isCodeValid());
+    report.add(QStringLiteral("product.codeBytes"), product.product().codeBytes().size());
+    report.add(QStringLiteral("product.unplugged"), product.isGone());
+}
+
 void serve(CommandContext& context, const SimulateOptions& options, RtMidiPort& port,
-           FaultyProduct& product)
+           FaultyProduct& product, ProductStateFile* state)
 {
     const InterruptFlag interrupt;
+    ServedTraffic traffic(context.recorder, port.clock());
     ProductServer server(port, product);
-    int replies = 0;
-    server.setWatch(
-        [&](const QByteArray& bytes) { context.console.bytes("heard " + hexText(bytes)); },
-        [&](const QByteArray& bytes) {
-            ++replies;
-            context.console.bytes("sent " + hexText(bytes));
-        });
+    server.setWatch({[&](const MidiChunk& chunk) { traffic.heard(chunk); },
+                     [&] {
+                         if (state != nullptr)
+                             state->keep(product.product());
+                     },
+                     [&](const QByteArray& bytes) { traffic.answered(bytes); }});
     const Microseconds start = port.clock().now();
     const auto isOver = [&] {
         return options.seconds > 0 && double(port.clock().now() - start) >= options.seconds * 1e6;
     };
     bool serving = true;
-    while (serving && !*interrupt.flag() && !isOver())
+    while (serving && !*interrupt.flag() && !isOver()) {
         serving = server.serve(serveInterval);
-    context.report.add(QStringLiteral("replies"), replies);
-    context.report.add(QStringLiteral("product.codeValid"), product.product().isCodeValid());
-    context.report.add(QStringLiteral("product.codeBytes"), product.product().codeBytes().size());
-    context.report.add(QStringLiteral("product.unplugged"), product.isGone());
+        traffic.silence();
+    }
+    traffic.end();
+    addResult(context.report, product, traffic.replies());
     if (!server.errorText.isEmpty())
         context.fail(ExitCode::NoPort, server.errorText, QStringLiteral("a port that stays open"),
                      QStringLiteral("start the MIDI server again, then this command"));
@@ -114,21 +122,25 @@ std::unique_ptr<RtMidiPort> openVirtual(CommandContext& context, const SimulateO
 
 void simulate(CommandContext& context, const SimulateOptions& options)
 {
-    const QString state = fileNameText(options.state);
-    SimulatedProduct fresh;
+    const QString path = fileNameText(options.state);
+    SimulatedProduct restored;
     QString error;
-    if (!state.isEmpty() && !restoreProduct(fresh, state, &error))
-        return failState(context, state, error);
-    FaultyProduct product(fresh, faultPlan(options.faults));
+    std::unique_ptr<ProductStateFile> state;
+    if (!path.isEmpty()) {
+        state = ProductStateFile::open(path, restored, &error);
+        if (!state)
+            return failState(context, path, error);
+    }
+    FaultyProduct product(restored, faultPlan(options.faults));
     const std::unique_ptr<RtMidiPort> port = openVirtual(context, options);
     if (!port)
         return;
     context.report.add(QStringLiteral("port"), port->name());
     context.console.note(
         QStringLiteral("The product is on %1. Ctrl-C unplugs it.").arg(port->name()));
-    serve(context, options, *port, product);
-    if (!state.isEmpty() && !saveProduct(product.product(), state, &error))
-        failState(context, state, error);
+    serve(context, options, *port, product, state.get());
+    if (state && !state->close(product.product(), &error))
+        failState(context, path, error);
 }
 
 } // namespace
@@ -146,9 +158,7 @@ void addSimulateCommand(CommandLine& line)
         .check(isBackend);
     command.addOption("--state", options->state, "File that keeps the product's memory")
         .valueName("FILE");
-    command.addOption("--seconds", options->seconds, "Stop after this time")
-        .valueName("SECONDS")
-        .notNegative();
+    addSecondsOption(command, options->seconds);
     addPaceOptions(command, options->pace);
     addFaultOption(command, options->faults);
     command.explain("Faults:\n" + faultHelp().toStdString());

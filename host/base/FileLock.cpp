@@ -1,0 +1,74 @@
+#include "host/base/FileLock.h"
+
+#include "host/base/FileName.h"
+#include "host/base/WholeFile.h"
+
+#include <QCoreApplication>
+
+#include <cerrno>
+
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace hx {
+
+namespace {
+
+constexpr int mostAttempts = 100; // whoever had the lock may take its file away at any moment
+constexpr int longestContent = 64;
+const char content[] = "process ";
+
+} // namespace
+
+FileLock::~FileLock()
+{
+    if (!m_name.isEmpty())
+        unlink(fileNameBytes(m_name).constData());
+}
+
+bool FileLock::take(const QString& name, QString* error)
+{
+    const QString lock = fileNameText(resolvedPath(name).string() + ".lock");
+    for (int i = 0; i < mostAttempts; ++i) {
+        m_file.close();
+        if (!openFile(m_file, lock, QIODevice::ReadWrite, error) || !takeOnce(error))
+            return false;
+        if (!isStillThere(lock))
+            continue;
+        m_name = lock;
+        m_file.resize(0);
+        m_file.write(content + QByteArray::number(QCoreApplication::applicationPid()) + '\n');
+        m_file.flush();
+        return true;
+    }
+    *error = QStringLiteral("it cannot be locked: its lock comes and goes");
+    return false;
+}
+
+// False too when the file is none of ours: it must not be overwritten.
+bool FileLock::takeOnce(QString* error)
+{
+    const QByteArray found = m_file.read(longestContent).trimmed();
+    if (!found.isEmpty() && !found.startsWith(content)) {
+        *error = QStringLiteral("the file of that name and \".lock\" is not a lock");
+        return false;
+    }
+    if (flock(m_file.handle(), LOCK_EX | LOCK_NB) == 0)
+        return true;
+    *error = errno == EWOULDBLOCK
+                 ? QStringLiteral("another program uses it (%1)").arg(QString::fromLatin1(found))
+                 : qt_error_string(errno);
+    return false;
+}
+
+bool FileLock::isStillThere(const QString& lock) const
+{
+    struct stat mine = {};
+    struct stat there = {};
+    return fstat(m_file.handle(), &mine) == 0 &&
+           stat(fileNameBytes(lock).constData(), &there) == 0 && mine.st_ino == there.st_ino &&
+           mine.st_dev == there.st_dev;
+}
+
+} // namespace hx

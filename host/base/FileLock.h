@@ -1,0 +1,30 @@
+// Keeps a second program away from a file.
+#pragma once
+
+#include <QFile>
+#include <QString>
+
+namespace hx {
+
+// The lock of FILE is FILE.lock beside it, held by the system for as long as the program lives: a
+// program that is killed leaves the file, but not the lock.
+class FileLock {
+public:
+    FileLock() = default;
+    ~FileLock();
+    FileLock(const FileLock&) = delete;
+    FileLock& operator=(const FileLock&) = delete;
+
+    // Locks the file that `name` leads to, by whatever links; it need not be there. False, with the
+    // reason in `error`, when another program has it or a lock cannot be made. Once only.
+    bool take(const QString& name, QString* error);
+
+private:
+    bool takeOnce(QString* error);
+    bool isStillThere(const QString& lock) const;
+
+    QString m_name; // of the lock; empty while there is none to give back
+    QFile m_file;
+};
+
+} // namespace hx

@@ -1,0 +1,44 @@
+// The memory of a simulated product in its state file, while one program uses both.
+#pragma once
+
+#include "host/base/FileLock.h"
+#include "simulator/SimulatedProduct.h"
+
+#include <QFile>
+#include <QString>
+
+#include <memory>
+
+namespace hx {
+
+// The file holds at any moment what the product's flash would: each change of the memory is written
+// at once, so that it is there after a crash too. A file that nothing changes is not written.
+class ProductStateFile {
+public:
+    // `path` is a name of host/base/FileName.h. Locks the file and makes `product` what it describes; a file that is not there yet is written
+    // for the product as it is. Null, with the reason in `error`, when another program uses the
+    // file, or it is not a state file, or cannot be written.
+    static std::unique_ptr<ProductStateFile> open(const QString& path, SimulatedProduct& product,
+                                                  QString* error);
+
+    // Writes what has changed since the last call. To be called before the product's answer leaves.
+    void keep(SimulatedProduct& product);
+
+    // Writes the whole state, when it has changed. False, with the reason in `error`, when that
+    // cannot be done.
+    bool close(SimulatedProduct& product, QString* error);
+
+private:
+    explicit ProductStateFile(const QString& path);
+
+    bool read(SimulatedProduct& product, QString* error);
+    bool writeWhole(const SimulatedProduct& product, QString* error);
+
+    QString m_path;
+    FileLock m_lock;
+    QFile m_end;            // open where the next change goes; closed while there is no such place
+    bool m_changed = false; // since the file was opened
+    bool m_failed = false;  // a change could not be written
+};
+
+} // namespace hx
