@@ -40,12 +40,6 @@ Option& Option::range(long long least, long long most)
     return *this;
 }
 
-Option& Option::notNegative()
-{
-    m_option->check(CLI::NonNegativeNumber);
-    return *this;
-}
-
 Option& Option::check(const std::function<std::string(const std::string&)>& problem)
 {
     m_option->check(problem);

@@ -29,7 +29,6 @@ public:
 
     // Refuses a number that is less or more.
     Option& range(long long least, long long most);
-    Option& notNegative();
 
     // Refuses a value for which `problem` returns a text, and says that text.
     Option& check(const std::function<std::string(const std::string&)>& problem);

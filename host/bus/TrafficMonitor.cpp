@@ -62,11 +62,16 @@ QStringList TrafficReport::warnings() const
     return lines;
 }
 
-TrafficReport listenForTraffic(PortBus& bus, Microseconds duration)
+TrafficReport listenForTraffic(PortBus& bus, Microseconds duration,
+                               const ReplyTest& isAcknowledgement)
 {
     TrafficReport report;
-    for (const AssembledEvent& event : bus.listen(duration))
+    for (const AssembledEvent& event : bus.listen(duration)) {
         report.add(event);
+        if (isAcknowledgement && event.kind == AssembledEvent::Kind::SysEx &&
+            isAcknowledgement(HxMidiData(event.bytes)))
+            ++report.acknowledgements;
+    }
     report.portError = bus.errorText;
     return report;
 }

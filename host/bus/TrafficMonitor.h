@@ -12,7 +12,8 @@ struct TrafficReport {
     int activeSensingBytes = 0; // FE
     int otherRealTime = 0;      // F9 to FD, FF
     int sysExMessages = 0;
-    int shortMessages = 0;   // channel and system common
+    int acknowledgements = 0; // of an update that another host makes; counted above too
+    int shortMessages = 0;    // channel and system common
     qint64 droppedBytes = 0; // parts of no message
     QString portError;       // the port went away; empty otherwise
 
@@ -23,8 +24,12 @@ struct TrafficReport {
     QStringList warnings() const;
 };
 
-// Listens for `duration` (a second before an update) and sends nothing.
-TrafficReport listenForTraffic(PortBus& bus,
-                               Microseconds duration = 1000 * microsecondsPerMillisecond);
+// How long to listen before an update.
+constexpr Microseconds trafficTime = 1000 * microsecondsPerMillisecond;
+
+// Listens for `duration` and sends nothing. `isAcknowledgement` knows the answers to the messages
+// of an update; left out, none is counted.
+TrafficReport listenForTraffic(PortBus& bus, Microseconds duration = trafficTime,
+                               const ReplyTest& isAcknowledgement = {});
 
 } // namespace hx

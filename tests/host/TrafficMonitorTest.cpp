@@ -41,6 +41,17 @@ TEST_F(TrafficMonitorTest, CountsWhatItHears)
     EXPECT_FALSE(report.quiet());
 }
 
+TEST_F(TrafficMonitorTest, CountsTheAcknowledgementsOfAnotherHostsUpdate)
+{
+    arrive("F0006B2D3041430C00F7 F0006B2D3041430C01F7 F0006B2D30412F0030000041F7 41430C00");
+    const TrafficReport report =
+        listenForTraffic(bus, trafficTime, replyTest("F0 00 6B 2D 30 41 4[23] 0C .. F7"));
+    EXPECT_EQ(report.acknowledgements, 2);
+    EXPECT_EQ(report.sysExMessages, 3);
+    arrive("F0006B2D3041430C00F7");
+    EXPECT_EQ(listenForTraffic(bus).acknowledgements, 0);
+}
+
 TEST_F(TrafficMonitorTest, WarnsOfEachKindOfTraffic)
 {
     arrive("F8F8");

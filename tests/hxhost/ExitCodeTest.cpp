@@ -3,6 +3,8 @@
 #include "apps/hxhost/commands/CommandLine.h"
 #include "tests/hxhost/HxHost.h"
 
+#include <QLockFile>
+
 #include <set>
 #include <stdexcept>
 
@@ -119,6 +121,25 @@ TEST_F(ExitCodes, UsageForWhatTheCommandLineDoesNotKnow)
         EXPECT_EQ(ended.out.toStdString(), "") << arguments.join(' ').toStdString();
         EXPECT_TRUE(ended.err.startsWith("error: ")) << ended.err.toStdString();
         EXPECT_TRUE(ended.err.contains("\n  next: see 'hxhost")) << ended.err.toStdString();
+    }
+}
+
+TEST_F(ExitCodes, UsageForATimeOrACountThatIsNone)
+{
+    for (const char* time : {"0", "-1", "nan", "inf", "-inf", "1e300", "1e-400", "soon"}) {
+        for (const char* command : {"monitor", "simulate"}) {
+            const ProgramResult ended = hxhost({command, "--seconds", time});
+            EXPECT_EQ(ended.exitCode, 2) << command << " " << time;
+            EXPECT_TRUE(ended.err.contains("is not a time; expected seconds, more than 0, at most "
+                                           "1000000000\n"))
+                << ended.err.toStdString();
+        }
+    }
+    for (const char* count : {"0", "-1", "nan", "1.5", "99999999999", "all"}) {
+        const ProgramResult ended =
+            hxhost({"monitor", "--port", "simulator", "--seconds", "0.1", "--count", count});
+        EXPECT_EQ(ended.exitCode, 2) << count;
+        EXPECT_TRUE(ended.err.startsWith("error: --count: ")) << ended.err.toStdString();
     }
 }
 
@@ -250,6 +271,22 @@ TEST_F(ExitCodes, FileErrorForFilesThatCannotBeReadOrWritten)
         EXPECT_EQ(ended.exitCode, 10) << arguments.join(' ').toStdString();
         EXPECT_TRUE(ended.err.startsWith("error: ")) << ended.err.toStdString();
     }
+}
+
+TEST_F(ExitCodes, FileErrorForAStateFileThatAnotherProgramUses)
+{
+    const QString state = path("state");
+    const QStringList command = {"identify", "--port", "simulator:" + state};
+    ASSERT_EQ(hxhost(command).exitCode, 0);
+    const QByteArray before = read(state);
+    QLockFile lock(state + ".lock");
+    ASSERT_TRUE(lock.tryLock());
+    const ProgramResult ended = hxhost(command);
+    EXPECT_EQ(ended.exitCode, 10);
+    EXPECT_TRUE(ended.err.contains("\": another program uses it (test_hxhost, process ")) << ended.err.toStdString();
+    EXPECT_EQ(read(state), before);
+    lock.unlock();
+    EXPECT_EQ(hxhost(command).exitCode, 0);
 }
 
 TEST_F(ExitCodes, AStateFileThatCannotBeWrittenIsRefusedBeforeAnythingIsSent)

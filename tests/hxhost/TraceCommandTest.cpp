@@ -51,6 +51,28 @@ TEST_F(TraceCommand, SummaryCountsMessagesRetriesAndTheWire)
     EXPECT_NEAR(summary.value("wireUse").toDouble(), 1.0, 0.001);
 }
 
+TEST_F(TraceCommand, MonitorOfARecordShowsWhatArrivedAndEnds)
+{
+    const QString trace =
+        write("trace", "# hxtrace 1\n"
+                       "     0.000000 sent        F0 7E 7F 06 01 F7 = identify\n"
+                       "     0.001000 realtime    F8\n"
+                       "     0.002000 received    F0 7E 00 06 02 00 6B 2D 30 00 41 00 31 30 32 33 "
+                       "F7 = identify.response\n"
+                       "   600.000000 dropped     F0 01 : cut off\n"
+                       "   600.500000 lost        : the port is gone\n");
+    QElapsedTimer timer;
+    timer.start();
+    const ProgramResult result = hxhost({"monitor", "--port", "replay:" + trace});
+    EXPECT_EQ(result.exitCode, 0) << result.err.toStdString();
+    EXPECT_EQ(result.out.toStdString(),
+              "       1.000  F8  real time\n"
+              "       2.000  F0 7E 00 06 02 00 6B 2D 30 00 41 00 31 30 32 33 F7  "
+              "identify.response\n"
+              "  600000.000  F0 01  dropped: a message whose rest did not come in time\n");
+    EXPECT_LT(timer.elapsed(), 60000);
+}
+
 TEST_F(TraceCommand, ReplayGivesTheRecordedResultWithoutTheProduct)
 {
     const QString syx = image();

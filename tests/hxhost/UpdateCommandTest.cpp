@@ -124,6 +124,24 @@ TEST_F(UpdateCommand, DryRunShowsThePlanAndOpensNoPort)
         << ended.out.toStdString();
 }
 
+TEST_F(UpdateCommand, IsRefusedWhileAnotherHostUpdatesTheProduct)
+{
+    const QString heard =
+        write("heard", "# hxtrace 1\n"
+                       "     0.100000 ignored     F0 00 6B 2D 30 41 43 0C 00 F7\n"
+                       "     0.200000 ignored     F0 00 6B 2D 30 41 43 0C 01 F7\n");
+    const QStringList command = {"update", imageFile(), "--port", "replay:" + heard};
+    const ProgramResult ended = hxhost(command);
+    EXPECT_EQ(ended.exitCode, 4);
+    EXPECT_TRUE(ended.err.contains("error: another program is updating this product: 2 "
+                                   "acknowledgements of an update were heard\n"
+                                   "  expected: a product that no other program uses\n"
+                                   "  next: nothing was sent; "))
+        << ended.err.toStdString();
+    const ProgramResult unheard = hxhost(command + QStringList{"--no-listen"});
+    EXPECT_EQ(unheard.exitCode, 11) << "it sends what the record does not hold";
+}
+
 TEST_F(UpdateCommand, WarnsOfOtherTrafficBeforeItStarts)
 {
     const ProgramResult ended =

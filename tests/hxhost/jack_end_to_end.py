@@ -21,6 +21,9 @@ import terminal
 
 SKIPPED = 77
 PRODUCT_PORT = "jack:Valdrin Update:in"
+SECOND_PORT = "jack:Valdrin Update-01:in"
+SECOND_REPLIES = "jack:Valdrin Update replies-01:out"
+SOON = 15  # seconds within which a command has said that its port is gone
 TOOLS = ("jackd", "jack_lsp", "jack_connect", "jack_midi_dump")
 
 
@@ -64,6 +67,7 @@ class Bench:
         self.name = f"hxhost-test-{os.getpid()}"
         self.environment = dict(os.environ, JACK_DEFAULT_SERVER=self.name, JACK_NO_AUDIO_RESERVATION="1")
         self.processes = []
+        self.server = None
 
     def path(self, name):
         return os.path.join(self.folder, name)
@@ -80,19 +84,31 @@ class Bench:
 
     def start_server(self):
         # Synchronous: a period waits for every program, so that none loses data on a busy machine.
-        self.start("jackd", "--no-realtime", "--sync", "-t", "1000", "-n", self.name, "-d", "dummy",
+        self.server = self.start("jackd", "--no-realtime", "--sync", "-t", "1000", "-n", self.name, "-d", "dummy",
                    "-p", "512")
         eventually("jackd answers", lambda: self.run("jack_lsp").returncode == 0)
 
     def start_product(self, *more):
         # The server stalls when two programs enter at the same moment, so that nothing else may ask
         # it anything before the product is there.
-        said = self.path("product.log")
-        with open(said, "w", encoding="utf-8") as file:
-            product = self.start(self.hxhost, "simulate", "--backend", "jack", *more, stderr=file)
-        eventually("the product is there", lambda: "The product is on" in contents(said))
-        check("Valdrin Update:in" in self.run("jack_lsp").stdout, "the product's port is not there")
-        return product
+        return self.start_and_see("The product is on", "simulate", "--backend", "jack", *more)
+
+    def start_and_see(self, said, *words):
+        """Starts a command, and returns it when it has said on stderr that it is under way."""
+        log = self.path(f"{len(self.processes)}.log")
+        with open(log, "w", encoding="utf-8") as file:
+            process = self.start(self.hxhost, *words, stderr=file)
+        eventually(f"{words[0]} is under way", lambda: said in contents(log))
+        process.log = log
+        return process
+
+    def start_update(self, image, messages, *more):
+        """Starts an update, and returns it when it has sent more than so many messages."""
+        trace = self.path(f"{len(self.processes)}.trace")
+        update = self.start(self.hxhost, "update", image, "--plugin", self.plugin, "--trace", trace, *more)
+        eventually("the update is under way",
+                   lambda: os.path.exists(trace) and len(sent_in(trace)) > messages)
+        return update
 
     def json(self, expected, *words):
         """Runs a command that must end with the exit code `expected`; returns its document."""
@@ -120,8 +136,8 @@ def contents(path):
         return file.read()
 
 
-def sent_in(trace):
-    return re.findall(r"^ *[0-9.]+ sent +((?:[0-9A-F]{2} ?)+?)(?: =.*)?$", contents(trace), re.M)
+def sent_in(trace, kind="sent"):
+    return re.findall(rf"^ *[0-9.]+ {kind} +((?:[0-9A-F]{{2}} ?)+?)(?: =.*)?$", contents(trace), re.M)
 
 
 def find_and_identify(bench):
@@ -177,12 +193,20 @@ def stop_while_listening(bench):
     check("nothing was sent" in error["next"], error)
 
 
-def stop_in_the_midst(bench, number):
+def refuse_a_second_host(bench):
+    """While another host updates the product."""
+    second = bench.run(bench.hxhost, "update", bench.path("small.syx"), "--plugin", bench.plugin)
+    check(second.returncode == 4, f"a second host's update ended with {second.returncode}: {second.stderr}")
+    check("another program is updating this product" in second.stderr, second.stderr)
+
+
+def stop_in_the_midst(bench, number, meanwhile=lambda bench: None):
     """Returns the trace of an update that the signal has stopped."""
     trace = bench.path(f"{number.name}.trace")
     update = bench.start(bench.hxhost, "update", bench.path("large.syx"), "--rate", "0", "--plugin",
                          bench.plugin, "--trace", trace)
     eventually("the update is under way", lambda: os.path.exists(trace) and len(sent_in(trace)) > 20)
+    meanwhile(bench)
     stop(update, number)
     check(update.returncode == 130, f"{number.name} ended the update with {update.returncode}")
     return trace
@@ -190,7 +214,7 @@ def stop_in_the_midst(bench, number):
 
 def recover_after_a_signal(bench):
     large = bench.path("large.syx")
-    stop_in_the_midst(bench, signal.SIGHUP)
+    stop_in_the_midst(bench, signal.SIGHUP, refuse_a_second_host)
     trace = stop_in_the_midst(bench, signal.SIGINT)
     replayed = bench.run(bench.hxhost, "update", large, "--rate", "0", "--plugin", bench.plugin,
                          "--port", "replay:" + trace)
@@ -229,20 +253,70 @@ def wire_check(bench):
     print(f"wire: {len(seen)} messages as the trace has them")
 
 
+def heard_by_the_product(bench):
+    """The product's own trace has what the host's trace says was sent, and all answers."""
+    heard = sent_in(bench.path("product.trace"), "received")
+    sent = sent_in(bench.path("wire.trace"))
+    check(heard[-len(sent):] == sent, f"the product heard\n{heard[-len(sent):]}\nthe host sent\n{sent}")
+    answered = sent_in(bench.path("product.trace"))
+    taken = sent_in(bench.path("wire.trace"), "received")
+    check(answered[-len(taken):] == taken, "the host did not take the answers that the product gave")
+
+
+def two_of_one_name(bench):
+    """A second product under the same name holds other code, so that each is known by its code."""
+    state = bench.path("second.state")
+    bench.json(0, "update", bench.path("small.syx"), "--port", "simulator:" + state, "--yes")
+    bench.start_product("--state", state)
+    bench.json(4, "identify")
+    probed = {row["name"]: row for row in bench.json(0, "ports", "--probe")["probe"]}
+    for port in (PRODUCT_PORT, SECOND_PORT):
+        check(probed[port]["served"], f"the probe does not find the product on {port}: {probed}")
+    for port, image in ((PRODUCT_PORT, "tiny.syx"), (SECOND_PORT, "small.syx")):
+        bench.json(0, "verify", bench.path(image), "--port", port)
+    bench.json(0, "verify", bench.path("small.syx"), "--port", SECOND_PORT, "--in-port", SECOND_REPLIES)
+
+
 def unplug(bench, product):
-    """Pulls the product out while an update runs."""
+    """Kills the product while an update runs."""
     trace = bench.path("unplugged.trace")
     update = subprocess.Popen(
         [bench.hxhost, "update", bench.path("large.syx"), "--rate", "0", "--plugin", bench.plugin,
-         "--trace", trace, "--json"], env=bench.environment, stdin=subprocess.DEVNULL,
+         "--port", PRODUCT_PORT, "--trace", trace, "--json"], env=bench.environment, stdin=subprocess.DEVNULL,
         stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
     bench.processes.append(update)
     eventually("the update is under way", lambda: os.path.exists(trace) and len(sent_in(trace)) > 20)
-    stop(product)
+    stop(product, signal.SIGKILL)
     document = json.loads(update.communicate(timeout=60)[0])
     check(update.returncode == 4, f"unplugging ended the update with {update.returncode}")
     check("has disappeared" in document["error"]["what"], document["error"])
     check(document["result"]["product"]["touched"], document["result"]["product"])
+    kept = bench.json(8, "recover", "--port", "simulator:" + bench.path("product.state"))
+    check(kept["condition"] == "no valid code", f"a killed product's state: {kept}")
+
+
+def lose_the_server(bench):
+    """All commands that are under way say at once that it is gone."""
+    mute = bench.start_product("--name", "Mute", "--fault", "silent", "-vv")
+    under_way = {"simulate": mute}
+    under_way["monitor"] = bench.start_and_see("Listening on", "monitor", "--plugin", bench.plugin,
+                                               "--port", SECOND_REPLIES)
+    under_way["update"] = bench.start_update(bench.path("large.syx"), 10, "--port", SECOND_PORT)
+    for command in ("identify", "info", "verify", "recover"):
+        # So slowly that none is done asking before the last one has begun.
+        before = contents(mute.log).count("received F0 7E")
+        under_way[command] = bench.start(bench.hxhost, command, "--plugin", bench.plugin, "--port",
+                                         "jack:Mute:in", "--rate", "3")
+        eventually(f"{command} asks", lambda count=before: contents(mute.log).count("received F0 7E") > count)
+    stop(bench.server)
+    began = time.monotonic()
+    for command, process in under_way.items():
+        try:
+            process.wait(SOON)
+        except subprocess.TimeoutExpired:
+            raise Failure(f"{command} goes on without the server") from None
+        check(process.returncode == 4, f"without the server {command} ended with {process.returncode}")
+    print(f"without the server all commands ended within {time.monotonic() - began:.1f} s")
 
 
 def run_once(hxhost, plugin):
@@ -250,7 +324,9 @@ def run_once(hxhost, plugin):
         bench = Bench(hxhost, plugin, folder)
         try:
             bench.start_server()
-            product = bench.start_product()
+            product = bench.start_product("--state", bench.path("product.state"), "--trace",
+                                          bench.path("product.trace"))
+            check("Valdrin Update:in" in bench.run("jack_lsp").stdout, "the product's port is not there")
             find_and_identify(bench)
             update_large(bench)
             update_at_the_pace_of_the_wire(bench)
@@ -258,7 +334,10 @@ def run_once(hxhost, plugin):
             stop_while_listening(bench)
             recover_after_a_signal(bench)
             wire_check(bench)
+            heard_by_the_product(bench)
+            two_of_one_name(bench)
             unplug(bench, product)
+            lose_the_server(bench)
         finally:
             bench.close()
 

@@ -3,9 +3,11 @@
 #include "apps/hxhost/session/PortOpener.h"
 #include "apps/hxhost/session/Session.h"
 
+#include "host/base/FileName.h"
 #include "host/base/HexText.h"
 
 #include <cstdio>
+#include <limits>
 
 namespace hx {
 
@@ -13,6 +15,10 @@ namespace {
 
 // How soon an interrupt ends the listening.
 constexpr Microseconds listenInterval = 50 * microsecondsPerMillisecond;
+
+// More than the pause after which an unfinished message is given up: nothing of it is lost at the
+// end of a recorded session.
+constexpr Microseconds lastWait = 2 * microsecondsPerSecond;
 
 constexpr int mostEvents = 100000; // kept for one JSON document
 
@@ -41,7 +47,9 @@ class Monitor {
 public:
     Monitor(CommandContext& context, const MonitorOptions& options, const Session& session)
         : m_context(context), m_options(options), m_session(session), m_bus(session.bus()),
-          m_names(session.names()), m_start(session.port().clock().now())
+          m_names(session.names()),
+          m_isReplay(isReplayedPort(fileNameText(options.connection.port))),
+          m_start(session.port().clock().now())
     {
     }
 
@@ -58,7 +66,9 @@ private:
     const Session& m_session;
     PortBus& m_bus;
     const MessageNames& m_names;
+    const bool m_isReplay;
     Microseconds m_start;
+    bool m_isPlayed = false; // to the end of the recorded session
     QJsonArray m_events;
     int m_shown = 0;
 };
@@ -73,7 +83,7 @@ bool Monitor::goesOn() const
 {
     const Microseconds passed = m_bus.port().clock().now() - m_start;
     const bool isOver = m_options.seconds > 0 && double(passed) >= m_options.seconds * 1e6;
-    return !isOver && hasRoom();
+    return !isOver && !m_isPlayed && hasRoom();
 }
 
 void Monitor::show(const AssembledEvent& event)
@@ -91,16 +101,17 @@ void Monitor::show(const AssembledEvent& event)
     fflush(stdout);
 }
 
-// Silence lasts as long on a simulated or replayed port, where waiting takes no time, as on a real
-// one: without end it would keep a processor busy.
+// Silence lasts as long on a simulated port, where waiting takes no time, as on a real one: without
+// end it would keep a processor busy. A recorded session has an end.
 void Monitor::listen()
 {
     SteadyClock clock;
     const Microseconds end = clock.now() + listenInterval;
-    const AssembledEvents heard = m_bus.listen(listenInterval);
+    m_isPlayed = m_bus.port().atEnd();
+    const AssembledEvents heard = m_bus.listen(m_isPlayed ? lastWait : listenInterval);
     for (const AssembledEvent& event : heard)
         show(event);
-    if (heard.empty() && m_bus.errorText.isEmpty())
+    if (heard.empty() && m_bus.errorText.isEmpty() && !m_isReplay)
         clock.sleepUntil(end);
 }
 
@@ -133,12 +144,10 @@ void addMonitorCommand(CommandLine& line)
 {
     auto options = std::make_shared<MonitorOptions>();
     const Command command = line.add("monitor", "Prints what arrives on a port, decoded");
-    command.addOption("--count", options->count, "Stop after this many messages")
+    command.addOption("--count", options->count, "Stop after this many messages; more than 0")
         .valueName("N")
-        .notNegative();
-    command.addOption("--seconds", options->seconds, "Stop after this time")
-        .valueName("SECONDS")
-        .notNegative();
+        .range(1, std::numeric_limits<int>::max());
+    addSecondsOption(command, options->seconds);
     addListenOptions(command, options->connection);
     line.setRun(command, [options](CommandContext& context) { monitor(context, *options); });
 }

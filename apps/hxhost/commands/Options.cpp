@@ -7,6 +7,7 @@ namespace {
 constexpr char connectionGroup[] = "Connection";
 constexpr int longestGapMs = 60000;
 constexpr qint64 highestRate = 100000000;
+constexpr int mostSeconds = 1000000000; // 31 years
 
 void addVerbosityOptions(const Command& command, OutputOptions& options)
 {
@@ -16,6 +17,17 @@ void addVerbosityOptions(const Command& command, OutputOptions& options)
         .addCount("-v,--verbose", options.verbose,
                   "Say what is decided and what the plugin logs; -vv shows every message's bytes")
         .group(outputGroup);
+}
+
+// Empty for a time that a command can run for, else what is wrong with it.
+std::string isDuration(const std::string& text)
+{
+    bool isNumber = false;
+    const double seconds = QString::fromStdString(text).toDouble(&isNumber);
+    return isNumber && seconds > 0 && seconds <= mostSeconds
+               ? std::string()
+               : "\"" + text + "\" is not a time; expected seconds, more than 0, at most " +
+                     std::to_string(mostSeconds);
 }
 
 // Empty for a fault that the simulated product knows, else what is wrong with it.
@@ -90,6 +102,13 @@ void addPaceOptions(const Command& command, Pace& pace)
         .showDefault("0")
         .range(0, longestGapMs)
         .group(connectionGroup);
+}
+
+void addSecondsOption(const Command& command, double& seconds)
+{
+    command.addOption("--seconds", seconds, "Stop after this time; more than 0")
+        .valueName("SECONDS")
+        .check(isDuration);
 }
 
 void addFaultOption(const Command& command, std::vector<std::string>& faults)

@@ -47,6 +47,10 @@ struct ConnectionOptions {
 void addOutputOptions(const Command& command, OutputOptions& options);
 void addPluginOptions(const Command& command, PluginOptions& options);
 void addPaceOptions(const Command& command, Pace& pace);
+
+// An option for a time in seconds, more than 0; where it is not given `seconds` stays as it is.
+void addSecondsOption(const Command& command, double& seconds);
+
 void addFaultOption(const Command& command, std::vector<std::string>& faults);
 
 // The plan that checked texts of --fault amount to.

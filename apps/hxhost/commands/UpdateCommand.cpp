@@ -53,18 +53,38 @@ void outliveReaders()
 #endif
 }
 
-// False when it was stopped meanwhile.
-bool listen(CommandContext& context, const Session& session)
+// Whether what was heard forbids the update, which then is the problem of the command.
+bool isForbidden(CommandContext& context, const TrafficReport& traffic)
+{
+    if (!traffic.portError.isEmpty())
+        context.fail(ExitCode::NoPort, traffic.portError,
+                     QStringLiteral("a port that stays connected"),
+                     QStringLiteral("nothing was sent; connect it again, then run the command "
+                                    "again"));
+    else if (traffic.acknowledgements > 0)
+        context.fail(ExitCode::NoPort,
+                     QStringLiteral("another program is updating this product: %1 acknowledgements "
+                                    "of an update were heard")
+                         .arg(traffic.acknowledgements),
+                     QStringLiteral("a product that no other program uses"),
+                     QStringLiteral("nothing was sent; let the other update end, then run the "
+                                    "command again"));
+    return context.report.failed();
+}
+
+// False when it was stopped meanwhile, or must not be started.
+bool listen(CommandContext& context, const Session& session, const UpdatePlan& plan)
 {
     context.console.note(QStringLiteral("Listening for other MIDI traffic ..."));
-    const TrafficReport traffic = listenForTraffic(session.bus());
+    const TrafficReport traffic =
+        listenForTraffic(session.bus(), trafficTime, replyTest(plan.protocol.responseAny));
     for (const QString& line : traffic.warnings())
         context.warn(line);
     if (session.interrupted())
         context.fail(ExitCode::Interrupted,
                      QStringLiteral("You stopped the update before anything was sent."), QString(),
                      QStringLiteral("The instrument is as it was."));
-    return !session.interrupted();
+    return !session.interrupted() && !isForbidden(context, traffic);
 }
 
 class Updater {
@@ -151,7 +171,7 @@ void update(CommandContext& context, const UpdateCommandOptions& options)
     if (!session.connect(options.connection))
         return;
     context.report.add(QStringLiteral("port"), session.port().name());
-    if (options.noListen || listen(context, session))
+    if (options.noListen || listen(context, session, plan))
         send(context, options, session, *loaded);
 }
 

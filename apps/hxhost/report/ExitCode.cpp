@@ -9,7 +9,7 @@ const std::vector<ExitCodeRow>& exitCodeTable()
         {ExitCode::Internal, "internal", "a fault of this program, please report it"},
         {ExitCode::Usage, "usage", "an unknown option, command or value"},
         {ExitCode::NoPlugin, "no-plugin", "no usable plugin at the place it was looked for"},
-        {ExitCode::NoPort, "no-port", "no such port, several that fit, or it failed or went away"},
+        {ExitCode::NoPort, "no-port", "no such port, several that fit, in use, or it failed or went away"},
         {ExitCode::NoAnswer, "no-answer", "the product did not answer in time, or not usably"},
         {ExitCode::ImageRefused, "image-refused", "the image is damaged or not an update image"},
         {ExitCode::UpdateFailed, "update-failed", "the update stopped before its end"},

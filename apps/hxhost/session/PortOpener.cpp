@@ -2,6 +2,7 @@
 
 #include "host/base/FileName.h"
 #include "host/base/HexText.h"
+#include "ports/AnsweringPort.h"
 #include "ports/PortSelector.h"
 #include "ports/ReplayPort.h"
 #include "ports/StatefulSimulatedPort.h"
@@ -46,25 +47,45 @@ PortSelection select(const ConnectionOptions& options, const DeviceInterface& de
 {
     const QString output = fileNameText(options.port);
     const QString input = fileNameText(options.inPort);
-    if (!output.isEmpty())
-        return selectPort(listMidiBackends(), output, input);
-    return selectPort(listMidiBackends(), device.productOutPortName(),
-                      input.isEmpty() ? device.productInPortName() : input);
+    if (output.isEmpty() && input.isEmpty())
+        return selectProductPort(listMidiBackends(), device.productOutPortName(),
+                                 device.productInPortName());
+    return selectPort(listMidiBackends(), output.isEmpty() ? device.productOutPortName() : output,
+                      input);
 }
 
-PortPointer openSelected(CommandContext& context, const PortSelection& selection, const Pace& pace)
+bool requireSelection(CommandContext& context, const PortSelection& selection)
 {
-    if (!selection.address) {
+    if (!selection.address)
         context.fail(ExitCode::NoPort, selection.what, selection.expected, selection.next);
+    return selection.address.has_value();
+}
+
+PortPointer failOpening(CommandContext& context, const QString& error)
+{
+    context.fail(ExitCode::NoPort, QStringLiteral("the port cannot be opened: ") + error,
+                 QStringLiteral("a port that no other program holds"),
+                 QStringLiteral("close what uses it, or choose another from 'hxhost ports'"));
+    return nullptr;
+}
+
+PortPointer openSelected(CommandContext& context, const PortSelection& selection, const Pace& pace,
+                         DeviceInterface& device)
+{
+    if (!requireSelection(context, selection))
         return nullptr;
-    }
-    QString error;
-    PortPointer port = RtMidiPort::open(*selection.address, pace, &error);
-    if (!port)
-        context.fail(ExitCode::NoPort, QStringLiteral("the port cannot be opened: ") + error,
-                     QStringLiteral("a port that no other program holds"),
-                     QStringLiteral("close what uses it, or choose another from 'hxhost ports'"));
-    return port;
+    AnsweringPort opened = openAnswering(selection, device, [&pace](const PortAddress& address) {
+        OpenedPort port;
+        port.port = RtMidiPort::open(address, pace, &port.error);
+        return port;
+    });
+    if (!opened.port)
+        return failOpening(context, opened.error);
+    if (!selection.others.isEmpty())
+        context.recorder.note(BusEventKind::Decided,
+                              QStringLiteral("of %1 inputs, answers come by %2")
+                                  .arg(QString::number(selection.others.size() + 1), opened.input));
+    return std::move(opened.port);
 }
 
 QJsonArray differingBytes(const ReplayDivergence& divergence)
@@ -96,7 +117,7 @@ void reportDivergence(CommandContext& context, const ReplayDivergence& divergenc
         QStringLiteral("run the command, with the image, that the trace was made with")};
 }
 
-PortPointer openReplay(CommandContext& context, const QString& path)
+PortPointer openReplay(CommandContext& context, const QString& path, bool listensOnly)
 {
     const TraceFile trace = readTrace(path);
     if (!trace.ok()) {
@@ -111,14 +132,14 @@ PortPointer openReplay(CommandContext& context, const QString& path)
         reportDivergence(context, divergence);
     };
     handlers.interrupted = [] { std::raise(SIGINT); };
-    return std::make_unique<ReplayPort>(path, trace, handlers);
+    return std::make_unique<ReplayPort>(path, listensOnly ? arrivalsOf(trace) : trace, handlers);
 }
 
 PortPointer openMadeUp(CommandContext& context, const ConnectionOptions& options,
-                       const QString& name)
+                       const QString& name, bool listensOnly)
 {
     if (name.startsWith(replayPrefix))
-        return openReplay(context, name.mid(replayPrefix.size()));
+        return openReplay(context, name.mid(replayPrefix.size()), listensOnly);
     if (name.startsWith(simulatorPrefix))
         return openStateful(context, options, name.mid(simulatorPrefix.size()));
     return std::make_unique<SimulatedPort>(
@@ -130,7 +151,7 @@ PortPointer openMadeUp(CommandContext& context, const ConnectionOptions& options
 
 bool isMadeUpPort(const QString& name)
 {
-    return isSimulatedPort(name) || name.startsWith(replayPrefix);
+    return isSimulatedPort(name) || isReplayedPort(name);
 }
 
 bool isSimulatedPort(const QString& name)
@@ -138,13 +159,18 @@ bool isSimulatedPort(const QString& name)
     return name == simulatorName || name.startsWith(simulatorPrefix);
 }
 
+bool isReplayedPort(const QString& name)
+{
+    return name.startsWith(replayPrefix);
+}
+
 PortPointer openPort(CommandContext& context, const ConnectionOptions& options,
-                     const DeviceInterface& device)
+                     DeviceInterface& device)
 {
     const QString name = fileNameText(options.port);
     if (isMadeUpPort(name))
-        return openMadeUp(context, options, name);
-    return openSelected(context, select(options, device), options.pace);
+        return openMadeUp(context, options, name, false);
+    return openSelected(context, select(options, device), options.pace, device);
 }
 
 PortPointer openInput(CommandContext& context, const ConnectionOptions& options,
@@ -152,9 +178,14 @@ PortPointer openInput(CommandContext& context, const ConnectionOptions& options,
 {
     const QString name = fileNameText(options.port);
     if (isMadeUpPort(name))
-        return openMadeUp(context, options, name);
+        return openMadeUp(context, options, name, true);
     const QString wanted = name.isEmpty() ? device.productInPortName() : name;
-    return openSelected(context, selectInput(listMidiBackends(), wanted), options.pace);
+    const PortSelection selection = selectInput(listMidiBackends(), wanted);
+    if (!requireSelection(context, selection))
+        return nullptr;
+    QString error;
+    PortPointer port = RtMidiPort::open(*selection.address, options.pace, &error);
+    return port ? std::move(port) : failOpening(context, error);
 }
 
 } // namespace hx

@@ -17,11 +17,14 @@ bool isSimulatedPort(const QString& name);
 // replayed trace.
 bool isMadeUpPort(const QString& name);
 
+// Whether it names a recorded session that is played back.
+bool isReplayedPort(const QString& name);
+
 // Null, with the problem in the report, when it cannot be opened.
 std::unique_ptr<MidiPort> openPort(CommandContext& context, const ConnectionOptions& options,
-                                   const DeviceInterface& device);
+                                   DeviceInterface& device);
 
-// The same for a port that is only listened to.
+// The same for a port that is only listened to. Of a recorded session it gives what arrived.
 std::unique_ptr<MidiPort> openInput(CommandContext& context, const ConnectionOptions& options,
                                     const DeviceInterface& device);
 
