@@ -33,8 +33,7 @@ QString noAnswer(const QList<PortAddress>& addresses)
         inputs << address.backend + QLatin1Char(':') + address.input;
     return QStringLiteral("what is sent to %1:%2 is answered by none of the inputs that may belong "
                           "to it: %3; name the one that does with --in-port")
-        .arg(addresses.first().backend, addresses.first().output,
-             inputs.join(QLatin1String(", ")));
+        .arg(addresses.first().backend, addresses.first().output, inputs.join(QLatin1String(", ")));
 }
 
 // One message may be lost, so each is asked again after all the others.

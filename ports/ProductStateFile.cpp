@@ -30,8 +30,8 @@ bool isFileOrNothing(const QString& path)
 
 ProductStateFile::ProductStateFile(const QString& path) : m_path(path) {}
 
-std::unique_ptr<ProductStateFile>
-ProductStateFile::open(const QString& path, SimulatedProduct& product, QString* error)
+std::unique_ptr<ProductStateFile> ProductStateFile::open(const QString& path,
+                                                         SimulatedProduct& product, QString* error)
 {
     std::unique_ptr<ProductStateFile> file(new ProductStateFile(path));
     if (path.isEmpty())

@@ -64,7 +64,7 @@ private:
     bool m_isVirtual = false;
     SteadyClock m_clock;
     Pacer m_pacer;
-    Microseconds m_nextLook = 0; // when to look again whether the port exists
+    Microseconds m_nextLook = 0;               // when to look again whether the port exists
     std::unique_ptr<JackServerWatch> m_server; // of JACK's ports alone
     ChunkQueue m_arrived;
     std::mutex m_errorMutex;

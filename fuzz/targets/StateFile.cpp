@@ -1,6 +1,6 @@
 // State files of the simulated product: a text is taken exactly when it is what the product writes.
-#include "simulator/StateChange.h"
 #include "simulator/StateFile.h"
+#include "simulator/StateChange.h"
 
 #include "fuzz/support/FuzzTarget.h"
 #include "simulator/Crc32.h"

@@ -14,8 +14,8 @@ struct TrafficReport {
     int sysExMessages = 0;
     int acknowledgements = 0; // of an update that another host makes; counted above too
     int shortMessages = 0;    // channel and system common
-    qint64 droppedBytes = 0; // parts of no message
-    QString portError;       // the port went away; empty otherwise
+    qint64 droppedBytes = 0;  // parts of no message
+    QString portError;        // the port went away; empty otherwise
 
     // Counts one event more.
     void add(const AssembledEvent& event);

@@ -44,8 +44,8 @@ TEST_F(TrafficMonitorTest, CountsWhatItHears)
 TEST_F(TrafficMonitorTest, CountsTheAcknowledgementsOfAnotherHostsUpdate)
 {
     arrive("F0006B2D3041430C00F7 F0006B2D3041430C01F7 F0006B2D30412F0030000041F7 41430C00");
-    const TrafficReport report =
-        listenForTraffic(bus, trafficTime, replyTest("F0 00 6B 2D 30 41 4[23] 0C .. F7"));
+    const TrafficReport report = listenForTraffic(
+        bus, trafficTime, replyTest(QStringLiteral("F0 00 6B 2D 30 41 4[23] 0C .. F7")));
     EXPECT_EQ(report.acknowledgements, 2);
     EXPECT_EQ(report.sysExMessages, 3);
     arrive("F0006B2D3041430C00F7");

@@ -1,9 +1,8 @@
 // Each exit code, reached in the way that its row of the table says.
 #include "apps/hxhost/report/ExitCode.h"
 #include "apps/hxhost/commands/CommandLine.h"
+#include "host/base/FileLock.h"
 #include "tests/hxhost/HxHost.h"
-
-#include <QLockFile>
 
 #include <set>
 #include <stdexcept>
@@ -279,14 +278,18 @@ TEST_F(ExitCodes, FileErrorForAStateFileThatAnotherProgramUses)
     const QStringList command = {"identify", "--port", "simulator:" + state};
     ASSERT_EQ(hxhost(command).exitCode, 0);
     const QByteArray before = read(state);
-    QLockFile lock(state + ".lock");
-    ASSERT_TRUE(lock.tryLock());
-    const ProgramResult ended = hxhost(command);
-    EXPECT_EQ(ended.exitCode, 10);
-    EXPECT_TRUE(ended.err.contains("\": another program uses it (test_hxhost, process ")) << ended.err.toStdString();
+    {
+        hx::FileLock lock;
+        QString error;
+        ASSERT_TRUE(lock.take(state, &error)) << error.toStdString();
+        const ProgramResult ended = hxhost(command);
+        EXPECT_EQ(ended.exitCode, 10);
+        EXPECT_TRUE(ended.err.contains("\": another program uses it (process "))
+            << ended.err.toStdString();
+    }
     EXPECT_EQ(read(state), before);
-    lock.unlock();
     EXPECT_EQ(hxhost(command).exitCode, 0);
+    EXPECT_FALSE(QFile::exists(state + ".lock"));
 }
 
 TEST_F(ExitCodes, AStateFileThatCannotBeWrittenIsRefusedBeforeAnythingIsSent)

@@ -175,8 +175,11 @@ TEST_F(ReadingCommands, NoAnswerIsSaidInAMusiciansWords)
 TEST_F(ReadingCommands, OneLostMessageFailsNoCommand)
 {
     const QString syx = image(300);
-    const QList<QPair<QStringList, int>> commands = {
-        {{"identify"}, 1}, {{"info"}, 11}, {{"verify"}, 8}, {{"recover"}, 4}, {{"update", syx}, 15}};
+    const QList<QPair<QStringList, int>> commands = {{{"identify"}, 1},
+                                                     {{"info"}, 11},
+                                                     {{"verify"}, 8},
+                                                     {{"recover"}, 4},
+                                                     {{"update", syx}, 16}};
     for (const auto& command : commands) {
         for (int message = 1; message <= command.second; ++message) {
             for (const char* fault : {"silent", "drop-reply"}) {

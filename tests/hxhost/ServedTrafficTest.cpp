@@ -50,8 +50,10 @@ TEST_F(ServedTrafficTest, WhatStaysTheBeginningOfAMessageIsDropped)
     traffic.silence();
     hear("F003", 6000000);
     traffic.end();
-    EXPECT_EQ(record(), "# hxtrace 1\n"
-                        "     0.001000 dropped     F0 01 02 : a message whose rest did not come in time\n"
-                        "     6.000000 dropped     F0 03 : a message still unfinished when the wait for it ended\n");
+    EXPECT_EQ(record(),
+              "# hxtrace 1\n"
+              "     0.001000 dropped     F0 01 02 : a message whose rest did not come in time\n"
+              "     6.000000 dropped     F0 03 : a message still unfinished when the wait for it "
+              "ended\n");
     EXPECT_EQ(traffic.replies(), 0);
 }

@@ -278,7 +278,7 @@ def two_of_one_name(bench):
 
 
 def unplug(bench, product):
-    """Kills the product while an update runs."""
+    """Pulls the product out while an update runs."""
     trace = bench.path("unplugged.trace")
     update = subprocess.Popen(
         [bench.hxhost, "update", bench.path("large.syx"), "--rate", "0", "--plugin", bench.plugin,
@@ -286,13 +286,13 @@ def unplug(bench, product):
         stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
     bench.processes.append(update)
     eventually("the update is under way", lambda: os.path.exists(trace) and len(sent_in(trace)) > 20)
-    stop(product, signal.SIGKILL)
+    stop(product)
     document = json.loads(update.communicate(timeout=60)[0])
     check(update.returncode == 4, f"unplugging ended the update with {update.returncode}")
     check("has disappeared" in document["error"]["what"], document["error"])
     check(document["result"]["product"]["touched"], document["result"]["product"])
     kept = bench.json(8, "recover", "--port", "simulator:" + bench.path("product.state"))
-    check(kept["condition"] == "no valid code", f"a killed product's state: {kept}")
+    check(kept["condition"] == "no valid code", f"the unplugged product's state: {kept}")
 
 
 def lose_the_server(bench):

@@ -1,5 +1,5 @@
-#include "ports/PortNames.h"
 #include "ports/PortSelector.h"
+#include "ports/PortNames.h"
 
 #include <gtest/gtest.h>
 
@@ -159,8 +159,7 @@ TEST(PortNames, PortsOfOneNameAreNumberedAndEachNumberSelectsItsPort)
 {
     const ListedPorts ports = {{"Boot loader", "Synth", "Boot loader", "Boot loader"}};
     const QStringList names = portNames(ports);
-    EXPECT_EQ(names,
-              QStringList({"Boot loader", "Synth", "Boot loader (2)", "Boot loader (3)"}));
+    EXPECT_EQ(names, QStringList({"Boot loader", "Synth", "Boot loader (2)", "Boot loader (3)"}));
     for (const QString& name : names) {
         const PortSelection selection =
             selectPort({backend("core", names, names)}, "core:" + name, QString());

@@ -139,8 +139,7 @@ TEST(ChunkQueue, HoldsABoundedNumberOfBytesAndTheNextChunkTellsOfTheRest)
     EXPECT_EQ(queue.take(0)->lostBefore, 0);
 }
 
-const QByteArray startsUpdate =
-    QByteArray::fromHex("F0006B2D3041430A000000000000000350707E0142F7");
+const QByteArray startsUpdate = QByteArray::fromHex("F0006B2D3041430A000000000000000350707E0142F7");
 
 class StatefulPort : public ::testing::Test {
 protected:
