@@ -8,7 +8,7 @@ namespace {
 
 enum class Answer { None, OtherProduct, Served };
 
-Answer ask(MidiPort& port, DeviceInterface& device)
+Answer answerBy(MidiPort& port, DeviceInterface& device)
 {
     PortBus bus(port);
     ProductReader reader(device, bus);
@@ -18,7 +18,7 @@ Answer ask(MidiPort& port, DeviceInterface& device)
     return reader.isServed(identity) ? Answer::Served : Answer::OtherProduct;
 }
 
-AnsweringPort opened(const PortAddress& address, const OpenAddress& open)
+AnsweringPort openOne(const PortAddress& address, const OpenAddress& open)
 {
     AnsweringPort result;
     static_cast<OpenedPort&>(result) = open(address);
@@ -26,7 +26,7 @@ AnsweringPort opened(const PortAddress& address, const OpenAddress& open)
     return result;
 }
 
-QString noAnswer(const QList<PortAddress>& addresses)
+QString answeredByNone(const QList<PortAddress>& addresses)
 {
     QStringList inputs;
     for (const PortAddress& address : addresses)
@@ -43,10 +43,10 @@ AnsweringPort findAnswering(const QList<PortAddress>& addresses, DeviceInterface
     const PortAddress* other = nullptr;
     for (int attempt = 0; attempt < questionAttempts; ++attempt) {
         for (const PortAddress& address : addresses) {
-            AnsweringPort found = opened(address, open);
+            AnsweringPort found = openOne(address, open);
             if (!found.port)
                 return found;
-            const Answer answer = ask(*found.port, device);
+            const Answer answer = answerBy(*found.port, device);
             if (answer == Answer::Served)
                 return found;
             if (answer == Answer::OtherProduct)
@@ -54,9 +54,9 @@ AnsweringPort findAnswering(const QList<PortAddress>& addresses, DeviceInterface
         }
     }
     if (other != nullptr)
-        return opened(*other, open);
+        return openOne(*other, open);
     AnsweringPort none;
-    none.error = noAnswer(addresses);
+    none.error = answeredByNone(addresses);
     return none;
 }
 
@@ -66,7 +66,7 @@ AnsweringPort openAnswering(const PortSelection& selection, DeviceInterface& dev
                             const OpenAddress& open)
 {
     if (selection.others.isEmpty())
-        return opened(*selection.address, open);
+        return openOne(*selection.address, open);
     return findAnswering(QList<PortAddress>{*selection.address} + selection.others, device, open);
 }
 

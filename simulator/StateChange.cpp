@@ -12,14 +12,21 @@ namespace {
 const QByteArray changeWord = "change ";
 
 // Of one line: the marks as they are after it, and the code from an address on.
-struct Change {
+struct StateChange {
     StoredCode code;
     int address = 0;
 };
 
-enum Word { Name, Kind, Valid, Version, Crc, Address, Bytes, Check, WordCount };
+// Words of a line, by their place.
+constexpr int kindAt = 1;
+constexpr int validAt = 2;
+constexpr int versionAt = 3;
+constexpr int checksumAt = 4;
+constexpr int addressAt = 5;
+constexpr int bytesAt = 6;
+constexpr int wordCount = 8; // the change word before them, the CRC-32 behind
 
-QByteArray lineOf(const Change& change)
+QByteArray changeLine(const StateChange& change)
 {
     const StoredCode& code = change.code;
     QByteArray line = changeWord;
@@ -33,21 +40,21 @@ QByteArray lineOf(const Change& change)
 }
 
 // False when the line is not exactly what such a change is written as.
-bool readChange(const QByteArray& line, Change* change)
+bool readChange(const QByteArray& line, StateChange* change)
 {
     const QList<QByteArray> words = line.split(' ');
-    if (words.size() != WordCount)
+    if (words.size() != wordCount)
         return false;
-    change->code.kind = words.at(Kind) == kindText(kindFwu) ? kindFwu : kindFwd;
-    change->code.valid = words.at(Valid) == "yes";
-    change->code.version = versionOf(words.at(Version));
-    change->code.crc = words.at(Crc).toUInt(nullptr, 16);
-    change->code.bytes = QByteArray::fromHex(words.at(Bytes));
-    change->address = words.at(Address).toInt(nullptr, 16);
-    return line == lineOf(*change);
+    change->code.kind = words.at(kindAt) == kindText(kindFwu) ? kindFwu : kindFwd;
+    change->code.valid = words.at(validAt) == "yes";
+    change->code.version = versionOf(words.at(versionAt));
+    change->code.crc = words.at(checksumAt).toUInt(nullptr, 16);
+    change->code.bytes = QByteArray::fromHex(words.at(bytesAt));
+    change->address = words.at(addressAt).toInt(nullptr, 16);
+    return line == changeLine(*change);
 }
 
-bool apply(const Change& change, int memorySize, StoredCode* code)
+bool applyChange(const StateChange& change, int memorySize, StoredCode* code)
 {
     const int size = change.address + change.code.bytes.size();
     if (change.address > code->bytes.size() || size > memorySize)
@@ -65,11 +72,11 @@ bool apply(const Change& change, int memorySize, StoredCode* code)
 
 QByteArray writeStateChange(const StoredCode& code, int address)
 {
-    Change change;
+    StateChange change;
     change.code = code;
     change.code.bytes = code.bytes.mid(address);
     change.address = address;
-    return lineOf(change) + '\n';
+    return changeLine(change) + '\n';
 }
 
 bool looksLikeStateChanges(const QByteArray& text)
@@ -83,9 +90,9 @@ bool applyStateChanges(const QByteArray& text, int firstLine, int memorySize, St
 {
     const QList<QByteArray> lines = text.split('\n');
     for (int i = 0; i < lines.size() - 1; ++i) {
-        Change change;
+        StateChange change;
         *line = firstLine + i;
-        if (!readChange(lines.at(i), &change) || !apply(change, memorySize, code))
+        if (!readChange(lines.at(i), &change) || !applyChange(change, memorySize, code))
             return false;
     }
     *line = firstLine + lines.size() - 1;

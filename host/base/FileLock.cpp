@@ -15,9 +15,9 @@ namespace hx {
 
 namespace {
 
-constexpr int mostAttempts = 100; // whoever had the lock may take its file away at any moment
-constexpr int longestContent = 64;
-const char content[] = "process ";
+constexpr int mostLockAttempts = 100; // whoever had the lock may take its file away at any moment
+constexpr int longestMark = 64;
+const char lockMark[] = "process ";
 
 } // namespace
 
@@ -30,7 +30,7 @@ FileLock::~FileLock()
 bool FileLock::take(const QString& name, QString* error)
 {
     const QString lock = fileNameText(resolvedPath(name).string() + ".lock");
-    for (int i = 0; i < mostAttempts; ++i) {
+    for (int i = 0; i < mostLockAttempts; ++i) {
         m_file.close();
         if (!openFile(m_file, lock, QIODevice::ReadWrite, error) || !takeOnce(error))
             return false;
@@ -38,7 +38,7 @@ bool FileLock::take(const QString& name, QString* error)
             continue;
         m_name = lock;
         m_file.resize(0);
-        m_file.write(content + QByteArray::number(QCoreApplication::applicationPid()) + '\n');
+        m_file.write(lockMark + QByteArray::number(QCoreApplication::applicationPid()) + '\n');
         m_file.flush();
         return true;
     }
@@ -49,8 +49,8 @@ bool FileLock::take(const QString& name, QString* error)
 // False too when the file is none of ours: it must not be overwritten.
 bool FileLock::takeOnce(QString* error)
 {
-    const QByteArray found = m_file.read(longestContent).trimmed();
-    if (!found.isEmpty() && !found.startsWith(content)) {
+    const QByteArray found = m_file.read(longestMark).trimmed();
+    if (!found.isEmpty() && !found.startsWith(lockMark)) {
         *error = QStringLiteral("the file of that name and \".lock\" is not a lock");
         return false;
     }

@@ -21,6 +21,7 @@ import terminal
 
 SKIPPED = 77
 PRODUCT_PORT = "jack:Valdrin Update:in"
+PRODUCT_REPLIES = "jack:Valdrin Update replies:out"
 SECOND_PORT = "jack:Valdrin Update-01:in"
 SECOND_REPLIES = "jack:Valdrin Update replies-01:out"
 SOON = 15  # seconds within which a command has said that its port is gone
@@ -272,13 +273,14 @@ def two_of_one_name(bench):
     probed = {row["name"]: row for row in bench.json(0, "ports", "--probe")["probe"]}
     for port in (PRODUCT_PORT, SECOND_PORT):
         check(probed[port]["served"], f"the probe does not find the product on {port}: {probed}")
-    for port, image in ((PRODUCT_PORT, "tiny.syx"), (SECOND_PORT, "small.syx")):
-        bench.json(0, "verify", bench.path(image), "--port", port)
-    bench.json(0, "verify", bench.path("small.syx"), "--port", SECOND_PORT, "--in-port", SECOND_REPLIES)
+    bench.json(0, "verify", bench.path("tiny.syx"), "--port", PRODUCT_PORT, "--in-port", PRODUCT_REPLIES)
+    bench.json(0, "verify", bench.path("small.syx"), "--port", SECOND_PORT)
 
 
 def unplug(bench, product):
-    """Pulls the product out while an update runs."""
+    """Pulls the product out while an update runs, and somebody listens."""
+    monitor = bench.start_and_see("Listening on", "monitor", "--plugin", bench.plugin, "--port",
+                                  PRODUCT_REPLIES)
     trace = bench.path("unplugged.trace")
     update = subprocess.Popen(
         [bench.hxhost, "update", bench.path("large.syx"), "--rate", "0", "--plugin", bench.plugin,
@@ -289,6 +291,7 @@ def unplug(bench, product):
     stop(product)
     document = json.loads(update.communicate(timeout=60)[0])
     check(update.returncode == 4, f"unplugging ended the update with {update.returncode}")
+    check(monitor.wait(SOON) == 4, f"unplugging ended the monitor with {monitor.returncode}")
     check("has disappeared" in document["error"]["what"], document["error"])
     check(document["result"]["product"]["touched"], document["result"]["product"])
     kept = bench.json(8, "recover", "--port", "simulator:" + bench.path("product.state"))
