@@ -18,13 +18,13 @@ struct StateChange {
 };
 
 // Words of a line, by their place.
-constexpr int kindAt = 1;
-constexpr int validAt = 2;
-constexpr int versionAt = 3;
-constexpr int checksumAt = 4;
-constexpr int addressAt = 5;
-constexpr int bytesAt = 6;
-constexpr int wordCount = 8; // the change word before them, the CRC-32 behind
+constexpr int kindWord = 1;
+constexpr int validWord = 2;
+constexpr int versionWord = 3;
+constexpr int checksumWord = 4;
+constexpr int addressWord = 5;
+constexpr int bytesWord = 6;
+constexpr int wordsOfChange = 8; // the change word before them, the CRC-32 behind
 
 QByteArray changeLine(const StateChange& change)
 {
@@ -43,14 +43,14 @@ QByteArray changeLine(const StateChange& change)
 bool readChange(const QByteArray& line, StateChange* change)
 {
     const QList<QByteArray> words = line.split(' ');
-    if (words.size() != wordCount)
+    if (words.size() != wordsOfChange)
         return false;
-    change->code.kind = words.at(kindAt) == kindText(kindFwu) ? kindFwu : kindFwd;
-    change->code.valid = words.at(validAt) == "yes";
-    change->code.version = versionOf(words.at(versionAt));
-    change->code.crc = words.at(checksumAt).toUInt(nullptr, 16);
-    change->code.bytes = QByteArray::fromHex(words.at(bytesAt));
-    change->address = words.at(addressAt).toInt(nullptr, 16);
+    change->code.kind = words.at(kindWord) == kindText(kindFwu) ? kindFwu : kindFwd;
+    change->code.valid = words.at(validWord) == "yes";
+    change->code.version = versionOf(words.at(versionWord));
+    change->code.crc = words.at(checksumWord).toUInt(nullptr, 16);
+    change->code.bytes = QByteArray::fromHex(words.at(bytesWord));
+    change->address = words.at(addressWord).toInt(nullptr, 16);
     return line == changeLine(*change);
 }
 
