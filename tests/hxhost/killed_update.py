@@ -50,8 +50,8 @@ def main():
             if "\nvalid no\n" not in file.read():
                 raise SystemExit("FAILED: an erased product is valid in its state file")
         expect(run(hxhost, "recover", *product), 8, "no valid code")
-        expect(run(hxhost, "update", image, *product), 0, "succeeded")
-        expect(run(hxhost, "verify", image, *product), 0, "succeeded")
+        expect(run(hxhost, "update", image, *product), 0, "Verified")
+        expect(run(hxhost, "verify", image, *product), 0, "Verified")
     print("the state file of a killed product holds what its flash would")
 
 
