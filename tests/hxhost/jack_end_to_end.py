@@ -191,7 +191,7 @@ def stop_while_listening(bench):
     stop(update, signal.SIGINT)
     check(update.returncode == 130, f"Ctrl-C ended the listening with {update.returncode}")
     error = json.load(update.stdout)["error"]
-    check("nothing was sent" in error["next"], error)
+    check("before anything was sent" in error["what"], error)
 
 
 def refuse_a_second_host(bench):
@@ -292,7 +292,7 @@ def unplug(bench, product):
     document = json.loads(update.communicate(timeout=60)[0])
     check(update.returncode == 4, f"unplugging ended the update with {update.returncode}")
     check(monitor.wait(SOON) == 4, f"unplugging ended the monitor with {monitor.returncode}")
-    check("has disappeared" in document["error"]["what"], document["error"])
+    check("was lost at message" in document["error"]["what"], document["error"])
     check(document["result"]["product"]["touched"], document["result"]["product"])
     kept = bench.json(8, "recover", "--port", "simulator:" + bench.path("product.state"))
     check(kept["condition"] == "no valid code", f"the unplugged product's state: {kept}")
