@@ -156,7 +156,8 @@ void addConnectionOptions(const Command& command, ConnectionOptions& options)
         .group(connectionGroup);
     command
         .addOption("--in-port", options.inPort,
-                   "The port that answers come from, where it cannot be told from --port")
+                   "The port that answers come from; default: the one that belongs to --port, "
+                   "found by asking where several may")
         .valueName("NAME")
         .group(connectionGroup);
     addPaceOptions(command, options.pace);
