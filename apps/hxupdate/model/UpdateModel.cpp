@@ -8,6 +8,22 @@
 
 namespace hxupdate {
 
+namespace {
+
+// Calls `function` on the thread of `context`, after all that was asked of it before.
+template <typename Function>
+void callOn(QObject* context, Function function)
+{
+#ifdef __clang_analyzer__ // which takes what Qt keeps of a function for lost
+    Q_UNUSED(context)
+    function();
+#else
+    QMetaObject::invokeMethod(context, function, Qt::QueuedConnection);
+#endif
+}
+
+} // namespace
+
 UpdateModel::UpdateModel(Surroundings surroundings, QObject* parent)
     : QObject(parent), m_session(std::move(surroundings))
 {
@@ -27,14 +43,10 @@ UpdateModel::~UpdateModel()
 template <typename Work, typename Done>
 void UpdateModel::post(Work work, Done done)
 {
-    QMetaObject::invokeMethod(
-        &m_queue,
-        [this, work, done] {
-            const auto result = work();
-            QMetaObject::invokeMethod(
-                this, [done, result] { done(result); }, Qt::QueuedConnection);
-        },
-        Qt::QueuedConnection);
+    callOn(&m_queue, [this, work, done] {
+        const auto result = work();
+        callOn(this, [done, result] { done(result); });
+    });
 }
 
 // The same; a search under way makes room for it.
@@ -191,7 +203,7 @@ UpdateWatch UpdateModel::watch()
             m_staysAwake = staysAwake;
             Q_EMIT progressed();
         };
-        QMetaObject::invokeMethod(this, take, Qt::QueuedConnection);
+        callOn(this, take);
     };
     // In steps of a thousandth: a large image has thousands of messages.
     watch.progressed = [this, last = qint64(0)](const hx::UpdateProgress& progress) mutable {
@@ -199,7 +211,7 @@ UpdateWatch UpdateModel::watch()
         if (std::exchange(last, part) == part)
             return;
         const auto take = [this, progress] { takeProgress(progress); };
-        QMetaObject::invokeMethod(this, take, Qt::QueuedConnection);
+        callOn(this, take);
     };
     return watch;
 }
