@@ -63,8 +63,8 @@ _hxhost()
             "image inspect --trace" | "image inspect --plugin" | "inspect --trace" | \
             "inspect --plugin" | "check --image" | "check --trace" | "monitor --trace" | \
             "monitor --plugin" | "trace --svg" | "trace --trace" | "simulate --state" | \
-            "simulate --trace" | "support -o" | "support --output" | "support --image" | \
-            "support --last-trace" | "support --trace" | "support --plugin")
+            "simulate --trace" | "simulate --plugin" | "support -o" | "support --output" | \
+            "support --image" | "support --last-trace" | "support --trace" | "support --plugin")
             _hxhost_files ""; return ;;
         "identify --port" | "identify --in-port" | "info --port" | "info --in-port" | \
             "update --port" | "update --in-port" | "verify --port" | "verify --in-port" | \
@@ -95,7 +95,7 @@ _hxhost()
         "check") offers="--help --image --json --field --progress --quiet --verbose --trace" files=files ;;
         "monitor") offers="--help --count --seconds --json --field --progress --quiet --verbose --trace --plugin --port --fault" files=none ;;
         "trace") offers="--help --svg --json --field --progress --quiet --verbose --trace" files=files ;;
-        "simulate") offers="--help --name --backend --state --seconds --json --field --progress --quiet --verbose --trace --rate --gap --fault" files=none ;;
+        "simulate") offers="--help --name --backend --state --seconds --json --field --progress --quiet --verbose --trace --plugin --rate --gap --fault" files=none ;;
         "support") offers="--help --output --image --last-trace --json --field --progress --quiet --verbose --trace --plugin --port --in-port --rate --gap --fault" files=none ;;
     esac
 

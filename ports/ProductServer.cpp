@@ -29,9 +29,9 @@ void ProductServer::take(const MidiChunk& chunk)
         m_watch.handled();
 }
 
-void ProductServer::schedule(const QVector<SimulatedReply>& replies, Microseconds arrival)
+void ProductServer::schedule(const QVector<sim::SimulatedReply>& replies, Microseconds arrival)
 {
-    for (const SimulatedReply& reply : replies)
+    for (const sim::SimulatedReply& reply : replies)
         m_due.emplace(arrival + reply.delayUs, reply.bytes);
 }
 
@@ -42,7 +42,7 @@ void ProductServer::scheduleUnasked()
     if (bytes.isEmpty() || m_nextUnasked > now)
         return;
     m_due.emplace(now, bytes);
-    m_nextUnasked = now + FaultyProduct::noisePeriodUs;
+    m_nextUnasked = now + sim::FaultyProduct::noisePeriodUs;
 }
 
 bool ProductServer::sendDue()

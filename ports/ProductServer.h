@@ -18,7 +18,7 @@ struct ProductWatch {
 
 class ProductServer {
 public:
-    ProductServer(MidiPort& port, FaultyProduct& product) : m_port(port), m_product(product) {}
+    ProductServer(MidiPort& port, sim::FaultyProduct& product) : m_port(port), m_product(product) {}
 
     void setWatch(const ProductWatch& watch) { m_watch = watch; }
 
@@ -30,13 +30,13 @@ public:
 
 private:
     void take(const MidiChunk& chunk);
-    void schedule(const QVector<SimulatedReply>& replies, Microseconds arrival);
+    void schedule(const QVector<sim::SimulatedReply>& replies, Microseconds arrival);
     void scheduleUnasked();
     bool sendDue();
     Microseconds nextDue(Microseconds latest) const;
 
     MidiPort& m_port;
-    FaultyProduct& m_product;
+    sim::FaultyProduct& m_product;
     ProductWatch m_watch;
     std::multimap<Microseconds, QByteArray> m_due; // replies by the moment they leave
     Microseconds m_nextUnasked = 0;

@@ -30,8 +30,8 @@ bool isFileOrNothing(const QString& path)
 
 ProductStateFile::ProductStateFile(const QString& path) : m_path(path) {}
 
-std::unique_ptr<ProductStateFile> ProductStateFile::open(const QString& path,
-                                                         SimulatedProduct& product, QString* error)
+std::unique_ptr<ProductStateFile>
+ProductStateFile::open(const QString& path, sim::SimulatedProduct& product, QString* error)
 {
     std::unique_ptr<ProductStateFile> file(new ProductStateFile(path));
     if (path.isEmpty())
@@ -44,7 +44,7 @@ std::unique_ptr<ProductStateFile> ProductStateFile::open(const QString& path,
     return nullptr;
 }
 
-bool ProductStateFile::read(SimulatedProduct& product, QString* error)
+bool ProductStateFile::read(sim::SimulatedProduct& product, QString* error)
 {
     QByteArray state;
     if (!readWholeFile(m_path, maxStateFileBytes, &state, error))
@@ -60,7 +60,7 @@ bool ProductStateFile::read(SimulatedProduct& product, QString* error)
     return product.restore(state, error);
 }
 
-bool ProductStateFile::writeWhole(const SimulatedProduct& product, QString* error)
+bool ProductStateFile::writeWhole(const sim::SimulatedProduct& product, QString* error)
 {
     m_end.close();
     return writeWholeFile(m_path, product.save(), error);
@@ -69,7 +69,7 @@ bool ProductStateFile::writeWhole(const SimulatedProduct& product, QString* erro
 // A line at the end is cheap, however much code there is. The first change goes into a whole text,
 // because the file may end in a line that was not finished when a program was killed; so does one
 // from address 0 on, with which the lines before it lose their meaning.
-void ProductStateFile::keep(SimulatedProduct& product)
+void ProductStateFile::keep(sim::SimulatedProduct& product)
 {
     const std::optional<int> address = product.takeChange();
     if (!address || m_failed)
@@ -86,7 +86,7 @@ void ProductStateFile::keep(SimulatedProduct& product)
                          QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered, &error);
 }
 
-bool ProductStateFile::close(SimulatedProduct& product, QString* error)
+bool ProductStateFile::close(sim::SimulatedProduct& product, QString* error)
 {
     keep(product);
     const bool good = !m_changed || writeWhole(product, error);

@@ -18,21 +18,21 @@ public:
     // `path` is a name of host/base/FileName.h. Locks the file and makes `product` what it describes; a file that is not there yet is written
     // for the product as it is. Null, with the reason in `error`, when another program uses the
     // file, or it is not a state file, or cannot be written.
-    static std::unique_ptr<ProductStateFile> open(const QString& path, SimulatedProduct& product,
-                                                  QString* error);
+    static std::unique_ptr<ProductStateFile> open(const QString& path,
+                                                  sim::SimulatedProduct& product, QString* error);
 
     // Writes what has changed since the last call. To be called before the product's answer leaves.
-    void keep(SimulatedProduct& product);
+    void keep(sim::SimulatedProduct& product);
 
     // Writes the whole state, when it has changed. False, with the reason in `error`, when that
     // cannot be done.
-    bool close(SimulatedProduct& product, QString* error);
+    bool close(sim::SimulatedProduct& product, QString* error);
 
 private:
     explicit ProductStateFile(const QString& path);
 
-    bool read(SimulatedProduct& product, QString* error);
-    bool writeWhole(const SimulatedProduct& product, QString* error);
+    bool read(sim::SimulatedProduct& product, QString* error);
+    bool writeWhole(const sim::SimulatedProduct& product, QString* error);
 
     QString m_path;
     FileLock m_lock;

@@ -2,7 +2,7 @@
 
 namespace hx {
 
-SimulatedPort::SimulatedPort(const FaultyProduct& product, const SimulatedPortOptions& options)
+SimulatedPort::SimulatedPort(const sim::FaultyProduct& product, const SimulatedPortOptions& options)
     : m_options(options), m_pacer(m_clock, options.pace), m_device(product)
 {
 }
@@ -23,13 +23,13 @@ bool SimulatedPort::send(const QByteArray& message)
         return false;
     m_pacer.waitForTurn(message.size());
     m_pacer.waitForWire(message.size());
-    const QVector<SimulatedReply> replies = m_device.receive(message);
-    for (const SimulatedReply& reply : replies)
+    const QVector<sim::SimulatedReply> replies = m_device.receive(message);
+    for (const sim::SimulatedReply& reply : replies)
         queueReply(reply);
     return isPresent();
 }
 
-void SimulatedPort::queueReply(const SimulatedReply& reply)
+void SimulatedPort::queueReply(const sim::SimulatedReply& reply)
 {
     const int size = reply.bytes.size();
     const int piece = m_options.chunkSize > 0 ? m_options.chunkSize : size;
@@ -46,11 +46,11 @@ void SimulatedPort::queueReply(const SimulatedReply& reply)
 void SimulatedPort::queueUnasked()
 {
     const QByteArray bytes = m_device.unaskedBytes();
-    if (bytes.isEmpty() || m_nextUnasked > m_clock.now() + FaultyProduct::noisePeriodUs)
+    if (bytes.isEmpty() || m_nextUnasked > m_clock.now() + sim::FaultyProduct::noisePeriodUs)
         return;
     const Microseconds arrival = qMax(m_nextUnasked, m_clock.now());
     m_arriving.emplace(arrival, bytes);
-    m_nextUnasked = arrival + FaultyProduct::noisePeriodUs;
+    m_nextUnasked = arrival + sim::FaultyProduct::noisePeriodUs;
 }
 
 MidiChunk SimulatedPort::receive(Microseconds deadline)

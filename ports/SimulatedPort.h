@@ -20,7 +20,7 @@ public:
     // Chunks that wait to be received; what comes when there are as many is lost.
     static constexpr int queueLimit = 4096;
 
-    explicit SimulatedPort(const FaultyProduct& product = FaultyProduct(),
+    explicit SimulatedPort(const sim::FaultyProduct& product,
                            const SimulatedPortOptions& options = {});
 
     QString name() const override { return QStringLiteral("simulator"); }
@@ -33,18 +33,18 @@ public:
     MidiChunk receive(Microseconds deadline) override;
 
     // What is plugged in, to look at or to change.
-    FaultyProduct& device() { return m_device; }
-    SimulatedProduct& product() { return m_device.product(); }
+    sim::FaultyProduct& device() { return m_device; }
+    sim::SimulatedProduct& product() { return m_device.product(); }
 
 private:
     bool isPresent();
-    void queueReply(const SimulatedReply& reply);
+    void queueReply(const sim::SimulatedReply& reply);
     void queueUnasked();
 
     ManualClock m_clock;
     SimulatedPortOptions m_options;
     Pacer m_pacer;
-    FaultyProduct m_device;
+    sim::FaultyProduct m_device;
     std::multimap<Microseconds, QByteArray> m_arriving; // by the moment of arrival
     Microseconds m_nextUnasked = 0;
 };

@@ -3,21 +3,20 @@
 namespace hx {
 
 std::unique_ptr<StatefulSimulatedPort>
-StatefulSimulatedPort::open(const QString& path, const FaultPlan& faults,
+StatefulSimulatedPort::open(const QString& path, sim::FaultyProduct product,
                             const SimulatedPortOptions& options, const OnSaveError& onSaveError,
                             QString* error)
 {
-    SimulatedProduct product;
-    std::unique_ptr<ProductStateFile> file = ProductStateFile::open(path, product, error);
+    std::unique_ptr<ProductStateFile> file = ProductStateFile::open(path, product.product(), error);
     if (!file)
         return nullptr;
     std::unique_ptr<StatefulSimulatedPort> port(
-        new StatefulSimulatedPort(path, FaultyProduct(product, faults), options, onSaveError));
+        new StatefulSimulatedPort(path, product, options, onSaveError));
     port->m_file = std::move(file);
     return port;
 }
 
-StatefulSimulatedPort::StatefulSimulatedPort(const QString& path, const FaultyProduct& product,
+StatefulSimulatedPort::StatefulSimulatedPort(const QString& path, const sim::FaultyProduct& product,
                                              const SimulatedPortOptions& options,
                                              const OnSaveError& onSaveError)
     : m_path(path), m_port(product, options), m_onSaveError(onSaveError)

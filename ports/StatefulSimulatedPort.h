@@ -13,13 +13,12 @@ class StatefulSimulatedPort final : public MidiPort {
 public:
     using OnSaveError = std::function<void(const QString&)>;
 
-    // Plugs in the product that `path` describes, a fresh one when there is no such file yet; null,
-    // with the reason in `error`, when the file cannot be used (ProductStateFile::open). When the
+    // Plugs in `product` with the memory that `path` holds, or as it is when there is no such file
+    // yet; null, with the reason in `error`, when the file cannot be used (ProductStateFile::open). When the
     // state cannot be kept, `onSaveError` is told so when the port is closed.
-    static std::unique_ptr<StatefulSimulatedPort> open(const QString& path, const FaultPlan& faults,
-                                                       const SimulatedPortOptions& options,
-                                                       const OnSaveError& onSaveError,
-                                                       QString* error);
+    static std::unique_ptr<StatefulSimulatedPort>
+    open(const QString& path, sim::FaultyProduct product, const SimulatedPortOptions& options,
+         const OnSaveError& onSaveError, QString* error);
 
     ~StatefulSimulatedPort() override;
 
@@ -29,7 +28,7 @@ public:
     MidiChunk receive(Microseconds deadline) override;
 
 private:
-    StatefulSimulatedPort(const QString& path, const FaultyProduct& product,
+    StatefulSimulatedPort(const QString& path, const sim::FaultyProduct& product,
                           const SimulatedPortOptions& options, const OnSaveError& onSaveError);
 
     QString m_path;

@@ -2,7 +2,7 @@
 
 #include <array>
 
-namespace hx {
+namespace hx::sim {
 
 namespace {
 
@@ -35,4 +35,4 @@ quint32 productCrc32(const QByteArray& bytes)
     return ~crc;
 }
 
-} // namespace hx
+} // namespace hx::sim

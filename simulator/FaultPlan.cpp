@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace hx {
+namespace hx::sim {
 
 namespace {
 
@@ -55,7 +55,7 @@ constexpr FaultForm faultForms[] = {
     {"refuse", FaultKind::Refuse, Argument::None, Argument::None, 0, 0,
      "refuses the message and does nothing"},
     {"wrong-model", FaultKind::WrongModel, Argument::None, Argument::None, 0, 0,
-     "hears the message as its own and answers as model 42"},
+     "hears the message as its own and answers as the next model"},
     {"vanish", FaultKind::Vanish, Argument::None, Argument::None, 0, 0,
      "is gone, with its port, when the message comes"},
     {"bad-ack", FaultKind::BadAck, Argument::None, Argument::None, 0, 0,
@@ -212,4 +212,4 @@ QString faultHelp()
     return help;
 }
 
-} // namespace hx
+} // namespace hx::sim

@@ -7,7 +7,7 @@
 #include <limits>
 #include <optional>
 
-namespace hx {
+namespace hx::sim {
 
 enum class FaultKind {
     // counted in the messages that reach the product
@@ -59,4 +59,4 @@ std::optional<Fault> parseFault(const QString& text, QString* error);
 // The list of faults for people, one a line.
 QString faultHelp();
 
-} // namespace hx
+} // namespace hx::sim

@@ -5,11 +5,10 @@
 #include <algorithm>
 #include <utility>
 
-namespace hx {
+namespace hx::sim {
 
 namespace {
 
-constexpr quint8 otherModel = 0x42;
 const QByteArray noiseBytes = QByteArray::fromHex("F8FE"); // clock, active sensing
 
 // The place in `bytes` that a fault names; -1 is the last byte. May lie outside.
@@ -194,7 +193,8 @@ FaultyProduct::Replies FaultyProduct::losePower(const QByteArray& heard, int wri
 
 FaultyProduct::Replies FaultyProduct::answerAsOtherModel(QByteArray heard)
 {
-    const quint8 model = m_product.settings().model;
+    const quint8 model = m_product.identity().model;
+    const auto otherModel = static_cast<quint8>((model + 1) & 0x7F);
     if (heard.size() > modelAt && heard.at(modelAt) == static_cast<char>(model) &&
         !heard.startsWith(universalHead))
         heard[modelAt] = static_cast<char>(otherModel);
@@ -232,4 +232,4 @@ FaultyProduct::Replies FaultyProduct::holdBack(Replies replies)
     return replies + swapped;
 }
 
-} // namespace hx
+} // namespace hx::sim

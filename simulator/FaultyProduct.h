@@ -4,7 +4,7 @@
 #include "simulator/FaultPlan.h"
 #include "simulator/SimulatedProduct.h"
 
-namespace hx {
+namespace hx::sim {
 
 // Messages, update messages and replies are counted from 1 since this object exists. The faults of
 // a plan act on a message in the plan's order, each on what the one before it has left.
@@ -13,8 +13,7 @@ public:
     // How often the noise fault sends bytes that nobody asked for.
     static constexpr qint64 noisePeriodUs = 20000;
 
-    explicit FaultyProduct(const SimulatedProduct& product = SimulatedProduct(),
-                           const FaultPlan& plan = {})
+    explicit FaultyProduct(const SimulatedProduct& product, const FaultPlan& plan = {})
         : m_product(product), m_plan(plan)
     {
     }
@@ -54,4 +53,4 @@ private:
     bool m_isGone = false;
 };
 
-} // namespace hx
+} // namespace hx::sim

@@ -3,7 +3,7 @@
 
 #include <QByteArray>
 
-namespace hx {
+namespace hx::sim {
 
 constexpr char sysExStart = '\xF0';
 constexpr char sysExEnd = '\xF7';
@@ -18,4 +18,4 @@ constexpr char refused = 0x46; // behind the command in an answer
 // What identity request and reply begin with, whoever made the product.
 inline const QByteArray universalHead = QByteArray::fromHex("F07E");
 
-} // namespace hx
+} // namespace hx::sim

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace hx {
+namespace hx::sim {
 
 void ProductMemory::setCode(const StoredCode& code)
 {
@@ -87,4 +87,4 @@ void ProductMemory::restorePower()
     m_writesLeft = -1;
 }
 
-} // namespace hx
+} // namespace hx::sim

@@ -7,7 +7,7 @@
 #include <array>
 #include <optional>
 
-namespace hx {
+namespace hx::sim {
 
 // Four ASCII digits, 31 30 32 33 for version 1.0.2.3.
 using VersionDigits = std::array<quint8, 4>;
@@ -69,4 +69,4 @@ private:
     std::optional<int> m_changedFrom;
 };
 
-} // namespace hx
+} // namespace hx::sim

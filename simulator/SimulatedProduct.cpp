@@ -8,11 +8,10 @@
 
 #include <algorithm>
 
-namespace hx {
+namespace hx::sim {
 
 namespace {
 
-const QByteArray manufacturer = QByteArray::fromHex("006B2D");
 const QByteArray identityRequestTail = QByteArray::fromHex("0601F7");
 constexpr quint8 allDevices = 0x7F;
 
@@ -83,7 +82,9 @@ struct SimulatedProduct::Command {
     }
 };
 
-SimulatedProduct::SimulatedProduct(const SimulatedProductSettings& settings) : m_settings(settings)
+SimulatedProduct::SimulatedProduct(const ProductIdentity& identity,
+                                   const SimulatedProductSettings& settings)
+    : m_identity(identity), m_settings(settings)
 {
     m_settings.memorySize = qBound(0, settings.memorySize, static_cast<int>(identityAddress));
     m_update = UpdateSession(m_settings.memorySize);
@@ -183,8 +184,21 @@ QByteArray SimulatedProduct::answerCommand(const QByteArray& message)
 
 QByteArray SimulatedProduct::head() const
 {
-    const QByteArray start = sysExStart + manufacturer;
-    return start + to7Bit(m_settings.family) + to7Bit(m_settings.model);
+    const QByteArray start = sysExStart + manufacturer();
+    return start + to7Bit(m_identity.family) + to7Bit(m_identity.model);
+}
+
+QByteArray SimulatedProduct::manufacturer() const
+{
+    return to7BitBytes(m_identity.manufacturer);
+}
+
+QByteArray SimulatedProduct::serialNumber() const
+{
+    if (m_settings.serialNumber)
+        return to7BitBytes(*m_settings.serialNumber);
+    const QByteArray word = QByteArray(1, to7Bit(m_identity.family)) + to7Bit(m_identity.model);
+    return word.toHex().toUpper() + "0001";
 }
 
 QByteArray SimulatedProduct::reply(const QByteArray& body) const
@@ -200,9 +214,9 @@ QByteArray SimulatedProduct::refusal(quint8 command) const
 QByteArray SimulatedProduct::identityReply() const
 {
     QByteArray message = universalHead;
-    message.append(to7Bit(m_settings.deviceId)).append("\x06\x02", 2).append(manufacturer);
-    message.append(to7Bit(m_settings.family)).append('\0');
-    message.append(to7Bit(m_settings.model)).append('\0');
+    message.append(to7Bit(m_settings.deviceId)).append("\x06\x02", 2).append(manufacturer());
+    message.append(to7Bit(m_identity.family)).append('\0');
+    message.append(to7Bit(m_identity.model)).append('\0');
     message.append(to7BitBytes(isCodeValid() ? code().version : bootVersion));
     return message.append(sysExEnd);
 }
@@ -229,7 +243,7 @@ QByteArray SimulatedProduct::answerSetBoot(const QByteArray&)
 
 QByteArray SimulatedProduct::answerSerialNumber(const QByteArray& body)
 {
-    return reply(body + to7BitBytes(m_settings.serialNumber));
+    return reply(body + serialNumber());
 }
 
 QByteArray SimulatedProduct::answerVersion(const QByteArray& body)
@@ -242,8 +256,8 @@ QByteArray SimulatedProduct::answerVersion(const QByteArray& body)
 QByteArray SimulatedProduct::answerGender(const QByteArray& body)
 {
     QByteArray word(4, '\0');
-    word[1] = to7Bit(m_settings.family);
-    word[3] = to7Bit(m_settings.model);
+    word[1] = to7Bit(m_identity.family);
+    word[3] = to7Bit(m_identity.model);
     return reply(body + word);
 }
 
@@ -298,9 +312,9 @@ quint8 SimulatedProduct::byteAt(quint32 address) const
 {
     if (address >= identityAddress && address < addressSpace) {
         QByteArray block(identityBlockSize, static_cast<char>(erased));
-        block.replace(serialAt, 8, to7BitBytes(m_settings.serialNumber));
-        block[familyInBlockAt] = to7Bit(m_settings.family);
-        block[modelInBlockAt] = to7Bit(m_settings.model);
+        block.replace(serialAt, 8, serialNumber());
+        block[familyInBlockAt] = to7Bit(m_identity.family);
+        block[modelInBlockAt] = to7Bit(m_identity.model);
         return static_cast<quint8>(block.at(static_cast<int>(address - identityAddress)));
     }
     if (address < static_cast<quint32>(codeBytes().size()))
@@ -328,4 +342,4 @@ bool SimulatedProduct::restore(const QByteArray& state, QString* error)
     return true;
 }
 
-} // namespace hx
+} // namespace hx::sim

@@ -7,15 +7,25 @@
 
 #include <QString>
 
-namespace hx {
+#include <optional>
 
-// What differs from one product to the next. Bytes that go into messages lose their top bit.
+namespace hx::sim {
+
+// Which product it is. Bytes that go into messages lose their top bit.
+struct ProductIdentity {
+    std::array<quint8, 3> manufacturer = {};
+    quint8 family = 0;
+    quint8 model = 0;
+    QString name; // as people know it
+};
+
+// What differs from one unit to the next. Bytes that go into messages lose their top bit.
 struct SimulatedProductSettings {
     VersionDigits version = {{'1', '0', '2', '3'}}; // of the factory's code; what is no digit is 0
-    std::array<quint8, 8> serialNumber = {{'3', '0', '4', '1', '0', '0', '0', '1'}};
-    quint8 deviceId = 0x00; // own MIDI device id; 7F, "all devices", is always heard
-    quint8 family = 0x30;
-    quint8 model = 0x41;
+
+    // Without one: family and model in hex digits, then 0001.
+    std::optional<std::array<quint8, 8>> serialNumber;
+    quint8 deviceId = 0x00;     // own MIDI device id; 7F, "all devices", is always heard
     int memorySize = 0x100000;  // room for code in bytes, 0 to FFFFF0
     qint64 replyDelayUs = 1000; // from the last byte of a message to its reply
 };
@@ -39,7 +49,8 @@ public:
     static constexpr quint32 identityAddress = 0xFFFFF0;
 
     // A fresh product, switched on, with the factory's code.
-    explicit SimulatedProduct(const SimulatedProductSettings& settings = {});
+    explicit SimulatedProduct(const ProductIdentity& identity,
+                              const SimulatedProductSettings& settings = {});
 
     // Takes bytes off the wire, cut anywhere, and returns the replies to the messages that are
     // complete with them, in order.
@@ -56,11 +67,12 @@ public:
     void damageCode(int position) { m_memory.damage(position); }
 
     // Makes it a product of another model of the family from now on.
-    void setModel(quint8 model) { m_settings.model = model; }
+    void setModel(quint8 model) { m_identity.model = model; }
 
     // Whether a whole message belongs to an update image for this product.
     bool isUpdateMessage(const QByteArray& message) const;
 
+    const ProductIdentity& identity() const { return m_identity; }
     const SimulatedProductSettings& settings() const { return m_settings; }
     const QByteArray& codeBytes() const { return m_memory.code().bytes; }
     bool isCodeValid() const { return m_memory.code().valid; }
@@ -90,6 +102,8 @@ private:
     QByteArray answerUpdate(const QByteArray& message);
     QByteArray answerCommand(const QByteArray& message);
     QByteArray head() const;
+    QByteArray manufacturer() const;
+    QByteArray serialNumber() const;
     QByteArray reply(const QByteArray& body) const;
     QByteArray refusal(quint8 command) const;
     QByteArray restart(ProductMode mode);
@@ -108,6 +122,7 @@ private:
     QByteArray identityReply() const;
     quint8 byteAt(quint32 address) const;
 
+    ProductIdentity m_identity;
     SimulatedProductSettings m_settings;
     ProductMemory m_memory;
     UpdateSession m_update = UpdateSession(0);
@@ -115,4 +130,4 @@ private:
     ProductMode m_mode = ProductMode::User;
 };
 
-} // namespace hx
+} // namespace hx::sim

@@ -5,7 +5,7 @@
 
 #include <QList>
 
-namespace hx {
+namespace hx::sim {
 
 namespace {
 
@@ -99,4 +99,4 @@ bool applyStateChanges(const QByteArray& text, int firstLine, int memorySize, St
     return looksLikeStateChanges(lines.last());
 }
 
-} // namespace hx
+} // namespace hx::sim

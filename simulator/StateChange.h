@@ -5,7 +5,7 @@
 
 #include <QString>
 
-namespace hx {
+namespace hx::sim {
 
 // The line that makes of what a state file held before what `code` is now; the code bytes before
 // `address` are the same in both.
@@ -20,4 +20,4 @@ bool looksLikeStateChanges(const QByteArray& text);
 bool applyStateChanges(const QByteArray& text, int firstLine, int memorySize, StoredCode* code,
                        int* line);
 
-} // namespace hx
+} // namespace hx::sim

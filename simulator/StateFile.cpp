@@ -6,7 +6,7 @@
 
 #include <QList>
 
-namespace hx {
+namespace hx::sim {
 
 namespace {
 
@@ -230,4 +230,4 @@ bool readStateFile(const QByteArray& text, int memorySize, StoredCode* code, QSt
     return isGood;
 }
 
-} // namespace hx
+} // namespace hx::sim

@@ -5,7 +5,7 @@
 
 #include <QString>
 
-namespace hx {
+namespace hx::sim {
 
 // The whole text of a state file.
 QByteArray writeStateFile(const StoredCode& code);
@@ -15,4 +15,4 @@ QByteArray writeStateFile(const StoredCode& code);
 // unchanged.
 bool readStateFile(const QByteArray& text, int memorySize, StoredCode* code, QString* error);
 
-} // namespace hx
+} // namespace hx::sim

@@ -1,6 +1,6 @@
 #include "simulator/StateText.h"
 
-namespace hx {
+namespace hx::sim {
 
 QByteArray hexNumber(quint32 value, int digits)
 {
@@ -32,4 +32,4 @@ QByteArray kindText(quint8 kind)
     return kind == kindFwu ? "fwu" : "fwd";
 }
 
-} // namespace hx
+} // namespace hx::sim

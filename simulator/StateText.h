@@ -5,7 +5,7 @@
 
 #include <QByteArray>
 
-namespace hx {
+namespace hx::sim {
 
 inline const QByteArray noStateValue = "-"; // version and checksum of code that is not valid
 constexpr int addressDigits = 6;
@@ -20,4 +20,4 @@ VersionDigits versionOf(const QByteArray& text);
 // "fwu" or "fwd".
 QByteArray kindText(quint8 kind);
 
-} // namespace hx
+} // namespace hx::sim

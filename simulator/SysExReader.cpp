@@ -2,7 +2,7 @@
 
 #include "simulator/MessageForm.h"
 
-namespace hx {
+namespace hx::sim {
 
 QVector<QByteArray> SysExReader::take(const QByteArray& bytes)
 {
@@ -32,4 +32,4 @@ void SysExReader::takeData(char byte)
         m_message.clear();
 }
 
-} // namespace hx
+} // namespace hx::sim

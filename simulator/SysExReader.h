@@ -4,7 +4,7 @@
 #include <QByteArray>
 #include <QVector>
 
-namespace hx {
+namespace hx::sim {
 
 // Real-time bytes (F8 to FF) are skipped wherever they stand, any other status byte ends an
 // unfinished message, and bytes outside of a message are skipped. A message longer than `maxLength`
@@ -28,4 +28,4 @@ private:
     QByteArray m_message;
 };
 
-} // namespace hx
+} // namespace hx::sim

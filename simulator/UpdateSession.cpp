@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-namespace hx {
+namespace hx::sim {
 
 namespace {
 
@@ -166,4 +166,4 @@ UpdateSession::Status UpdateSession::takeClosing(ProductMemory& memory)
     return Status::Good;
 }
 
-} // namespace hx
+} // namespace hx::sim

@@ -4,7 +4,7 @@
 
 #include "simulator/ProductMemory.h"
 
-namespace hx {
+namespace hx::sim {
 
 class UpdateSession {
 public:
@@ -43,4 +43,4 @@ private:
     quint32 m_crc = 0;
 };
 
-} // namespace hx
+} // namespace hx::sim

@@ -1,6 +1,6 @@
 #include "simulator/WireFormat.h"
 
-namespace hx {
+namespace hx::sim {
 
 quint64 readGroups(const QByteArray& message, int position, int count)
 {
@@ -41,4 +41,4 @@ bool unpack(const QByteArray& packed, QByteArray* code)
     return true;
 }
 
-} // namespace hx
+} // namespace hx::sim

@@ -3,7 +3,7 @@
 
 #include <QByteArray>
 
-namespace hx {
+namespace hx::sim {
 
 // `count` 7-bit groups from `position`, most significant first; at most 9 groups, all present.
 quint64 readGroups(const QByteArray& message, int position, int count);
@@ -25,4 +25,4 @@ constexpr int packedSize(int count)
 // is not there; `code` then has no meaning.
 bool unpack(const QByteArray& packed, QByteArray* code);
 
-} // namespace hx
+} // namespace hx::sim

@@ -2,6 +2,7 @@
 // Usage: simulated-host PLUGIN
 #include "host/bus/PortBus.h"
 #include "host/product/PluginLoader.h"
+#include "ports/SimulatedIdentity.h"
 #include "ports/SimulatedPort.h"
 
 #include <QTextStream>
@@ -18,9 +19,16 @@ int main(int argc, char** argv)
         out << loaded.error << '\n';
         return 1;
     }
-    hx::SimulatedPort port; // hx::RtMidiPort::open() gives one of this machine's
-    hx::PortBus bus(port);
     DeviceInterface& device = loaded.plugin->device();
+    const auto identity = hx::simulatedIdentity(hx::describeProduct(device));
+    if (!identity) {
+        out << "the plugin does not say enough of its product to simulate it\n";
+        return 1;
+    }
+    const hx::sim::SimulatedProduct product(*identity);
+    hx::SimulatedPort port{
+        hx::sim::FaultyProduct(product)}; // hx::RtMidiPort::open() gives a real one
+    hx::PortBus bus(port);
     device.bus = &bus;
 
     out << "version: " << device.versionNumber() << '\n';

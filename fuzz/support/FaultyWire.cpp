@@ -66,8 +66,8 @@ bool FaultyWire::send(const QByteArray& message)
 
 void FaultyWire::hear(const QByteArray& message)
 {
-    const QVector<SimulatedReply> replies = m_product.receive(message);
-    for (const SimulatedReply& reply : replies)
+    const QVector<sim::SimulatedReply> replies = m_product.receive(message);
+    for (const sim::SimulatedReply& reply : replies)
         answer(reply.bytes);
 }
 

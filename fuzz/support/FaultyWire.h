@@ -14,7 +14,10 @@ namespace fuzz {
 class FaultyWire final : public MidiPort {
 public:
     // With a null input nothing goes wrong.
-    FaultyWire(SimulatedProduct& product, FuzzInput* input) : m_product(product), m_input(input) {}
+    FaultyWire(sim::SimulatedProduct& product, FuzzInput* input)
+        : m_product(product), m_input(input)
+    {
+    }
 
     QString name() const override { return QStringLiteral("faulty"); }
     Clock& clock() override { return m_clock; }
@@ -41,7 +44,7 @@ private:
     void queue(const QByteArray& bytes, bool isGenuine, Microseconds delay);
     void note(const Chunk& chunk);
 
-    SimulatedProduct& m_product;
+    sim::SimulatedProduct& m_product;
     FuzzInput* m_input;
     ManualClock m_clock;
     std::multimap<Microseconds, Chunk> m_arriving;

@@ -3,20 +3,22 @@
 
 #include "fuzz/support/FuzzTarget.h"
 #include "tests/simulator/UpdateMessages.h"
+#include "tests/support/Valdrin.h"
 
 namespace {
 
 using namespace hx;
+using namespace hx::sim;
 using namespace hx::fuzz;
 
 constexpr int memorySize = 300;
 
-FaultPlan planOf(const QByteArray& text)
+sim::FaultPlan planOf(const QByteArray& text)
 {
-    FaultPlan plan;
+    sim::FaultPlan plan;
     for (const QByteArray& name : text.split('\n')) {
         QString error;
-        const std::optional<Fault> fault = parseFault(QString::fromUtf8(name), &error);
+        const std::optional<sim::Fault> fault = sim::parseFault(QString::fromUtf8(name), &error);
         require(fault.has_value() == error.isEmpty(), "a refused fault has a reason");
         if (fault.has_value()) {
             require(fault->first >= 1 && fault->first <= fault->last, "a fault strikes something");
@@ -28,11 +30,11 @@ FaultPlan planOf(const QByteArray& text)
 
 void run(FuzzInput& input)
 {
-    const FaultPlan plan = planOf(input.block());
+    const sim::FaultPlan plan = planOf(input.block());
     static const QVector<QByteArray> image = imageOf(codeOfSize(250), "5678");
-    SimulatedProductSettings settings;
+    sim::SimulatedProductSettings settings;
     settings.memorySize = memorySize;
-    FaultyProduct product(SimulatedProduct(settings), plan);
+    sim::FaultyProduct product(sim::SimulatedProduct(sim::valdrin(), settings), plan);
     QVector<QByteArray> messages = image;
     messages.prepend(bytesOf("F07E7F0601F7"));
     messages.append(bytesOf("F0006B2D304130F7"));
@@ -41,11 +43,11 @@ void run(FuzzInput& input)
 
     for (const QByteArray& message : messages) {
         const bool wasGone = product.isGone();
-        const QVector<SimulatedReply> replies = product.receive(message);
+        const QVector<sim::SimulatedReply> replies = product.receive(message);
         require(!wasGone || (replies.isEmpty() && product.isGone()), "what is gone stays gone");
         // Every message may be heard twice, and every answer be doubled with another put before it.
         require(replies.size() <= 8 * (message.size() / 2 + 2), "replies are bounded");
-        for (const SimulatedReply& reply : replies)
+        for (const sim::SimulatedReply& reply : replies)
             require(reply.bytes.size() <= 4096 && reply.delayUs >= 0, "a reply is bounded");
         require(product.product().codeBytes().size() <= memorySize, "the memory is bounded");
         require(product.unaskedBytes().size() <= 4096, "what nobody asked for is bounded");

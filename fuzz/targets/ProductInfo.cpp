@@ -5,10 +5,12 @@
 #include "host/product/ProductState.h"
 #include "plugin/ValdrinBootInterface.h"
 #include "tests/simulator/UpdateMessages.h"
+#include "tests/support/Valdrin.h"
 
 namespace {
 
 using namespace hx;
+using namespace hx::sim;
 using namespace hx::fuzz;
 
 constexpr Microseconds longestRead = 120 * 1000 * microsecondsPerMillisecond;
@@ -40,7 +42,7 @@ void requireSound(const ProductInfo& info)
     requireSound(info.dsp1, "F0006B2D30414209", 0);
 }
 
-void requireTrue(const ProductInfo& info, const SimulatedProduct& product)
+void requireTrue(const ProductInfo& info, const sim::SimulatedProduct& product)
 {
     require(info.identity.good() && info.gender.good() && info.stored.good() &&
                 info.calculated.good() && info.esn.good() && info.dsp0.good() && info.dsp1.good(),
@@ -70,9 +72,9 @@ ProductInfo read(FaultyWire& wire)
 
 void run(FuzzInput& input)
 {
-    SimulatedProductSettings settings;
+    sim::SimulatedProductSettings settings;
     settings.memorySize = 300;
-    SimulatedProduct product(settings);
+    sim::SimulatedProduct product(sim::valdrin(), settings);
     if (input.flag()) // an update that stops in the middle
         product.receive(dataMessage(0, 0, codeOfSize(100)));
     const QByteArray before = product.save();

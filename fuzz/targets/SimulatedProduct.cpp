@@ -4,10 +4,12 @@
 #include "fuzz/support/FuzzTarget.h"
 #include "simulator/Crc32.h"
 #include "tests/simulator/UpdateMessages.h"
+#include "tests/support/Valdrin.h"
 
 namespace {
 
 using namespace hx;
+using namespace hx::sim;
 using namespace hx::fuzz;
 
 constexpr int memorySize = 300;
@@ -45,27 +47,27 @@ bool isWholeMessage(const QByteArray& bytes)
            bytes.endsWith('\xF7');
 }
 
-void requireSound(const SimulatedProduct& product)
+void requireSound(const sim::SimulatedProduct& product)
 {
     require(product.codeBytes().size() <= memorySize, "the memory is bounded");
     if (product.isCodeValid())
-        requireSame(product.code().crc, productCrc32(product.codeBytes()),
+        requireSame(product.code().crc, sim::productCrc32(product.codeBytes()),
                     "valid code has the stored checksum");
     require(!product.isUpdating() || !product.isCodeValid(), "no valid code during an update");
-    require(product.isCodeValid() || product.mode() != ProductMode::User,
+    require(product.isCodeValid() || product.mode() != sim::ProductMode::User,
             "nothing but valid code runs");
 }
 
-QVector<QByteArray> bytesOfReplies(const QVector<SimulatedReply>& replies)
+QVector<QByteArray> bytesOfReplies(const QVector<sim::SimulatedReply>& replies)
 {
     QVector<QByteArray> all;
-    for (const SimulatedReply& reply : replies)
+    for (const sim::SimulatedReply& reply : replies)
         all += reply.bytes;
     return all;
 }
 
 // A second product that hears the same byte by byte answers the same.
-void hear(SimulatedProduct& product, SimulatedProduct& twin, const QByteArray& bytes)
+void hear(sim::SimulatedProduct& product, sim::SimulatedProduct& twin, const QByteArray& bytes)
 {
     const QVector<QByteArray> replies = bytesOfReplies(product.receive(bytes));
     for (const QByteArray& reply : replies)
@@ -77,7 +79,7 @@ void hear(SimulatedProduct& product, SimulatedProduct& twin, const QByteArray& b
     requireSame(twins, replies, "it does not matter how bytes are cut");
 }
 
-void step(FuzzInput& input, SimulatedProduct& product, SimulatedProduct& twin)
+void step(FuzzInput& input, sim::SimulatedProduct& product, sim::SimulatedProduct& twin)
 {
     const int how = input.choice(12);
     if (how == 0) {
@@ -92,7 +94,7 @@ void step(FuzzInput& input, SimulatedProduct& product, SimulatedProduct& twin)
     }
 }
 
-void requireRecovers(SimulatedProduct& product)
+void requireRecovers(sim::SimulatedProduct& product)
 {
     static const QByteArray code = codeOfSize(130);
     static const QVector<QByteArray> image = imageOf(code, "4321");
@@ -105,11 +107,11 @@ void requireRecovers(SimulatedProduct& product)
 
 void run(FuzzInput& input)
 {
-    SimulatedProductSettings settings;
+    sim::SimulatedProductSettings settings;
     settings.memorySize = memorySize;
     settings.deviceId = input.byte();
-    SimulatedProduct product(settings);
-    SimulatedProduct twin(settings);
+    sim::SimulatedProduct product(sim::valdrin(), settings);
+    sim::SimulatedProduct twin(sim::valdrin(), settings);
     while (!input.atEnd()) {
         step(input, product, twin);
         requireSound(product);

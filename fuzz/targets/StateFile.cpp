@@ -15,14 +15,14 @@ constexpr int memorySize = 100;
 QByteArray withEnd(const QByteArray& lines)
 {
     return lines + "end " +
-           QByteArray::number(productCrc32(lines), 16).toUpper().rightJustified(8, '0') + '\n';
+           QByteArray::number(sim::productCrc32(lines), 16).toUpper().rightJustified(8, '0') + '\n';
 }
 
-StoredCode anyCode(FuzzInput& input, const QByteArray& bytes)
+sim::StoredCode anyCode(FuzzInput& input, const QByteArray& bytes)
 {
-    StoredCode code;
+    sim::StoredCode code;
     code.bytes = bytes;
-    code.kind = input.flag() ? kindFwd : kindFwu;
+    code.kind = input.flag() ? sim::kindFwd : sim::kindFwu;
     code.valid = input.flag();
     if (code.valid) {
         for (quint8& digit : code.version)
@@ -36,14 +36,14 @@ StoredCode anyCode(FuzzInput& input, const QByteArray& bytes)
 void writeAndRead(FuzzInput& input)
 {
     const QByteArray before = input.take(input.byte() % (memorySize + 1));
-    QByteArray text = writeStateFile(anyCode(input, before));
+    QByteArray text = sim::writeStateFile(anyCode(input, before));
     const int address = input.choice(before.size() + 1);
     const QByteArray added = input.take(input.byte() % (memorySize + 1 - address));
-    const StoredCode code = anyCode(input, before.left(address) + added);
-    text = input.flag() ? text + writeStateChange(code, address) : writeStateFile(code);
-    StoredCode read;
+    const sim::StoredCode code = anyCode(input, before.left(address) + added);
+    text = input.flag() ? text + sim::writeStateChange(code, address) : sim::writeStateFile(code);
+    sim::StoredCode read;
     QString error;
-    require(readStateFile(text, memorySize, &read, &error), "what is written reads");
+    require(sim::readStateFile(text, memorySize, &read, &error), "what is written reads");
     require(read.bytes == code.bytes && read.kind == code.kind && read.valid == code.valid,
             "what is written reads back as it was");
     if (code.valid)
@@ -52,16 +52,17 @@ void writeAndRead(FuzzInput& input)
 
 void readAnything(const QByteArray& text)
 {
-    StoredCode read;
+    sim::StoredCode read;
     read.crc = 12345;
     QString error;
-    const bool isTaken = readStateFile(text, memorySize, &read, &error);
+    const bool isTaken = sim::readStateFile(text, memorySize, &read, &error);
     require(isTaken == error.isEmpty(), "a refusal has a reason");
     const int changesAt = text.indexOf('\n', text.indexOf("\nend ") + 1) + 1;
     if (isTaken && changesAt == text.size())
-        requireSame(writeStateFile(read), text, "only what the product writes is taken");
+        requireSame(sim::writeStateFile(read), text, "only what the product writes is taken");
     else if (isTaken)
-        require(looksLikeStateChanges(text.mid(changesAt)), "changes follow, and nothing else");
+        require(sim::looksLikeStateChanges(text.mid(changesAt)),
+                "changes follow, and nothing else");
     else
         require(read.crc == 12345 && read.bytes.isEmpty(), "a refused file changes nothing");
 }

@@ -8,10 +8,12 @@
 #include "simulator/Crc32.h"
 #include "simulator/SimulatedProduct.h"
 #include "tests/simulator/UpdateMessages.h"
+#include "tests/support/Valdrin.h"
 
 namespace {
 
 using namespace hx;
+using namespace hx::sim;
 using namespace hx::fuzz;
 
 constexpr int memorySize = 400;
@@ -97,10 +99,10 @@ ImageFile fileOf(const QVector<QByteArray>& messages)
 }
 
 // Whether the product takes every message as good, one after the other.
-bool takesAll(SimulatedProduct& product, const QVector<QByteArray>& messages)
+bool takesAll(sim::SimulatedProduct& product, const QVector<QByteArray>& messages)
 {
     for (const QByteArray& message : messages) {
-        const QVector<SimulatedReply> replies = product.receive(message);
+        const QVector<sim::SimulatedReply> replies = product.receive(message);
         if (replies.size() != 1 || replies.at(0).bytes.size() != 10 ||
             replies.at(0).bytes.at(8) != 0)
             return false;
@@ -119,7 +121,7 @@ bool isStraight(const QVector<QByteArray>& messages)
     return !messages.isEmpty() && messages.last() == closing();
 }
 
-QString dotted(const VersionDigits& version)
+QString dotted(const sim::VersionDigits& version)
 {
     QStringList digits;
     for (const quint8 digit : version)
@@ -130,16 +132,16 @@ QString dotted(const VersionDigits& version)
 void compare(const QVector<QByteArray>& messages)
 {
     const UpdateImage image = parseUpdateImage(fileOf(messages), description());
-    SimulatedProductSettings settings;
+    sim::SimulatedProductSettings settings;
     settings.memorySize = memorySize;
-    SimulatedProduct product(settings);
+    sim::SimulatedProduct product(sim::valdrin(), settings);
     const bool isTaken = takesAll(product, messages);
     if (image.ok()) {
         require(isTaken && product.isCodeValid(), "the product takes a good image");
         requireSame(product.codeBytes(), image.code, "the product holds the image's code");
         requireSame(product.code().crc, image.statedCrc, "the product stores the image's CRC");
         requireSame(dotted(product.code().version), image.version, "the image's version");
-        requireSame(product.code().kind == kindFwd, image.kind == CodeType::Fwd, "the kind");
+        requireSame(product.code().kind == sim::kindFwd, image.kind == CodeType::Fwd, "the kind");
     } else {
         require(!isTaken || !isStraight(messages), "what the product takes whole is a good image");
     }
@@ -149,10 +151,10 @@ void run(FuzzInput& input)
 {
     const QByteArray code = codeOf(input);
     const int how = input.byte();
-    const quint8 kind = how & 1 ? kindFwu : kindFwd;
+    const quint8 kind = how & 1 ? sim::kindFwu : sim::kindFwd;
     QVector<QByteArray> messages = imageOf(code, "1024", kind);
     const BuiltImage built =
-        buildImage(description(), code, kind == kindFwu ? CodeType::Fwu : CodeType::Fwd,
+        buildImage(description(), code, kind == sim::kindFwu ? CodeType::Fwu : CodeType::Fwd,
                    QStringLiteral("1.0.2.4"));
     requireSame(built.messages.size(), messages.size(), "the host builds the same image");
     for (int i = 0; i < messages.size(); ++i)

@@ -8,10 +8,12 @@
 #include "host/image/ImageBuilder.h"
 #include "plugin/ValdrinBootInterface.h"
 #include "tests/simulator/UpdateMessages.h"
+#include "tests/support/Valdrin.h"
 
 namespace {
 
 using namespace hx;
+using namespace hx::sim;
 using namespace hx::fuzz;
 
 // Thirteen identity requests and every other exchange to its last retry and timeout.
@@ -28,13 +30,13 @@ const UpdateImage& image()
     return parsed;
 }
 
-bool holdsImage(const SimulatedProduct& product)
+bool holdsImage(const sim::SimulatedProduct& product)
 {
     return product.isCodeValid() && product.codeBytes() == image().code &&
-           product.code().version == VersionDigits{{'5', '6', '7', '8'}};
+           product.code().version == sim::VersionDigits{{'5', '6', '7', '8'}};
 }
 
-UpdateResult update(SimulatedProduct& product, FaultyWire& wire)
+UpdateResult update(sim::SimulatedProduct& product, FaultyWire& wire)
 {
     static ValdrinBootInterface device;
     wire.watchFor(bytesOf("F0006B2D304131") + image().expectedChecksum() + '\xF7');
@@ -54,9 +56,9 @@ UpdateResult update(SimulatedProduct& product, FaultyWire& wire)
 
 void run(FuzzInput& input)
 {
-    SimulatedProductSettings settings;
+    sim::SimulatedProductSettings settings;
     settings.memorySize = 300;
-    SimulatedProduct product(settings);
+    sim::SimulatedProduct product(sim::valdrin(), settings);
     if (input.flag()) { // interrupted in an update before
         product.receive(image().messages.at(0).bytes);
         require(!product.isCodeValid(), "an update that was begun leaves no valid code");

@@ -1,12 +1,12 @@
 #include "host/product/PatternBytes.h"
 
+#include "host/base/StatusByte.h"
+
 #include <optional>
 
 namespace hx {
 
 namespace {
-
-constexpr quint8 sysExEndValue = 0xF7;
 
 QString firstAlternative(QString pattern)
 {
@@ -84,7 +84,7 @@ ReplyLayout replyLayout(const QString& pattern)
     std::vector<PatternByte>& bytes = read.bytes;
     if (!read.isWhole)
         return {};
-    if (bytes.back().isFixed() && bytes.back().value == sysExEndValue)
+    if (bytes.back().isFixed() && bytes.back().value == sysExEnd)
         bytes.pop_back();
     ReplyLayout layout;
     layout.position = static_cast<int>(bytes.size());

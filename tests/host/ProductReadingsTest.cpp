@@ -123,7 +123,7 @@ TEST(ProductReadings, ReadsThroughNoise)
 {
     SimulatedPortOptions options;
     options.chunkSize = 3;
-    ProductSession session({"noise"}, SimulatedProductSettings(), options);
+    ProductSession session({"noise"}, sim::SimulatedProductSettings(), options);
     ProductReader reader(session.device(), session.bus);
     EXPECT_TRUE(readProductInfo(reader).dsp0.present);
 }

@@ -5,6 +5,7 @@
 #include "host/product/PluginLoader.h"
 #include "ports/SimulatedPort.h"
 #include "tests/support/LogCapture.h"
+#include "tests/support/Valdrin.h"
 
 #include <gtest/gtest.h>
 
@@ -12,15 +13,15 @@ class ProductSession {
 public:
     // `faults` as in "bad-ack:3" or "drop-reply:2-5".
     explicit ProductSession(const QStringList& faults = {},
-                            const hx::SimulatedProductSettings& settings = {},
+                            const hx::sim::SimulatedProductSettings& settings = {},
                             const hx::SimulatedPortOptions& options = {})
-        : ProductSession(hx::SimulatedProduct(settings), faults, options)
+        : ProductSession(hx::sim::SimulatedProduct(hx::sim::valdrin(), settings), faults, options)
     {
     }
 
-    ProductSession(const hx::SimulatedProduct& product, const QStringList& faults,
+    ProductSession(const hx::sim::SimulatedProduct& product, const QStringList& faults,
                    const hx::SimulatedPortOptions& options = {})
-        : port(hx::FaultyProduct(product, plan(faults)), options), bus(port)
+        : port(hx::sim::FaultyProduct(product, plan(faults)), options), bus(port)
     {
         loaded = hx::loadPlugin(QStringLiteral(HX_PLUGIN_FILE));
         EXPECT_TRUE(loaded.ok()) << loaded.error.toStdString();
@@ -28,7 +29,7 @@ public:
     }
 
     DeviceInterface& device() { return loaded.plugin->device(); }
-    hx::SimulatedProduct& product() { return port.product(); }
+    hx::sim::SimulatedProduct& product() { return port.product(); }
 
     hx::SimulatedPort port;
     hx::PortBus bus;
@@ -36,14 +37,14 @@ public:
     LogCapture log;
 
 private:
-    static hx::FaultPlan plan(const QStringList& faults)
+    static hx::sim::FaultPlan plan(const QStringList& faults)
     {
-        hx::FaultPlan plan;
+        hx::sim::FaultPlan plan;
         for (const QString& text : faults) {
             QString error;
-            const auto fault = hx::parseFault(text, &error);
+            const auto fault = hx::sim::parseFault(text, &error);
             EXPECT_TRUE(fault.has_value()) << error.toStdString();
-            plan.append(fault.value_or(hx::Fault()));
+            plan.append(fault.value_or(hx::sim::Fault()));
         }
         return plan;
     }

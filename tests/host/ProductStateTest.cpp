@@ -51,9 +51,9 @@ TEST(ProductState, FindsDamagedCode)
 
 TEST(ProductState, FindsAnotherProduct)
 {
-    SimulatedProductSettings settings;
-    settings.model = 0x42;
-    ProductSession session({}, settings);
+    sim::ProductIdentity identity = sim::valdrin();
+    identity.model = 0x42;
+    ProductSession session(sim::SimulatedProduct(identity), {});
     const ProductAssessment assessment = assess(session);
     EXPECT_EQ(assessment.condition, ProductCondition::OtherProduct);
     EXPECT_EQ(assessment.state,

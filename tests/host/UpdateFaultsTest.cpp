@@ -29,7 +29,7 @@ UpdateResult updateAgainst(ProductSession& session)
     return runUpdate(session.device(), session.bus, smallImage());
 }
 
-bool holdsTheCode(const SimulatedProduct& product)
+bool holdsTheCode(const sim::SimulatedProduct& product)
 {
     return product.isCodeValid() && product.codeBytes() == smallImage().code;
 }

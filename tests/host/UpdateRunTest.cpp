@@ -21,7 +21,7 @@ UpdateResult update(ProductSession& session, const UpdateImage& image = samples:
     return runUpdate(session.device(), session.bus, image, options);
 }
 
-bool holds(const SimulatedProduct& product, const QByteArray& code)
+bool holds(const sim::SimulatedProduct& product, const QByteArray& code)
 {
     return product.isCodeValid() && product.codeBytes() == code;
 }
@@ -42,7 +42,7 @@ void expectOutcome(const UpdateResult& result, UpdateOutcome outcome)
 }
 
 // A product that failed or was left in mid-update takes the same update afterwards.
-void expectRecovers(const SimulatedProduct& product)
+void expectRecovers(const sim::SimulatedProduct& product)
 {
     ProductSession session(product, {});
     const UpdateResult result = update(session);
@@ -100,7 +100,7 @@ TEST(UpdateRun, UpdatesThroughNoiseInPiecesOfOneByte)
 {
     SimulatedPortOptions options;
     options.chunkSize = 1;
-    ProductSession session({"noise"}, SimulatedProductSettings(), options);
+    ProductSession session({"noise"}, sim::SimulatedProductSettings(), options);
     expectOutcome(update(session), UpdateOutcome::Succeeded);
 }
 
@@ -108,7 +108,7 @@ TEST(UpdateRun, ReportsProgressAfterEveryMessage)
 {
     SimulatedPortOptions options;
     options.pace = {dinBytesPerSecond, 0};
-    ProductSession session({}, SimulatedProductSettings(), options);
+    ProductSession session({}, sim::SimulatedProductSettings(), options);
     const UpdateImage image = samples::image(codeBytes);
     std::vector<UpdateProgress> reports;
     UpdateOptions updateOptions;
@@ -156,9 +156,9 @@ TEST(UpdateRun, CountsTheFurtherProblemsOfARefusedImage)
 
 TEST(UpdateRun, SendsNothingOfTheImageToAnotherProduct)
 {
-    SimulatedProductSettings settings;
-    settings.model = 0x42;
-    ProductSession session({}, settings);
+    sim::ProductIdentity identity = sim::valdrin();
+    identity.model = 0x42;
+    ProductSession session(sim::SimulatedProduct(identity), {});
     const UpdateResult result = update(session);
     expectOutcome(result, UpdateOutcome::WrongProduct);
     EXPECT_TRUE(result.reason.contains("identifier 0x300042")) << result.reason.toStdString();

@@ -39,14 +39,14 @@ bool waitUntil(const std::function<bool()>& holds)
     return holds();
 }
 
-hx::FaultPlan faults(const QStringList& texts)
+hx::sim::FaultPlan faults(const QStringList& texts)
 {
-    hx::FaultPlan plan;
+    hx::sim::FaultPlan plan;
     for (const QString& text : texts) {
         QString error;
-        const std::optional<hx::Fault> fault = hx::parseFault(text, &error);
+        const std::optional<hx::sim::Fault> fault = hx::sim::parseFault(text, &error);
         EXPECT_TRUE(fault.has_value()) << error.toStdString();
-        plan << fault.value_or(hx::Fault());
+        plan << fault.value_or(hx::sim::Fault());
     }
     return plan;
 }

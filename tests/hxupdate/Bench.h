@@ -24,7 +24,7 @@ const QString productPort = QStringLiteral("alsa:Valdrin Update 20:0");
 // Runs events until `holds`; false when that took longer than any test may.
 bool waitUntil(const std::function<bool()>& holds);
 
-hx::FaultPlan faults(const QStringList& texts);
+hx::sim::FaultPlan faults(const QStringList& texts);
 
 class Bench {
 public:

@@ -1,4 +1,5 @@
 #include "tests/hxupdate/Scenes.h"
+#include "tests/support/Valdrin.h"
 
 using namespace hxupdate;
 
@@ -8,15 +9,17 @@ const QString secondPort = QStringLiteral("alsa:Valdrin Update 24:0");
 
 void findOtherModel(WindowBench& bench)
 {
-    hx::SimulatedProduct product;
+    hx::sim::SimulatedProduct product(hx::sim::valdrin());
     product.setModel(0x42);
-    bench.ports->plug(productPort, hx::FaultyProduct(product));
+    bench.ports->plug(productPort, hx::sim::FaultyProduct(product));
     bench.look();
 }
 
 void findSilent(WindowBench& bench)
 {
-    bench.ports->plug(productPort, hx::FaultyProduct(hx::SimulatedProduct(), faults({"silent"})));
+    bench.ports->plug(
+        productPort,
+        hx::sim::FaultyProduct(hx::sim::SimulatedProduct(hx::sim::valdrin()), faults({"silent"})));
     bench.look();
 }
 

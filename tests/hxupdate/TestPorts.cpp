@@ -53,9 +53,9 @@ hx::MidiChunk TestProduct::receive(hx::Microseconds deadline, QString* error)
     return isDeadEnd ? hx::MidiChunk() : chunk;
 }
 
-void TestProduct::setFaults(const hx::FaultPlan& plan)
+void TestProduct::setFaults(const hx::sim::FaultPlan& plan)
 {
-    m_port.device() = hx::FaultyProduct(m_port.product(), plan);
+    m_port.device() = hx::sim::FaultyProduct(m_port.product(), plan);
 }
 
 QStringList TestPorts::list()
@@ -74,7 +74,8 @@ std::unique_ptr<hx::MidiPort> TestPorts::open(const QString& port, QString* erro
     return nullptr;
 }
 
-std::shared_ptr<TestProduct> TestPorts::plug(const QString& port, const hx::FaultyProduct& product)
+std::shared_ptr<TestProduct> TestPorts::plug(const QString& port,
+                                             const hx::sim::FaultyProduct& product)
 {
     const auto plugged = std::make_shared<TestProduct>(product);
     plug(port, plugged);

@@ -3,6 +3,7 @@
 
 #include "apps/hxupdate/model/PortSource.h"
 #include "ports/SimulatedPort.h"
+#include "tests/support/Valdrin.h"
 
 #include <QMap>
 #include <QSemaphore>
@@ -21,14 +22,14 @@ struct Gate {
 // One port with a product. Used by the window's thread of work and by the test at the same time.
 class TestProduct {
 public:
-    explicit TestProduct(const hx::FaultyProduct& product) : m_port(product, {{0, 0}, 0}) {}
+    explicit TestProduct(const hx::sim::FaultyProduct& product) : m_port(product, {{0, 0}, 0}) {}
 
     bool send(const QByteArray& message, QString* error);
     hx::MidiChunk receive(hx::Microseconds deadline, QString* error);
     hx::Clock& clock() { return m_port.clock(); }
 
-    hx::SimulatedProduct& product() { return m_port.product(); }
-    void setFaults(const hx::FaultPlan& plan);
+    hx::sim::SimulatedProduct& product() { return m_port.product(); }
+    void setFaults(const hx::sim::FaultPlan& plan);
 
     std::atomic<int> messages{0};        // that were sent to it
     std::atomic<bool> isPluggedIn{true}; // false: whoever uses the port loses it
@@ -46,8 +47,9 @@ public:
     std::unique_ptr<hx::MidiPort> open(const QString& port, QString* error) override;
 
     // Plugs a product in, and takes it away again.
-    std::shared_ptr<TestProduct> plug(const QString& port,
-                                      const hx::FaultyProduct& product = hx::FaultyProduct());
+    std::shared_ptr<TestProduct>
+    plug(const QString& port, const hx::sim::FaultyProduct& product = hx::sim::FaultyProduct(
+                                  hx::sim::SimulatedProduct(hx::sim::valdrin())));
     void plug(const QString& port, const std::shared_ptr<TestProduct>& product);
     void unplug(const QString& port);
 

@@ -1,5 +1,6 @@
 // The states of the window and all ways between them, without a widget.
 #include "tests/hxupdate/Bench.h"
+#include "tests/support/Valdrin.h"
 
 #include <QFile>
 
@@ -7,18 +8,20 @@ using namespace hxupdate;
 
 namespace {
 
-hx::FaultyProduct unit(const char* serial)
+hx::sim::FaultyProduct unit(const char* serial)
 {
-    hx::SimulatedProductSettings settings;
-    std::copy_n(serial, settings.serialNumber.size(), settings.serialNumber.begin());
-    return hx::FaultyProduct(hx::SimulatedProduct(settings));
+    hx::sim::SimulatedProductSettings settings;
+    std::array<quint8, 8> number = {};
+    std::copy_n(serial, number.size(), number.begin());
+    settings.serialNumber = number;
+    return hx::sim::FaultyProduct(hx::sim::SimulatedProduct(hx::sim::valdrin(), settings));
 }
 
-hx::FaultyProduct otherModel()
+hx::sim::FaultyProduct otherModel()
 {
-    hx::SimulatedProduct product;
+    hx::sim::SimulatedProduct product(hx::sim::valdrin());
     product.setModel(0x42);
-    return hx::FaultyProduct(product);
+    return hx::sim::FaultyProduct(product);
 }
 
 Ending endingWith(const QStringList& texts)
@@ -110,7 +113,8 @@ TEST(UpdateModel, AsksASilentProductAgainUntilItAnswers)
 {
     Bench bench;
     bench.product = bench.ports->plug(
-        productPort, hx::FaultyProduct(hx::SimulatedProduct(), faults({"silent"})));
+        productPort,
+        hx::sim::FaultyProduct(hx::sim::SimulatedProduct(hx::sim::valdrin()), faults({"silent"})));
     bench.look();
     EXPECT_EQ(bench.model->connection().finding, Finding::Silent);
     bench.product->setFaults({});
@@ -133,7 +137,8 @@ TEST(UpdateModel, SaysWhenAProductAnswersOnlyInPart)
 {
     Bench bench;
     bench.ports->plug(productPort,
-                      hx::FaultyProduct(hx::SimulatedProduct(), faults({"silent:2-"})));
+                      hx::sim::FaultyProduct(hx::sim::SimulatedProduct(hx::sim::valdrin()),
+                                             faults({"silent:2-"})));
     bench.look();
     EXPECT_EQ(bench.model->connection().finding, Finding::Unclear);
 }
@@ -206,7 +211,7 @@ TEST(UpdateModel, FindsAProductInRecoveryAndInstallsTheImage)
     bench.product->isDeadEnd = true; // as if the program had been killed
     bench.finish();
     Bench next;
-    next.product = std::make_shared<TestProduct>(hx::FaultyProduct(bench.product->product()));
+    next.product = std::make_shared<TestProduct>(hx::sim::FaultyProduct(bench.product->product()));
     next.ports->plug(productPort, next.product);
     next.goTo(Step::Review);
     EXPECT_EQ(next.model->connection().finding, Finding::Recovery);
@@ -437,7 +442,7 @@ TEST(UpdateModel, TheProductThatComesBackWithItsOldVersionIsNotProven)
 {
     Bench bench;
     bench.goTo(Step::Verifying);
-    bench.product->product() = hx::SimulatedProduct();
+    bench.product->product() = hx::sim::SimulatedProduct(hx::sim::valdrin());
     bench.finish();
     EXPECT_EQ(bench.model->end().ending, Ending::NotProven);
     EXPECT_FALSE(bench.model->end().reason.isEmpty());

@@ -75,6 +75,36 @@ class Installed(unittest.TestCase):
         self.check_inspection(json.loads(run("hxhost", "inspect", "--json", "--plugin", plugin)))
         conversation = build(HERE / "bus-conversation", "bus-conversation")
         self.assertEqual(CONVERSATION, run(conversation / "bus-conversation", plugin))
+        self.update_with(plugin, folder)
+        self.refuse_images_of_the_other(plugin, folder)
+
+    def update_with(self, plugin, folder):
+        """The installed host does for this product, simulated, all that it does for its own."""
+        with_plugin = ("--port", f"simulator:{folder}/product.state", "--plugin", plugin)
+        identified = json.loads(run("hxhost", "identify", "--json", *with_plugin))["result"]
+        self.assertEqual("Orbit", identified["product"])
+        self.assertEqual("00 21 7F", identified["identity"]["manufacturer"])
+        self.assertEqual("0x310005", identified["identity"]["identifier"])
+
+        (folder / "code.bin").write_bytes(bytes(range(256)))
+        image, trace = folder / "image.syx", folder / "update.trace"
+        run("hxhost", "image", "build", folder / "code.bin", "-o", image, "--kind", "fwu",
+            "--plugin", plugin)
+        update = ("hxhost", "update", image, "--no-listen")
+        run(*update, *with_plugin, "--fault", "power-cut:2-", status=7)
+        run("hxhost", "recover", *with_plugin, status=8)
+        run(*update, *with_plugin, "--trace", trace)
+        run("hxhost", "verify", image, *with_plugin)
+        run("hxhost", "recover", *with_plugin)
+        run(*update, "--port", f"replay:{trace}", "--plugin", plugin)
+
+    def refuse_images_of_the_other(self, plugin, folder):
+        foreign = folder / "foreign.syx"
+        run("hxhost", "image", "build", folder / "code.bin", "-o", foreign, "--kind", "fwu")
+        update = ("hxhost", "update", "--no-listen", "--port", "simulator")
+        run(*update, foreign)
+        run(*update, foreign, "--plugin", plugin, status=9)
+        run(*update, folder / "image.syx", status=9)
 
     def check_inspection(self, document):
         plugin, device = (document["result"][part] for part in ("plugin", "device"))

@@ -3,6 +3,7 @@
 #include "ports/StatefulSimulatedPort.h"
 #include "tests/ports/SimulatedExchange.h"
 #include "tests/support/ScriptedPort.h"
+#include "tests/support/Valdrin.h"
 
 #include <QDir>
 #include <QFile>
@@ -17,7 +18,7 @@ namespace hx {
 TEST(ProductServer, AnswersWhatArrivesAfterTheProductsDelay)
 {
     ScriptedPort port;
-    FaultyProduct product;
+    sim::FaultyProduct product{sim::SimulatedProduct(sim::valdrin())};
     ProductServer server(port, product);
     QByteArray heard;
     QByteArray answered;
@@ -42,7 +43,7 @@ TEST(ProductServer, AnswersWhatArrivesAfterTheProductsDelay)
 TEST(ProductServer, WaitsNoLongerThanItIsTold)
 {
     ScriptedPort port;
-    FaultyProduct product;
+    sim::FaultyProduct product{sim::SimulatedProduct(sim::valdrin())};
     ProductServer server(port, product);
     EXPECT_TRUE(server.serve(50000));
     EXPECT_EQ(port.clock().now(), 50000);
@@ -51,7 +52,7 @@ TEST(ProductServer, WaitsNoLongerThanItIsTold)
 TEST(ProductServer, SendsNoiseUnasked)
 {
     ScriptedPort port;
-    FaultyProduct product = productWith("noise");
+    sim::FaultyProduct product = productWith("noise");
     ProductServer server(port, product);
     while (port.clock().now() < 100000)
         ASSERT_TRUE(server.serve(50000));
@@ -62,7 +63,7 @@ TEST(ProductServer, SendsNoiseUnasked)
 TEST(ProductServer, EndsWhenTheProductIsUnplugged)
 {
     ScriptedPort port;
-    FaultyProduct product = productWith("vanish:1");
+    sim::FaultyProduct product = productWith("vanish:1");
     ProductServer server(port, product);
     port.arrive(identify);
     EXPECT_FALSE(server.serve(50000));
@@ -72,7 +73,7 @@ TEST(ProductServer, EndsWhenTheProductIsUnplugged)
 TEST(ProductServer, EndsWhenThePortFails)
 {
     ScriptedPort port;
-    FaultyProduct product;
+    sim::FaultyProduct product{sim::SimulatedProduct(sim::valdrin())};
     ProductServer server(port, product);
     port.lostAt = 10;
     EXPECT_FALSE(server.serve(50000));
@@ -90,7 +91,7 @@ TEST(ProductServer, EndsWhenThePortFails)
 TEST(ProductServer, EndsWhenInputWasLost)
 {
     ScriptedPort port;
-    FaultyProduct product;
+    sim::FaultyProduct product{sim::SimulatedProduct(sim::valdrin())};
     ProductServer server(port, product);
     port.arriveAfterLoss(identify, 70);
     EXPECT_FALSE(server.serve(50000));
@@ -146,7 +147,8 @@ protected:
     std::unique_ptr<StatefulSimulatedPort> open(const QString& path)
     {
         return StatefulSimulatedPort::open(
-            path, {}, {}, [this](const QString& error) { saveError = error; }, &openError);
+            path, sim::FaultyProduct(sim::SimulatedProduct(sim::valdrin())), {},
+            [this](const QString& error) { saveError = error; }, &openError);
     }
 
     QString inFolder(const char* name) const

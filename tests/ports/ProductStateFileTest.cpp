@@ -61,16 +61,16 @@ private:
 
 TEST_F(StateFile, AFileThatIsNotThereGivesTheProductAsItLeftTheFactory)
 {
-    SimulatedProduct product;
+    sim::SimulatedProduct product{sim::valdrin()};
     QString error;
     ASSERT_NE(ProductStateFile::open(path(), product, &error), nullptr) << error.toStdString();
-    EXPECT_EQ(product.codeBytes(), SimulatedProduct().codeBytes());
-    EXPECT_EQ(contents(), SimulatedProduct().save());
+    EXPECT_EQ(product.codeBytes(), sim::SimulatedProduct(sim::valdrin()).codeBytes());
+    EXPECT_EQ(contents(), sim::SimulatedProduct(sim::valdrin()).save());
 }
 
 TEST_F(StateFile, WhatIsKeptIsRestored)
 {
-    SimulatedProduct changed;
+    sim::SimulatedProduct changed{sim::valdrin()};
     QString error;
     {
         const auto file = ProductStateFile::open(path(), changed, &error);
@@ -78,7 +78,7 @@ TEST_F(StateFile, WhatIsKeptIsRestored)
         changed.damageCode(0);
         EXPECT_TRUE(file->close(changed, &error));
     }
-    SimulatedProduct product;
+    sim::SimulatedProduct product{sim::valdrin()};
     ASSERT_NE(ProductStateFile::open(path(), product, &error), nullptr) << error.toStdString();
     EXPECT_EQ(product.codeBytes(), changed.codeBytes());
 }
@@ -86,14 +86,14 @@ TEST_F(StateFile, WhatIsKeptIsRestored)
 // What a killed program leaves: nothing is closed.
 TEST_F(StateFile, HoldsEachChangeAsSoonAsItIsMade)
 {
-    SimulatedProduct product;
+    sim::SimulatedProduct product{sim::valdrin()};
     QString error;
     const auto file = ProductStateFile::open(path(), product, &error);
     ASSERT_NE(file, nullptr) << error.toStdString();
-    for (const QByteArray& message : imageOf(codeOfSize(5000), "1024")) {
+    for (const QByteArray& message : sim::imageOf(sim::codeOfSize(5000), "1024")) {
         product.receive(message);
         file->keep(product);
-        SimulatedProduct found;
+        sim::SimulatedProduct found{sim::valdrin()};
         ASSERT_TRUE(found.restore(contents(), &error)) << error.toStdString();
         EXPECT_EQ(found.save(), product.save());
     }
@@ -102,22 +102,22 @@ TEST_F(StateFile, HoldsEachChangeAsSoonAsItIsMade)
 
 TEST_F(StateFile, AProductThatWasErasedIsNotValidInItsFile)
 {
-    SimulatedProduct product;
+    sim::SimulatedProduct product{sim::valdrin()};
     QString error;
     const auto file = ProductStateFile::open(path(), product, &error);
     ASSERT_NE(file, nullptr) << error.toStdString();
-    product.receive(imageOf(codeOfSize(5000), "1024").first());
+    product.receive(sim::imageOf(sim::codeOfSize(5000), "1024").first());
     file->keep(product);
     EXPECT_TRUE(contents().contains("\nvalid no\n")) << contents().toStdString();
 }
 
 TEST_F(StateFile, AddsToTheFileWhatAMessageBringsAndIsTidyOnceItIsClosed)
 {
-    SimulatedProduct product;
+    sim::SimulatedProduct product{sim::valdrin()};
     QString error;
     const auto file = ProductStateFile::open(path(), product, &error);
     ASSERT_NE(file, nullptr) << error.toStdString();
-    const auto messages = imageOf(codeOfSize(5000), "1024");
+    const auto messages = sim::imageOf(sim::codeOfSize(5000), "1024");
     for (int i = 0; i < 3; ++i) {
         product.receive(messages.at(i));
         file->keep(product);
@@ -129,11 +129,11 @@ TEST_F(StateFile, AddsToTheFileWhatAMessageBringsAndIsTidyOnceItIsClosed)
 
 TEST_F(StateFile, ALineThatWasNotFinishedDoesNotCountAndIsNotContinued)
 {
-    SimulatedProduct product;
-    product.receive(imageOf(codeOfSize(5000), "1024").first());
+    sim::SimulatedProduct product{sim::valdrin()};
+    product.receive(sim::imageOf(sim::codeOfSize(5000), "1024").first());
     write(product.save() + "change fwu no - - 0000");
     QString error;
-    SimulatedProduct restored;
+    sim::SimulatedProduct restored{sim::valdrin()};
     const auto file = ProductStateFile::open(path(), restored, &error);
     ASSERT_NE(file, nullptr) << error.toStdString();
     EXPECT_EQ(restored.save(), product.save());
@@ -144,14 +144,14 @@ TEST_F(StateFile, ALineThatWasNotFinishedDoesNotCountAndIsNotContinued)
 
 TEST_F(StateFile, IsNotWrittenWhenNothingChanges)
 {
-    const QByteArray state = SimulatedProduct().save();
+    const QByteArray state = sim::SimulatedProduct(sim::valdrin()).save();
     write(state);
     QFile file(path());
     const QDateTime longAgo(QDate(2001, 2, 3), QTime(4, 5, 6));
     ASSERT_TRUE(file.open(QIODevice::ReadWrite));
     ASSERT_TRUE(file.setFileTime(longAgo, QFileDevice::FileModificationTime));
     file.close();
-    SimulatedProduct product;
+    sim::SimulatedProduct product{sim::valdrin()};
     QString error;
     {
         const auto used = ProductStateFile::open(path(), product, &error);
@@ -167,7 +167,7 @@ TEST_F(StateFile, ASecondUserIsRefusedByWhateverName)
 {
     const QString link = folder() + "/link.state";
     ASSERT_TRUE(QFile::link(path(), link));
-    SimulatedProduct product;
+    sim::SimulatedProduct product{sim::valdrin()};
     QString error;
     {
         const auto first = ProductStateFile::open(path(), product, &error);
@@ -186,7 +186,7 @@ TEST_F(StateFile, TheLockOfAKilledProgramDoesNotHoldAndIsTakenAway)
     ASSERT_TRUE(lock.open(QIODevice::WriteOnly));
     lock.write("process 4711\n");
     lock.close();
-    SimulatedProduct product;
+    sim::SimulatedProduct product{sim::valdrin()};
     QString error;
     EXPECT_NE(ProductStateFile::open(path(), product, &error), nullptr) << error.toStdString();
     EXPECT_FALSE(lock.exists());
@@ -198,7 +198,7 @@ TEST_F(StateFile, AFileThatIsNoLockIsNotTakenForOne)
     ASSERT_TRUE(diary.open(QIODevice::WriteOnly));
     diary.write("my diary");
     diary.close();
-    SimulatedProduct product;
+    sim::SimulatedProduct product{sim::valdrin()};
     QString error;
     EXPECT_EQ(ProductStateFile::open(path(), product, &error), nullptr);
     EXPECT_EQ(error, "the file of that name and \".lock\" is not a lock");
@@ -209,16 +209,16 @@ TEST_F(StateFile, AFileThatIsNoLockIsNotTakenForOne)
 TEST_F(StateFile, ADamagedFileIsRefusedAndLeavesTheProductAlone)
 {
     write("no state\n");
-    SimulatedProduct product;
+    sim::SimulatedProduct product{sim::valdrin()};
     QString error;
     EXPECT_EQ(ProductStateFile::open(path(), product, &error), nullptr);
     EXPECT_FALSE(error.isEmpty());
-    EXPECT_EQ(product.codeBytes(), SimulatedProduct().codeBytes());
+    EXPECT_EQ(product.codeBytes(), sim::SimulatedProduct(sim::valdrin()).codeBytes());
 }
 
 TEST_F(StateFile, APlaceThatCannotKeepTheStateIsRefusedBeforeTheProductIsUsed)
 {
-    SimulatedProduct product;
+    sim::SimulatedProduct product{sim::valdrin()};
     QString error;
     EXPECT_EQ(ProductStateFile::open(path() + "/no/such/folder", product, &error), nullptr);
     EXPECT_EQ(error, "No such file or directory");
@@ -228,13 +228,13 @@ TEST_F(StateFile, APlaceThatCannotKeepTheStateIsRefusedBeforeTheProductIsUsed)
 
 TEST_F(StateFile, AFileThatMayNotBeReadIsRefusedAndNotReplacedByAFreshProduct)
 {
-    const QByteArray state = SimulatedProduct().save();
+    const QByteArray state = sim::SimulatedProduct(sim::valdrin()).save();
     write(state);
     ASSERT_EQ(chmod(folder().toLocal8Bit().constData(), 0777), 0);
     ASSERT_EQ(chmod(path().toLocal8Bit().constData(), 0000), 0);
     {
         const AsNobody nobody;
-        SimulatedProduct product;
+        sim::SimulatedProduct product{sim::valdrin()};
         QString error;
         EXPECT_EQ(ProductStateFile::open(path(), product, &error), nullptr);
         EXPECT_EQ(error, "Permission denied");
@@ -250,7 +250,7 @@ TEST_F(StateFile, WhatIsTooLargeIsRefusedAndNotTakenIntoMemory)
     write("simulated product state 1\n");
     QFile file(path());
     ASSERT_TRUE(file.resize(64LL * 1024 * 1024 + 1)); // takes no room on the disk
-    SimulatedProduct product;
+    sim::SimulatedProduct product{sim::valdrin()};
     QString error;
     EXPECT_EQ(ProductStateFile::open(path(), product, &error), nullptr);
     EXPECT_EQ(error, "it is larger than 67108864 bytes, which no memory of a product is");
@@ -259,7 +259,7 @@ TEST_F(StateFile, WhatIsTooLargeIsRefusedAndNotTakenIntoMemory)
 // Opening a pipe to which nobody writes would wait for ever.
 TEST_F(StateFile, APipeOrADeviceIsRefusedUnread)
 {
-    SimulatedProduct product;
+    sim::SimulatedProduct product{sim::valdrin()};
     QString error;
     ASSERT_EQ(mkfifo(path().toLocal8Bit().constData(), 0600), 0);
     EXPECT_EQ(ProductStateFile::open(path(), product, &error), nullptr);

@@ -1,5 +1,6 @@
 #include "ports/SimulatedPort.h"
 #include "tests/ports/SimulatedExchange.h"
+#include "tests/support/Valdrin.h"
 
 #include <gtest/gtest.h>
 
@@ -19,7 +20,7 @@ SimulatedPortOptions options(qint64 bytesPerSecond, Microseconds gap, int chunkS
 
 TEST(SimulatedPort, ReplyComesAfterTheProductsDelay)
 {
-    SimulatedPort port;
+    SimulatedPort port{sim::FaultyProduct(sim::SimulatedProduct(sim::valdrin()))};
     EXPECT_EQ(port.name(), QStringLiteral("simulator"));
     ASSERT_TRUE(port.send(identify));
     EXPECT_EQ(port.clock().now(), 0);
@@ -32,7 +33,7 @@ TEST(SimulatedPort, ReplyComesAfterTheProductsDelay)
 
 TEST(SimulatedPort, WaitingForNothingMovesTheClockToTheDeadline)
 {
-    SimulatedPort port;
+    SimulatedPort port{sim::FaultyProduct(sim::SimulatedProduct(sim::valdrin()))};
     const MidiChunk chunk = port.receive(25 * microsecondsPerSecond);
     EXPECT_TRUE(chunk.bytes.isEmpty());
     EXPECT_EQ(chunk.time, 25 * microsecondsPerSecond);
@@ -44,7 +45,7 @@ TEST(SimulatedPort, WaitingForNothingMovesTheClockToTheDeadline)
 
 TEST(SimulatedPort, ReplyAfterTheDeadlineComesWithTheNextReceive)
 {
-    SimulatedPort port;
+    SimulatedPort port{sim::FaultyProduct(sim::SimulatedProduct(sim::valdrin()))};
     port.send(identify);
     EXPECT_TRUE(port.receive(999).bytes.isEmpty());
     EXPECT_EQ(port.clock().now(), 999);
@@ -54,7 +55,7 @@ TEST(SimulatedPort, ReplyAfterTheDeadlineComesWithTheNextReceive)
 
 TEST(SimulatedPort, ReplyThatIsOverdueKeepsItsTimeOfArrival)
 {
-    SimulatedPort port;
+    SimulatedPort port{sim::FaultyProduct(sim::SimulatedProduct(sim::valdrin()))};
     port.send(identify);
     port.clock().sleepUntil(microsecondsPerSecond);
     const MidiChunk chunk = port.receive(0);
@@ -65,7 +66,8 @@ TEST(SimulatedPort, ReplyThatIsOverdueKeepsItsTimeOfArrival)
 
 TEST(SimulatedPort, BytesTravelAtTheGivenPaceBothWays)
 {
-    SimulatedPort port(FaultyProduct(), options(dinBytesPerSecond, 0, 0));
+    SimulatedPort port(sim::FaultyProduct(sim::SimulatedProduct(sim::valdrin())),
+                       options(dinBytesPerSecond, 0, 0));
     port.send(identify);
     EXPECT_EQ(port.clock().now(), 6 * 320);
     EXPECT_EQ(port.receive(microsecondsPerSecond).time, 6 * 320 + 1000 + 17 * 320);
@@ -73,7 +75,8 @@ TEST(SimulatedPort, BytesTravelAtTheGivenPaceBothWays)
 
 TEST(SimulatedPort, GapLiesBetweenTwoMessages)
 {
-    SimulatedPort port(FaultyProduct(), options(dinBytesPerSecond, 5000, 0));
+    SimulatedPort port(sim::FaultyProduct(sim::SimulatedProduct(sim::valdrin())),
+                       options(dinBytesPerSecond, 5000, 0));
     port.send(identify);
     EXPECT_EQ(port.clock().now(), 1920);
     port.send(identify);
@@ -82,7 +85,8 @@ TEST(SimulatedPort, GapLiesBetweenTwoMessages)
 
 TEST(SimulatedPort, RepliesAreCutIntoChunks)
 {
-    SimulatedPort port(FaultyProduct(), options(dinBytesPerSecond, 0, 7));
+    SimulatedPort port(sim::FaultyProduct(sim::SimulatedProduct(sim::valdrin())),
+                       options(dinBytesPerSecond, 0, 7));
     port.send(identify);
     for (const int end : {7, 14, 17}) {
         const MidiChunk chunk = port.receive(microsecondsPerSecond);
@@ -94,7 +98,7 @@ TEST(SimulatedPort, RepliesAreCutIntoChunks)
 
 TEST(SimulatedPort, ChunksOfOneMomentKeepTheirOrder)
 {
-    SimulatedPort port(FaultyProduct(), options(0, 0, 1));
+    SimulatedPort port(sim::FaultyProduct(sim::SimulatedProduct(sim::valdrin())), options(0, 0, 1));
     port.send(identify + identify);
     QByteArray bytes;
     for (MidiChunk chunk = port.receive(microsecondsPerSecond); !chunk.bytes.isEmpty();
@@ -157,7 +161,7 @@ TEST(SimulatedPort, NoiseDoesNotPileUpWhileNobodyListens)
 
 TEST(SimulatedPort, RepliesThatNobodyTakesAreLostInTheEnd)
 {
-    SimulatedPort port;
+    SimulatedPort port{sim::FaultyProduct(sim::SimulatedProduct(sim::valdrin()))};
     for (int i = 0; i < SimulatedPort::queueLimit + 100; ++i)
         ASSERT_TRUE(port.send(identify));
     int received = 0;
@@ -168,9 +172,9 @@ TEST(SimulatedPort, RepliesThatNobodyTakesAreLostInTheEnd)
 
 TEST(SimulatedPort, ProductCanBeLookedAtAndChanged)
 {
-    SimulatedPort port;
+    SimulatedPort port{sim::FaultyProduct(sim::SimulatedProduct(sim::valdrin()))};
     port.product().damageCode(0);
-    EXPECT_NE(port.product().codeBytes(), SimulatedProduct().codeBytes());
+    EXPECT_NE(port.product().codeBytes(), sim::SimulatedProduct(sim::valdrin()).codeBytes());
     EXPECT_EQ(&port.product(), &port.device().product());
 }
 

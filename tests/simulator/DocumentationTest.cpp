@@ -3,6 +3,7 @@
 #include "simulator/SimulatedProduct.h"
 
 #include "tests/simulator/UpdateMessages.h"
+#include "tests/support/Valdrin.h"
 
 #include <gtest/gtest.h>
 
@@ -10,7 +11,7 @@
 #include <QRegExp>
 #include <QStringList>
 
-namespace hx {
+namespace hx::sim {
 
 namespace {
 
@@ -34,7 +35,7 @@ QStringList namesOf(const QString& text, const QString& pattern)
 
 TEST(SimulatedProductPage, ShowsTheStateFileOfItsExample)
 {
-    SimulatedProduct product;
+    SimulatedProduct product{valdrin()};
     for (const QByteArray& message : imageOf("123456789", "1024"))
         product.receive(message);
     const QString state = QString::fromLatin1(product.save());
@@ -63,4 +64,4 @@ TEST(SimulatedProductPage, ExamplesOfFaultsAreRead)
     }
 }
 
-} // namespace hx
+} // namespace hx::sim

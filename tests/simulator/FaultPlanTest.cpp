@@ -4,7 +4,7 @@
 
 #include <QStringList>
 
-namespace hx {
+namespace hx::sim {
 
 namespace {
 
@@ -162,4 +162,4 @@ TEST(FaultPlan, HelpHasALineForEachFaultThatStartsWithItsForm)
     }
 }
 
-} // namespace hx
+} // namespace hx::sim

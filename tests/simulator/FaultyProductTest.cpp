@@ -1,12 +1,13 @@
 #include "simulator/FaultyProduct.h"
 
 #include "tests/simulator/UpdateFixture.h"
+#include "tests/support/Valdrin.h"
 
 #include <gtest/gtest.h>
 
 #include <QStringList>
 
-namespace hx {
+namespace hx::sim {
 
 namespace {
 
@@ -24,7 +25,7 @@ FaultyProduct productWith(const char* faults)
         EXPECT_TRUE(fault.has_value()) << error.toStdString();
         plan.append(fault.value_or(Fault()));
     }
-    return FaultyProduct(SimulatedProduct(), plan);
+    return FaultyProduct(SimulatedProduct(valdrin()), plan);
 }
 
 QByteArray ask(FaultyProduct& product, const QByteArray& bytes)
@@ -56,8 +57,8 @@ QByteArray askNumbered(const char* faults, int count)
 
 TEST(FaultyProduct, WithoutFaultsItIsTheProduct)
 {
-    FaultyProduct faulty;
-    SimulatedProduct plain;
+    FaultyProduct faulty{SimulatedProduct(valdrin())};
+    SimulatedProduct plain{valdrin()};
     for (const QByteArray& message : wholeImage + QVector<QByteArray>{gender, "\x01\x02", "\xF0"}) {
         const QVector<SimulatedReply> replies = faulty.receive(message);
         const QVector<SimulatedReply> expected = plain.receive(message);
@@ -364,4 +365,4 @@ TEST(FaultyProduct, ChunkingDoesNotMatter)
     EXPECT_EQ(answersOfBytes.size(), 3);
 }
 
-} // namespace hx
+} // namespace hx::sim

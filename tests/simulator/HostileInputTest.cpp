@@ -4,12 +4,13 @@
 #include "simulator/StateFile.h"
 
 #include "tests/simulator/UpdateMessages.h"
+#include "tests/support/Valdrin.h"
 
 #include <gtest/gtest.h>
 
 #include <random>
 
-namespace hx {
+namespace hx::sim {
 
 namespace {
 
@@ -104,7 +105,7 @@ TEST(HostileInput, ProductStaysHonestAndBounded)
 {
     SimulatedProductSettings settings;
     settings.memorySize = 400;
-    SimulatedProduct product(settings);
+    SimulatedProduct product(valdrin(), settings);
     Random random(7);
     int updates = 0;
     for (int round = 0; round < 100000; ++round) {
@@ -125,11 +126,11 @@ TEST(HostileInput, ProductStaysHonestAndBounded)
 
 TEST(HostileInput, AnyStateReachedIsSavedAndRestored)
 {
-    SimulatedProduct product;
+    SimulatedProduct product{valdrin()};
     Random random(8);
     for (int round = 0; round < 2000; ++round) {
         product.receive(hostileInput(random));
-        SimulatedProduct other;
+        SimulatedProduct other{valdrin()};
         QString error;
         ASSERT_TRUE(other.restore(product.save(), &error)) << error.toStdString();
         ASSERT_EQ(other.save(), product.save());
@@ -138,7 +139,7 @@ TEST(HostileInput, AnyStateReachedIsSavedAndRestored)
 
 TEST(HostileInput, AfterAnythingAWholeUpdateSucceeds)
 {
-    SimulatedProduct product;
+    SimulatedProduct product{valdrin()};
     Random random(9);
     const QByteArray code = codeOfSize(250);
     const QVector<QByteArray> image = imageOf(code, "5678");
@@ -167,7 +168,7 @@ TEST(HostileInput, FaultyProductTakesAnyPlan)
             fault.value = below(random, 258) - 2;
             plan.append(fault);
         }
-        FaultyProduct product(SimulatedProduct(), plan);
+        FaultyProduct product(SimulatedProduct(valdrin()), plan);
         for (int i = 0; i < 20; ++i) {
             ASSERT_LE(product.receive(hostileInput(random)).size(), 200);
             ASSERT_LE(product.product().codeBytes().size(), 512);
@@ -199,4 +200,4 @@ TEST(HostileInput, StateFilesOfAnyKindAreRefusedOrTaken)
     }
 }
 
-} // namespace hx
+} // namespace hx::sim

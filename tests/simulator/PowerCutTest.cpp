@@ -3,10 +3,11 @@
 #include "simulator/Crc32.h"
 
 #include "tests/simulator/UpdateMessages.h"
+#include "tests/support/Valdrin.h"
 
 #include <gtest/gtest.h>
 
-namespace hx {
+namespace hx::sim {
 
 namespace {
 
@@ -15,7 +16,7 @@ const QVector<QByteArray> newImage = imageOf(newCode, "2345");
 
 SimulatedProduct productAfter(int messages)
 {
-    SimulatedProduct product;
+    SimulatedProduct product{valdrin()};
     for (const QByteArray& message : newImage.mid(0, messages))
         product.receive(message);
     return product;
@@ -66,7 +67,7 @@ TEST(PowerCut, AfterAnyWriteOfAnyMessageTheMemoryIsHonest)
 
 TEST(PowerCut, BeforeTheFirstWriteTheOldCodeStaysValid)
 {
-    SimulatedProduct product;
+    SimulatedProduct product{valdrin()};
     const QByteArray factory = product.codeBytes();
     product.failPowerAfter(0);
     EXPECT_TRUE(product.receive(newImage.first()).isEmpty());
@@ -96,7 +97,7 @@ TEST(PowerCut, JustBeforeTheMarkOfValidityTheCodeIsNotValid)
 
 TEST(PowerCut, EraseGoesFromTheEndInBlocks)
 {
-    SimulatedProduct product;
+    SimulatedProduct product{valdrin()};
     for (const QByteArray& message : imageOf(codeOfSize(9000), "1000"))
         product.receive(message);
     product.failPowerAfter(2); // the mark, and the last of three blocks
@@ -107,7 +108,7 @@ TEST(PowerCut, EraseGoesFromTheEndInBlocks)
 
 TEST(PowerCut, HappensOnce)
 {
-    SimulatedProduct product;
+    SimulatedProduct product{valdrin()};
     product.failPowerAfter(0);
     product.receive(newImage.first());
     expectMendedByUpdate(product);
@@ -115,14 +116,14 @@ TEST(PowerCut, HappensOnce)
 
 TEST(PowerCut, MessagesThatWriteNothingAreNotStruck)
 {
-    SimulatedProduct product;
+    SimulatedProduct product{valdrin()};
     product.failPowerAfter(0);
     EXPECT_EQ(answers(product, "F0006B2D30412FF7"), "F0 00 6B 2D 30 41 2F 00 30 00 41 F7");
 }
 
 TEST(PowerCut, PowerCycleCallsOffThePlannedCut)
 {
-    SimulatedProduct product;
+    SimulatedProduct product{valdrin()};
     product.failPowerAfter(3);
     product.powerCycle();
     expectMendedByUpdate(product);
@@ -130,10 +131,10 @@ TEST(PowerCut, PowerCycleCallsOffThePlannedCut)
 
 TEST(PowerCut, OtherMessagesInTheSameChunkAreStillAnswered)
 {
-    SimulatedProduct product;
+    SimulatedProduct product{valdrin()};
     product.failPowerAfter(0);
     EXPECT_EQ(answers(product, newImage.first() + bytesOf("F0006B2D30412FF7")),
               "F0 00 6B 2D 30 41 2F 00 30 00 41 F7");
 }
 
-} // namespace hx
+} // namespace hx::sim

@@ -1,9 +1,10 @@
 // What a fresh product answers to each command, byte for byte.
 #include "tests/simulator/UpdateMessages.h"
+#include "tests/support/Valdrin.h"
 
 #include <gtest/gtest.h>
 
-namespace hx {
+namespace hx::sim {
 
 namespace {
 
@@ -11,13 +12,13 @@ class ProductCommands : public testing::Test {
 protected:
     QByteArray ask(const char* hex) { return answers(product, hex); }
 
-    SimulatedProduct product;
+    SimulatedProduct product{valdrin()};
 };
 
 // A product whose update broke off after one message: it has no valid code.
 SimulatedProduct productWithoutCode()
 {
-    SimulatedProduct product;
+    SimulatedProduct product{valdrin()};
     product.receive(dataMessage(0, 0, "123456789"));
     return product;
 }
@@ -33,7 +34,7 @@ TEST_F(ProductCommands, IdentityRequestToItsOwnDeviceIdOnly)
 {
     SimulatedProductSettings settings;
     settings.deviceId = 0x12;
-    product = SimulatedProduct(settings);
+    product = SimulatedProduct(valdrin(), settings);
     EXPECT_EQ(ask("F0 7E 12 06 01 F7"), "F0 7E 12 06 02 00 6B 2D 30 00 41 00 31 30 32 33 F7");
     EXPECT_EQ(ask("F0 7E 7F 06 01 F7"), "F0 7E 12 06 02 00 6B 2D 30 00 41 00 31 30 32 33 F7");
     EXPECT_EQ(ask("F0 7E 13 06 01 F7"), "");
@@ -102,9 +103,9 @@ TEST_F(ProductCommands, DamageOutsideOfTheCodeChangesNothing)
 {
     product.damageCode(-1);
     product.damageCode(256);
-    EXPECT_EQ(product.codeBytes(), SimulatedProduct().codeBytes());
+    EXPECT_EQ(product.codeBytes(), SimulatedProduct(valdrin()).codeBytes());
     product.damageCode(255);
-    EXPECT_NE(product.codeBytes(), SimulatedProduct().codeBytes());
+    EXPECT_NE(product.codeBytes(), SimulatedProduct(valdrin()).codeBytes());
 }
 
 TEST_F(ProductCommands, CodeImageDsp0IsTheCodeOfKindFwu)
@@ -242,28 +243,34 @@ TEST_F(ProductCommands, EveryExchangeEndsOnACableThatLeadsBack)
     }
 }
 
-TEST_F(ProductCommands, SettingsShowInTheAnswers)
+TEST_F(ProductCommands, IdentityAndSettingsShowInTheAnswers)
 {
     SimulatedProductSettings settings;
     settings.version = {{'9', '8', '7', 'x'}};
-    settings.serialNumber = {{0x80, 0xFF, 3, 4, 5, 6, 7, 8}};
-    settings.family = 0x22;
-    settings.model = 0x33;
+    settings.serialNumber = std::array<quint8, 8>{{0x80, 0xFF, 3, 4, 5, 6, 7, 8}};
     settings.replyDelayUs = 4321;
-    product = SimulatedProduct(settings);
-    EXPECT_EQ(ask("F0 7E 7F 06 01 F7"), "F0 7E 00 06 02 00 6B 2D 22 00 33 00 39 38 37 30 F7");
-    EXPECT_EQ(ask("F0 00 6B 2D 22 33 21 F7"), "F0 00 6B 2D 22 33 21 00 7F 03 04 05 06 07 08 F7");
-    EXPECT_EQ(ask("F0 00 6B 2D 22 33 2F F7"), "F0 00 6B 2D 22 33 2F 00 22 00 33 F7");
+    product =
+        SimulatedProduct({{{0x12, 0x21, 0xFF}}, 0xA2, 0x33, QStringLiteral("Other")}, settings);
+    EXPECT_EQ(product.identity().name, "Other");
+    EXPECT_EQ(ask("F0 7E 7F 06 01 F7"), "F0 7E 00 06 02 12 21 7F 22 00 33 00 39 38 37 30 F7");
+    EXPECT_EQ(ask("F0 12 21 7F 22 33 21 F7"), "F0 12 21 7F 22 33 21 00 7F 03 04 05 06 07 08 F7");
+    EXPECT_EQ(ask("F0 12 21 7F 22 33 2F F7"), "F0 12 21 7F 22 33 2F 00 22 00 33 F7");
     EXPECT_EQ(product.receive(bytesOf("F07E7F0601F7")).first().delayUs, 4321);
+}
+
+TEST_F(ProductCommands, SerialNumberBeginsWithFamilyAndModel)
+{
+    product = SimulatedProduct({{{0x00, 0x21, 0x7F}}, 0x12, 0x05, QString()});
+    EXPECT_EQ(ask("F0 00 21 7F 12 05 21 F7"), "F0 00 21 7F 12 05 21 31 32 30 35 30 30 30 31 F7");
 }
 
 TEST_F(ProductCommands, MemoryTooSmallForTheFactoryCodeHoldsItsBeginning)
 {
     SimulatedProductSettings settings;
     settings.memorySize = 3;
-    EXPECT_EQ(hexOf(SimulatedProduct(settings).codeBytes()), "0B 30 55");
+    EXPECT_EQ(hexOf(SimulatedProduct(valdrin(), settings).codeBytes()), "0B 30 55");
     settings.memorySize = -5;
-    EXPECT_EQ(SimulatedProduct(settings).codeBytes().size(), 0);
+    EXPECT_EQ(SimulatedProduct(valdrin(), settings).codeBytes().size(), 0);
 }
 
 TEST_F(ProductCommands, SeveralMessagesAtOnceAreAnsweredInOrder)
@@ -281,4 +288,4 @@ TEST_F(ProductCommands, PowerCycleLosesAnUnfinishedMessageAndTheMode)
     EXPECT_EQ(product.mode(), ProductMode::User);
 }
 
-} // namespace hx
+} // namespace hx::sim

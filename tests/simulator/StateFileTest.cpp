@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-namespace hx {
+namespace hx::sim {
 
 namespace {
 
@@ -57,7 +57,7 @@ QByteArray workedWith(const QByteArray& line, const QByteArray& other)
 
 TEST(StateFile, TheWorkedExampleByteForByte)
 {
-    SimulatedProduct product;
+    SimulatedProduct product{valdrin()};
     for (const QByteArray& message : imageOf("123456789", "1024"))
         product.receive(message);
     EXPECT_EQ(product.save(), worked + "end 4097AB99\n");
@@ -65,7 +65,7 @@ TEST(StateFile, TheWorkedExampleByteForByte)
 
 TEST(StateFile, CodeIsWrittenIn32ByteLines)
 {
-    SimulatedProduct product;
+    SimulatedProduct product{valdrin()};
     product.receive(dataMessage(0, 0, codeOfSize(40), kindFwd));
     EXPECT_EQ(product.save(),
               sealed("simulated product state 1\n"
@@ -82,10 +82,10 @@ TEST(StateFile, CodeIsWrittenIn32ByteLines)
 TEST(StateFile, MemorySurvivesFromOneProductToTheNext)
 {
     for (const int size : {1, 31, 32, 33, 112, 5000}) {
-        SimulatedProduct first;
+        SimulatedProduct first{valdrin()};
         for (const QByteArray& message : imageOf(codeOfSize(size), "4321", kindFwd))
             first.receive(message);
-        SimulatedProduct second;
+        SimulatedProduct second{valdrin()};
         QString error;
         ASSERT_TRUE(second.restore(first.save(), &error)) << error.toStdString();
         EXPECT_EQ(second.codeBytes(), codeOfSize(size));
@@ -97,9 +97,9 @@ TEST(StateFile, MemorySurvivesFromOneProductToTheNext)
 
 TEST(StateFile, BrokenOffUpdateSurvivesAsInvalidCode)
 {
-    SimulatedProduct first;
+    SimulatedProduct first{valdrin()};
     first.receive(dataMessage(0, 0, codeOfSize(112)));
-    SimulatedProduct second;
+    SimulatedProduct second{valdrin()};
     ASSERT_TRUE(second.restore(first.save(), nullptr));
     EXPECT_FALSE(second.isCodeValid());
     EXPECT_FALSE(second.isUpdating());
@@ -109,9 +109,9 @@ TEST(StateFile, BrokenOffUpdateSurvivesAsInvalidCode)
 
 TEST(StateFile, DecayedCodeSurvivesWithTheChecksumThatWasStored)
 {
-    SimulatedProduct first;
+    SimulatedProduct first{valdrin()};
     first.damageCode(3);
-    SimulatedProduct second;
+    SimulatedProduct second{valdrin()};
     ASSERT_TRUE(second.restore(first.save(), nullptr));
     EXPECT_NE(answers(second, "F0006B2D304130F7").mid(21),
               answers(second, "F0006B2D304131F7").mid(21));
@@ -127,7 +127,7 @@ TEST(StateFile, EmptyMemorySurvives)
 
 TEST(StateFile, RefusedStateLeavesTheProductAsItWas)
 {
-    SimulatedProduct product;
+    SimulatedProduct product{valdrin()};
     product.receive(dataMessage(0, 0, codeOfSize(112)));
     const QByteArray before = product.save();
     QString error;
@@ -292,7 +292,7 @@ TEST(StateFile, LargestStateIsTaken)
 
 TEST(StateFile, ChangesMakeOfAnEarlierStateTheLaterOne)
 {
-    SimulatedProduct product;
+    SimulatedProduct product{valdrin()};
     product.receive(dataMessage(0, 0, codeOfSize(112)));
     QByteArray text = product.save();
     EXPECT_TRUE(product.takeChange().has_value());
@@ -303,7 +303,7 @@ TEST(StateFile, ChangesMakeOfAnEarlierStateTheLaterOne)
         const std::optional<int> address = product.takeChange();
         if (address)
             text += product.saveChange(*address);
-        SimulatedProduct restored;
+        SimulatedProduct restored{valdrin()};
         QString error;
         ASSERT_TRUE(restored.restore(text, &error)) << error.toStdString();
         EXPECT_EQ(restored.save(), product.save());
@@ -314,7 +314,7 @@ TEST(StateFile, ChangesMakeOfAnEarlierStateTheLaterOne)
 
 TEST(StateFile, EveryChangeOfTheMemoryIsNoticed)
 {
-    SimulatedProduct product;
+    SimulatedProduct product{valdrin()};
     EXPECT_FALSE(product.takeChange().has_value());
     product.damageCode(3);
     EXPECT_EQ(product.takeChange(), 3);
@@ -330,13 +330,13 @@ TEST(StateFile, EveryChangeOfTheMemoryIsNoticed)
 
 TEST(StateFile, AnUnfinishedChangeDoesNotCountAndADamagedOneIsRefused)
 {
-    SimulatedProduct product;
+    SimulatedProduct product{valdrin()};
     product.damageCode(200);
     const QByteArray whole = product.save();
     product.damageCode(255);
     const QByteArray change = product.saveChange(255);
     for (int size = 0; size < change.size(); ++size) {
-        SimulatedProduct restored;
+        SimulatedProduct restored{valdrin()};
         QString error;
         ASSERT_TRUE(restored.restore(whole + change.left(size), &error)) << error.toStdString();
         EXPECT_EQ(restored.save(), whole);
@@ -344,7 +344,7 @@ TEST(StateFile, AnUnfinishedChangeDoesNotCountAndADamagedOneIsRefused)
     for (int bit = 0; bit < 8 * change.size(); ++bit) {
         QByteArray damaged = change;
         damaged[bit / 8] = static_cast<char>(damaged.at(bit / 8) ^ (1 << bit % 8));
-        SimulatedProduct restored;
+        SimulatedProduct restored{valdrin()};
         QString error;
         if (damaged.endsWith('\n')) {
             EXPECT_FALSE(restored.restore(whole + damaged, &error)) << bit;
@@ -364,4 +364,4 @@ TEST(StateFile, AChangeBehindAHoleOrBeyondTheMemoryIsRefused)
               "the state file is damaged in line 9, which records a change");
 }
 
-} // namespace hx
+} // namespace hx::sim

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-namespace hx {
+namespace hx::sim {
 
 namespace {
 
@@ -83,4 +83,4 @@ TEST(SysExReader, ClearForgetsAnUnfinishedMessage)
     EXPECT_TRUE(reader.take(bytesOf("02 F7")).isEmpty());
 }
 
-} // namespace hx
+} // namespace hx::sim

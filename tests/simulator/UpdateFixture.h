@@ -2,10 +2,11 @@
 #pragma once
 
 #include "tests/simulator/UpdateMessages.h"
+#include "tests/support/Valdrin.h"
 
 #include <gtest/gtest.h>
 
-namespace hx {
+namespace hx::sim {
 
 inline const QByteArray good = "F0 00 6B 2D 30 41 43 0C 00 F7";
 inline const QByteArray bad = "F0 00 6B 2D 30 41 43 0C 01 F7";
@@ -28,7 +29,7 @@ protected:
     // Two full messages and a short one.
     const QByteArray code = codeOfSize(300);
     const QVector<QByteArray> image = imageOf(code, "1024");
-    SimulatedProduct product;
+    SimulatedProduct product{valdrin()};
 };
 
-} // namespace hx
+} // namespace hx::sim

@@ -1,6 +1,6 @@
 #include "tests/simulator/UpdateMessages.h"
 
-namespace hx {
+namespace hx::sim {
 
 namespace {
 
@@ -114,4 +114,4 @@ QByteArray answers(SimulatedProduct& product, const char* hex)
     return answers(product, bytesOf(hex));
 }
 
-} // namespace hx
+} // namespace hx::sim

@@ -3,7 +3,7 @@
 
 #include "simulator/SimulatedProduct.h"
 
-namespace hx {
+namespace hx::sim {
 
 QByteArray bytesOf(const char* hex);
 QByteArray hexOf(const QByteArray& bytes);
@@ -29,4 +29,4 @@ QByteArray codeOfSize(int size);
 QByteArray answers(SimulatedProduct& product, const QByteArray& bytes);
 QByteArray answers(SimulatedProduct& product, const char* hex);
 
-} // namespace hx
+} // namespace hx::sim

@@ -2,8 +2,9 @@
 #include "simulator/Crc32.h"
 
 #include "tests/simulator/UpdateFixture.h"
+#include "tests/support/Valdrin.h"
 
-namespace hx {
+namespace hx::sim {
 
 namespace {
 
@@ -128,7 +129,7 @@ TEST_F(UpdateRefusal, MoreCodeThanThereIsRoomForFailsTheUpdate)
 {
     SimulatedProductSettings settings;
     settings.memorySize = 300;
-    product = SimulatedProduct(settings);
+    product = SimulatedProduct(valdrin(), settings);
     sendAll(image);
     EXPECT_EQ(product.codeBytes(), code);
     const QVector<QByteArray> larger = imageOf(codeOfSize(301), "1024");
@@ -141,7 +142,7 @@ TEST_F(UpdateRefusal, MoreCodeThanThereIsRoomForInTheFirstMessageErasesNothing)
 {
     SimulatedProductSettings settings;
     settings.memorySize = 100;
-    product = SimulatedProduct(settings);
+    product = SimulatedProduct(valdrin(), settings);
     EXPECT_EQ(send(image.at(0)), failed);
     EXPECT_TRUE(product.isCodeValid());
 }
@@ -246,4 +247,4 @@ TEST_F(UpdateRefusal, ClosingBeforeTheFileCheckFailsInTheKindOfTheUpdate)
     EXPECT_EQ(send(closing()), failed); // no update is running any more
 }
 
-} // namespace hx
+} // namespace hx::sim

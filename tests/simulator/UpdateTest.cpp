@@ -2,10 +2,11 @@
 #include "simulator/Crc32.h"
 
 #include "tests/simulator/UpdateFixture.h"
+#include "tests/support/Valdrin.h"
 
 #include <random>
 
-namespace hx {
+namespace hx::sim {
 
 TEST_F(Update, TheWorkedExampleByteForByte)
 {
@@ -74,7 +75,7 @@ TEST_F(Update, AnyChunkingGivesTheSameAnswers)
     const QByteArray expected = answers(product, bytes);
     std::mt19937 random(2024);
     for (int round = 0; round < 500; ++round) {
-        SimulatedProduct other;
+        SimulatedProduct other{valdrin()};
         QByteArray text;
         for (int at = 0; at < bytes.size();) {
             const int size = 1 + static_cast<int>(random() % static_cast<unsigned>(round % 40 + 1));
@@ -185,4 +186,4 @@ TEST_F(Update, CutMessageIsNotAnsweredAndMayComeAgain)
     EXPECT_EQ(send(image.at(2)), good);
 }
 
-} // namespace hx
+} // namespace hx::sim

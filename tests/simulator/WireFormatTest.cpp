@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-namespace hx {
+namespace hx::sim {
 
 namespace {
 
@@ -68,4 +68,4 @@ TEST(ProductCrc32, HasThePublishedCheckValue)
     EXPECT_EQ(productCrc32(QByteArray(1, '\0')), 0xD202EF8Du);
 }
 
-} // namespace hx
+} // namespace hx::sim

@@ -4,6 +4,7 @@
 #include "host/product/PluginLoader.h"
 #include "host/update/UpdateRun.h"
 #include "ports/SimulatedPort.h"
+#include "tests/support/Valdrin.h"
 
 #include <QFile>
 
@@ -26,7 +27,7 @@ struct Session {
     }
 
     PluginLoadResult loaded;
-    SimulatedPort port;
+    SimulatedPort port{sim::FaultyProduct(sim::SimulatedProduct(sim::valdrin()))};
     PortBus bus;
 };
 
@@ -48,7 +49,7 @@ bool update(Session& session, int round)
     DeviceInterface& device = session.loaded.plugin->device();
     const UpdateImage image = imageOf(describeProduct(device), round);
     const UpdateResult result = runUpdate(device, session.bus, image);
-    const SimulatedProduct& product = session.port.product();
+    const sim::SimulatedProduct& product = session.port.product();
     const bool good =
         result.succeeded() && product.isCodeValid() && product.codeBytes() == image.code;
     if (!good)

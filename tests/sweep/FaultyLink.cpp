@@ -110,16 +110,16 @@ void FaultyLink::hearMessage(const QByteArray& bytes)
     }
     if (fault == FaultKind::PowerCut)
         m_product.failPowerAfter(m_scenario.value);
-    const quint8 model = m_product.settings().model;
+    const quint8 model = m_product.identity().model;
     if (fault == FaultKind::OtherModel)
         m_product.setModel(otherModel);
-    const QVector<hx::SimulatedReply> replies = m_product.receive(bytes);
+    const QVector<hx::sim::SimulatedReply> replies = m_product.receive(bytes);
     m_product.setModel(model);
     if (fault == FaultKind::BadCell)
         m_product.damageCode(m_scenario.value);
     if (fault == FaultKind::PowerCut)
         return m_product.powerCycle(); // behind the last write too: the answer is lost
-    for (const hx::SimulatedReply& reply : replies)
+    for (const hx::sim::SimulatedReply& reply : replies)
         answer(reply.bytes, reply.delayUs);
 }
 
@@ -172,7 +172,7 @@ QByteArray FaultyLink::falseAnswer() const
         return QByteArray();
     const bool isClosing = m_command.size() == commandAt + 1;
     QByteArray answer = m_command.left(commandAt);
-    answer.append(isClosing ? static_cast<char>(hx::kindFwu) : m_command.at(commandAt));
+    answer.append(isClosing ? static_cast<char>(hx::sim::kindFwu) : m_command.at(commandAt));
     if (m_scenario.fault == FaultKind::Refuse)
         return answer.append('\x46').append('\xF7');
     return answer.append('\x0C').append(static_cast<char>(m_scenario.value)).append('\xF7');

@@ -26,7 +26,7 @@ class FaultyLink final : public hx::MidiPort {
 public:
     static constexpr hx::Microseconds byteTime = 320;
 
-    FaultyLink(hx::SimulatedProduct& product, const Scenario& scenario)
+    FaultyLink(hx::sim::SimulatedProduct& product, const Scenario& scenario)
         : m_product(product), m_scenario(scenario), m_out(Direction::Out, scenario),
           m_in(Direction::In, scenario)
     {
@@ -57,7 +57,7 @@ private:
     QByteArray falseAnswer() const;
     QByteArray asOtherModel(QByteArray reply) const;
 
-    hx::SimulatedProduct& m_product;
+    hx::sim::SimulatedProduct& m_product;
     Scenario m_scenario;
     FaultyLane m_out;
     FaultyLane m_in;

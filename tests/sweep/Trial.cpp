@@ -3,6 +3,7 @@
 #include "host/image/ImageBuilder.h"
 #include "host/image/ImageFile.h"
 #include "simulator/Crc32.h"
+#include "tests/support/Valdrin.h"
 
 namespace sweep {
 
@@ -24,14 +25,14 @@ hx::UpdateImage smallImage(const hx::ProductDescription& product)
     return hx::parseUpdateImage(hx::imageFileOf(built.messages), product);
 }
 
-bool holds(const hx::StoredCode& code, const hx::UpdateImage& image)
+bool holds(const hx::sim::StoredCode& code, const hx::UpdateImage& image)
 {
-    const hx::VersionDigits version = {{'1', '0', '2', '4'}};
+    const hx::sim::VersionDigits version = {{'1', '0', '2', '4'}};
     return code.valid && code.bytes == image.code && code.version == version &&
-           code.crc == image.statedCrc && code.kind == hx::kindFwu;
+           code.crc == image.statedCrc && code.kind == hx::sim::kindFwu;
 }
 
-bool isSame(const hx::StoredCode& a, const hx::StoredCode& b)
+bool isSame(const hx::sim::StoredCode& a, const hx::sim::StoredCode& b)
 {
     return a.valid == b.valid && a.bytes == b.bytes && a.version == b.version && a.crc == b.crc;
 }
@@ -81,7 +82,7 @@ public:
     {
     }
 
-    QStringList complaints(const hx::StoredCode& before, const hx::StoredCode& now,
+    QStringList complaints(const hx::sim::StoredCode& before, const hx::sim::StoredCode& now,
                            hx::Microseconds elapsed)
     {
         checkTime(elapsed);
@@ -145,7 +146,7 @@ private:
                    QStringLiteral("the reason does not name the message"));
     }
 
-    void checkMemory(const hx::StoredCode& before, const hx::StoredCode& now)
+    void checkMemory(const hx::sim::StoredCode& before, const hx::sim::StoredCode& now)
     {
         demand(!m_result.succeeded() || holds(now, m_image),
                QStringLiteral("FALSE SUCCESS: the memory does not hold the image"));
@@ -156,14 +157,14 @@ private:
     }
 
     // By a memory cell that failed, which the product cannot prevent.
-    bool isDamaged(const hx::StoredCode& now) const
+    bool isDamaged(const hx::sim::StoredCode& now) const
     {
         return m_scenario.fault == FaultKind::BadCell && now.crc == m_image.statedCrc;
     }
 
-    void checkCondition(const hx::StoredCode& now)
+    void checkCondition(const hx::sim::StoredCode& now)
     {
-        const bool intact = now.valid && now.crc == hx::productCrc32(now.bytes);
+        const bool intact = now.valid && now.crc == hx::sim::productCrc32(now.bytes);
         bool agrees = true;
         switch (m_result.productCondition) {
         case ProductCondition::CodeIntact:
@@ -196,7 +197,7 @@ private:
     }
 
     // Nothing is called unfinished that the product holds whole and says so.
-    void checkStateText(const hx::StoredCode& now)
+    void checkStateText(const hx::sim::StoredCode& now)
     {
         const bool isIntact = m_result.productCondition == ProductCondition::CodeIntact;
         const bool saysUnfinished = m_result.productState.startsWith(
@@ -206,7 +207,7 @@ private:
     }
 
     // Whether the last answers that reached the host are what the product has to say.
-    bool isToldClearly(const hx::StoredCode& now) const
+    bool isToldClearly(const hx::sim::StoredCode& now) const
     {
         const LastAnswers& last = m_expected.last;
         const QByteArray none("\x7F\x7F\x7F\x7F");
@@ -215,7 +216,7 @@ private:
                valueIn(last.version) == (now.valid ? version : QByteArray()) &&
                !last.version.isEmpty() &&
                valueIn(last.stored) == (now.valid ? groupsOf(now.crc) : none) &&
-               valueIn(last.calculated) == groupsOf(hx::productCrc32(now.bytes));
+               valueIn(last.calculated) == groupsOf(hx::sim::productCrc32(now.bytes));
     }
 
     static QByteArray groupsOf(quint32 crc)
@@ -237,13 +238,14 @@ private:
 } // namespace
 
 Laboratory::Laboratory(DeviceInterface& device)
-    : m_device(device), m_image(smallImage(hx::describeProduct(device)))
+    : m_device(device), m_image(smallImage(hx::describeProduct(device))),
+      m_fresh(hx::sim::valdrin())
 {
 }
 
 TrialReport Laboratory::tryScenario(const Scenario& scenario)
 {
-    hx::SimulatedProduct product = m_fresh;
+    hx::sim::SimulatedProduct product = m_fresh;
     FaultyLink link(product, scenario);
     const auto update = [&] {
         hx::PortBus bus(link); // a new run knows nothing of the one before
@@ -279,7 +281,7 @@ std::vector<int> Laboratory::messageSizes(Direction direction)
 
 std::vector<int> Laboratory::memoryWrites()
 {
-    hx::SimulatedProduct product = m_fresh;
+    hx::sim::SimulatedProduct product = m_fresh;
     std::vector<int> writes;
     for (const WireEvent& event : tryScenario(Scenario()).record) {
         if (event.kind != WireEvent::Kind::Sent)

@@ -36,7 +36,7 @@ public:
 private:
     DeviceInterface& m_device;
     hx::UpdateImage m_image;
-    hx::SimulatedProduct m_fresh;
+    hx::sim::SimulatedProduct m_fresh;
 };
 
 } // namespace sweep

@@ -34,7 +34,8 @@ std::string isDuration(const std::string& text)
 std::string isFault(const std::string& text)
 {
     QString error;
-    return parseFault(QString::fromStdString(text), &error) ? std::string() : error.toStdString();
+    return sim::parseFault(QString::fromStdString(text), &error) ? std::string()
+                                                                 : error.toStdString();
 }
 
 } // namespace
@@ -122,12 +123,12 @@ void addFaultOption(const Command& command, std::vector<std::string>& faults)
         .group(connectionGroup);
 }
 
-FaultPlan faultPlan(const std::vector<std::string>& faults)
+sim::FaultPlan faultPlan(const std::vector<std::string>& faults)
 {
-    FaultPlan plan;
+    sim::FaultPlan plan;
     QString error;
     for (const std::string& text : faults) {
-        if (const auto fault = parseFault(QString::fromStdString(text), &error))
+        if (const auto fault = sim::parseFault(QString::fromStdString(text), &error))
             plan << *fault;
     }
     return plan;

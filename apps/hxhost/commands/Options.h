@@ -54,7 +54,7 @@ void addSecondsOption(const Command& command, double& seconds);
 void addFaultOption(const Command& command, std::vector<std::string>& faults);
 
 // The plan that checked texts of --fault amount to.
-FaultPlan faultPlan(const std::vector<std::string>& faults);
+sim::FaultPlan faultPlan(const std::vector<std::string>& faults);
 
 // The connection options of a command that sends nothing: `port` names the input.
 void addListenOptions(const Command& command, ConnectionOptions& options);

@@ -2,6 +2,8 @@
 #include "apps/hxhost/commands/CommandLine.h"
 #include "apps/hxhost/commands/Commands.h"
 #include "apps/hxhost/session/InterruptFlag.h"
+#include "apps/hxhost/session/PluginPlace.h"
+#include "apps/hxhost/session/ProductSimulation.h"
 #include "apps/hxhost/session/ServedTraffic.h"
 
 #include "host/base/FileName.h"
@@ -18,7 +20,8 @@ namespace {
 constexpr Microseconds serveInterval = 50 * microsecondsPerMillisecond;
 
 struct SimulateOptions {
-    std::string name = "Valdrin Update";
+    PluginOptions plugin;
+    std::string name;    // empty: the one that the plugin gives
     std::string backend; // empty: the first that can be used
     std::string state;   // empty: a fresh product, forgotten afterwards
     double seconds = 0;  // 0: until it is interrupted
@@ -67,16 +70,17 @@ void failState(CommandContext& context, const QString& path, const QString& erro
                  QStringLiteral("give another name with --state"));
 }
 
-void addResult(Report& report, const FaultyProduct& product, int replies)
+void addResult(Report& report, const sim::FaultyProduct& product, int replies)
 {
     report.add(QStringLiteral("replies"), replies);
+    report.add(QStringLiteral("product.name"), product.product().identity().name);
     report.add(QStringLiteral("product.codeValid"), product.product().isCodeValid());
     report.add(QStringLiteral("product.codeBytes"), product.product().codeBytes().size());
     report.add(QStringLiteral("product.unplugged"), product.isGone());
 }
 
 void serve(CommandContext& context, const SimulateOptions& options, RtMidiPort& port,
-           FaultyProduct& product, ProductStateFile* state)
+           sim::FaultyProduct& product, ProductStateFile* state)
 {
     const InterruptFlag interrupt;
     ServedTraffic traffic(context.recorder, port.clock());
@@ -103,14 +107,16 @@ void serve(CommandContext& context, const SimulateOptions& options, RtMidiPort& 
                      QStringLiteral("start the MIDI server again, then this command"));
 }
 
-std::unique_ptr<RtMidiPort> openVirtual(CommandContext& context, const SimulateOptions& options)
+std::unique_ptr<RtMidiPort> openVirtual(CommandContext& context, const SimulateOptions& options,
+                                        const DeviceInterface& device)
 {
     const QString backend = chosenBackend(context, options);
     if (backend.isEmpty())
         return nullptr;
+    const QString name =
+        options.name.empty() ? device.productPortName() : QString::fromStdString(options.name);
     QString error;
-    auto port = RtMidiPort::openVirtual(backend, QString::fromStdString(options.name), options.pace,
-                                        &error);
+    auto port = RtMidiPort::openVirtual(backend, name, options.pace, &error);
     if (!port)
         context.fail(ExitCode::NoPort,
                      QStringLiteral("no virtual port can be made on %1: %2").arg(backend, error),
@@ -122,24 +128,29 @@ std::unique_ptr<RtMidiPort> openVirtual(CommandContext& context, const SimulateO
 
 void simulate(CommandContext& context, const SimulateOptions& options)
 {
+    const std::unique_ptr<LoadedPlugin> plugin = loadChosenPlugin(context, options.plugin);
+    if (!plugin)
+        return;
+    std::optional<sim::FaultyProduct> product =
+        simulateProduct(context, plugin->device(), options.faults);
+    if (!product)
+        return;
     const QString path = fileNameText(options.state);
-    SimulatedProduct restored;
     QString error;
     std::unique_ptr<ProductStateFile> state;
     if (!path.isEmpty()) {
-        state = ProductStateFile::open(path, restored, &error);
+        state = ProductStateFile::open(path, product->product(), &error);
         if (!state)
             return failState(context, path, error);
     }
-    FaultyProduct product(restored, faultPlan(options.faults));
-    const std::unique_ptr<RtMidiPort> port = openVirtual(context, options);
+    const std::unique_ptr<RtMidiPort> port = openVirtual(context, options, plugin->device());
     if (!port)
         return;
     context.report.add(QStringLiteral("port"), port->name());
     context.console.note(
         QStringLiteral("The product is on %1. Ctrl-C unplugs it.").arg(port->name()));
-    serve(context, options, *port, product, state.get());
-    if (state && !state->close(product.product(), &error))
+    serve(context, options, *port, *product, state.get());
+    if (state && !state->close(product->product(), &error))
         failState(context, path, error);
 }
 
@@ -150,7 +161,10 @@ void addSimulateCommand(CommandLine& line)
     auto options = std::make_shared<SimulateOptions>();
     const Command command =
         line.add("simulate", "Puts a simulated product on a virtual MIDI port until Ctrl-C");
-    command.addOption("--name", options->name, "Name of the port").valueName("NAME").showDefault();
+    command
+        .addOption("--name", options->name,
+                   "Name of the port; default: the name that the plugin gives")
+        .valueName("NAME");
     command
         .addOption("--backend", options->backend,
                    "Kind of port; default: the first that can be used")
@@ -159,9 +173,10 @@ void addSimulateCommand(CommandLine& line)
     command.addOption("--state", options->state, "File that keeps the product's memory")
         .valueName("FILE");
     addSecondsOption(command, options->seconds);
+    addPluginOptions(command, options->plugin);
     addPaceOptions(command, options->pace);
     addFaultOption(command, options->faults);
-    command.explain("Faults:\n" + faultHelp().toStdString());
+    command.explain("Faults:\n" + sim::faultHelp().toStdString());
     line.setRun(command, [options](CommandContext& context) { simulate(context, *options); });
 }
 

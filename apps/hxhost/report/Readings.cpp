@@ -95,6 +95,8 @@ void addPluginAnswers(Report& report, const PluginAnswers& answers)
                noWhen(noEsn, answers.esn));
     report.add(QStringLiteral("plugin.isCodeValid.fwu"), answers.fwuValid);
     report.add(QStringLiteral("plugin.isCodeValid.fwd"), answers.fwdValid);
+    if (answers.fwuValid)
+        return;
     report.add(QStringLiteral("plugin.isCodeValid.note"),
                QStringLiteral("by contract the plugin compares the echoed command byte along with "
                               "the checksum and never asks for fwd, so that it answers false for "

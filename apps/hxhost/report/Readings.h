@@ -15,7 +15,7 @@ void addReading(Report& report, const QString& name, const ChecksumReading& read
 void addReading(Report& report, const QString& name, const EsnReading& reading);
 void addReading(Report& report, const QString& name, const CodeImageReading& reading);
 
-// The plugin's own answers under "plugin.", with a word on why `isCodeValid` is as it is.
+// The plugin's own answers under "plugin.", with a word on why `isCodeValid` may be false.
 void addPluginAnswers(Report& report, const PluginAnswers& answers);
 
 // Makes a reading that is not good the command's problem; true when it is good.

@@ -155,7 +155,8 @@ Problem otherProduct(const UpdateResult& result)
 const Reading* unanswered(const UpdateResult& result)
 {
     const std::initializer_list<const Reading*> readings = {
-        &result.identityAfter, &result.versionAfter, &result.stored, &result.calculated};
+        &result.identityBefore, &result.identityAfter, &result.versionAfter, &result.stored,
+        &result.calculated};
     const auto found = std::find_if(readings.begin(), readings.end(), [](const Reading* reading) {
         return reading->state != ReadingState::NotRead && !reading->good();
     });
@@ -172,9 +173,18 @@ const Reading* interruptedReading(const ProductAssessment& assessment)
     return found == readings.end() ? nullptr : *found;
 }
 
+// The plugin does not say how the question is put.
+bool isUnaskable(const Reading* reading)
+{
+    return reading != nullptr && reading->state == ReadingState::Unknown;
+}
+
 QString whatDisagrees(const UpdateResult& result, const UpdateImage* image)
 {
     const Reading* reading = unanswered(result);
+    if (isUnaskable(reading))
+        return QStringLiteral("The code in the instrument cannot be checked: %1.")
+            .arg(reading->reason);
     if (reading == &result.identityAfter)
         return QStringLiteral("The whole update was sent, but the instrument did not answer "
                               "afterwards.");
@@ -201,6 +211,9 @@ Problem notVerified(const UpdateResult& result, const UpdateImage* image)
         reading != nullptr
             ? answerTo(*reading)
             : QStringLiteral("the version of the image, and checksums that are all equal");
+    if (isUnaskable(reading))
+        return {ExitCode::VerificationFailed, whatDisagrees(result, image), expected,
+                QStringLiteral("Install a complete plugin, then run \"hxhost verify IMAGE\".")};
     const QString next = result.touched
                              ? runAgain
                              : QStringLiteral("\"hxhost update IMAGE\" installs an image; \"hxhost "

@@ -1,5 +1,7 @@
 #include "apps/hxhost/session/PortOpener.h"
 
+#include "apps/hxhost/session/ProductSimulation.h"
+
 #include "host/base/FileName.h"
 #include "host/base/HexText.h"
 #include "ports/AnsweringPort.h"
@@ -28,15 +30,14 @@ void failStateFile(CommandContext& context, const QString& path, const QString& 
                  QStringLiteral("give another file name after 'simulator:'"));
 }
 
-PortPointer openStateful(CommandContext& context, const ConnectionOptions& options,
-                         const QString& path)
+PortPointer openStateful(CommandContext& context, const sim::FaultyProduct& product,
+                         const QString& path, const Pace& pace)
 {
     QString error;
     const auto onSaveError = [&context, path](const QString& text) {
         failStateFile(context, path, text);
     };
-    PortPointer port = StatefulSimulatedPort::open(path, faultPlan(options.faults),
-                                                   {options.pace, 0}, onSaveError, &error);
+    PortPointer port = StatefulSimulatedPort::open(path, product, {pace, 0}, onSaveError, &error);
     if (!port)
         failStateFile(context, path, error);
     return port;
@@ -135,16 +136,27 @@ PortPointer openReplay(CommandContext& context, const QString& path, bool listen
     return std::make_unique<ReplayPort>(path, listensOnly ? arrivalsOf(trace) : trace, handlers);
 }
 
-PortPointer openMadeUp(CommandContext& context, const ConnectionOptions& options,
-                       const QString& name, bool listensOnly)
+// The product that the plugin serves, in this program.
+PortPointer openSimulated(CommandContext& context, const ConnectionOptions& options,
+                          DeviceInterface& device)
 {
-    if (name.startsWith(replayPrefix))
-        return openReplay(context, name.mid(replayPrefix.size()), listensOnly);
+    const std::optional<sim::FaultyProduct> product =
+        simulateProduct(context, device, options.faults);
+    if (!product)
+        return nullptr;
+    const QString name = fileNameText(options.port);
     if (name.startsWith(simulatorPrefix))
-        return openStateful(context, options, name.mid(simulatorPrefix.size()));
-    return std::make_unique<SimulatedPort>(
-        FaultyProduct(SimulatedProduct(), faultPlan(options.faults)),
-        SimulatedPortOptions{options.pace, 0});
+        return openStateful(context, *product, name.mid(simulatorPrefix.size()), options.pace);
+    return std::make_unique<SimulatedPort>(*product, SimulatedPortOptions{options.pace, 0});
+}
+
+PortPointer openMadeUp(CommandContext& context, const ConnectionOptions& options,
+                       DeviceInterface& device, bool listensOnly)
+{
+    if (isReplayedPort(fileNameText(options.port)))
+        return openReplay(context, fileNameText(options.port).mid(replayPrefix.size()),
+                          listensOnly);
+    return openSimulated(context, options, device);
 }
 
 } // namespace
@@ -167,18 +179,17 @@ bool isReplayedPort(const QString& name)
 PortPointer openPort(CommandContext& context, const ConnectionOptions& options,
                      DeviceInterface& device)
 {
-    const QString name = fileNameText(options.port);
-    if (isMadeUpPort(name))
-        return openMadeUp(context, options, name, false);
+    if (isMadeUpPort(fileNameText(options.port)))
+        return openMadeUp(context, options, device, false);
     return openSelected(context, select(options, device), options.pace, device);
 }
 
 PortPointer openInput(CommandContext& context, const ConnectionOptions& options,
-                      const DeviceInterface& device)
+                      DeviceInterface& device)
 {
     const QString name = fileNameText(options.port);
     if (isMadeUpPort(name))
-        return openMadeUp(context, options, name, true);
+        return openMadeUp(context, options, device, true);
     const QString wanted = name.isEmpty() ? device.productInPortName() : name;
     const PortSelection selection = selectInput(listMidiBackends(), wanted);
     if (!requireSelection(context, selection))

@@ -26,6 +26,6 @@ std::unique_ptr<MidiPort> openPort(CommandContext& context, const ConnectionOpti
 
 // The same for a port that is only listened to. Of a recorded session it gives what arrived.
 std::unique_ptr<MidiPort> openInput(CommandContext& context, const ConnectionOptions& options,
-                                    const DeviceInterface& device);
+                                    DeviceInterface& device);
 
 } // namespace hx

@@ -1,5 +1,9 @@
 #include "apps/hxupdate/model/SimulatorPorts.h"
 
+#include "apps/hxupdate/model/Plugins.h"
+
+#include "ports/SimulatedIdentity.h"
+
 namespace hxupdate {
 
 namespace {
@@ -41,16 +45,30 @@ private:
 
 } // namespace
 
-SimulatorPorts::SimulatorPorts() : m_port(hx::FaultyProduct(), {hx::Pace(), 0}) {}
+SimulatorPorts::SimulatorPorts(const QString& pluginPlace)
+{
+    Plugins plugins;
+    plugins.load(pluginPlace);
+    if (plugins.isEmpty())
+        return;
+    if (const auto identity = hx::simulatedIdentity(hx::describeProduct(plugins.device(0))))
+        m_port = std::make_unique<hx::SimulatedPort>(
+            hx::sim::FaultyProduct(hx::sim::SimulatedProduct(*identity)),
+            hx::SimulatedPortOptions{hx::Pace(), 0});
+}
 
 QStringList SimulatorPorts::list()
 {
-    return {m_port.name()};
+    return m_port ? QStringList(m_port->name()) : QStringList();
 }
 
-std::unique_ptr<hx::MidiPort> SimulatorPorts::open(const QString&, QString*)
+std::unique_ptr<hx::MidiPort> SimulatorPorts::open(const QString& port, QString* error)
 {
-    return std::make_unique<RealTimePort>(m_port);
+    if (m_port)
+        return std::make_unique<RealTimePort>(*m_port);
+    *error = QStringLiteral("there is no port \"%1\": no plugin says which product to simulate")
+                 .arg(port);
+    return nullptr;
 }
 
 } // namespace hxupdate

@@ -1,4 +1,4 @@
-// One port with the simulated product at its end, in this process.
+// One port with the plugin's product, simulated, at its end, in this process.
 #pragma once
 
 #include "apps/hxupdate/model/PortSource.h"
@@ -6,17 +6,18 @@
 
 namespace hxupdate {
 
-// The product lives as long as this does. Bytes take as long as they do on a DIN MIDI wire, so that
+// The product is that of the first plugin in `pluginPlace`; without one there is no port. It lives as
+// long as this does. Bytes take as long as they do on a DIN MIDI wire, so that
 // an update can be watched.
 class SimulatorPorts final : public PortSource {
 public:
-    SimulatorPorts();
+    explicit SimulatorPorts(const QString& pluginPlace);
 
     QStringList list() override;
     std::unique_ptr<hx::MidiPort> open(const QString& port, QString* error) override;
 
 private:
-    hx::SimulatedPort m_port;
+    std::unique_ptr<hx::SimulatedPort> m_port;
 };
 
 } // namespace hxupdate

@@ -41,8 +41,8 @@ Surroundings surroundingsOf(const Arguments& arguments)
     surroundings.pluginPlace = arguments.pluginPlace;
     surroundings.sleep = std::make_unique<LoginSleepGuard>();
     if (arguments.isSimulated) {
-        surroundings.ports = std::make_unique<SimulatorPorts>();
-        surroundings.pickedPort = surroundings.ports->list().first();
+        surroundings.ports = std::make_unique<SimulatorPorts>(arguments.pluginPlace);
+        surroundings.pickedPort = surroundings.ports->list().value(0);
     } else {
         surroundings.ports = std::make_unique<MachinePorts>();
     }

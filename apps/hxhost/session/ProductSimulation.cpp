@@ -1,0 +1,24 @@
+#include "apps/hxhost/session/ProductSimulation.h"
+
+#include "host/base/HexText.h"
+#include "ports/SimulatedIdentity.h"
+
+namespace hx {
+
+std::optional<sim::FaultyProduct> simulateProduct(CommandContext& context, DeviceInterface& device,
+                                                  const std::vector<std::string>& faults)
+{
+    const ProductDescription product = describeProduct(device);
+    if (const std::optional<sim::ProductIdentity> identity = simulatedIdentity(product))
+        return sim::FaultyProduct(sim::SimulatedProduct(*identity), faultPlan(faults));
+    context.fail(
+        ExitCode::NoPort,
+        QStringLiteral("the product %1 cannot be simulated: its messages begin with \"%2\"")
+            .arg(product.name, hexText(product.header)),
+        QStringLiteral("F0, a maker of three bytes, family and model, the same in all "
+                       "commands of the plugin"),
+        QStringLiteral("give the product's own port with --port, or another plugin"));
+    return std::nullopt;
+}
+
+} // namespace hx
