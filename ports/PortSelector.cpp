@@ -155,13 +155,14 @@ QString countOf(const QString& portName)
 Candidates inputsBeside(const Candidates& inputs, const QString& output, const QString& wanted)
 {
     for (const QString& name : {output, wanted, deviceOf(output)}) {
-        Candidates fitting = closest(inputs, name);
+        const Candidates fitting = closest(inputs, name);
         if (fitting.isEmpty())
             continue;
-        std::stable_partition(fitting.begin(), fitting.end(), [&](const Candidate& c) {
-            return countOf(c.port) == countOf(output);
-        });
-        return fitting;
+        Candidates likely;
+        Candidates others;
+        for (const Candidate& candidate : fitting)
+            (countOf(candidate.port) == countOf(output) ? likely : others) << candidate;
+        return likely + others;
     }
     return {};
 }
