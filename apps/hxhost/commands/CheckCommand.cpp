@@ -1,4 +1,5 @@
 // hxhost check: holds a plugin to the contract, rule by rule.
+#include "apps/hxhost/commands/CommandLine.h"
 #include "apps/hxhost/commands/Commands.h"
 #include "apps/hxhost/report/StandardStreams.h"
 #include "apps/hxhost/session/PluginPlace.h"

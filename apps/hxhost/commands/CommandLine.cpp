@@ -49,28 +49,6 @@ QString joined(const std::vector<std::string>& words, const QString& separator)
 
 } // namespace
 
-QString CommandContext::traceName() const
-{
-    return fileNameText(output.trace);
-}
-
-void CommandContext::failTrace(const QString& error)
-{
-    fail(ExitCode::FileError,
-         QStringLiteral("the trace \"%1\" cannot be written: %2").arg(traceName(), error),
-         QStringLiteral("a file name in a folder that may be written to"),
-         QStringLiteral("give another name with --trace"));
-}
-
-bool CommandContext::startTrace()
-{
-    QString error;
-    const bool isStarted = recorder.startTrace(&error);
-    if (!isStarted)
-        failTrace(error);
-    return isStarted;
-}
-
 CommandLine::CommandLine()
     : m_parser("hxhost", "Updates the firmware of MIDI products through device plugins")
 {

@@ -1,6 +1,7 @@
 // hxhost identify: asks the product on a port who it is.
+#include "apps/hxhost/commands/CommandLine.h"
 #include "apps/hxhost/commands/Commands.h"
-#include "apps/hxhost/report/Readings.h"
+#include "apps/hxhost/commands/Readings.h"
 #include "apps/hxhost/session/Session.h"
 
 namespace hx {

@@ -1,6 +1,7 @@
 // hxhost image: makes update images and looks into them.
+#include "apps/hxhost/commands/CommandLine.h"
 #include "apps/hxhost/commands/Commands.h"
-#include "apps/hxhost/report/ImageReport.h"
+#include "apps/hxhost/commands/ImageReport.h"
 #include "apps/hxhost/report/StandardStreams.h"
 #include "apps/hxhost/session/PluginPlace.h"
 

@@ -1,6 +1,7 @@
 // hxhost info: everything that can be read from the product, and what the plugin says beside it.
+#include "apps/hxhost/commands/CommandLine.h"
 #include "apps/hxhost/commands/Commands.h"
-#include "apps/hxhost/report/Readings.h"
+#include "apps/hxhost/commands/Readings.h"
 #include "apps/hxhost/session/Session.h"
 
 #include <initializer_list>

@@ -1,6 +1,7 @@
 // hxhost inspect: what a plugin says of itself, without any product.
+#include "apps/hxhost/commands/CommandLine.h"
 #include "apps/hxhost/commands/Commands.h"
-#include "apps/hxhost/report/Readings.h"
+#include "apps/hxhost/commands/Readings.h"
 #include "apps/hxhost/session/PluginPlace.h"
 
 #include "host/base/HexText.h"

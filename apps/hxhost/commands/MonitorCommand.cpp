@@ -1,4 +1,5 @@
 // hxhost monitor: what arrives on a port, decoded.
+#include "apps/hxhost/commands/CommandLine.h"
 #include "apps/hxhost/commands/Commands.h"
 #include "apps/hxhost/session/PortOpener.h"
 #include "apps/hxhost/session/Session.h"

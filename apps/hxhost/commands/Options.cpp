@@ -40,15 +40,6 @@ std::string isFault(const std::string& text)
 
 } // namespace
 
-Verbosity OutputOptions::verbosity() const
-{
-    if (quiet)
-        return Verbosity::Quiet;
-    if (verbose == 0)
-        return Verbosity::Normal;
-    return verbose == 1 ? Verbosity::Detail : Verbosity::Bytes;
-}
-
 void addOutputOptions(const Command& command, OutputOptions& options)
 {
     command.addFlag("--json", options.json, "Print exactly one JSON document, errors included")
@@ -121,17 +112,6 @@ void addFaultOption(const Command& command, std::vector<std::string>& faults)
         .valueName("FAULT")
         .check(isFault)
         .group(connectionGroup);
-}
-
-sim::FaultPlan faultPlan(const std::vector<std::string>& faults)
-{
-    sim::FaultPlan plan;
-    QString error;
-    for (const std::string& text : faults) {
-        if (const auto fault = sim::parseFault(QString::fromStdString(text), &error))
-            plan << *fault;
-    }
-    return plan;
 }
 
 void addListenOptions(const Command& command, ConnectionOptions& options)

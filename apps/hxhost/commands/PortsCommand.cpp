@@ -1,6 +1,7 @@
 // hxhost ports: the MIDI ports of this machine, and which of them seem to be the product's.
+#include "apps/hxhost/commands/CommandLine.h"
 #include "apps/hxhost/commands/Commands.h"
-#include "apps/hxhost/report/Readings.h"
+#include "apps/hxhost/commands/Readings.h"
 #include "apps/hxhost/session/PluginPlace.h"
 
 #include "host/base/HexText.h"

@@ -1,8 +1,9 @@
 // hxhost recover: what state the product is in, and what brings it back.
+#include "apps/hxhost/commands/CommandLine.h"
 #include "apps/hxhost/commands/Commands.h"
-#include "apps/hxhost/report/Readings.h"
-#include "apps/hxhost/report/Sentences.h"
-#include "apps/hxhost/report/UpdateReport.h"
+#include "apps/hxhost/commands/Readings.h"
+#include "apps/hxhost/commands/Sentences.h"
+#include "apps/hxhost/commands/UpdateReport.h"
 
 #include "host/product/ProductState.h"
 

@@ -1,6 +1,7 @@
 // hxhost support: one text with all that somebody who is to help needs to know.
+#include "apps/hxhost/commands/CommandLine.h"
 #include "apps/hxhost/commands/Commands.h"
-#include "apps/hxhost/report/ImageReport.h"
+#include "apps/hxhost/commands/ImageReport.h"
 #include "apps/hxhost/report/StandardStreams.h"
 #include "apps/hxhost/session/PluginPlace.h"
 

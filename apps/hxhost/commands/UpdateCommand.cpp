@@ -1,10 +1,11 @@
 // hxhost update: the whole update, from the image on the disk to the product that answers again.
+#include "apps/hxhost/commands/CommandLine.h"
 #include "apps/hxhost/commands/Commands.h"
-#include "apps/hxhost/report/ImageReport.h"
-#include "apps/hxhost/report/Readings.h"
+#include "apps/hxhost/commands/ImageReport.h"
+#include "apps/hxhost/commands/Readings.h"
+#include "apps/hxhost/commands/UpdateQuestion.h"
+#include "apps/hxhost/commands/UpdateReport.h"
 #include "apps/hxhost/report/Terminal.h"
-#include "apps/hxhost/report/UpdateQuestion.h"
-#include "apps/hxhost/report/UpdateReport.h"
 
 #include "host/base/HexText.h"
 #include "host/bus/TrafficMonitor.h"

@@ -1,8 +1,9 @@
 // hxhost verify: whether the code in the product is intact, and is that of an image if one is
 // given.
+#include "apps/hxhost/commands/CommandLine.h"
 #include "apps/hxhost/commands/Commands.h"
-#include "apps/hxhost/report/ImageReport.h"
-#include "apps/hxhost/report/UpdateReport.h"
+#include "apps/hxhost/commands/ImageReport.h"
+#include "apps/hxhost/commands/UpdateReport.h"
 
 namespace hx {
 

@@ -1,7 +1,7 @@
 // Where the device plugin is looked for.
 #pragma once
 
-#include "apps/hxhost/commands/CommandLine.h"
+#include "apps/hxhost/session/CommandContext.h"
 
 #include "host/product/PluginLoader.h"
 

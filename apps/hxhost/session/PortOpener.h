@@ -1,7 +1,7 @@
 // Opens whatever --port names: a real port, the simulated product, a recorded one.
 #pragma once
 
-#include "apps/hxhost/commands/CommandLine.h"
+#include "apps/hxhost/session/CommandContext.h"
 
 #include "deviceinterface/DeviceInterface.h"
 #include "host/bus/MidiPort.h"

@@ -1,7 +1,7 @@
 // The product that a plugin serves, simulated.
 #pragma once
 
-#include "apps/hxhost/commands/CommandLine.h"
+#include "apps/hxhost/session/CommandContext.h"
 
 #include "deviceinterface/DeviceInterface.h"
 #include "simulator/FaultyProduct.h"

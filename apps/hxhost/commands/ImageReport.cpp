@@ -1,6 +1,6 @@
-#include "apps/hxhost/report/ImageReport.h"
+#include "apps/hxhost/commands/ImageReport.h"
 
-#include "apps/hxhost/report/Readings.h"
+#include "apps/hxhost/commands/Readings.h"
 #include "apps/hxhost/report/StandardStreams.h"
 
 #include "host/base/FileName.h"

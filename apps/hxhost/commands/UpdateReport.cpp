@@ -1,7 +1,7 @@
-#include "apps/hxhost/report/UpdateReport.h"
+#include "apps/hxhost/commands/UpdateReport.h"
 
-#include "apps/hxhost/report/Readings.h"
-#include "apps/hxhost/report/Sentences.h"
+#include "apps/hxhost/commands/Readings.h"
+#include "apps/hxhost/commands/Sentences.h"
 
 #include "host/base/HexText.h"
 

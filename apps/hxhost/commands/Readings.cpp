@@ -1,6 +1,6 @@
-#include "apps/hxhost/report/Readings.h"
+#include "apps/hxhost/commands/Readings.h"
 
-#include "apps/hxhost/report/Sentences.h"
+#include "apps/hxhost/commands/Sentences.h"
 
 #include "host/base/HexText.h"
 

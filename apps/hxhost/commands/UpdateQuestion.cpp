@@ -1,6 +1,6 @@
-#include "apps/hxhost/report/UpdateQuestion.h"
+#include "apps/hxhost/commands/UpdateQuestion.h"
 
-#include "apps/hxhost/report/Sentences.h"
+#include "apps/hxhost/commands/Sentences.h"
 
 #include <QVector>
 

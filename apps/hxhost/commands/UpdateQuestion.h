@@ -1,7 +1,7 @@
 // The question before an update: what would be done to which instrument.
 #pragma once
 
-#include "apps/hxhost/report/ImageReport.h"
+#include "apps/hxhost/commands/ImageReport.h"
 
 #include "host/base/WirePace.h"
 #include "host/update/UpdateResult.h"

@@ -1,6 +1,6 @@
-#include "apps/hxhost/report/Sentences.h"
+#include "apps/hxhost/commands/Sentences.h"
 
-#include "apps/hxhost/report/Readings.h"
+#include "apps/hxhost/commands/Readings.h"
 
 #include "host/base/HexText.h"
 
@@ -15,7 +15,7 @@ const QString didNotAnswer = QStringLiteral("The instrument did not answer. Is i
                                             "both MIDI cables in?");
 const QString runAgain = QStringLiteral("Run the same update again: it starts afresh.");
 const QString askAgain = QStringLiteral("Run the command again.");
-const QString probePorts =
+const QString seePorts =
     QStringLiteral("'hxhost ports --probe' asks on every port who is there; --port chooses one.");
 const QString stableConnection = QStringLiteral("a connection that stays");
 
@@ -109,7 +109,7 @@ Problem silent(const UpdateResult& result)
 {
     if (!result.touched)
         return {ExitCode::NoAnswer, didNotAnswer, QStringLiteral("an answer to \"identify\""),
-                probePorts};
+                seePorts};
     return {ExitCode::UpdateFailed,
             QStringLiteral("The instrument stopped answering at %1. Is it switched on? Are both "
                            "MIDI cables in?")
@@ -266,12 +266,12 @@ Problem problemOf(const Reading& reading, const QString& portName)
     case ReadingState::Malformed:
         return {ExitCode::NoAnswer,
                 QStringLiteral("The instrument answered, but not as the plugin expects it."),
-                expected, probePorts};
+                expected, seePorts};
     case ReadingState::Refused:
         return {ExitCode::NoAnswer, QStringLiteral("The instrument refused to answer."), expected,
                 askAgain};
     default:
-        return {ExitCode::NoAnswer, didNotAnswer, expected, probePorts};
+        return {ExitCode::NoAnswer, didNotAnswer, expected, seePorts};
     }
 }
 

@@ -1,7 +1,7 @@
 // An update image put into a report.
 #pragma once
 
-#include "apps/hxhost/commands/CommandLine.h"
+#include "apps/hxhost/session/CommandContext.h"
 
 #include "host/image/UpdateImage.h"
 

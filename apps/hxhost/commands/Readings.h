@@ -1,7 +1,7 @@
 // What was read from the product, put into a report.
 #pragma once
 
-#include "apps/hxhost/commands/CommandLine.h"
+#include "apps/hxhost/session/CommandContext.h"
 
 #include "host/product/ProductReadings.h"
 

@@ -1,7 +1,7 @@
 // How an update or a verification ended, put into a report.
 #pragma once
 
-#include "apps/hxhost/commands/CommandLine.h"
+#include "apps/hxhost/session/CommandContext.h"
 #include "apps/hxhost/session/Session.h"
 
 #include "host/update/UpdateRun.h"
