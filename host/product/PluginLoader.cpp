@@ -88,9 +88,10 @@ PluginLoadResult checkMetaData(const QPluginLoader& loader, const QString& path)
     return {};
 }
 
-PluginLoadResult instantiate(std::unique_ptr<QPluginLoader> loader, const QString& path)
+PluginLoadResult instantiate(const QString& path, QLibrary::LoadHints hints)
 {
-    loader->setLoadHints(QLibrary::ResolveAllSymbolsHint);
+    auto loader = std::make_unique<QPluginLoader>(path);
+    loader->setLoadHints(QLibrary::ResolveAllSymbolsHint | hints);
     if (!loader->load())
         return failed(
             PluginFault::LoadFailed,
@@ -135,14 +136,17 @@ PluginLoadResult loadFile(const QString& path, PluginCare care)
     PluginLoadResult found = checkFile(path, care);
     if (found.fault != PluginFault::None)
         return found;
-    const auto load = [&path] { return instantiate(std::make_unique<QPluginLoader>(path), path); };
-    const auto loadAndAsk = [&load] {
-        const PluginLoadResult loaded = load();
+    if (care == PluginCare::Untried)
+        return instantiate(path, {});
+    const auto loadAndAsk = [&path] {
+        const PluginLoadResult loaded = instantiate(path, {});
         if (loaded.ok())
             askEverything(loaded.plugin->device());
     };
-    const QString problem = care == PluginCare::Tried ? trialProblem(loadAndAsk) : QString();
-    return problem.isEmpty() ? load() : fatal(path, problem);
+    const QString problem = trialProblem(loadAndAsk);
+    // A damaged library may leave a function of its own to be called at the end of the program.
+    return problem.isEmpty() ? instantiate(path, QLibrary::PreventUnloadHint)
+                             : fatal(path, problem);
 }
 
 // Files that are libraries by their name.

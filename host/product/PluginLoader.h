@@ -37,8 +37,9 @@ enum class PluginCare {
 // Start of the interface identifier of every plugin that this host takes.
 QString deviceInterfacePrefix();
 
-// A plugin that is loaded and usable. It is unloaded, object first, when this goes away: texts and
-// values obtained from it may point into the library's memory and must be gone by then.
+// A plugin that is loaded and usable. Its object is destroyed when this goes away; texts and values
+// obtained from it may point into the library's memory and must be gone by then. The library itself stays
+// in memory to the end of a process that tried it first.
 class LoadedPlugin {
 public:
     explicit LoadedPlugin(std::unique_ptr<QPluginLoader> loader, DeviceInterface* device);

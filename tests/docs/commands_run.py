@@ -138,11 +138,15 @@ def complaint_about_options(command, known):
 
 
 def complaint_about_script(command):
-    """What is wrong with a command of a script that is not run."""
-    script = SOURCE / command.split()[0]
-    if not os.access(script, os.X_OK):
-        return f"{command.split()[0]} is not in the tree"
-    return complaint_about_options(command, script.read_text(encoding="utf-8"))
+    """What is wrong with a command that is not run: of a script, or of a program by its own help."""
+    name = command.split()[0]
+    program = BUILD / "bin" / name
+    if "/" not in name and program.exists():
+        asked = subprocess.run([program, "--help"], capture_output=True, text=True, check=True, timeout=60)
+        return complaint_about_options(command, asked.stdout)
+    if not os.access(SOURCE / name, os.X_OK):
+        return f"{name} is not in the tree"
+    return complaint_about_options(command, (SOURCE / name).read_text(encoding="utf-8"))
 
 
 def complaint_about_program(command):

@@ -84,9 +84,9 @@ class Installed(unittest.TestCase):
                  if not re.search(r"\.(a|so|dylib)$|^bin/", name)]
         self.assertGreater(len(texts), 30)
         for path in texts:
-            text = path.read_text(encoding="utf-8")
+            content = path.read_bytes() # some are pictures
             for folder in (str(SOURCE), str(BUILD), "first-prefix"):
-                self.assertNotIn(folder, text, path)
+                self.assertNotIn(folder.encode(), content, path)
 
     def test_headers_include_only_installed_headers(self):
         headers = [name for name in installed_files() if name.startswith(INCLUDES)]
