@@ -8,8 +8,8 @@ namespace {
 class ReadingCommands : public HxHostTest {};
 
 const char note[] =
-    "by contract the plugin compares the echoed command byte along with the checksum and never "
-    "asks for fwd, so that it answers false for intact code too; the checksum bytes above decide";
+    "the checksum bytes above agree, and they decide; their replies differ in the command byte "
+    "that they echo, so that a plugin which compares that byte too answers false for intact code";
 
 } // namespace
 

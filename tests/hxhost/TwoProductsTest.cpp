@@ -121,6 +121,28 @@ TEST_P(EachProduct, IsUpdatedVerifiedAndReplayed)
     EXPECT_EQ(hxhost(withPlugin({"update", image, "--port", "replay:" + trace})).exitCode, 0);
 }
 
+// The one plugin compares more than the checksums; nothing of that is said of the other.
+TEST_P(EachProduct, HasANoteOnItsCodeOnlyWhereThePluginContradictsTheChecksums)
+{
+    const QJsonObject document = json(withPlugin({"verify", "--port", "simulator"}));
+    const QJsonObject plugin = resultOf(document).value("plugin").toObject();
+    const QJsonObject valid = plugin.value("isCodeValid").toObject();
+    const bool contradicts = product().plugin == valdrin.plugin;
+    EXPECT_EQ(valid.value("fwu").toBool(), !contradicts);
+    EXPECT_EQ(valid.contains("note"), contradicts);
+}
+
+TEST_P(EachProduct, HasNoNoteOnCodeThatIsDamaged)
+{
+    const ProgramResult damaged = hxhost(
+        withPlugin({"update", imageFor(product()), "--port", port(), "--fault", "bad-write:2"}));
+    EXPECT_EQ(damaged.exitCode, 7) << damaged.err.toStdString();
+    const QJsonObject document = json(withPlugin({"info", "--port", port()}));
+    const QJsonObject plugin = resultOf(document).value("plugin").toObject();
+    EXPECT_EQ(plugin.value("isCodeValid").toObject(),
+              (QJsonObject{{"fwu", false}, {"fwd", false}}));
+}
+
 TEST_P(EachProduct, IsRecoveredAfterAnUpdateThatWasCutOff)
 {
     const QString image = imageFor(product());

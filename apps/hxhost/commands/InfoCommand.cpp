@@ -59,7 +59,7 @@ void reportProduct(CommandContext& context, const ConnectionOptions& options)
     if (!reader.isServed(read.identity))
         return failWrongProduct(context, read.identity, session.device());
     context.report.setDetail(true);
-    addPluginAnswers(context.report, askPlugin(session.device()));
+    addPluginAnswers(context.report, askPlugin(session.device()), read.stored, read.calculated);
     requireAnswers(context, read, session.port().name());
 }
 

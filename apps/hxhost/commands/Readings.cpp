@@ -33,6 +33,13 @@ QString noWhen(bool isNull, const QString& text)
     return isNull ? QStringLiteral("(none)") : text;
 }
 
+// The same checksum in replies that are not the same: the rest of a reply is the echoed command.
+bool differInTheEchoAlone(const ChecksumReading& stored, const ChecksumReading& calculated)
+{
+    return stored.good() && calculated.good() && stored.groups == calculated.groups &&
+           stored.raw.bytes != calculated.raw.bytes;
+}
+
 } // namespace
 
 void addReading(Report& report, const QString& name, const IdentityReading& reading)
@@ -87,7 +94,8 @@ void addReading(Report& report, const QString& name, const CodeImageReading& rea
     report.add(member(name, "bankStatus"), reading.bankStatus);
 }
 
-void addPluginAnswers(Report& report, const PluginAnswers& answers)
+void addPluginAnswers(Report& report, const PluginAnswers& answers, const ChecksumReading& stored,
+                      const ChecksumReading& calculated)
 {
     report.add(QStringLiteral("plugin.versionNumber"), answers.versionNumber);
     const bool noEsn = answers.esn.isNull();
@@ -95,12 +103,12 @@ void addPluginAnswers(Report& report, const PluginAnswers& answers)
                noWhen(noEsn, answers.esn));
     report.add(QStringLiteral("plugin.isCodeValid.fwu"), answers.fwuValid);
     report.add(QStringLiteral("plugin.isCodeValid.fwd"), answers.fwdValid);
-    if (answers.fwuValid)
+    if (answers.fwuValid || !differInTheEchoAlone(stored, calculated))
         return;
     report.add(QStringLiteral("plugin.isCodeValid.note"),
-               QStringLiteral("by contract the plugin compares the echoed command byte along with "
-                              "the checksum and never asks for fwd, so that it answers false for "
-                              "intact code too; the checksum bytes above decide"));
+               QStringLiteral("the checksum bytes above agree, and they decide; their replies "
+                              "differ in the command byte that they echo, so that a plugin which "
+                              "compares that byte too answers false for intact code"));
 }
 
 bool requireGood(CommandContext& context, const Reading& reading, const QString& portName)

@@ -15,8 +15,10 @@ void addReading(Report& report, const QString& name, const ChecksumReading& read
 void addReading(Report& report, const QString& name, const EsnReading& reading);
 void addReading(Report& report, const QString& name, const CodeImageReading& reading);
 
-// The plugin's own answers under "plugin.", with a word on why `isCodeValid` may be false.
-void addPluginAnswers(Report& report, const PluginAnswers& answers);
+// The plugin's own answers under "plugin.". Where `isCodeValid` is false although the checksums
+// agree, and their replies differ, a note says what that may come from.
+void addPluginAnswers(Report& report, const PluginAnswers& answers, const ChecksumReading& stored,
+                      const ChecksumReading& calculated);
 
 // Makes a reading that is not good the command's problem; true when it is good.
 bool requireGood(CommandContext& context, const Reading& reading, const QString& portName);

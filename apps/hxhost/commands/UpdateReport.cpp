@@ -109,7 +109,8 @@ void reportPluginAnswers(CommandContext& context, const Session& session,
     const bool answers = result.outcome == UpdateOutcome::Succeeded ||
                          result.outcome == UpdateOutcome::VerificationFailed;
     if (answers)
-        addPluginAnswers(context.report, askPlugin(session.device()));
+        addPluginAnswers(context.report, askPlugin(session.device()), result.stored,
+                         result.calculated);
 }
 
 } // namespace hx
