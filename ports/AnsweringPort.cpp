@@ -13,7 +13,7 @@ Answer answerBy(MidiPort& port, DeviceInterface& device)
     PortBus bus(port);
     ProductReader reader(device, bus);
     const IdentityReading identity = reader.identity(1);
-    if (!identity.good())
+    if (!identity.isTold())
         return Answer::None;
     return reader.isServed(identity) ? Answer::Served : Answer::OtherProduct;
 }

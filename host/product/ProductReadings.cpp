@@ -72,6 +72,8 @@ QString readingStateText(ReadingState state)
         return QStringLiteral("malformed");
     case ReadingState::NoAnswer:
         return QStringLiteral("no answer");
+    case ReadingState::OtherProduct:
+        return QStringLiteral("other product");
     case ReadingState::PortLost:
         return QStringLiteral("port lost");
     case ReadingState::Interrupted:
@@ -179,6 +181,15 @@ bool ProductReader::isServed(const IdentityReading& identity) const
            identity.manufacturer == m_product.manufacturer();
 }
 
+// What is known of an answer that the plugin's own pattern does not fit.
+IdentityReading ProductReader::keptOut(IdentityReading identity) const
+{
+    identity.state = isServed(identity) ? ReadingState::NoAnswer : ReadingState::OtherProduct;
+    identity.reason = QStringLiteral("something answered, but not as this plugin's product: %1")
+                          .arg(hexText(identity.raw.bytes));
+    return identity;
+}
+
 // Others on the same cable may answer first, so the wait goes on for one that the plugin serves.
 IdentityReading ProductReader::askIdentity()
 {
@@ -192,13 +203,15 @@ IdentityReading ProductReader::askIdentity()
     const HxMidiData command(m_device.lookupStr(none.key));
     const ReplyTest fits = replyTest(m_device.lookupStr(QStringLiteral("identify.response")));
     IdentityReading other;
+    IdentityReading unfit;
     const ReplyTest isServedReply = [&](const HxMidiData& message) {
-        if (!fits(message))
-            return false;
         const IdentityReading identity = parseIdentity(message);
-        if (!isServed(identity))
+        const bool isFitting = fits(message);
+        if (!isFitting && identity.good())
+            unfit = identity;
+        if (isFitting && !isServed(identity))
             other = identity;
-        return isServed(identity);
+        return isFitting && isServed(identity);
     };
     const HxMidiData reply =
         m_bus.exchange(command, isServedReply,
@@ -207,6 +220,8 @@ IdentityReading ProductReader::askIdentity()
         return parseIdentity(reply);
     if (m_bus.lastEnd() == ExchangeEnd::TimedOut && other.state != ReadingState::NotRead)
         return other;
+    if (m_bus.lastEnd() == ExchangeEnd::TimedOut && unfit.good())
+        return keptOut(unfit);
     none.state = stateOf(m_bus.lastEnd());
     none.reason = m_bus.errorText;
     return none;
@@ -224,7 +239,8 @@ IdentityReading ProductReader::identity(int attempts)
         const IdentityReading again = askIdentity();
         if (again.state == ReadingState::NoAnswer && !identity.raw.bytes.isEmpty())
             continue;
-        const bool isSame = identity.raw.bytes == again.raw.bytes && !again.raw.bytes.isEmpty();
+        const bool isSame = again.state != ReadingState::OtherProduct &&
+                            identity.raw.bytes == again.raw.bytes && !again.raw.bytes.isEmpty();
         identity = again;
         if (isSame)
             break;

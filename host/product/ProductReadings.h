@@ -17,9 +17,10 @@ constexpr int questionAttempts = 3;
 enum class ReadingState {
     NotRead,
     Good,
-    Refused,   // the product answered with a negative acknowledgement
-    Malformed, // it answered, but the answer does not hold what it should
-    NoAnswer,  // nothing that fits came in time
+    Refused,      // the product answered with a negative acknowledgement
+    Malformed,    // it answered, but the answer does not hold what it should
+    NoAnswer,     // nothing that fits came in time
+    OtherProduct, // an identity reply of another product, kept out by the plugin's own pattern
     PortLost,
     Interrupted,
     Unknown, // the plugin's dictionary has no such command
@@ -42,6 +43,9 @@ struct IdentityReading : Reading {
     quint32 fidpid = 0;      // (family << 16) | model
     QByteArray versionBytes; // four
     QString version;         // "1.0.2.3"
+
+    // Whether a product has said what the members above hold.
+    bool isTold() const { return good() || state == ReadingState::OtherProduct; }
 };
 
 struct GenderReading : Reading {
@@ -80,7 +84,9 @@ public:
 
     // The first product that answers and that the plugin serves; when only others answer, the last
     // of them (see `isServed`). Asked up to `attempts` times, until a served product answers or
-    // another one has answered the same twice.
+    // another one has answered the same twice. An answer that the plugin's pattern keeps out
+    // does not end the asking: another product may answer while the right one starts. Its state is
+    // OtherProduct, or NoAnswer with the reply when maker and numbers are those of a served one.
     IdentityReading identity(int attempts = questionAttempts);
     GenderReading gender();
     VersionReading version();
@@ -106,6 +112,7 @@ private:
     QString missingEntry(const QStringList& keys) const;
     ChecksumReading checksum(const QString& key);
     IdentityReading askIdentity();
+    IdentityReading keptOut(IdentityReading identity) const;
     unsigned timeoutMs() const;
 
     DeviceInterface& m_device;

@@ -48,6 +48,8 @@ ProductCondition conditionOf(const ProductAssessment& a, const ProductReader& re
 {
     if (anyIs(a, ReadingState::PortLost))
         return ProductCondition::PortLost;
+    if (a.identity.state == ReadingState::OtherProduct)
+        return ProductCondition::OtherProduct;
     if (!a.identity.good())
         return a.identity.state == ReadingState::NoAnswer ? ProductCondition::NoAnswer
                                                           : ProductCondition::Unclear;

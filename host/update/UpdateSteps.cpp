@@ -35,6 +35,8 @@ bool UpdateSteps::endOn(const Reading& reading, UpdateOutcome whenSilent)
         return end(UpdateOutcome::PortLost, reading.reason);
     if (reading.state == ReadingState::Interrupted)
         return end(UpdateOutcome::Interrupted, reading.reason);
+    if (reading.state == ReadingState::OtherProduct)
+        return end(UpdateOutcome::WrongProduct, reading.reason);
     if (reading.state == ReadingState::Unknown)
         return end(UpdateOutcome::VerificationFailed, reading.reason);
     return end(whenSilent, QStringLiteral("%1: %2").arg(reading.key, reading.reason));

@@ -3,6 +3,7 @@
 #include "tests/host/Bytes.h"
 #include "tests/host/ImageSamples.h"
 #include "tests/host/ProductSession.h"
+#include "tests/host/StubPlugin.h"
 #include "tests/support/QtPrinting.h"
 #include "tests/support/ScriptedPort.h"
 
@@ -31,6 +32,21 @@ protected:
     ScriptedPort port;
     PortBus bus{port};
     PluginLoadResult loaded;
+};
+
+// Its pattern fits the product 0x120005 of the maker 7B alone, and of that the versions that begin
+// with 1.
+class VersionOnePlugin : public StubPlugin {
+public:
+    VersionOnePlugin()
+    {
+        supported = 0x120005;
+        texts = {{"identify", "F07E7F0601F7"},
+                 {"identify.response", "F07E..06027B1200050031......F7"},
+                 {"version.read.user", "F07B12052EF7"},
+                 {"version.read.user.crc", "F07B120530F7"}};
+    }
+    int lookupInt(QString) const override { return 100; }
 };
 
 } // namespace
@@ -203,6 +219,48 @@ TEST_F(ScriptedReadings, DoesNotBelieveAnotherProductThatAnswersDifferentlyEachT
     const IdentityReading identity = reader().identity();
     EXPECT_EQ(identity.fidpid, 0x300041u);
     EXPECT_EQ(port.sent.size(), 3u);
+}
+
+// The plugin's pattern has room for a manufacturer of three bytes alone.
+TEST_F(ScriptedReadings, TellsAnotherProductThatThePatternKeepsOut)
+{
+    answerWith("F07E00060241010002 0031303030F7");
+    const IdentityReading identity = reader().identity();
+    EXPECT_EQ(identity.state, ReadingState::OtherProduct);
+    EXPECT_EQ(identity.reason, "something answered, but not as this plugin's product: "
+                               "F0 7E 00 06 02 41 01 00 02 00 31 30 30 30 F7");
+    EXPECT_EQ(identity.manufacturer, hex("41"));
+    EXPECT_EQ(identity.fidpid, 0x010002u);
+    EXPECT_FALSE(reader().isServed(identity));
+}
+
+TEST_F(ScriptedReadings, AsksOnPastAProductThatThePatternKeepsOut)
+{
+    port.answer = [this](const QByteArray&, int index) {
+        port.arrive(hex("F07E00060241010002 0031303030F7"), 1000);
+        if (index == 7)
+            port.arrive(hex("F07E000602006B2D3000410031303233F7"), 2000);
+    };
+    const IdentityReading identity = reader().identity(10);
+    EXPECT_TRUE(reader().isServed(identity));
+    EXPECT_EQ(port.sent.size(), 8u);
+}
+
+// It has the maker and the numbers of a served one: that it is another product is not known.
+TEST(ProductReadings, AReplyWithTheRightNumbersThatThePatternKeepsOutIsNoAnswer)
+{
+    VersionOnePlugin plugin;
+    ScriptedPort port;
+    PortBus bus(port);
+    port.answer = [&](const QByteArray&, int) {
+        port.arrive(hex("F07E0006027B12000500 32303030F7"), 1000);
+    };
+    ProductReader reader(plugin, bus);
+    const IdentityReading identity = reader.identity();
+    EXPECT_EQ(reader.product().manufacturer(), hex("7B"));
+    EXPECT_EQ(identity.state, ReadingState::NoAnswer);
+    EXPECT_EQ(identity.reason, "something answered, but not as this plugin's product: "
+                               "F0 7E 00 06 02 7B 12 00 05 00 32 30 30 30 F7");
 }
 
 TEST_F(ScriptedReadings, TheSameNumbersOfAnotherMakerAreAnotherProduct)

@@ -215,6 +215,87 @@ TEST_F(OtherImage, AProductOfAnotherMakerIsNotTakenForOurs)
 
 namespace {
 
+// The example's plugin takes no identity reply but that of its own product.
+class StrictPattern : public TwoProducts {
+protected:
+    static constexpr const char* valdrinReply =
+        "F0 7E 00 06 02 00 6B 2D 30 00 41 00 31 30 32 33 F7";
+
+    // A record in which `reply` answers each of ten identity requests.
+    QString answeredBy(const QByteArray& reply) const
+    {
+        constexpr double requestSeconds = 6 * 0.000320;
+        constexpr double timeoutSeconds = 2.2;
+        QByteArray lines("# hxtrace 1\n");
+        for (int i = 0; i < 10; ++i) {
+            const double sent = i * (timeoutSeconds + requestSeconds);
+            lines += QByteArray::number(sent, 'f', 6).rightJustified(13) +
+                     " sent        F0 7E 7F 06 01 F7\n" +
+                     QByteArray::number(sent + 0.003, 'f', 6).rightJustified(13) + " received    " +
+                     reply + "\n";
+        }
+        return "replay:" + write("answered.trace", lines);
+    }
+
+    QList<QStringList> commands() const
+    {
+        return {{"identify"}, {"info"}, {"verify"}, {"recover"}, {"update", imageFor(example)}};
+    }
+};
+
+} // namespace
+
+TEST_F(StrictPattern, TellsTheOtherProductThatItKeepsOut)
+{
+    const QString port = answeredBy(valdrinReply);
+    const QString told =
+        QStringLiteral("something answered, but not as this plugin's product: ") + valdrinReply;
+    for (const QStringList& command : commands()) {
+        const QStringList arguments = with(example, command + QStringList{"--port", port});
+        const ProgramResult result = hxhost(arguments);
+        EXPECT_EQ(result.exitCode, 9) << command.first().toStdString();
+        EXPECT_TRUE(result.err.contains("error: " + told.toLatin1() + "\n"))
+            << result.err.toStdString();
+        const QJsonObject error = json(arguments).value("error").toObject();
+        EXPECT_EQ(error.value("what").toString(), told) << command.first().toStdString();
+    }
+}
+
+TEST_F(StrictPattern, ShowsWhoTheOtherProductIs)
+{
+    const QJsonObject document =
+        json(with(example, {"identify", "--port", answeredBy(valdrinReply)}));
+    EXPECT_EQ(document.value("exitName").toString(), "wrong-product");
+    EXPECT_EQ(text(document, "identity.state"), "other product");
+    EXPECT_EQ(text(document, "identity.reply"), valdrinReply);
+    EXPECT_EQ(text(document, "identity.identifier"), valdrin.identifier);
+    EXPECT_EQ(text(document, "identity.manufacturer"), valdrin.manufacturer);
+    const QJsonObject identity = resultOf(document).value("identity").toObject();
+    EXPECT_FALSE(identity.value("served").toBool(true));
+}
+
+TEST_F(StrictPattern, LeavesSilenceWhatItIs)
+{
+    for (const QStringList& command : commands()) {
+        const ProgramResult result = hxhost(
+            with(example, command + QStringList{"--port", "simulator", "--fault", "silent"}));
+        EXPECT_EQ(result.exitCode, 5) << command.first().toStdString();
+        EXPECT_TRUE(result.err.contains("error: The instrument did not answer. "))
+            << result.err.toStdString();
+    }
+}
+
+// Of an answer that is no identity reply it is not known that it is another product's.
+TEST_F(StrictPattern, TakesNoOtherAnswerForAnotherProduct)
+{
+    const QString port = answeredBy("F0 7E 00 06 02 00 6B 2D F7");
+    for (const QStringList& command : commands())
+        EXPECT_EQ(hxhost(with(example, command + QStringList{"--port", port})).exitCode, 5)
+            << command.first().toStdString();
+}
+
+namespace {
+
 // The same product, served by a plugin that does not name how its stored checksum is read.
 const Product unverifiable = {HX_UNVERIFIABLE_PLUGIN_FILE, example.name,   example.identifier,
                               example.manufacturer,        example.header, example.serialNumber};

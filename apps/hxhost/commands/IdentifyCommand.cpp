@@ -18,9 +18,10 @@ void identify(CommandContext& context, const ConnectionOptions& options)
     const bool isServed = identity.good() && reader.isServed(identity);
     context.report.add(QStringLiteral("port"), session.port().name());
     addReading(context.report, QStringLiteral("identity"), identity);
+    if (identity.isTold())
+        context.report.add(QStringLiteral("identity.served"), isServed);
     if (!requireGood(context, identity, session.port().name()))
         return;
-    context.report.add(QStringLiteral("identity.served"), isServed);
     if (isServed)
         context.report.add(QStringLiteral("product"), session.device().productName());
     else

@@ -50,7 +50,7 @@ void addBackends(CommandContext& context, const QList<MidiBackend>& backends)
 // What answered to the identity request, in words.
 QString answerText(const IdentityReading& identity, DeviceInterface& device, bool isServed)
 {
-    if (!identity.good())
+    if (!identity.isTold())
         return readingStateText(identity.state);
     const QString name = isServed ? device.productName() : QStringLiteral("another product");
     return QStringLiteral("%1, %2, version %3")

@@ -44,7 +44,8 @@ bool differInTheEchoAlone(const ChecksumReading& stored, const ChecksumReading& 
 
 void addReading(Report& report, const QString& name, const IdentityReading& reading)
 {
-    if (!addState(report, name, reading))
+    addState(report, name, reading);
+    if (!reading.isTold())
         return;
     report.add(member(name, "identifier"), identifierText(reading.fidpid));
     report.add(member(name, "manufacturer"), hexText(reading.manufacturer));

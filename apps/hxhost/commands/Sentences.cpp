@@ -17,6 +17,9 @@ const QString runAgain = QStringLiteral("Run the same update again: it starts af
 const QString askAgain = QStringLiteral("Run the command again.");
 const QString seePorts =
     QStringLiteral("'hxhost ports --probe' asks on every port who is there; --port chooses one.");
+const QString choosePort =
+    QStringLiteral("Choose its port with --port: 'hxhost ports --probe' asks on every port "
+                   "who is there.");
 const QString stableConnection = QStringLiteral("a connection that stays");
 
 QString connectionLost(const QString& portName)
@@ -33,6 +36,19 @@ QString anotherAnswers(quint32 identifier)
 {
     return QStringLiteral("Another instrument answers, with the identifier %1.")
         .arg(identifierText(identifier));
+}
+
+// A product that the plugin's pattern keeps out is told by its reply.
+QString whoAnswers(const IdentityReading& identity)
+{
+    return identity.good() ? anotherAnswers(identity.fidpid) : identity.reason;
+}
+
+// Nothing came, or nothing that the plugin takes for an answer.
+QString silenceText(const Reading& reading)
+{
+    const bool hasReply = reading.state == ReadingState::NoAnswer && !reading.raw.bytes.isEmpty();
+    return hasReply ? reading.reason : didNotAnswer;
 }
 
 // "message 27 of 83".
@@ -105,11 +121,24 @@ Problem lost(const UpdateResult& result, const QString& portName)
                 : afterUntouched(QStringLiteral("Connect it again, then run the command again."))};
 }
 
+// The reading for which the check ended, if it was one; null when the answers did not agree.
+const Reading* unanswered(const UpdateResult& result)
+{
+    const std::initializer_list<const Reading*> readings = {
+        &result.identityBefore, &result.identityAfter, &result.versionAfter, &result.stored,
+        &result.calculated};
+    const auto found = std::find_if(readings.begin(), readings.end(), [](const Reading* reading) {
+        return reading->state != ReadingState::NotRead && !reading->good();
+    });
+    return found == readings.end() ? nullptr : *found;
+}
+
 Problem silent(const UpdateResult& result)
 {
+    const Reading* reading = unanswered(result);
     if (!result.touched)
-        return {ExitCode::NoAnswer, didNotAnswer, QStringLiteral("an answer to \"identify\""),
-                seePorts};
+        return {ExitCode::NoAnswer, reading != nullptr ? silenceText(*reading) : didNotAnswer,
+                QStringLiteral("an answer to \"identify\""), seePorts};
     return {ExitCode::UpdateFailed,
             QStringLiteral("The instrument stopped answering at %1. Is it switched on? Are both "
                            "MIDI cables in?")
@@ -139,28 +168,14 @@ Problem refused(const UpdateResult& result)
 Problem otherProduct(const UpdateResult& result)
 {
     const IdentityReading& after = result.identityAfter;
-    const IdentityReading& seen = after.good() ? after : result.identityBefore;
-    if (!seen.good())
+    const IdentityReading& seen = after.isTold() ? after : result.identityBefore;
+    if (!seen.isTold())
         return {ExitCode::WrongProduct, result.reason,
                 QStringLiteral("an image for an instrument that the plugin serves"),
                 afterUntouched(QStringLiteral("Get the image made for this instrument."))};
-    return {ExitCode::WrongProduct, anotherAnswers(seen.fidpid),
+    return {ExitCode::WrongProduct, whoAnswers(seen),
             QStringLiteral("the instrument that the plugin and the image are for"),
-            (result.touched ? QString() : afterUntouched(QString())) +
-                QStringLiteral("Choose its port with --port: 'hxhost ports --probe' asks on every "
-                               "port who is there.")};
-}
-
-// The reading for which the check ended, if it was one; null when the answers did not agree.
-const Reading* unanswered(const UpdateResult& result)
-{
-    const std::initializer_list<const Reading*> readings = {
-        &result.identityBefore, &result.identityAfter, &result.versionAfter, &result.stored,
-        &result.calculated};
-    const auto found = std::find_if(readings.begin(), readings.end(), [](const Reading* reading) {
-        return reading->state != ReadingState::NotRead && !reading->good();
-    });
-    return found == readings.end() ? nullptr : *found;
+            (result.touched ? QString() : afterUntouched(QString())) + choosePort};
 }
 
 const Reading* interruptedReading(const ProductAssessment& assessment)
@@ -270,8 +285,11 @@ Problem problemOf(const Reading& reading, const QString& portName)
     case ReadingState::Refused:
         return {ExitCode::NoAnswer, QStringLiteral("The instrument refused to answer."), expected,
                 askAgain};
+    case ReadingState::OtherProduct:
+        return {ExitCode::WrongProduct, reading.reason,
+                QStringLiteral("the instrument that the plugin is for"), choosePort};
     default:
-        return {ExitCode::NoAnswer, didNotAnswer, expected, seePorts};
+        return {ExitCode::NoAnswer, silenceText(reading), expected, seePorts};
     }
 }
 
@@ -285,8 +303,7 @@ Problem problemOf(const ProductAssessment& assessment, const QString& portName)
         return {ExitCode::NoPort, connectionLost(portName) + QLatin1Char('.'), stableConnection,
                 QStringLiteral("Connect it again. ") + askAgain};
     case ProductCondition::OtherProduct:
-        return {ExitCode::WrongProduct, anotherAnswers(assessment.identity.fidpid), intact,
-                assessment.advice};
+        return {ExitCode::WrongProduct, whoAnswers(assessment.identity), intact, assessment.advice};
     case ProductCondition::Unclear:
         if (const Reading* stoppedAt = interruptedReading(assessment))
             return problemOf(*stoppedAt, portName);
