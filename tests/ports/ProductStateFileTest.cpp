@@ -1,5 +1,6 @@
 #include "ports/ProductStateFile.h"
 #include "tests/simulator/UpdateMessages.h"
+#include "tests/support/Valdrin.h"
 
 #include <QDateTime>
 #include <QFile>
