@@ -62,6 +62,7 @@ public:
                      Value& target, const std::string& help) const
     {
         std::vector<std::string> known;
+        known.reserve(words.size());
         for (const auto& word : words)
             known.push_back(word.first);
         return addWord(

@@ -58,7 +58,7 @@ std::optional<Problem> valueProblem(const GivenOption& option, const OutputOptio
         if (value.empty())
             return emptyValue(QString::fromStdString(option.name));
         if (value == "-") {
-            if (const std::optional<Problem> problem = streamProblem(option, output))
+            if (std::optional<Problem> problem = streamProblem(option, output))
                 return problem;
         }
     }
@@ -70,7 +70,7 @@ std::optional<Problem> valueProblem(const GivenOption& option, const OutputOptio
 std::optional<Problem> argumentProblem(const Command& command, const OutputOptions& output)
 {
     for (const GivenOption& option : command.given()) {
-        if (const std::optional<Problem> problem = valueProblem(option, output))
+        if (std::optional<Problem> problem = valueProblem(option, output))
             return problem;
     }
     return outputProblem(command);

@@ -59,7 +59,7 @@ std::optional<Problem> faultProblem(const std::vector<GivenOption>& options)
 std::optional<Problem> optionProblem(const Command& command)
 {
     const std::vector<GivenOption> options = command.given();
-    if (const std::optional<Problem> problem = faultProblem(options))
+    if (std::optional<Problem> problem = faultProblem(options))
         return problem;
     return fieldProblem(QString::fromStdString(command.fullName()), valueOf(options, "--field"));
 }

@@ -136,8 +136,7 @@ UpdateResult Updater::run()
     options.interrupted = &m_session.interrupted();
     options.confirm = [this](const UpdateResult& asked) { return confirm(asked); };
     options.progress = [this](const UpdateProgress& progress) { show(progress); };
-    const UpdateResult result =
-        runUpdate(m_session.device(), m_session.bus(), m_loaded.image, options);
+    UpdateResult result = runUpdate(m_session.device(), m_session.bus(), m_loaded.image, options);
     m_progress.finish();
     return result;
 }

@@ -56,7 +56,7 @@ void addTransfer(Report& report, const UpdateResult& result)
 
 QString versionsText(const UpdateResult& result, bool isUpdate)
 {
-    const QString now = QStringLiteral("Version %1").arg(result.versionAfter.version);
+    QString now = QStringLiteral("Version %1").arg(result.versionAfter.version);
     if (!isUpdate)
         return now;
     return QStringLiteral("%1; before the update: %2")

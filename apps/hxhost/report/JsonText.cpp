@@ -33,7 +33,8 @@ QJsonValue withoutStrayUnits(const QJsonValue& value)
         return shownStrayUnits(value.toString());
     if (value.isArray()) {
         QJsonArray array;
-        for (const QJsonValue& element : value.toArray())
+        const QJsonArray elements = value.toArray();
+        for (const QJsonValue& element : elements)
             array << withoutStrayUnits(element);
         return array;
     }

@@ -78,7 +78,8 @@ QString shownText(const QJsonValue& value)
     if (!value.isArray())
         return printable(plainText(value));
     QStringList lines;
-    for (const QJsonValue& element : value.toArray())
+    const QJsonArray elements = value.toArray();
+    for (const QJsonValue& element : elements)
         lines << shownText(element);
     return lines.join(QLatin1Char('\n'));
 }

@@ -60,7 +60,7 @@ QByteArray textOf(const QByteArray& content)
 // A name that is not UTF-8 is shown with its bytes written out.
 QString shownName(const QByteArray& name)
 {
-    const QString text = QString::fromUtf8(name);
+    QString text = QString::fromUtf8(name);
     if (text.toUtf8() == name)
         return text;
     QString shown;
