@@ -174,8 +174,8 @@ PortSelection selectPort(const QList<MidiBackend>& backends, const QString& outp
 {
     if (input.isEmpty())
         return selectProductPort(backends, output, output);
-    const PortSelection chosen = oneOf(outputDirection, output, backends,
-                                       [&](const Candidates& all) { return closest(all, output); });
+    PortSelection chosen = oneOf(outputDirection, output, backends,
+                                 [&](const Candidates& all) { return closest(all, output); });
     if (!chosen.address)
         return chosen;
     const PortAddress& address = *chosen.address;

@@ -12,16 +12,9 @@ constexpr int headBytes = 512; // a page may begin with blanks and a comment
 
 bool isArchive(const QByteArray& content)
 {
-    const std::initializer_list<const char*> beginnings = {"PK\x03\x04",
-                                                           "PK\x05\x06",
-                                                           "\x1F\x8B",
-                                                           "BZh",
-                                                           "\xFD"
-                                                           "7zXZ",
-                                                           "7z\xBC\xAF\x27\x1C",
-                                                           "Rar!\x1A",
-                                                           "\x28\xB5\x2F\xFD",
-                                                           "MSCF"};
+    const std::initializer_list<const char*> beginnings = {
+        "PK\x03\x04",         "PK\x05\x06", "\x1F\x8B",         "BZh", "\3757zXZ",
+        "7z\xBC\xAF\x27\x1C", "Rar!\x1A",   "\x28\xB5\x2F\xFD", "MSCF"};
     return content.mid(tarMarkPosition, 5) == "ustar" ||
            std::any_of(beginnings.begin(), beginnings.end(),
                        [&content](const char* begin) { return content.startsWith(begin); });
