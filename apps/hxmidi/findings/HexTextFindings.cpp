@@ -25,15 +25,13 @@ bool refusesCharacter(const QByteArray& text, const SourceText& source, Findings
 Span firstOddWord(const QByteArray& text, Span piece)
 {
     const int pieceEnd = piece.at + piece.length;
-    int begin = piece.at;
-    int end = begin;
-    do {
+    for (int begin = piece.at; begin < pieceEnd;) {
         const int blank = text.indexOf(' ', begin);
-        end = blank < 0 ? pieceEnd : std::min(blank, pieceEnd);
+        const int end = blank < 0 ? pieceEnd : std::min(blank, pieceEnd);
         if ((end - begin) % 2 != 0)
             return {begin, end - begin};
         begin = end + 1;
-    } while (end < pieceEnd);
+    }
     return piece;
 }
 
