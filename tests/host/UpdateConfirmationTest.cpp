@@ -46,7 +46,8 @@ TEST(UpdateConfirmation, IsAskedWhenTheProductHasToldWhoItIs)
 TEST(UpdateConfirmation, ThatIsRefusedSendsNothingOfTheImage)
 {
     ProductSession session;
-    const UpdateResult result = updateConfirmedBy(session, [](const UpdateResult&) { return false; });
+    const UpdateResult result =
+        updateConfirmedBy(session, [](const UpdateResult&) { return false; });
     EXPECT_EQ(outcomeOf(result), updateOutcomeText(UpdateOutcome::NotConfirmed));
     EXPECT_EQ(result.reason, "The update was not confirmed.");
     EXPECT_FALSE(result.touched);
