@@ -7,8 +7,8 @@ using namespace hx;
 
 TEST(ForeignFile, ArchivesAreToldByTheirMarks)
 {
-    for (const char* mark : {"504B0304", "504B0506", "1F8B08", "425A68", "FD377A585A", "377ABCAF271C",
-                             "526172211A", "28B52FFD", "4D534346"})
+    for (const char* mark : {"504B0304", "504B0506", "1F8B08", "425A68", "FD377A585A",
+                             "377ABCAF271C", "526172211A", "28B52FFD", "4D534346"})
         EXPECT_EQ(foreignFormat(QByteArray::fromHex(mark) + "more"), ImageFormat::Archive) << mark;
     EXPECT_EQ(foreignFormat(QByteArray(257, 'n') + "ustar"), ImageFormat::Archive);
     EXPECT_EQ(foreignFormat(QByteArray(256, 'n') + "ustar"), ImageFormat::Unknown);
