@@ -41,7 +41,7 @@ int main(int argc, char** argv)
     holdClosedStreams();
     outliveFileLimits();
     const QCoreApplication application(argc, argv);
-    hx::CommandLine line;
-    hx::addAllCommands(line);
+    hx::host::CommandLine line;
+    hx::host::addAllCommands(line);
     return line.run(argc, argv);
 }

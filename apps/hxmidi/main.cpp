@@ -32,7 +32,7 @@ int main(int argc, char** argv)
     openStream(input, 0, QIODevice::ReadOnly);
     openStream(output, 1, QIODevice::WriteOnly);
     openStream(errors, 2, QIODevice::WriteOnly);
-    hx::CommandLine line({input, output, errors});
-    hx::addAllCommands(line);
+    hx::midi::CommandLine line({input, output, errors});
+    hx::midi::addAllCommands(line);
     return line.run(argc, argv);
 }

@@ -17,14 +17,14 @@ TEST_F(ExitCodes, HelpHoldsTheWholeTable)
 {
     const ProgramResult help = hxhost({"--help"});
     EXPECT_EQ(help.exitCode, 0);
-    EXPECT_TRUE(help.out.contains(hx::exitCodeHelp().toUtf8())) << help.out.toStdString();
-    EXPECT_EQ(hx::exitCodeHelp().count('\n'), 1 + int(hx::exitCodeTable().size()));
+    EXPECT_TRUE(help.out.contains(hx::host::exitCodeHelp().toUtf8())) << help.out.toStdString();
+    EXPECT_EQ(hx::host::exitCodeHelp().count('\n'), 1 + int(hx::host::exitCodeTable().size()));
 }
 
 TEST_F(ExitCodes, ManualHoldsEveryRow)
 {
     const QByteArray page = read(HX_MAN_PAGE);
-    for (const hx::ExitCodeRow& row : hx::exitCodeTable()) {
+    for (const hx::host::ExitCodeRow& row : hx::host::exitCodeTable()) {
         const QByteArray entry = QByteArray(".TP\n.B ") + QByteArray::number(int(row.code)) + " " +
                                  QByteArray(row.name).replace("-", "\\-") + "\n" +
                                  QByteArray(row.meaning).replace("-", "\\-") + "\n";
@@ -35,7 +35,7 @@ TEST_F(ExitCodes, ManualHoldsEveryRow)
 TEST_F(ExitCodes, PageOfExitCodesHoldsEveryRow)
 {
     const QByteArray page = read(HX_EXIT_CODE_PAGE);
-    for (const hx::ExitCodeRow& row : hx::exitCodeTable()) {
+    for (const hx::host::ExitCodeRow& row : hx::host::exitCodeTable()) {
         const QByteArray line = "| " + QByteArray::number(int(row.code)) + " | " + row.name +
                                 " | " + row.meaning + " |";
         EXPECT_TRUE(page.contains(line)) << line.toStdString();
@@ -46,10 +46,10 @@ TEST_F(ExitCodes, NumbersAndNamesAreUsedOnce)
 {
     std::set<int> numbers;
     std::set<std::string> names;
-    for (const hx::ExitCodeRow& row : hx::exitCodeTable()) {
+    for (const hx::host::ExitCodeRow& row : hx::host::exitCodeTable()) {
         EXPECT_TRUE(numbers.insert(int(row.code)).second) << row.name;
         EXPECT_TRUE(names.insert(row.name).second) << row.name;
-        EXPECT_EQ(hx::exitName(row.code), row.name);
+        EXPECT_EQ(hx::host::exitName(row.code), row.name);
     }
 }
 
@@ -60,9 +60,9 @@ TEST_F(ExitCodes, SuccessWhenAllWasDone)
 
 TEST_F(ExitCodes, InternalWhenACommandThrows)
 {
-    hx::CommandLine line;
+    hx::host::CommandLine line;
     const hx::Command command = line.add("fall", "");
-    line.setRun(command, [](hx::CommandContext&) { throw std::runtime_error("over"); });
+    line.setRun(command, [](hx::host::CommandContext&) { throw std::runtime_error("over"); });
     char program[] = "hxhost";
     char word[] = "fall";
     char* arguments[] = {program, word, nullptr};

@@ -53,15 +53,16 @@ TEST_F(OptionCheck, EveryNameThatIsListedIsAField)
     for (const char* command :
          {"update", "verify", "identify", "info", "recover", "image build", "image inspect",
           "inspect", "check", "ports", "monitor", "simulate", "trace"}) {
-        const QStringList names = hx::resultFields(command);
+        const QStringList names = hx::host::resultFields(command);
         EXPECT_GE(names.size(), 3) << command;
         for (const QString& name : names)
-            EXPECT_TRUE(hx::resultHasField(command, name)) << command << ' ' << name.toStdString();
-        EXPECT_FALSE(hx::resultHasField(command, "colour")) << command;
+            EXPECT_TRUE(hx::host::resultHasField(command, name))
+                << command << ' ' << name.toStdString();
+        EXPECT_FALSE(hx::host::resultHasField(command, "colour")) << command;
     }
-    EXPECT_TRUE(hx::resultHasField("update", "steps.2.found"));
-    EXPECT_FALSE(hx::resultHasField("update", "steps.found"));
-    EXPECT_FALSE(hx::resultHasField("update", ""));
+    EXPECT_TRUE(hx::host::resultHasField("update", "steps.2.found"));
+    EXPECT_FALSE(hx::host::resultHasField("update", "steps.found"));
+    EXPECT_FALSE(hx::host::resultHasField("update", ""));
 }
 
 TEST_F(OptionCheck, FaultIsRefusedWhereNoSimulatedProductIs)

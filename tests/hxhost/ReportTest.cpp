@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-namespace hx {
+namespace hx::host {
 
 namespace {
 
@@ -131,4 +131,4 @@ TEST(TraceSummary, EmptyTraceUsesNoWire)
     EXPECT_EQ(summarize({}).elapsed, 0);
 }
 
-} // namespace hx
+} // namespace hx::host

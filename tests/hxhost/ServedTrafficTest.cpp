@@ -23,7 +23,7 @@ protected:
     QBuffer buffer;
     const bool opened = buffer.open(QIODevice::WriteOnly);
     hx::TraceWriter writer{buffer, 0};
-    hx::ServedTraffic traffic{writer, clock};
+    hx::host::ServedTraffic traffic{writer, clock};
 };
 
 } // namespace

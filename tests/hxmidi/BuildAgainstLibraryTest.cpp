@@ -144,10 +144,10 @@ void compare(const Case& tested)
     QByteArrayList arguments;
     for (const Argument& argument : tested.arguments)
         arguments << QByteArray::fromStdString(argument.typed());
-    hx::Findings findings;
+    hx::midi::Findings findings;
     LogCapture programLog;
     const HxMidiData built =
-        hx::buildMessage(QByteArray::fromStdString(tested.format), arguments, true, findings);
+        hx::midi::buildMessage(QByteArray::fromStdString(tested.format), arguments, true, findings);
     EXPECT_EQ(programLog.texts(), QStringList());
     LogCapture libraryLog;
     EXPECT_EQ(built.bytes, setData(tested.format, tested.arguments).bytes);

@@ -17,8 +17,8 @@ CommandRun hxmidi(const std::vector<std::string>& words, const QByteArray& input
     std::vector<const char*> argv = {"hxmidi"};
     for (const std::string& word : words)
         argv.push_back(word.c_str());
-    hx::CommandLine line({in, out, err});
-    hx::addAllCommands(line);
+    hx::midi::CommandLine line({in, out, err});
+    hx::midi::addAllCommands(line);
     const int code = line.run(int(argv.size()), argv.data());
     return {code, out.data().toStdString(), err.data().toStdString()};
 }

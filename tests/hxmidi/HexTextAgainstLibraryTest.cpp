@@ -50,11 +50,11 @@ void compare(const std::string& text, bool tokens)
     const bool libraryComplains = !libraryLog.lines().isEmpty() || isSingleCharacter(text, tokens);
 
     LogCapture programLog;
-    hx::Findings findings;
+    hx::midi::Findings findings;
     const QByteArray typed = QByteArray::fromStdString(text);
-    const QByteArray read =
-        hx::readHexText(typed, {QString(), typed}, tokens ? hx::Blanks::Split : hx::Blanks::Removed,
-                        hx::Severity::Error, findings);
+    const QByteArray read = hx::midi::readHexText(typed, {QString(), typed},
+                                                  tokens ? hx::Blanks::Split : hx::Blanks::Removed,
+                                                  hx::midi::Severity::Error, findings);
 
     EXPECT_EQ(findings.hasErrors(), libraryComplains);
     EXPECT_EQ(read, expected.bytes);

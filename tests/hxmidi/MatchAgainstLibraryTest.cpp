@@ -38,10 +38,10 @@ void compare(const std::string& pattern, const HxMidiData& data, bool atStart)
     SCOPED_TRACE("pattern '" + pattern + "' on " + data.toString(-1).toStdString());
     const QByteArray typed = QByteArray::fromStdString(pattern);
     LogCapture log;
-    hx::Findings findings;
-    EXPECT_EQ(hx::checkPattern({QString(), typed}, findings), isExpression(pattern));
+    hx::midi::Findings findings;
+    EXPECT_EQ(hx::midi::checkPattern({QString(), typed}, findings), isExpression(pattern));
     EXPECT_EQ(findings.hasErrors(), !isExpression(pattern));
-    const auto place = hx::findMatch(data, typed, atStart);
+    const auto place = hx::midi::findMatch(data, typed, atStart);
     EXPECT_EQ(place.has_value(), data.match(pattern.c_str(), atStart));
     if (place) {
         EXPECT_GE(place->digit, 0);

@@ -3,7 +3,7 @@
 #include "apps/hxhost/commands/OutputCheck.h"
 #include "apps/hxhost/report/Terminal.h"
 
-namespace hx {
+namespace hx::host {
 
 namespace {
 
@@ -76,4 +76,4 @@ std::optional<Problem> argumentProblem(const Command& command, const OutputOptio
     return outputProblem(command);
 }
 
-} // namespace hx
+} // namespace hx::host

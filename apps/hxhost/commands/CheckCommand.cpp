@@ -10,7 +10,7 @@
 
 #include <algorithm>
 
-namespace hx {
+namespace hx::host {
 
 namespace {
 
@@ -149,4 +149,4 @@ void addCheckCommand(CommandLine& line)
     line.setRun(command, [options](CommandContext& context) { check(context, *options); });
 }
 
-} // namespace hx
+} // namespace hx::host

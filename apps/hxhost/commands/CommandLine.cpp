@@ -11,7 +11,7 @@
 #include <cstdio>
 #include <cstring>
 
-namespace hx {
+namespace hx::host {
 
 namespace {
 
@@ -218,4 +218,4 @@ void CommandLine::printResult(const Command& command, CommandContext& context)
     writeOut((outputIsTerminal() ? printableLines(text).toUtf8() : fileNameBytes(text)) + '\n');
 }
 
-} // namespace hx
+} // namespace hx::host

@@ -7,7 +7,7 @@
 
 #include <functional>
 
-namespace hx {
+namespace hx::host {
 
 class CommandLine {
 public:
@@ -43,4 +43,4 @@ private:
     QString m_words;                   // the whole command line, as it was typed
 };
 
-} // namespace hx
+} // namespace hx::host

@@ -1,6 +1,6 @@
 #include "apps/hxhost/commands/Commands.h"
 
-namespace hx {
+namespace hx::host {
 
 void addAllCommands(CommandLine& line)
 {
@@ -19,4 +19,4 @@ void addAllCommands(CommandLine& line)
     addSupportCommand(line);
 }
 
-} // namespace hx
+} // namespace hx::host

@@ -1,7 +1,7 @@
 // The commands of this program; each lives in the file of its name.
 #pragma once
 
-namespace hx {
+namespace hx::host {
 
 class CommandLine;
 struct CommandContext;
@@ -29,4 +29,4 @@ void reportPorts(CommandContext& context, const PluginOptions& options);
 void reportPlugin(CommandContext& context, const PluginOptions& options);
 void reportProduct(CommandContext& context, const ConnectionOptions& options);
 
-} // namespace hx
+} // namespace hx::host

@@ -4,7 +4,7 @@
 #include "apps/hxhost/commands/Readings.h"
 #include "apps/hxhost/session/Session.h"
 
-namespace hx {
+namespace hx::host {
 
 namespace {
 
@@ -38,4 +38,4 @@ void addIdentifyCommand(CommandLine& line)
     line.setRun(command, [options](CommandContext& context) { identify(context, *options); });
 }
 
-} // namespace hx
+} // namespace hx::host

@@ -9,7 +9,7 @@
 #include "host/image/ImageBuilder.h"
 #include "host/image/ImageGrammar.h"
 
-namespace hx {
+namespace hx::host {
 
 namespace {
 
@@ -149,4 +149,4 @@ void addImageCommands(CommandLine& line)
     addInspectImageCommand(line, group);
 }
 
-} // namespace hx
+} // namespace hx::host

@@ -6,7 +6,7 @@
 #include "host/base/FileName.h"
 #include "host/base/HexText.h"
 
-namespace hx {
+namespace hx::host {
 
 namespace {
 
@@ -147,4 +147,4 @@ QString durationText(qint64 microseconds)
     return seconds < 60 ? rest : QStringLiteral("%1 min %2").arg(seconds / 60).arg(rest);
 }
 
-} // namespace hx
+} // namespace hx::host

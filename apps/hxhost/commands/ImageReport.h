@@ -5,7 +5,7 @@
 
 #include "host/image/UpdateImage.h"
 
-namespace hx {
+namespace hx::host {
 
 // An image as it was read from a file.
 struct LoadedImage {
@@ -29,4 +29,4 @@ std::optional<LoadedImage> takeImage(CommandContext& context, const std::string&
 // "1 min 2 s" for 62 seconds; rounded up to whole seconds.
 QString durationText(qint64 microseconds);
 
-} // namespace hx
+} // namespace hx::host

@@ -6,7 +6,7 @@
 
 #include <initializer_list>
 
-namespace hx {
+namespace hx::host {
 
 namespace {
 
@@ -71,4 +71,4 @@ void addInfoCommand(CommandLine& line)
     line.setRun(command, [options](CommandContext& context) { reportProduct(context, *options); });
 }
 
-} // namespace hx
+} // namespace hx::host

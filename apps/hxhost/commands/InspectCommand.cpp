@@ -7,7 +7,7 @@
 #include "host/base/HexText.h"
 #include "host/product/MessageNames.h"
 
-namespace hx {
+namespace hx::host {
 
 namespace {
 
@@ -105,4 +105,4 @@ void addInspectCommand(CommandLine& line)
     line.setRun(command, [options](CommandContext& context) { reportPlugin(context, *options); });
 }
 
-} // namespace hx
+} // namespace hx::host

@@ -10,7 +10,7 @@
 #include <cstdio>
 #include <limits>
 
-namespace hx {
+namespace hx::host {
 
 namespace {
 
@@ -153,4 +153,4 @@ void addMonitorCommand(CommandLine& line)
     line.setRun(command, [options](CommandContext& context) { monitor(context, *options); });
 }
 
-} // namespace hx
+} // namespace hx::host

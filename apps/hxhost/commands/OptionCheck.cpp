@@ -7,7 +7,7 @@
 
 #include <algorithm>
 
-namespace hx {
+namespace hx::host {
 
 namespace {
 
@@ -64,4 +64,4 @@ std::optional<Problem> optionProblem(const Command& command)
     return fieldProblem(QString::fromStdString(command.fullName()), valueOf(options, "--field"));
 }
 
-} // namespace hx
+} // namespace hx::host

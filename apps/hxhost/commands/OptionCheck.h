@@ -6,11 +6,11 @@
 
 #include <optional>
 
-namespace hx {
+namespace hx::host {
 
 // The problem with options that would turn out to be wrong only once the product has been spoken
 // to: a --field that no result of the command has, a --fault for a port that no simulated product
 // is behind.
 std::optional<Problem> optionProblem(const Command& command);
 
-} // namespace hx
+} // namespace hx::host

@@ -1,6 +1,6 @@
 #include "apps/hxhost/commands/Options.h"
 
-namespace hx {
+namespace hx::host {
 
 namespace {
 
@@ -145,4 +145,4 @@ void addConnectionOptions(const Command& command, ConnectionOptions& options)
     addFaultOption(command, options.faults);
 }
 
-} // namespace hx
+} // namespace hx::host

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-namespace hx {
+namespace hx::host {
 
 // The group of the OutputOptions in each command's help.
 constexpr char outputGroup[] = "Output";
@@ -25,4 +25,4 @@ void addFaultOption(const Command& command, std::vector<std::string>& faults);
 void addListenOptions(const Command& command, ConnectionOptions& options);
 void addConnectionOptions(const Command& command, ConnectionOptions& options);
 
-} // namespace hx
+} // namespace hx::host

@@ -14,7 +14,7 @@
 
 #include <unistd.h>
 
-namespace hx {
+namespace hx::host {
 
 namespace {
 
@@ -208,4 +208,4 @@ std::optional<Problem> standardOutputProblem(const Command& command)
     return std::nullopt;
 }
 
-} // namespace hx
+} // namespace hx::host

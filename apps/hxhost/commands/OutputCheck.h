@@ -6,7 +6,7 @@
 
 #include <optional>
 
-namespace hx {
+namespace hx::host {
 
 // Whether the option (or argument) names a file that the command writes.
 bool namesOutput(const GivenOption& option);
@@ -18,4 +18,4 @@ std::optional<Problem> outputProblem(const Command& command);
 // The same for a file that standard output is appended to: the problem may not be printed there.
 std::optional<Problem> standardOutputProblem(const Command& command);
 
-} // namespace hx
+} // namespace hx::host

@@ -7,7 +7,7 @@
 #include "host/base/HexText.h"
 #include "ports/AnsweringPort.h"
 
-namespace hx {
+namespace hx::host {
 
 namespace {
 
@@ -135,4 +135,4 @@ void addPortsCommand(CommandLine& line)
     line.setRun(command, [options](CommandContext& context) { probePorts(context, *options); });
 }
 
-} // namespace hx
+} // namespace hx::host

@@ -4,7 +4,7 @@
 
 #include "host/base/HexText.h"
 
-namespace hx {
+namespace hx::host {
 
 namespace {
 
@@ -131,4 +131,4 @@ void failWrongProduct(CommandContext& context, const IdentityReading& identity,
                                 "this product with --plugin"));
 }
 
-} // namespace hx
+} // namespace hx::host

@@ -5,7 +5,7 @@
 
 #include "host/product/ProductReadings.h"
 
-namespace hx {
+namespace hx::host {
 
 // Adds state, reason and value of a reading under `name`. A reading that was not made adds nothing.
 void addReading(Report& report, const QString& name, const IdentityReading& reading);
@@ -27,4 +27,4 @@ bool requireGood(CommandContext& context, const Reading& reading, const QString&
 void failWrongProduct(CommandContext& context, const IdentityReading& identity,
                       DeviceInterface& device);
 
-} // namespace hx
+} // namespace hx::host

@@ -7,7 +7,7 @@
 
 #include "host/product/ProductState.h"
 
-namespace hx {
+namespace hx::host {
 
 namespace {
 
@@ -48,4 +48,4 @@ void addRecoverCommand(CommandLine& line)
     line.setRun(command, [options](CommandContext& context) { recover(context, *options); });
 }
 
-} // namespace hx
+} // namespace hx::host

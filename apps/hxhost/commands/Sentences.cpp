@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <initializer_list>
 
-namespace hx {
+namespace hx::host {
 
 namespace {
 
@@ -332,4 +332,4 @@ QString serialText(const QByteArray& number)
     return isText ? QString::fromLatin1(number) : QString();
 }
 
-} // namespace hx
+} // namespace hx::host

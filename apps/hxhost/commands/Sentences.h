@@ -7,7 +7,7 @@
 #include "host/image/UpdateImage.h"
 #include "host/update/UpdateResult.h"
 
-namespace hx {
+namespace hx::host {
 
 // The end of an update, or of a verification, that did not succeed. `image` is null where none was
 // given.
@@ -25,4 +25,4 @@ QString productText(const QString& productName, const EsnReading& esn);
 // The serial number as text where all of it is text, else empty.
 QString serialText(const QByteArray& number);
 
-} // namespace hx
+} // namespace hx::host

@@ -12,7 +12,7 @@
 #include "ports/ProductStateFile.h"
 #include "ports/RtMidiPort.h"
 
-namespace hx {
+namespace hx::host {
 
 namespace {
 
@@ -180,4 +180,4 @@ void addSimulateCommand(CommandLine& line)
     line.setRun(command, [options](CommandContext& context) { simulate(context, *options); });
 }
 
-} // namespace hx
+} // namespace hx::host

@@ -14,7 +14,7 @@
 #include <QRegularExpression>
 #include <QSysInfo>
 
-namespace hx {
+namespace hx::host {
 
 namespace {
 
@@ -227,4 +227,4 @@ void addSupportCommand(CommandLine& line)
     line.setRun(command, [options](CommandContext& context) { support(context, *options); });
 }
 
-} // namespace hx
+} // namespace hx::host

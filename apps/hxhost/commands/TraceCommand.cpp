@@ -9,7 +9,7 @@
 #include "host/base/HexText.h"
 #include "host/base/PrintableText.h"
 
-namespace hx {
+namespace hx::host {
 
 namespace {
 
@@ -145,4 +145,4 @@ void addTraceCommand(CommandLine& line)
     line.setRun(command, [options](CommandContext& context) { showTrace(context, *options); });
 }
 
-} // namespace hx
+} // namespace hx::host

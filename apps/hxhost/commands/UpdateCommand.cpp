@@ -13,7 +13,7 @@
 #include <csignal>
 #include <utility>
 
-namespace hx {
+namespace hx::host {
 
 namespace {
 
@@ -191,4 +191,4 @@ void addUpdateCommand(CommandLine& line)
     line.setRun(command, [options](CommandContext& context) { update(context, *options); });
 }
 
-} // namespace hx
+} // namespace hx::host

@@ -4,7 +4,7 @@
 
 #include <QVector>
 
-namespace hx {
+namespace hx::host {
 
 namespace {
 
@@ -78,4 +78,4 @@ QString updateQuestion(const UpdateResult& asked, const LoadedImage& loaded,
              sendingTime(loaded.image, pace));
 }
 
-} // namespace hx
+} // namespace hx::host

@@ -6,7 +6,7 @@
 #include "host/base/WirePace.h"
 #include "host/update/UpdateResult.h"
 
-namespace hx {
+namespace hx::host {
 
 // How the version that would be installed stands to the one that is there.
 enum class VersionStep { Unknown, Upgrade, Reinstall, Downgrade };
@@ -21,4 +21,4 @@ QString sendingTime(const UpdateImage& image, const Pace& pace);
 QString updateQuestion(const UpdateResult& asked, const LoadedImage& loaded,
                        const QString& productName, const QString& portName, const Pace& pace);
 
-} // namespace hx
+} // namespace hx::host

@@ -5,7 +5,7 @@
 
 #include "host/base/HexText.h"
 
-namespace hx {
+namespace hx::host {
 
 namespace {
 
@@ -113,4 +113,4 @@ void reportPluginAnswers(CommandContext& context, const Session& session,
                          result.calculated);
 }
 
-} // namespace hx
+} // namespace hx::host

@@ -6,7 +6,7 @@
 
 #include "host/update/UpdateRun.h"
 
-namespace hx {
+namespace hx::host {
 
 // Adds outcome, steps, checksums, versions, and three sentences when all is good; what went wrong
 // becomes the command's problem. `image` is null where the product is held against none.
@@ -20,4 +20,4 @@ void addSuccess(Report& report, const Session& session, const QStringList& lines
 void reportPluginAnswers(CommandContext& context, const Session& session,
                          const UpdateResult& result);
 
-} // namespace hx
+} // namespace hx::host

@@ -5,7 +5,7 @@
 #include "apps/hxhost/commands/ImageReport.h"
 #include "apps/hxhost/commands/UpdateReport.h"
 
-namespace hx {
+namespace hx::host {
 
 namespace {
 
@@ -62,4 +62,4 @@ void addVerifyCommand(CommandLine& line)
     line.setRun(command, [options](CommandContext& context) { verify(context, *options); });
 }
 
-} // namespace hx
+} // namespace hx::host

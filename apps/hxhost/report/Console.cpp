@@ -8,7 +8,7 @@
 
 #include <cstdio>
 
-namespace hx {
+namespace hx::host {
 
 namespace {
 
@@ -106,4 +106,4 @@ QString Console::coloured(const char* code, const QString& text) const
     return QStringLiteral("\033[%1m%2\033[0m").arg(QLatin1String(code), text);
 }
 
-} // namespace hx
+} // namespace hx::host

@@ -7,7 +7,7 @@
 
 #include <atomic>
 
-namespace hx {
+namespace hx::host {
 
 // How much is said; each level includes the ones before it.
 enum class Verbosity {
@@ -52,4 +52,4 @@ private:
     bool m_redrawing = false;
 };
 
-} // namespace hx
+} // namespace hx::host

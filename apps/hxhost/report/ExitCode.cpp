@@ -1,6 +1,6 @@
 #include "apps/hxhost/report/ExitCode.h"
 
-namespace hx {
+namespace hx::host {
 
 const std::vector<ExitCodeRow>& exitCodeTable()
 {
@@ -47,4 +47,4 @@ QString exitCodeHelp()
     return text;
 }
 
-} // namespace hx
+} // namespace hx::host

@@ -5,7 +5,7 @@
 
 #include <vector>
 
-namespace hx {
+namespace hx::host {
 
 enum class ExitCode : int {
     Success = 0,
@@ -40,4 +40,4 @@ QString exitName(ExitCode code);
 // The table as lines "number  name  meaning" for people to read.
 QString exitCodeHelp();
 
-} // namespace hx
+} // namespace hx::host

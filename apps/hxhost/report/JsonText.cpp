@@ -5,7 +5,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 
-namespace hx {
+namespace hx::host {
 
 namespace {
 
@@ -62,4 +62,4 @@ QByteArray jsonText(const QJsonObject& document)
     return text;
 }
 
-} // namespace hx
+} // namespace hx::host

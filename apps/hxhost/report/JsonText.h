@@ -7,7 +7,7 @@
 #include <QJsonObject>
 #include <QJsonValue>
 
-namespace hx {
+namespace hx::host {
 
 // The value with the bytes of files' names that are not UTF-8 written out as "\xFF" in every text,
 // for JSON has no way to hold them.
@@ -19,4 +19,4 @@ QJsonObject problemObject(const Problem& problem);
 // The document as text, with every control character escaped, those that JSON lets stand included.
 QByteArray jsonText(const QJsonObject& document);
 
-} // namespace hx
+} // namespace hx::host

@@ -5,7 +5,7 @@
 
 #include <QString>
 
-namespace hx {
+namespace hx::host {
 
 struct Problem {
     ExitCode code = ExitCode::Internal;
@@ -14,4 +14,4 @@ struct Problem {
     QString next;     // what to do now
 };
 
-} // namespace hx
+} // namespace hx::host

@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace hx {
+namespace hx::host {
 
 namespace {
 
@@ -109,4 +109,4 @@ void Progress::finish()
     m_console.endRedraw();
 }
 
-} // namespace hx
+} // namespace hx::host

@@ -7,7 +7,7 @@
 
 #include <QString>
 
-namespace hx {
+namespace hx::host {
 
 enum class ProgressMode { Auto, Bar, Plain, Json, None };
 
@@ -40,4 +40,4 @@ private:
     int m_shown = -1;
 };
 
-} // namespace hx
+} // namespace hx::host

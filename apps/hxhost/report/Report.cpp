@@ -8,7 +8,7 @@
 
 #include <algorithm>
 
-namespace hx {
+namespace hx::host {
 
 namespace {
 
@@ -166,4 +166,4 @@ std::optional<QString> Report::field(const QString& name) const
     return plainText(value);
 }
 
-} // namespace hx
+} // namespace hx::host

@@ -11,7 +11,7 @@
 #include <optional>
 #include <vector>
 
-namespace hx {
+namespace hx::host {
 
 class Report {
 public:
@@ -70,4 +70,4 @@ private:
     std::optional<Problem> m_problem;
 };
 
-} // namespace hx
+} // namespace hx::host

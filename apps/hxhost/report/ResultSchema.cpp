@@ -3,7 +3,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
-namespace hx {
+namespace hx::host {
 
 namespace {
 
@@ -75,4 +75,4 @@ QStringList resultFields(const QString& command)
     return names;
 }
 
-} // namespace hx
+} // namespace hx::host

@@ -4,7 +4,7 @@
 #include <QString>
 #include <QStringList>
 
-namespace hx {
+namespace hx::host {
 
 // docs/formats/schema/hxhost.schema.json, word for word.
 extern const char resultSchemaText[];
@@ -15,4 +15,4 @@ bool resultHasField(const QString& command, const QString& name);
 // Every dotted name, down to single values and lists, in alphabetical order.
 QStringList resultFields(const QString& command);
 
-} // namespace hx
+} // namespace hx::host

@@ -4,7 +4,7 @@
 
 #include <cstdio>
 
-namespace hx {
+namespace hx::host {
 
 bool isStandardStream(const QString& name)
 {
@@ -32,4 +32,4 @@ bool writeOutput(const QString& name, const QByteArray& content, QString* error)
     return true;
 }
 
-} // namespace hx
+} // namespace hx::host

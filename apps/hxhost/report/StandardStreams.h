@@ -4,7 +4,7 @@
 #include <QByteArray>
 #include <QString>
 
-namespace hx {
+namespace hx::host {
 
 bool isStandardStream(const QString& name);
 
@@ -16,4 +16,4 @@ bool readInput(const QString& name, qint64 limit, QByteArray* content, QString* 
 // take is found at the end of the run.
 bool writeOutput(const QString& name, const QByteArray& content, QString* error);
 
-} // namespace hx
+} // namespace hx::host

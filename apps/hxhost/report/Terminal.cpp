@@ -13,7 +13,7 @@
 #include <unistd.h>
 #endif
 
-namespace hx {
+namespace hx::host {
 
 namespace {
 
@@ -130,4 +130,4 @@ bool lineMayBeRedrawn()
     return errorIsTerminal() && !isDumb();
 }
 
-} // namespace hx
+} // namespace hx::host

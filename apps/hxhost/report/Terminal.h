@@ -6,7 +6,7 @@
 
 #include <atomic>
 
-namespace hx {
+namespace hx::host {
 
 // True when a person reads standard error or output (or types standard input) directly.
 bool errorIsTerminal();
@@ -29,4 +29,4 @@ bool colourAllowed();
 // Whether the cursor may be moved back to redraw a line.
 bool lineMayBeRedrawn();
 
-} // namespace hx
+} // namespace hx::host

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace hx {
+namespace hx::host {
 
 namespace {
 
@@ -41,4 +41,4 @@ QString textTable(const QStringList& headings, const QList<QStringList>& rows)
     return text;
 }
 
-} // namespace hx
+} // namespace hx::host

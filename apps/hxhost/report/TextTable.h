@@ -4,10 +4,10 @@
 #include <QList>
 #include <QStringList>
 
-namespace hx {
+namespace hx::host {
 
 // A heading line and one line a row, columns two blanks apart and as wide as their widest cell,
 // each line indented by two blanks, without blanks at its end.
 QString textTable(const QStringList& headings, const QList<QStringList>& rows);
 
-} // namespace hx
+} // namespace hx::host

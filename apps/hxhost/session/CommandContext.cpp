@@ -2,7 +2,7 @@
 
 #include "host/base/FileName.h"
 
-namespace hx {
+namespace hx::host {
 
 QString CommandContext::traceName() const
 {
@@ -26,4 +26,4 @@ bool CommandContext::startTrace()
     return isStarted;
 }
 
-} // namespace hx
+} // namespace hx::host

@@ -7,7 +7,7 @@
 
 #include <optional>
 
-namespace hx {
+namespace hx::host {
 
 // What a command works with. Results and the problem go to `report`; what happens meanwhile to
 // `console` and `recorder`.
@@ -47,4 +47,4 @@ struct CommandContext {
     }
 };
 
-} // namespace hx
+} // namespace hx::host

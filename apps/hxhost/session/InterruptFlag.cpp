@@ -2,7 +2,7 @@
 
 #include <csignal>
 
-namespace hx {
+namespace hx::host {
 
 namespace {
 
@@ -46,4 +46,4 @@ const std::atomic<bool>* InterruptFlag::flag() const
     return &interrupted;
 }
 
-} // namespace hx
+} // namespace hx::host

@@ -3,7 +3,7 @@
 
 #include <atomic>
 
-namespace hx {
+namespace hx::host {
 
 // While it lives, the first Ctrl-C (or termination signal, or closing of the terminal) sets the
 // flag; a second one ends the program at once. One at a time.
@@ -17,4 +17,4 @@ public:
     const std::atomic<bool>* flag() const;
 };
 
-} // namespace hx
+} // namespace hx::host

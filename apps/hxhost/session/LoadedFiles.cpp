@@ -10,7 +10,7 @@
 #include <mach-o/dyld.h>
 #endif
 
-namespace hx {
+namespace hx::host {
 
 namespace {
 
@@ -53,4 +53,4 @@ QStringList loadedFiles()
     return files;
 }
 
-} // namespace hx
+} // namespace hx::host

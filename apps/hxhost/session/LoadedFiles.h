@@ -3,9 +3,9 @@
 
 #include <QStringList>
 
-namespace hx {
+namespace hx::host {
 
 // The program itself and every library that is loaded now.
 QStringList loadedFiles();
 
-} // namespace hx
+} // namespace hx::host

@@ -8,7 +8,7 @@
 #include <QLibrary>
 #include <QTemporaryDir>
 
-namespace hx {
+namespace hx::host {
 
 namespace {
 
@@ -72,4 +72,4 @@ std::unique_ptr<LoadedPlugin> loadChosenPlugin(CommandContext& context,
     return std::move(result.plugin);
 }
 
-} // namespace hx
+} // namespace hx::host

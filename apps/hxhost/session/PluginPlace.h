@@ -7,7 +7,7 @@
 
 #include <memory>
 
-namespace hx {
+namespace hx::host {
 
 // The place given with --plugin; else the folder of this installation.
 QString pluginSource(const PluginOptions& options);
@@ -23,4 +23,4 @@ void failWithoutPlugin(CommandContext& context, const QString& loadError);
 std::unique_ptr<LoadedPlugin> loadChosenPlugin(CommandContext& context,
                                                const PluginOptions& options);
 
-} // namespace hx
+} // namespace hx::host

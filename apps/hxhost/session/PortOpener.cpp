@@ -12,7 +12,7 @@
 #include <algorithm>
 #include <csignal>
 
-namespace hx {
+namespace hx::host {
 
 namespace {
 
@@ -199,4 +199,4 @@ PortPointer openInput(CommandContext& context, const ConnectionOptions& options,
     return port ? std::move(port) : failOpening(context, error);
 }
 
-} // namespace hx
+} // namespace hx::host

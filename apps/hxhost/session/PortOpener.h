@@ -8,7 +8,7 @@
 
 #include <memory>
 
-namespace hx {
+namespace hx::host {
 
 // Whether --port names the simulated product, whose faults can be chosen.
 bool isSimulatedPort(const QString& name);
@@ -28,4 +28,4 @@ std::unique_ptr<MidiPort> openPort(CommandContext& context, const ConnectionOpti
 std::unique_ptr<MidiPort> openInput(CommandContext& context, const ConnectionOptions& options,
                                     DeviceInterface& device);
 
-} // namespace hx
+} // namespace hx::host

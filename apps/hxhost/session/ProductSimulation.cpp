@@ -3,7 +3,7 @@
 #include "host/base/HexText.h"
 #include "ports/SimulatedIdentity.h"
 
-namespace hx {
+namespace hx::host {
 
 std::optional<sim::FaultyProduct> simulateProduct(CommandContext& context, DeviceInterface& device,
                                                   const std::vector<std::string>& faults)
@@ -21,4 +21,4 @@ std::optional<sim::FaultyProduct> simulateProduct(CommandContext& context, Devic
     return std::nullopt;
 }
 
-} // namespace hx
+} // namespace hx::host

@@ -8,11 +8,11 @@
 
 #include <optional>
 
-namespace hx {
+namespace hx::host {
 
 // A fresh one with these faults; none, with the problem in the report, when the plugin does not say
 // enough of its product.
 std::optional<sim::FaultyProduct> simulateProduct(CommandContext& context, DeviceInterface& device,
                                                   const std::vector<std::string>& faults);
 
-} // namespace hx
+} // namespace hx::host

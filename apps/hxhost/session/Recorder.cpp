@@ -2,7 +2,7 @@
 
 #include "host/base/HexText.h"
 
-namespace hx {
+namespace hx::host {
 
 namespace {
 
@@ -113,4 +113,4 @@ void Recorder::continueTimeFrom(Clock& clock)
     m_shift = m_traceTime - clock.now();
 }
 
-} // namespace hx
+} // namespace hx::host

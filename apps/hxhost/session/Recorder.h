@@ -9,7 +9,7 @@
 
 #include <memory>
 
-namespace hx {
+namespace hx::host {
 
 class Recorder final : public BusObserver {
 public:
@@ -53,4 +53,4 @@ private:
     Microseconds m_shift = 0;     // from the clock in use to the trace's time
 };
 
-} // namespace hx
+} // namespace hx::host

@@ -4,7 +4,7 @@
 
 #include <sys/stat.h>
 
-namespace hx {
+namespace hx::host {
 
 namespace {
 
@@ -41,4 +41,4 @@ bool isStream(int stream, const QString& name)
            open.st_ino == named.st_ino;
 }
 
-} // namespace hx
+} // namespace hx::host

@@ -3,7 +3,7 @@
 
 #include <QString>
 
-namespace hx {
+namespace hx::host {
 
 // Two names of one regular file, by whatever links and detours. A device or a pipe is never the
 // same: writing into it destroys nothing.
@@ -16,4 +16,4 @@ bool becomeOneFile(const QString& first, const QString& second);
 // Whether the stream with this number (0 to 2) leads to or comes from the regular file.
 bool isStream(int stream, const QString& name);
 
-} // namespace hx
+} // namespace hx::host

@@ -1,6 +1,6 @@
 #include "apps/hxhost/session/ServedTraffic.h"
 
-namespace hx {
+namespace hx::host {
 
 namespace {
 
@@ -48,4 +48,4 @@ void ServedTraffic::tell(const AssembledEvents& events)
             {kindOf(event), event.lastByte, event.bytes, dropReasonText(event.reason)});
 }
 
-} // namespace hx
+} // namespace hx::host

@@ -5,7 +5,7 @@
 #include "host/bus/MidiPort.h"
 #include "host/bus/SysExAssembler.h"
 
-namespace hx {
+namespace hx::host {
 
 // Whole messages that come are "received", replies that leave "sent".
 class ServedTraffic {
@@ -31,4 +31,4 @@ private:
     int m_replies = 0;
 };
 
-} // namespace hx
+} // namespace hx::host

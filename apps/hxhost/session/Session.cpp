@@ -4,7 +4,7 @@
 
 #include "host/base/FileName.h"
 
-namespace hx {
+namespace hx::host {
 
 Session::Session(CommandContext& context) : m_context(context) {}
 
@@ -55,4 +55,4 @@ bool Session::open(const ConnectionOptions& options)
     return loadPlugin(options.plugin) && connect(options);
 }
 
-} // namespace hx
+} // namespace hx::host

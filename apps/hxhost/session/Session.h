@@ -9,7 +9,7 @@
 
 #include <memory>
 
-namespace hx {
+namespace hx::host {
 
 class Session {
 public:
@@ -56,4 +56,4 @@ private:
     bool m_isMadeUp = false;
 };
 
-} // namespace hx
+} // namespace hx::host

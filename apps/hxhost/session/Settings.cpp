@@ -1,6 +1,6 @@
 #include "apps/hxhost/session/Settings.h"
 
-namespace hx {
+namespace hx::host {
 
 Verbosity OutputOptions::verbosity() const
 {
@@ -22,4 +22,4 @@ sim::FaultPlan faultPlan(const std::vector<std::string>& faults)
     return plan;
 }
 
-} // namespace hx
+} // namespace hx::host

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace hx {
+namespace hx::host {
 
 // How results and progress are shown; every command has these.
 struct OutputOptions {
@@ -43,4 +43,4 @@ struct ConnectionOptions {
 // The plan that checked texts of --fault amount to.
 sim::FaultPlan faultPlan(const std::vector<std::string>& faults);
 
-} // namespace hx
+} // namespace hx::host

@@ -5,7 +5,7 @@
 
 #include <unistd.h>
 
-namespace hx {
+namespace hx::host {
 
 namespace {
 
@@ -80,4 +80,4 @@ qint64 TraceOutput::writeData(const char* bytes, qint64 size)
     return isWritten ? size : -1;
 }
 
-} // namespace hx
+} // namespace hx::host

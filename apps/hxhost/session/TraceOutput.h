@@ -3,7 +3,7 @@
 
 #include <QFile>
 
-namespace hx {
+namespace hx::host {
 
 // What it is given before `start` waits in memory where the file holds something already: that is
 // left alone by a run that comes to nothing, and kept beside the new trace by one that goes on.
@@ -29,4 +29,4 @@ private:
     bool m_failed = false;
 };
 
-} // namespace hx
+} // namespace hx::host

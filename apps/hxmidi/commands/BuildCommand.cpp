@@ -5,7 +5,7 @@
 
 #include <memory>
 
-namespace hx {
+namespace hx::midi {
 
 namespace {
 
@@ -54,4 +54,4 @@ void addBuildCommand(CommandLine& line)
     line.setRun(command, [options](Outcome& outcome) { run(*options, outcome); });
 }
 
-} // namespace hx
+} // namespace hx::midi

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <cstring>
 
-namespace hx {
+namespace hx::midi {
 
 namespace {
 
@@ -174,4 +174,4 @@ bool CommandLine::print(const Outcome& outcome)
     return m_streams.output.write(text) == text.size();
 }
 
-} // namespace hx
+} // namespace hx::midi

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace hx {
+namespace hx::midi {
 
 enum class JsonForm { Available, None };
 
@@ -47,4 +47,4 @@ private:
     std::map<std::string, Run> m_runs;
 };
 
-} // namespace hx
+} // namespace hx::midi

@@ -1,6 +1,6 @@
 #include "apps/hxmidi/commands/Commands.h"
 
-namespace hx {
+namespace hx::midi {
 
 void addAllCommands(CommandLine& line)
 {
@@ -16,4 +16,4 @@ void addAllCommands(CommandLine& line)
     addConvertCommand(line);
 }
 
-} // namespace hx
+} // namespace hx::midi

@@ -1,7 +1,7 @@
 // The commands of this program; each lives in the file of its name.
 #pragma once
 
-namespace hx {
+namespace hx::midi {
 
 class CommandLine;
 
@@ -18,4 +18,4 @@ void addConvertCommand(CommandLine& line);
 
 void addAllCommands(CommandLine& line);
 
-} // namespace hx
+} // namespace hx::midi

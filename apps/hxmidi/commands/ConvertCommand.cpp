@@ -7,7 +7,7 @@
 #include <map>
 #include <memory>
 
-namespace hx {
+namespace hx::midi {
 
 namespace {
 
@@ -81,4 +81,4 @@ void addConvertCommand(CommandLine& line)
     line.setRun(command, [options](Outcome& outcome) { run(*options, outcome); });
 }
 
-} // namespace hx
+} // namespace hx::midi

@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <memory>
 
-namespace hx {
+namespace hx::midi {
 
 namespace {
 
@@ -124,4 +124,4 @@ void addDiffCommand(CommandLine& line)
     line.setRun(command, [options](Outcome& outcome) { run(*options, outcome); });
 }
 
-} // namespace hx
+} // namespace hx::midi

@@ -5,7 +5,7 @@
 
 #include <memory>
 
-namespace hx {
+namespace hx::midi {
 
 namespace {
 
@@ -39,4 +39,4 @@ void addDumpCommand(CommandLine& line)
     line.setRun(command, [options](Outcome& outcome) { run(*options, outcome); });
 }
 
-} // namespace hx
+} // namespace hx::midi

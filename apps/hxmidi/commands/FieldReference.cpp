@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <limits>
 
-namespace hx {
+namespace hx::midi {
 
 namespace {
 
@@ -202,4 +202,4 @@ std::optional<FieldValue> readField(const HxMidiData& data, const FieldReference
     return valueOf(data, field, fallback.value_or(0));
 }
 
-} // namespace hx
+} // namespace hx::midi

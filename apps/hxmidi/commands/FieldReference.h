@@ -9,7 +9,7 @@
 
 #include <optional>
 
-namespace hx {
+namespace hx::midi {
 
 enum class FieldType {
     Bits14,
@@ -48,4 +48,4 @@ std::optional<FieldReference> readFieldReference(const QByteArray& word, Finding
 std::optional<FieldValue> readField(const HxMidiData& data, const FieldReference& field,
                                     std::optional<int> fallback, Findings& findings);
 
-} // namespace hx
+} // namespace hx::midi

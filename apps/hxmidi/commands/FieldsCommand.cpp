@@ -8,7 +8,7 @@
 
 #include <memory>
 
-namespace hx {
+namespace hx::midi {
 
 namespace {
 
@@ -94,4 +94,4 @@ void addFieldsCommand(CommandLine& line)
     line.setRun(command, [options](Outcome& outcome) { run(*options, outcome); });
 }
 
-} // namespace hx
+} // namespace hx::midi

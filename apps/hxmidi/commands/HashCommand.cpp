@@ -5,7 +5,7 @@
 
 #include <memory>
 
-namespace hx {
+namespace hx::midi {
 
 namespace {
 
@@ -32,4 +32,4 @@ void addHashCommand(CommandLine& line)
     line.setRun(command, [options](Outcome& outcome) { hash(*options, outcome); });
 }
 
-} // namespace hx
+} // namespace hx::midi

@@ -2,7 +2,7 @@
 
 #include <map>
 
-namespace hx {
+namespace hx::midi {
 
 namespace {
 
@@ -43,4 +43,4 @@ void addInputOptions(const Command& command, InputOptions& options)
     addInputFormOptions(command, options);
 }
 
-} // namespace hx
+} // namespace hx::midi

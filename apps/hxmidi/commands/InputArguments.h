@@ -4,7 +4,7 @@
 #include "apps/commandline/Command.h"
 #include "apps/hxmidi/input/Input.h"
 
-namespace hx {
+namespace hx::midi {
 
 // Adds the options without the words, for commands that take these in their own way.
 void addInputFormOptions(const Command& command, InputOptions& options);
@@ -12,4 +12,4 @@ void addInputFormOptions(const Command& command, InputOptions& options);
 // Adds the words too, as the positional argument DATA.
 void addInputOptions(const Command& command, InputOptions& options);
 
-} // namespace hx
+} // namespace hx::midi

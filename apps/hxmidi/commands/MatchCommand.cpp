@@ -9,7 +9,7 @@
 
 #include <memory>
 
-namespace hx {
+namespace hx::midi {
 
 namespace {
 
@@ -140,4 +140,4 @@ void addMatchCommand(CommandLine& line)
     line.setRun(command, [options](Outcome& outcome) { run(*options, outcome); });
 }
 
-} // namespace hx
+} // namespace hx::midi

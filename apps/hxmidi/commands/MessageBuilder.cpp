@@ -11,7 +11,7 @@
 #include <cmath>
 #include <limits>
 
-namespace hx {
+namespace hx::midi {
 
 namespace {
 
@@ -230,4 +230,4 @@ HxMidiData buildMessage(const QByteArray& format, const QByteArrayList& argument
     return data;
 }
 
-} // namespace hx
+} // namespace hx::midi

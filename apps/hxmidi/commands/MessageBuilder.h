@@ -5,7 +5,7 @@
 
 #include "mididata/HxMidiData.h"
 
-namespace hx {
+namespace hx::midi {
 
 // Builds what HxMidiData::setData() builds from `format` and the arguments.
 //
@@ -16,4 +16,4 @@ namespace hx {
 HxMidiData buildMessage(const QByteArray& format, const QByteArrayList& arguments, bool lenient,
                         Findings& findings);
 
-} // namespace hx
+} // namespace hx::midi

@@ -6,7 +6,7 @@
 
 #include <memory>
 
-namespace hx {
+namespace hx::midi {
 
 namespace {
 
@@ -49,4 +49,4 @@ void addParseCommand(CommandLine& line)
     line.setRun(command, [options](Outcome& outcome) { parse(*options, outcome); });
 }
 
-} // namespace hx
+} // namespace hx::midi

@@ -7,7 +7,7 @@
 #include <map>
 #include <memory>
 
-namespace hx {
+namespace hx::midi {
 
 namespace {
 
@@ -102,4 +102,4 @@ void addSumCommand(CommandLine& line)
     line.setRun(command, [options](Outcome& outcome) { run(*options, outcome); });
 }
 
-} // namespace hx
+} // namespace hx::midi

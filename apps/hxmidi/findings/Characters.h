@@ -1,7 +1,7 @@
 // Kinds of characters in the texts that a user writes.
 #pragma once
 
-namespace hx {
+namespace hx::midi {
 
 inline bool isPrintable(char c)
 {
@@ -13,4 +13,4 @@ inline bool isHexDigit(char c)
     return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
 }
 
-} // namespace hx
+} // namespace hx::midi

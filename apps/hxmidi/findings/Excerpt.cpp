@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace hx {
+namespace hx::midi {
 
 namespace {
 
@@ -77,4 +77,4 @@ QString excerpt(const Place& place)
              QString(std::max(piece.size() - 1, 0), QLatin1Char('~')));
 }
 
-} // namespace hx
+} // namespace hx::midi

@@ -3,7 +3,7 @@
 
 #include "apps/hxmidi/findings/Finding.h"
 
-namespace hx {
+namespace hx::midi {
 
 // Line and column count from 1; the column in characters.
 struct LineAndColumn {
@@ -17,4 +17,4 @@ LineAndColumn lineAndColumn(const Place& place);
 // piece, and "^~~~" below the piece itself.
 QString excerpt(const Place& place);
 
-} // namespace hx
+} // namespace hx::midi

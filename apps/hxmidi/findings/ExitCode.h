@@ -1,7 +1,7 @@
 // How the program can end, as grep and diff do it.
 #pragma once
 
-namespace hx {
+namespace hx::midi {
 
 enum class ExitCode : int {
     Success = 0,   // done; it matched; the two are the same
@@ -9,4 +9,4 @@ enum class ExitCode : int {
     Refused = 2,   // an error in the command line or in the data; nothing was done
 };
 
-} // namespace hx
+} // namespace hx::midi

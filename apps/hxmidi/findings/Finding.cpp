@@ -1,6 +1,6 @@
 #include "apps/hxmidi/findings/Finding.h"
 
-namespace hx {
+namespace hx::midi {
 
 void Findings::add(const Finding& finding)
 {
@@ -40,4 +40,4 @@ QString quoted(const QByteArray& piece)
     return QLatin1Char('"') + shown + QLatin1Char('"');
 }
 
-} // namespace hx
+} // namespace hx::midi

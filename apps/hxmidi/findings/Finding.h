@@ -7,7 +7,7 @@
 
 #include <optional>
 
-namespace hx {
+namespace hx::midi {
 
 enum class Severity { Error, Warning, Note };
 
@@ -66,4 +66,4 @@ QString quoted(const QByteArray& piece);
 // Text for a terminal: control and formatting characters become question marks.
 QString harmless(const QByteArray& text);
 
-} // namespace hx
+} // namespace hx::midi

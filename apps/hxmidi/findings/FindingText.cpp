@@ -4,7 +4,7 @@
 
 #include <QJsonObject>
 
-namespace hx {
+namespace hx::midi {
 
 namespace {
 
@@ -101,4 +101,4 @@ QJsonArray toJson(const Findings& findings, Severity severity)
     return array;
 }
 
-} // namespace hx
+} // namespace hx::midi

@@ -5,7 +5,7 @@
 
 #include <QJsonArray>
 
-namespace hx {
+namespace hx::midi {
 
 QString toText(const Findings& findings);
 
@@ -13,4 +13,4 @@ QString toText(const Findings& findings);
 // column and text.
 QJsonArray toJson(const Findings& findings, Severity severity);
 
-} // namespace hx
+} // namespace hx::midi

@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-namespace hx {
+namespace hx::midi {
 
 namespace {
 
@@ -110,4 +110,4 @@ QByteArray readHexText(const QByteArray& text, const SourceText& source, Blanks 
                        [&](const TextProblem& problem) { problems.add(problem); });
 }
 
-} // namespace hx
+} // namespace hx::midi

@@ -6,7 +6,7 @@
 
 #include "mididata/HexText.h"
 
-namespace hx {
+namespace hx::midi {
 
 // The bytes that HxMidiData reads from `text`. A piece that gives none is a finding of severity
 // `badPiece`, one whose bytes may surprise a warning. A character that is not printable ASCII is always
@@ -15,4 +15,4 @@ namespace hx {
 QByteArray readHexText(const QByteArray& text, const SourceText& source, Blanks blanks,
                        Severity badPiece, Findings& findings);
 
-} // namespace hx
+} // namespace hx::midi

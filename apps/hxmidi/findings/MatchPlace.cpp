@@ -2,7 +2,7 @@
 
 #include "mididata/PatternText.h"
 
-namespace hx {
+namespace hx::midi {
 
 namespace {
 
@@ -52,4 +52,4 @@ std::optional<Span> firstWordThatFails(const HxMidiData& data, const QByteArray&
     return std::nullopt;
 }
 
-} // namespace hx
+} // namespace hx::midi

@@ -7,7 +7,7 @@
 
 #include <optional>
 
-namespace hx {
+namespace hx::midi {
 
 // A match in digits of the compact hex text, two to the byte.
 struct MatchPlace {
@@ -29,4 +29,4 @@ std::optional<MatchPlace> findMatch(const HxMidiData& data, const QByteArray& pa
 std::optional<Span> firstWordThatFails(const HxMidiData& data, const QByteArray& pattern,
                                        bool atStart);
 
-} // namespace hx
+} // namespace hx::midi

@@ -5,7 +5,7 @@
 #include "mididata/HxMidiData.h"
 #include "mididata/NumberBytes.h"
 
-namespace hx {
+namespace hx::midi {
 
 namespace {
 
@@ -74,4 +74,4 @@ void reportNumber(TextProblemKind kind, const QByteArray& token, const Place& pl
                       QStringLiteral("digits 0 to 9 and A to F"), adviceFor(token, next), place});
 }
 
-} // namespace hx
+} // namespace hx::midi

@@ -5,11 +5,11 @@
 
 #include "mididata/TextProblem.h"
 
-namespace hx {
+namespace hx::midi {
 
 // Reports what is wrong with the number `token` with `severity`; one that is only read differently is
 // never more than a warning. `next` says what to do where nothing better is known.
 void reportNumber(TextProblemKind kind, const QByteArray& token, const Place& place,
                   Severity severity, const QString& next, Findings& findings);
 
-} // namespace hx
+} // namespace hx::midi

@@ -10,7 +10,7 @@
 
 #include <functional>
 
-namespace hx {
+namespace hx::midi {
 
 struct Outcome {
     explicit Outcome(QIODevice& input) : standardInput(input) {}
@@ -25,4 +25,4 @@ struct Outcome {
     int rows = 0; // elements of the longest list in it
 };
 
-} // namespace hx
+} // namespace hx::midi

@@ -6,7 +6,7 @@
 
 #include <algorithm>
 
-namespace hx {
+namespace hx::midi {
 
 namespace {
 
@@ -109,4 +109,4 @@ bool checkPattern(const SourceText& pattern, Findings& findings)
     return usable;
 }
 
-} // namespace hx
+} // namespace hx::midi

@@ -3,11 +3,11 @@
 
 #include "apps/hxmidi/findings/Finding.h"
 
-namespace hx {
+namespace hx::midi {
 
 // Reports what makes a pattern unusable as an error, and what can never fit hex text, such as VV,
 // as a warning. Returns whether it can be used. A pattern that repetitions blow up beyond what
 // QRegExp can hold is refused too.
 bool checkPattern(const SourceText& pattern, Findings& findings);
 
-} // namespace hx
+} // namespace hx::midi

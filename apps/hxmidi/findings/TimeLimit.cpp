@@ -7,7 +7,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-namespace hx {
+namespace hx::midi {
 
 namespace {
 
@@ -58,4 +58,4 @@ bool refusesTime(const SourceText& pattern, const std::function<void()>& work, F
     return true;
 }
 
-} // namespace hx
+} // namespace hx::midi

@@ -11,7 +11,7 @@
 #include <cstdio>
 #include <filesystem>
 
-namespace hx {
+namespace hx::midi {
 
 namespace {
 
@@ -273,4 +273,4 @@ HxMidiData readInput(const InputOptions& options, Outcome& outcome)
     return InputReader(options, outcome).read();
 }
 
-} // namespace hx
+} // namespace hx::midi

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-namespace hx {
+namespace hx::midi {
 
 // How data is written.
 enum class InputForm {
@@ -34,4 +34,4 @@ constexpr int mostInputBytes = 4 * 1024 * 1024;
 // of no use.
 HxMidiData readInput(const InputOptions& options, Outcome& outcome);
 
-} // namespace hx
+} // namespace hx::midi

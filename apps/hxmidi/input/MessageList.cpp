@@ -1,6 +1,6 @@
 #include "apps/hxmidi/input/MessageList.h"
 
-namespace hx {
+namespace hx::midi {
 
 QList<PlacedMessage> messagesOf(const HxMidiData& stream)
 {
@@ -28,4 +28,4 @@ QJsonArray toJson(const QList<PlacedMessage>& messages)
     return array;
 }
 
-} // namespace hx
+} // namespace hx::midi

@@ -5,7 +5,7 @@
 
 #include <QJsonArray>
 
-namespace hx {
+namespace hx::midi {
 
 struct PlacedMessage {
     int at; // index of the first byte
@@ -19,4 +19,4 @@ QList<PlacedMessage> messagesOf(const HxMidiData& stream);
 // Objects with at, bytes and, where there is one, meaning.
 QJsonArray toJson(const QList<PlacedMessage>& messages);
 
-} // namespace hx
+} // namespace hx::midi

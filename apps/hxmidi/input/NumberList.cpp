@@ -2,7 +2,7 @@
 
 #include "apps/hxmidi/input/NumberText.h"
 
-namespace hx {
+namespace hx::midi {
 
 namespace {
 
@@ -53,4 +53,4 @@ QByteArray readCArray(const SourceText& source, Findings& findings)
     return QByteArray();
 }
 
-} // namespace hx
+} // namespace hx::midi

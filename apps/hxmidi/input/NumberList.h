@@ -3,7 +3,7 @@
 
 #include "apps/hxmidi/findings/Finding.h"
 
-namespace hx {
+namespace hx::midi {
 
 // Numbers 0 to 255 separated by blanks or commas, as toStringDec() writes them.
 QByteArray readDecimalList(const SourceText& source, Findings& findings);
@@ -12,4 +12,4 @@ QByteArray readDecimalList(const SourceText& source, Findings& findings);
 // 255, decimal or hexadecimal after 0x, separated by commas.
 QByteArray readCArray(const SourceText& source, Findings& findings);
 
-} // namespace hx
+} // namespace hx::midi

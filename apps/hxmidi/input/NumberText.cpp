@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace hx {
+namespace hx::midi {
 
 namespace {
 
@@ -53,4 +53,4 @@ std::optional<qint64> readNumber(const Place& place, NumberRange range, const QS
     return std::nullopt;
 }
 
-} // namespace hx
+} // namespace hx::midi

@@ -5,7 +5,7 @@
 
 #include <optional>
 
-namespace hx {
+namespace hx::midi {
 
 struct NumberRange {
     qint64 least;
@@ -17,4 +17,4 @@ struct NumberRange {
 std::optional<qint64> readNumber(const Place& place, NumberRange range, const QString& purpose,
                                  Findings& findings);
 
-} // namespace hx
+} // namespace hx::midi

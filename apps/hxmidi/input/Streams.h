@@ -3,7 +3,7 @@
 
 #include <QIODevice>
 
-namespace hx {
+namespace hx::midi {
 
 struct Streams {
     QIODevice& input;
@@ -11,4 +11,4 @@ struct Streams {
     QIODevice& errors;
 };
 
-} // namespace hx
+} // namespace hx::midi

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace hx {
+namespace hx::midi {
 
 namespace {
 
@@ -176,4 +176,4 @@ MessageMeaning meaningOf(const HxMidiData& message)
                                                                  : meaningOfManufacturers(message);
 }
 
-} // namespace hx
+} // namespace hx::midi

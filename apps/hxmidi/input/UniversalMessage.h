@@ -6,7 +6,7 @@
 #include <QJsonObject>
 #include <QStringList>
 
-namespace hx {
+namespace hx::midi {
 
 struct MessageMeaning {
     QString words;       // empty for a message that is not System Exclusive
@@ -18,4 +18,4 @@ struct MessageMeaning {
 // taken apart; of other messages there is the family they belong to.
 MessageMeaning meaningOf(const HxMidiData& message);
 
-} // namespace hx
+} // namespace hx::midi
