@@ -60,7 +60,9 @@ FwUpdateProtocol ValdrinBootInterface::getUpdateProtocol(QString const&,
 
     const auto pattern = [&](const char* key) {
         const QString name = QString::fromLatin1(key).arg(hx::codeTypeTag(kind));
-        return ResponceData(lookup(name).toString().toLatin1().constData());
+        ResponceData response; // not by its constructor: the text need not be Latin-1
+        response.rx = QRegExp(lookup(name).toString(), Qt::CaseSensitive, QRegExp::RegExp);
+        return response;
     };
     protocol.responseAny = pattern("fwupdate.%1.response.any");
     protocol.responseBad = pattern("fwupdate.%1.response.bad");

@@ -158,6 +158,20 @@ TEST(UpdateDescription, missingKeysLeaveTheirPatternsEmpty)
     EXPECT_TRUE(plugin.lastError.isEmpty());
 }
 
+TEST(UpdateDescription, aPatternOutsideLatin1IsCompiledAsItStands)
+{
+    ValdrinBootInterface plugin;
+    const QString cyrillic = QString(QChar(0x416)) + "0C";
+    const QString zeroInside = QString("F0") + QChar(0) + "F7";
+    plugin.protocolMap.insert("fwupdate.fwu.response.any", cyrillic);
+    plugin.protocolMap.insert("fwupdate.fwu.filecheck", zeroInside);
+    const FwUpdateProtocol protocol = plugin.getUpdateProtocol("x", {fwuData, closing});
+    EXPECT_EQ(protocol.responseAny.rx.pattern(), cyrillic);
+    EXPECT_EQ(protocol.fileCheck.rx.pattern(), zeroInside);
+    EXPECT_EQ(protocol.responseAny.rx.caseSensitivity(), Qt::CaseSensitive);
+    EXPECT_EQ(protocol.responseAny.rx.patternSyntax(), QRegExp::RegExp);
+}
+
 TEST(UpdateDescription, theTimeoutComesFromTheDictionary)
 {
     ValdrinBootInterface plugin;
