@@ -1,5 +1,7 @@
 #include "host/image/ForeignFile.h"
 
+#include "host/image/FileText.h"
+
 #include <algorithm>
 #include <initializer_list>
 
@@ -8,7 +10,7 @@ namespace hx {
 namespace {
 
 constexpr int tarMarkPosition = 257;
-constexpr int headBytes = 512; // a page may begin with blanks and a comment
+constexpr int headLength = 512; // a page may begin with blanks and a comment
 
 bool isArchive(const QByteArray& content)
 {
@@ -20,9 +22,19 @@ bool isArchive(const QByteArray& content)
                        [&content](const char* begin) { return content.startsWith(begin); });
 }
 
+// The first characters, whatever encoding they are saved in.
+QByteArray headOf(const QByteArray& content)
+{
+    const FileText text(content);
+    QByteArray head;
+    for (int i = 0; i < std::min(text.size(), headLength); ++i)
+        head += text.at(i);
+    return head.trimmed().toLower();
+}
+
 bool isWebPage(const QByteArray& content)
 {
-    const QByteArray head = content.left(headBytes).trimmed().toLower();
+    const QByteArray head = headOf(content);
     return head.startsWith("<!doctype html") || head.startsWith("<html") ||
            (head.startsWith('<') && (head.contains("<html") || head.contains("<head")));
 }

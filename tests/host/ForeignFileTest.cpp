@@ -21,6 +21,19 @@ TEST(ForeignFile, WebPagesAreToldByTheirFirstTag)
         EXPECT_EQ(foreignFormat(page), ImageFormat::WebPage) << page;
 }
 
+TEST(ForeignFile, WebPagesAreToldInEveryEncodingThatTheyAreSavedIn)
+{
+    const QByteArray html = QByteArrayLiteral("<!DOCTYPE html>\n<html>");
+    QByteArray wide;
+    for (const char c : html)
+        wide += QByteArray(1, c) + '\0';
+    EXPECT_EQ(foreignFormat("\xEF\xBB\xBF" + html), ImageFormat::WebPage);
+    EXPECT_EQ(foreignFormat("\xFF\xFE" + wide), ImageFormat::WebPage);
+    EXPECT_EQ(foreignFormat(wide), ImageFormat::WebPage);
+    EXPECT_EQ(foreignFormat(QByteArray(1, '\0') + wide), ImageFormat::WebPage);
+    EXPECT_EQ(foreignFormat("\xFE\xFF" + QByteArray(1, '\0') + wide), ImageFormat::WebPage);
+}
+
 TEST(ForeignFile, AnythingElseIsUnknown)
 {
     for (const char* other : {"", "F0 7E 7F 06 01 F7", "<svg>", "html <html>", "PK", "7z"})
