@@ -168,3 +168,13 @@ TEST_F(Sentences, AnImageForAnotherProductSaysSo)
             << ended.err.toStdString();
     }
 }
+
+// The library's own words for it came twice, once for the input and once for the output.
+TEST_F(Sentences, ABackendThatCannotBeUsedSaysItsReasonOnce)
+{
+    const ProgramResult ended = hxhost({"simulate", "--backend", "jack"});
+    EXPECT_EQ(ended.exitCode, 4);
+    EXPECT_TRUE(ended.err.startsWith(
+        "error: no virtual port can be made: jack: no JACK server is running\n"))
+        << ended.err.toStdString();
+}

@@ -42,13 +42,15 @@ std::string isBackend(const std::string& name)
            "\" is none of the backends here: " + names.join(QLatin1String(", ")).toStdString();
 }
 
+// The backend that is named, or the first that can be used.
 QString chosenBackend(CommandContext& context, const SimulateOptions& options)
 {
-    if (!options.backend.empty())
-        return QString::fromStdString(options.backend);
+    const QString wanted = QString::fromStdString(options.backend);
     QStringList reasons;
     const QList<MidiBackend> backends = listMidiBackends();
     for (const MidiBackend& backend : backends) {
+        if (!wanted.isEmpty() && backend.name != wanted)
+            continue;
         if (backend.unavailable.isEmpty())
             return backend.name;
         reasons << backend.name + QLatin1String(": ") + backend.unavailable;
