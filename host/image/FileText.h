@@ -13,7 +13,7 @@ public:
 
     int size() const;
 
-    // The character; '\xFF' for one that is not ASCII and for half of one at the end.
+    // The character; byte FF for one that is not ASCII and for half of one at the end.
     char at(int index) const;
 
     // Where it begins in the file.

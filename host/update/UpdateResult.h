@@ -54,7 +54,7 @@ struct UpdateResult {
     IdentityReading identityBefore;
     IdentityReading identityAfter;
     VersionReading versionBefore;
-    EsnReading esnBefore; // read only where `UpdateOptions::confirm` is given
+    EsnReading esnBefore; // read only where the options have a `confirm`
     VersionReading versionAfter;
     ChecksumReading stored;
     ChecksumReading calculated;
