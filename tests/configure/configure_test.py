@@ -58,6 +58,13 @@ class Configure(unittest.TestCase):
         said = self.configure("-DHX_PARTS=plugin", "-DCMAKE_DISABLE_FIND_PACKAGE_Qt5=ON", succeeds=False)
         self.assertIn("Debian: apt install qtbase5-dev.", said)
 
+    def test_the_plugin_part_brings_its_suites_where_googletest_is(self):
+        suites = {"mididata_test", "mididata_plain_test", "test_plugin"}
+        for hidden, expected in ([], suites), (["-DCMAKE_DISABLE_FIND_PACKAGE_GTest=ON"], set()):
+            self.configure("-DHX_PARTS=plugin", *hidden)
+            rules = (self.folder / "build/build.ninja").read_text(encoding="utf-8")
+            self.assertEqual(expected, {name for name in suites if f"build {name}: phony" in rules})
+
     def test_the_host_part_needs_the_midi_library(self):
         self.check_part("host")
 
