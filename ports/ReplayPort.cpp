@@ -15,11 +15,6 @@ QString byteText(const QByteArray& message, int position)
                                      : QStringLiteral("nothing");
 }
 
-bool isPlayed(const TraceEvent& event)
-{
-    return event.event.kind != BusEventKind::Decided && event.event.kind != BusEventKind::Log;
-}
-
 } // namespace
 
 int ReplayDivergence::firstDifference() const
@@ -49,7 +44,7 @@ TraceFile arrivalsOf(const TraceFile& trace)
 {
     TraceFile arrivals;
     for (const TraceEvent& event : trace.events) {
-        if (carriesBytes(event.event.kind) && event.event.kind != BusEventKind::Sent)
+        if (isArrival(event.event.kind))
             arrivals.events.push_back(event);
     }
     return arrivals;
@@ -64,7 +59,7 @@ ReplayPort::ReplayPort(const QString& path, const TraceFile& trace, const Replay
 const TraceEvent* ReplayPort::next()
 {
     for (; m_next < m_trace.events.size(); ++m_next) {
-        if (isPlayed(m_trace.events[m_next]))
+        if (concernsWire(m_trace.events[m_next].event.kind))
             return &m_trace.events[m_next];
     }
     return nullptr;
@@ -90,14 +85,12 @@ bool ReplayPort::send(const QByteArray& message)
     return true;
 }
 
-// The bus records "BYTES could not be sent: REASON".
 bool ReplayPort::failsToSend(const TraceEvent& event, const QByteArray& message)
 {
-    const QString head = hexText(message) + QLatin1String(" could not be sent: ");
-    if (event.event.kind != BusEventKind::SendFailed || !event.event.text.startsWith(head))
+    if (event.event.kind != BusEventKind::SendFailed || event.event.bytes != message)
         return false;
     m_clock.sleepUntil(event.event.time);
-    errorText = event.event.text.mid(head.size());
+    errorText = event.event.text;
     return true;
 }
 
@@ -172,7 +165,7 @@ MidiChunk ReplayPort::wait(Microseconds deadline)
 bool ReplayPort::atEnd() const
 {
     return std::none_of(m_trace.events.begin() + std::ptrdiff_t(m_next), m_trace.events.end(),
-                        isPlayed);
+                        [](const TraceEvent& event) { return concernsWire(event.event.kind); });
 }
 
 int ReplayPort::messagesLeft() const

@@ -16,8 +16,9 @@ enum class BusEventKind {
     RealTime,    // a byte F8 to FF came
     TimedOut,    // nothing that fits came in time; `text` says what was waited for
     PortLost,    // the port is gone; `text` is the port's own word
-    SendFailed,  // a message could not be sent; `text` is the port's own word
+    SendFailed,  // `bytes` could not be sent; `text` is the port's own word
     Interrupted, // the wait was ended from outside
+    Accepted,    // the message sent last was acknowledged as good; `text` says which it was
     Decided,     // what the host made of it, in `text`
     Log,         // a line that the plugin or a library wrote
 };

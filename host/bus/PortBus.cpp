@@ -103,12 +103,19 @@ BusData PortBus::exchange(const BusData& command, const ReplyTest& fits, const Q
                     QStringLiteral("the command is empty; nothing was sent or waited for"));
     discardStaleInput();
     if (!m_port.send(command.bytes))
-        return fail(ExchangeEnd::SendFailed, BusEventKind::SendFailed,
-                    QStringLiteral("%1 could not be sent: %2")
-                        .arg(hexText(command.bytes), m_port.errorText));
+        return failSending(command.bytes);
     announce(BusEventKind::Sent, command.bytes, QString());
     m_wait = {expected, timeoutMs, {}, 0};
     return waitFor(fits, timeoutMs * microsecondsPerMillisecond);
+}
+
+BusData PortBus::failSending(const QByteArray& message)
+{
+    m_lastEnd = ExchangeEnd::SendFailed;
+    errorText =
+        QStringLiteral("%1 could not be sent: %2").arg(hexTextShort(message), m_port.errorText);
+    announce(BusEventKind::SendFailed, message, m_port.errorText);
+    return BusData();
 }
 
 BusData PortBus::fail(ExchangeEnd end, BusEventKind kind, const QString& text)

@@ -88,6 +88,7 @@ private:
 
     BusData exchangeByPattern(const BusData& command, const QRegExp& rx, const QString& pattern,
                               unsigned timeoutMs);
+    BusData failSending(const QByteArray& message);
     BusData fail(ExchangeEnd end, BusEventKind kind, const QString& text);
     BusData endWait(ExchangeEnd end, BusEventKind kind, const QString& why);
     bool interrupted() const;

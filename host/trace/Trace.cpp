@@ -13,7 +13,7 @@ namespace {
 constexpr int secondsWidth = 6;
 constexpr int wordWidth = 11;
 
-constexpr std::array<std::pair<BusEventKind, const char*>, 11> words = {{
+constexpr std::array<std::pair<BusEventKind, const char*>, 12> words = {{
     {BusEventKind::Sent, "sent"},
     {BusEventKind::Received, "received"},
     {BusEventKind::Ignored, "ignored"},
@@ -23,6 +23,7 @@ constexpr std::array<std::pair<BusEventKind, const char*>, 11> words = {{
     {BusEventKind::PortLost, "lost"},
     {BusEventKind::SendFailed, "unsent"},
     {BusEventKind::Interrupted, "interrupted"},
+    {BusEventKind::Accepted, "accepted"},
     {BusEventKind::Decided, "decided"},
     {BusEventKind::Log, "log"},
 }};
@@ -79,22 +80,19 @@ bool busEventKindOf(const QString& word, BusEventKind* kind)
 
 bool carriesBytes(BusEventKind kind)
 {
-    switch (kind) {
-    case BusEventKind::Sent:
-    case BusEventKind::Received:
-    case BusEventKind::Ignored:
-    case BusEventKind::Dropped:
-    case BusEventKind::RealTime:
-        return true;
-    case BusEventKind::TimedOut:
-    case BusEventKind::PortLost:
-    case BusEventKind::SendFailed:
-    case BusEventKind::Interrupted:
-    case BusEventKind::Decided:
-    case BusEventKind::Log:
-        break;
-    }
-    return false;
+    return kind == BusEventKind::Sent || kind == BusEventKind::SendFailed || isArrival(kind);
+}
+
+bool isArrival(BusEventKind kind)
+{
+    return kind == BusEventKind::Received || kind == BusEventKind::Ignored ||
+           kind == BusEventKind::Dropped || kind == BusEventKind::RealTime;
+}
+
+bool concernsWire(BusEventKind kind)
+{
+    return kind != BusEventKind::Accepted && kind != BusEventKind::Decided &&
+           kind != BusEventKind::Log;
 }
 
 QString traceLine(const TraceEvent& event)

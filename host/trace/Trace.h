@@ -25,8 +25,14 @@ QString busEventWord(BusEventKind kind);
 // The kind that the word stands for; false when it stands for none.
 bool busEventKindOf(const QString& word, BusEventKind* kind);
 
-// Whether events of this kind carry the bytes that travelled.
+// Whether events of this kind carry bytes: those that travelled, or that could not.
 bool carriesBytes(BusEventKind kind);
+
+// Whether they carry bytes that came.
+bool isArrival(BusEventKind kind);
+
+// Whether they tell of the wire, and not only of what the host or the plugin made of it.
+bool concernsWire(BusEventKind kind);
 
 // The first line of every trace.
 constexpr char traceHeader[] = "# hxtrace 1";

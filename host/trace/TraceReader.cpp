@@ -185,7 +185,8 @@ private:
     bool checkWhole()
     {
         const BusEvent& event = m_event.event;
-        if (carriesBytes(event.kind) == event.bytes.isEmpty())
+        if (carriesBytes(event.kind) == event.bytes.isEmpty() &&
+            event.kind != BusEventKind::SendFailed)
             return refuse(m_bytesAt, event.bytes.isEmpty()
                                          ? QStringLiteral("the bytes that travelled")
                                          : QStringLiteral("no bytes for this kind of event"));

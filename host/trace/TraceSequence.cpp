@@ -34,13 +34,6 @@ QString messageText(const TraceEvent& event)
     return event.name.isEmpty() ? hexText(bytes.left(shownBytes)) + dots : event.name;
 }
 
-// That a message was good stands in its answer already.
-bool saysNothingNew(const QString& decision)
-{
-    return decision.startsWith(QLatin1String("message ")) &&
-           decision.endsWith(QLatin1String(" good"));
-}
-
 // A note quotes no whole messages, and is no story.
 QString shortNote(QString text)
 {
@@ -85,6 +78,7 @@ void Exchanges::take(const TraceEvent& event)
         return addNote(reason);
     case BusEventKind::Decided:
         return takeDecision(event);
+    case BusEventKind::Accepted: // the answer above it says so
     case BusEventKind::RealTime:
     case BusEventKind::Log:
         return;
@@ -108,8 +102,6 @@ void Exchanges::takeSent(const TraceEvent& event)
 
 void Exchanges::takeDecision(const TraceEvent& event)
 {
-    if (saysNothingNew(event.event.text))
-        return;
     if (m_open.rows.empty())
         addRow(Kind::Note, event, QString());
     addNote(event.event.text);

@@ -112,7 +112,8 @@ void UpdateSender::decide(int index, int attempt, Verdict verdict)
         if (verdict != Verdict::Good)
             end(verdict, index, verdict == Verdict::Interrupted ? attempt : attempt + 1, text);
     }
-    m_bus.note(BusEventKind::Decided, text);
+    const bool accepted = verdict == Verdict::Good && attempt == 0;
+    m_bus.note(accepted ? BusEventKind::Accepted : BusEventKind::Decided, text);
 }
 
 QString UpdateSender::textOf(int index, Verdict verdict) const

@@ -264,6 +264,8 @@ TEST_F(PortBusTest, SaysWhyACommandCouldNotBeSent)
     EXPECT_EQ(bus.lastEnd(), ExchangeEnd::SendFailed);
     EXPECT_EQ(bus.errorText, "F0 00 6B 2D 30 41 30 F7 could not be sent: longer than 16379 bytes");
     EXPECT_EQ(port.clock().now(), 0);
+    EXPECT_EQ(recorder.first(BusEventKind::SendFailed).bytes, hex("F0006B2D304130F7"));
+    EXPECT_EQ(recorder.first(BusEventKind::SendFailed).text, "longer than 16379 bytes");
 }
 
 TEST_F(PortBusTest, AnInterruptEndsAWaitSoon)

@@ -34,7 +34,7 @@ const BusEventKind allKinds[] = {
     BusEventKind::Sent,     BusEventKind::Received,   BusEventKind::Ignored,
     BusEventKind::Dropped,  BusEventKind::RealTime,   BusEventKind::TimedOut,
     BusEventKind::PortLost, BusEventKind::SendFailed, BusEventKind::Interrupted,
-    BusEventKind::Decided,  BusEventKind::Log,
+    BusEventKind::Accepted, BusEventKind::Decided,    BusEventKind::Log,
 };
 
 } // namespace
@@ -130,6 +130,15 @@ TEST(TraceReader, ReadsCommentsLineEndsAndAnyNumberOfBlanks)
     EXPECT_EQ(file.events[0].line, 3);
     EXPECT_EQ(file.events[0].event.bytes, hex("F0F7"));
     EXPECT_EQ(file.events[1].event.text, "done");
+}
+
+TEST(TraceReader, ReadsAnOlderTraceWhoseUnsentMessagesAreInTheText)
+{
+    const TraceFile file =
+        parseTrace("# hxtrace 1\n0.000001 unsent : F0 F7 could not be sent: full");
+    ASSERT_TRUE(file.ok()) << file.error.toStdString();
+    EXPECT_TRUE(file.events[0].event.bytes.isEmpty());
+    EXPECT_EQ(file.events[0].event.text, "F0 F7 could not be sent: full");
 }
 
 TEST(TraceReader, AcceptsATraceWithoutEvents)

@@ -114,7 +114,7 @@ TEST(SequenceRows, HaveTheHostsDecisionsBesideThem)
     const auto rows = hx::sequenceRows(
         {event(0, BusEventKind::Decided, "", "", "image: good"),
          event(1, BusEventKind::Sent, "F001F7"), event(2, BusEventKind::Received, "F000F7"),
-         event(2, BusEventKind::Decided, "", "", "message 1 of 2 good"),
+         event(2, BusEventKind::Accepted, "", "", "message 1 of 2 good"),
          event(2, BusEventKind::Decided, "", "", "outcome: succeeded")});
     EXPECT_EQ(kindsOf(rows), (std::vector<Kind>{Kind::Note, Kind::Message, Kind::Reply}));
     EXPECT_EQ(rows[0].notes, QStringList("image: good"));

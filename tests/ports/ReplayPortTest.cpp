@@ -124,8 +124,8 @@ TEST_F(Replay, LostPortIsLostAgain)
 
 TEST_F(Replay, MessageThatCouldNotBeSentFailsAgain)
 {
-    ReplayPort port = replay("0.000000 unsent : the command is empty; nothing was sent\n"
-                             "0.000000 unsent : F0 7E 7F 06 01 F7 could not be sent: unplugged\n");
+    ReplayPort port = replay("0.000000 unsent F0 01 F7 : full\n"
+                             "0.000000 unsent F0 7E 7F 06 01 F7 : unplugged\n");
     EXPECT_FALSE(port.send(identify));
     EXPECT_EQ(port.errorText, "unplugged");
     EXPECT_TRUE(divergences.empty());
@@ -165,7 +165,7 @@ TEST_F(Replay, OneThatIsOnlyListenedToPlaysWhatArrivedAndComesToItsEnd)
                                        "0.000000 sent F0 7E 7F 06 01 F7\n"
                                        "0.001000 realtime F8\n"
                                        "0.002000 received F0 01 F7\n"
-                                       "0.003000 unsent : F0 02 F7 could not be sent: full\n"
+                                       "0.003000 unsent F0 02 F7 : full\n"
                                        "0.004000 timeout : nothing came\n"
                                        "0.005000 interrupted : Ctrl-C\n"
                                        "0.006000 ignored F0 03 F7 : late\n"

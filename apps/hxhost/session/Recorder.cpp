@@ -15,11 +15,6 @@ void recordQtMessage(QtMsgType, const QMessageLogContext&, const QString& text)
         activeRecorder->note(BusEventKind::Log, text);
 }
 
-bool travels(BusEventKind kind)
-{
-    return kind != BusEventKind::Decided && kind != BusEventKind::Log;
-}
-
 } // namespace
 
 Recorder::Recorder(Console& console) : m_console(console)
@@ -84,7 +79,7 @@ void Recorder::busEvent(const BusEvent& event)
     BusEvent recorded = event;
     recorded.time = m_traceTime = event.time + m_shift;
     QString error; // the trace is not good from then on
-    if (travels(event.kind))
+    if (concernsWire(event.kind))
         startTrace(&error);
     if (m_writer)
         m_writer->busEvent(recorded);
@@ -93,7 +88,7 @@ void Recorder::busEvent(const BusEvent& event)
 
 void Recorder::showOnConsole(const BusEvent& event)
 {
-    if (!travels(event.kind)) {
+    if (!concernsWire(event.kind)) {
         m_console.detail(busEventWord(event.kind) + QLatin1String(": ") + event.text);
         return;
     }
