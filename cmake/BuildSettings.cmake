@@ -24,6 +24,8 @@ add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion)
 if(HX_WERROR)
   add_compile_options(-Werror)
 endif()
+# So that a program's linker can leave out what it does not use.
+add_compile_options($<$<CONFIG:Release>:-ffunction-sections> $<$<CONFIG:Release>:-fdata-sections>)
 add_compile_definitions(QT_DEPRECATED_WARNINGS QT_NO_KEYWORDS)
 
 set(HX_QT_VERSION 5.12) # the oldest that this project is built with
@@ -36,4 +38,20 @@ function(hx_precompile target)
   # A header with a time in it would never be found in the compiler's cache.
   target_compile_options(${target} PRIVATE
     $<$<CXX_COMPILER_ID:Clang>:SHELL:-Xclang -fno-pch-timestamp>)
+endfunction()
+
+# hx_small(TARGET): what the window is made of. Its size counts, and it waits for a MIDI wire, not for
+# the processor. Objects are ordinary ones that also hold what the linker can go on with.
+function(hx_small target)
+  target_compile_options(${target} PRIVATE
+    $<$<CONFIG:Release>:-Os>
+    $<$<AND:$<CONFIG:Release>,$<CXX_COMPILER_ID:GNU>>:-flto=auto;-ffat-lto-objects>)
+endfunction()
+
+# hx_link_small(PROGRAM): leaves out what the program does not use, and shrinks the rest as a whole.
+function(hx_link_small program)
+  hx_small(${program})
+  target_link_options(${program} PRIVATE
+    $<IF:$<PLATFORM_ID:Darwin>,-Wl$<COMMA>-dead_strip,-Wl$<COMMA>--gc-sections>
+    $<$<AND:$<CONFIG:Release>,$<CXX_COMPILER_ID:GNU>>:-Os;-flto=auto>)
 endfunction()

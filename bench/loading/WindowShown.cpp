@@ -24,7 +24,7 @@ hxupdate::Surroundings simulated()
 {
     hxupdate::Surroundings surroundings;
     surroundings.pluginPlace = hx::pluginFolder();
-    surroundings.ports = std::make_unique<hxupdate::SimulatorPorts>();
+    surroundings.ports = std::make_unique<hxupdate::SimulatorPorts>(surroundings.pluginPlace);
     surroundings.sleep = std::make_unique<hxupdate::LoginSleepGuard>();
     surroundings.pickedPort = surroundings.ports->list().first();
     return surroundings;
