@@ -172,7 +172,9 @@ TEST_F(Sentences, AnImageForAnotherProductSaysSo)
 // The library's own words for it came twice, once for the input and once for the output.
 TEST_F(Sentences, ABackendThatCannotBeUsedSaysItsReasonOnce)
 {
-    const ProgramResult ended = hxhost({"simulate", "--backend", "jack"});
+    const ProgramResult ended =
+        hxhost({"simulate", "--backend", "jack"},
+               {{"JACK_DEFAULT_SERVER", "no-such-server"}, {"JACK_NO_START_SERVER", "1"}});
     EXPECT_EQ(ended.exitCode, 4);
     EXPECT_TRUE(ended.err.startsWith(
         "error: no virtual port can be made: jack: no JACK server is running\n"))
