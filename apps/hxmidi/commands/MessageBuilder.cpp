@@ -198,7 +198,7 @@ private:
             token.contains(',')
                 ? QStringLiteral("separate with blanks, not with commas")
                 : QStringLiteral("write hex digits or one of the fields ") + fieldNames();
-        reportNumber(kind, token, Place{m_format, span}, m_badPiece, next, m_findings);
+        m_findings.add(numberFinding(kind, token, Place{m_format, span}, m_badPiece, next));
     }
 
     QByteArray tokenOf(const FieldPlace& field) const

@@ -84,7 +84,7 @@ private:
         else if (token.contains('x') || token.contains('X'))
             next =
                 QStringLiteral("put commas between numbers that begin with 0x, or give --tokens");
-        reportNumber(kind, token, Place{m_source, span}, m_badPiece, next, m_findings);
+        m_findings.add(numberFinding(kind, token, Place{m_source, span}, m_badPiece, next));
     }
 
     QByteArray withoutBlanks(Span span) const

@@ -31,13 +31,14 @@ QString reason(const QByteArray& token, const QByteArray& given, const QByteArra
                              : QStringLiteral("numbers from 0xFFFFFF on take four bytes");
 }
 
-void warnOfOtherBytes(const QByteArray& token, const Place& place, Findings& findings)
+Finding otherBytes(const QByteArray& token, const Place& place)
 {
     const QByteArray given = numberBytes(readHexNumber(viewOf(token)).value);
     const QByteArray shown = shownBytes(viewOf(token));
-    findings.warning(QStringLiteral("%1 gives %2: %3")
-                         .arg(quoted(token), spaced(given), reason(token, given, shown)),
-                     QStringLiteral("write the bytes one by one: ") + spaced(shown), place);
+    return {Severity::Warning,
+            QStringLiteral("%1 gives %2: %3")
+                .arg(quoted(token), spaced(given), reason(token, given, shown)),
+            QString(), QStringLiteral("write the bytes one by one: ") + spaced(shown), place};
 }
 
 bool holdsWildcard(const QByteArray& token)
@@ -57,21 +58,20 @@ QString adviceFor(const QByteArray& token, const QString& otherwise)
 
 } // namespace
 
-void reportNumber(TextProblemKind kind, const QByteArray& token, const Place& place,
-                  Severity severity, const QString& next, Findings& findings)
+Finding numberFinding(TextProblemKind kind, const QByteArray& token, const Place& place,
+                      Severity severity, const QString& next)
 {
     if (kind == TextProblemKind::NumberReadDifferently)
-        warnOfOtherBytes(token, place, findings);
-    else if (kind == TextProblemKind::NumberTooLarge)
-        findings.add({severity, quoted(token) + QStringLiteral(" is too large for one number"),
-                      QStringLiteral("at most 7FFFFFFF, a signed 32-bit integer"),
-                      QStringLiteral("write the bytes one by one"), place});
-    else if (kind == TextProblemKind::NumberWithoutBytes)
-        findings.add({severity, quoted(token) + QStringLiteral(" has no bytes"),
-                      QStringLiteral("a number other than -1 (all bits set)"), next, place});
-    else
-        findings.add({severity, quoted(token) + QStringLiteral(" is no hex number"),
-                      QStringLiteral("digits 0 to 9 and A to F"), adviceFor(token, next), place});
+        return otherBytes(token, place);
+    if (kind == TextProblemKind::NumberTooLarge)
+        return {severity, quoted(token) + QStringLiteral(" is too large for one number"),
+                QStringLiteral("at most 7FFFFFFF, a signed 32-bit integer"),
+                QStringLiteral("write the bytes one by one"), place};
+    if (kind == TextProblemKind::NumberWithoutBytes)
+        return {severity, quoted(token) + QStringLiteral(" has no bytes"),
+                QStringLiteral("a number other than -1 (all bits set)"), next, place};
+    return {severity, quoted(token) + QStringLiteral(" is no hex number"),
+            QStringLiteral("digits 0 to 9 and A to F"), adviceFor(token, next), place};
 }
 
 } // namespace hx::midi

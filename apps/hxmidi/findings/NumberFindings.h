@@ -7,9 +7,9 @@
 
 namespace hx::midi {
 
-// Reports what is wrong with the number `token` with `severity`; one that is only read differently is
-// never more than a warning. `next` says what to do where nothing better is known.
-void reportNumber(TextProblemKind kind, const QByteArray& token, const Place& place,
-                  Severity severity, const QString& next, Findings& findings);
+// What is wrong with the number `token`, with `severity`; one that is only read differently is never
+// more than a warning. `next` says what to do where nothing better is known.
+Finding numberFinding(TextProblemKind kind, const QByteArray& token, const Place& place,
+                      Severity severity, const QString& next);
 
 } // namespace hx::midi
