@@ -105,6 +105,7 @@ const Case cases[] = {
     {"trace", 2, "TRACE --svg TRACE"},
     {"trace", 10, "NOWHERE"},
     {"simulate", 2, "--backend nothing"},
+    {"simulate", 3, "--plugin BAD"},
     {"simulate", 4, "--backend jack"},
     {"simulate", 10, "--state NOWHERE"},
     {"support", 0, "-o NEW --port simulator"},

@@ -123,12 +123,13 @@ TEST_F(Sentences, AWebPageOrAnArchiveInThePlaceOfAnUpdate)
     const QList<Foreign> files = {
         {"page.syx", "\n<!DOCTYPE html>\n<html><body>404</body></html>", "a web page"},
         {"old-page.syx", "<HTML><HEAD></HEAD></HTML>", "a web page"},
+        {"marked-page.syx", "\xEF\xBB\xBF<!DOCTYPE html>", "a web page"},
         {"zip.syx", QByteArray("PK\x03\x04\x14\x00\x00\x00", 8), "an archive"},
         {"gzip.syx", QByteArray("\x1F\x8B\x08\x00", 4), "an archive"},
         {"tar.syx", tar, "an archive"}};
     for (const Foreign& file : files) {
         const QString name = write(file.name, file.content);
-        for (const char* command : {"update", "verify", "image inspect"}) {
+        for (const char* command : {"update", "verify", "image inspect", "check --image"}) {
             const QStringList words = QString(command).split(' ') + QStringList{name};
             const ProgramResult ended = hxhost(words);
             EXPECT_EQ(ended.exitCode, 6) << command;

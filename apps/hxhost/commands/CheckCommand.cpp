@@ -1,6 +1,7 @@
 // hxhost check: holds a plugin to the contract, rule by rule.
 #include "apps/hxhost/commands/CommandLine.h"
 #include "apps/hxhost/commands/Commands.h"
+#include "apps/hxhost/commands/ImageReport.h"
 #include "apps/hxhost/report/StandardStreams.h"
 #include "apps/hxhost/session/PluginPlace.h"
 #include "contract/ContractCheck.h"
@@ -101,6 +102,8 @@ bool takeMessages(CommandContext& context, const std::string& path, QList<HxMidi
         messages->append(message.data);
     if (file.problems.empty() && !messages->isEmpty())
         return true;
+    if (failForeign(context, name, file.format))
+        return false;
     context.fail(ExitCode::ImageRefused,
                  QStringLiteral("the image \"%1\" cannot be used: %2")
                      .arg(name, file.problems.empty() ? QStringLiteral("it holds no SysEx message")

@@ -53,31 +53,12 @@ void failUnreadable(CommandContext& context, const QString& name, const QString&
                  QStringLiteral("check the name and the permissions; \"-\" is standard input"));
 }
 
-// An archive may hold the update; a web page was saved in its place.
-bool failForeign(CommandContext& context, const LoadedImage& loaded)
-{
-    const ImageFormat format = loaded.file.format;
-    if (format != ImageFormat::WebPage && format != ImageFormat::Archive)
-        return false;
-    context.fail(ExitCode::ImageRefused,
-                 QStringLiteral("This is a web page (or an archive), not an update. \"%1\" looks "
-                                "like %2.")
-                     .arg(loaded.path, format == ImageFormat::WebPage
-                                           ? QStringLiteral("a web page")
-                                           : QStringLiteral("an archive")),
-                 QStringLiteral("an update image: .syx, hex text or Standard MIDI File"),
-                 format == ImageFormat::WebPage
-                     ? QStringLiteral("Download the update again, and save the file, not the page.")
-                     : QStringLiteral("Unpack it, and give the update that is in it."));
-    return true;
-}
-
 bool requireGoodImage(CommandContext& context, const LoadedImage& loaded)
 {
     const ImageProblems& problems = loaded.image.problems;
     if (problems.empty())
         return true;
-    if (failForeign(context, loaded))
+    if (failForeign(context, loaded.path, loaded.file.format))
         return false;
     const ImageProblem& first = problems.front();
     ImageProblem withoutAdvice = first;
@@ -97,6 +78,22 @@ bool requireGoodImage(CommandContext& context, const LoadedImage& loaded)
 }
 
 } // namespace
+
+bool failForeign(CommandContext& context, const QString& name, ImageFormat format)
+{
+    if (format != ImageFormat::WebPage && format != ImageFormat::Archive)
+        return false;
+    context.fail(ExitCode::ImageRefused,
+                 QStringLiteral("This is a web page (or an archive), not an update. \"%1\" looks "
+                                "like %2.")
+                     .arg(name, format == ImageFormat::WebPage ? QStringLiteral("a web page")
+                                                               : QStringLiteral("an archive")),
+                 QStringLiteral("an update image: .syx, hex text or Standard MIDI File"),
+                 format == ImageFormat::WebPage
+                     ? QStringLiteral("Download the update again, and save the file, not the page.")
+                     : QStringLiteral("Unpack it, and give the update that is in it."));
+    return true;
+}
 
 LoadedImage imageIn(const QString& name, const QByteArray& content,
                     const ProductDescription& product)

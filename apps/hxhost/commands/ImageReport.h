@@ -14,6 +14,10 @@ struct LoadedImage {
     UpdateImage image;
 };
 
+// Fails the command, and returns true, when a file of this format is a web page, which was saved in the
+// place of an update, or an archive, which may hold one.
+bool failForeign(CommandContext& context, const QString& name, ImageFormat format);
+
 // The image for `product` that `content` is, which was read from the file `name` or written to it.
 LoadedImage imageIn(const QString& name, const QByteArray& content,
                     const ProductDescription& product);
