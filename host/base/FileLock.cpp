@@ -21,6 +21,11 @@ const char lockMark[] = "process ";
 
 } // namespace
 
+QString lockName(const QString& name)
+{
+    return fileNameText(resolvedPath(name).string() + ".lock");
+}
+
 FileLock::~FileLock()
 {
     if (!m_name.isEmpty())
@@ -29,7 +34,7 @@ FileLock::~FileLock()
 
 bool FileLock::take(const QString& name, QString* error)
 {
-    const QString lock = fileNameText(resolvedPath(name).string() + ".lock");
+    const QString lock = lockName(name);
     for (int i = 0; i < mostLockAttempts; ++i) {
         m_file.close();
         if (!openFile(m_file, lock, QIODevice::ReadWrite, error) || !takeOnce(error))

@@ -6,6 +6,9 @@
 
 namespace hx {
 
+// Where the lock of the file that `name` leads to, by whatever links, lies.
+QString lockName(const QString& name);
+
 // The lock of FILE is FILE.lock beside it, held by the system for as long as the program lives: a
 // program that is killed leaves the file, but not the lock.
 class FileLock {

@@ -125,6 +125,19 @@ TEST_F(OutputFiles, TwoOutputsAreNeverOneFile)
         EXPECT_FALSE(QFile::exists(path(name))) << name;
 }
 
+// A trace in the lock's place kept every later run away from the state.
+TEST_F(OutputFiles, TheLockOfAStateFileIsNotOverwritten)
+{
+    write("x.lock", "");
+    ASSERT_TRUE(QFile::link("x", path("link")));
+    expectRefused("\"$0\" identify --port simulator:s --trace s.lock");
+    expectRefused("\"$0\" identify --port simulator:link --trace x.lock");
+    expectRefused("\"$0\" simulate --state s --trace ./s.lock");
+    expectRefused("\"$0\" identify --port simulator:s > s.lock");
+    EXPECT_FALSE(QFile::exists(path("s")));
+    EXPECT_EQ(script("\"$0\" identify --port simulator:s --trace lock").exitCode, 0);
+}
+
 TEST_F(OutputFiles, WhereOlderTracesAreKeptNothingElseIsWrittenOrRead)
 {
     write("s.1", "# hxtrace 1\n");

@@ -4,6 +4,7 @@
 #include "apps/hxhost/session/LoadedFiles.h"
 #include "apps/hxhost/session/PluginPlace.h"
 #include "apps/hxhost/session/SameFile.h"
+#include "host/base/FileLock.h"
 #include "host/base/FileName.h"
 
 #include <QLibrary>
@@ -95,17 +96,31 @@ NamedFiles inputsOf(const Command& command)
     return files;
 }
 
-// The memory of a simulated product is written too.
+// The memory of a simulated product is written too, and locked.
+void addState(const GivenOption& option, const QString& name, NamedFiles& files)
+{
+    files.push_back(namedBy(option, name));
+    files.push_back({lockName(name),
+                     QStringLiteral("the lock of the file that %1 names").arg(optionName(option)),
+                     optionName(option)});
+}
+
+void addOutput(const GivenOption& option, const QString& value, NamedFiles& files)
+{
+    if (option.name == "--state")
+        addState(option, value, files);
+    else if (namesOutput(option) && value != QLatin1String("-"))
+        files.push_back(namedBy(option, value));
+    else if (mayNameInput(option) && value.startsWith(statePrefix))
+        addState(option, value.mid(statePrefix.size()), files);
+}
+
 NamedFiles outputsOf(const Command& command)
 {
     NamedFiles files;
     for (const GivenOption& option : command.given()) {
-        for (const QString& value : valuesOf(option)) {
-            if (namesOutput(option) && value != QLatin1String("-"))
-                files.push_back(namedBy(option, value));
-            else if (mayNameInput(option) && value.startsWith(statePrefix))
-                files.push_back(namedBy(option, value.mid(statePrefix.size())));
-        }
+        for (const QString& value : valuesOf(option))
+            addOutput(option, value, files);
     }
     return files;
 }
