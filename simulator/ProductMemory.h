@@ -24,7 +24,14 @@ struct StoredCode {
     quint32 crc = 0;            // CRC-32 stored at closing; has no meaning while `valid` is false
 };
 
-// Every change is made of single writes (a mark, an erased block, a byte), and power may fail after
+// What is left of the write in which power fails.
+enum class CutWrite {
+    Nothing, // it was not begun
+    Half,    // half of the bits are written, half of the block is erased; half a mark is none
+    Unsteady // the same, and a bit of it reads differently each time until it is erased again
+};
+
+// Every change is made of single writes (a mark, an erased block, a byte), and power may fail at
 // any of them: what was written before stays, what follows is lost. The order of the writes is such
 // that incomplete code is never marked valid.
 class ProductMemory {
@@ -46,10 +53,14 @@ public:
     // Inverts the lowest bit of the byte at `position`; outside of the code nothing happens.
     void damage(int position);
 
-    // Power fails after this many single writes from now; a negative number means that it does not.
-    void failPowerAfter(qint64 writes) { m_writesLeft = writes; }
+    // Power fails after this many single writes from now, in the next one; a negative number means
+    // that it does not.
+    void failPowerAfter(qint64 writes, CutWrite cut = CutWrite::Nothing);
     bool powerFailed() const { return m_powerFailed; }
     void restorePower();
+
+    // The memory is about to be read: an unsteady bit may now be another one.
+    void read();
 
     // Single writes made since the memory exists.
     qint64 writes() const { return m_writes; }
@@ -59,10 +70,24 @@ public:
     std::optional<int> takeChange();
 
 private:
-    bool write();
+    // What is written at once; a block or a byte of the code has a position.
+    struct Cell {
+        enum class Kind { None, Mark, Version, Checksum, CodeKind, Block, CodeByte };
+
+        Kind kind = Kind::None;
+        int position = 0;
+        quint64 content = 0; // what is to be written
+    };
+
+    bool write(const Cell& cell);
+    void writeHalf(const Cell& cell);
+    void eraseHalf(int start);
+    void steady();
     void noteChange(int address);
 
     StoredCode m_code;
+    CutWrite m_cut = CutWrite::Nothing;
+    Cell m_unsteady;
     qint64 m_writes = 0;
     qint64 m_writesLeft = -1;
     bool m_powerFailed = false;

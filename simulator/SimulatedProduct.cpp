@@ -102,6 +102,7 @@ QVector<SimulatedReply> SimulatedProduct::receive(const QByteArray& bytes)
     QVector<SimulatedReply> replies;
     const QVector<QByteArray> messages = m_reader.take(bytes);
     for (const QByteArray& message : messages) {
+        m_memory.read();
         const QByteArray bytesBack = answer(message);
         if (m_memory.powerFailed())
             powerCycle();

@@ -60,8 +60,12 @@ public:
     void powerCycle();
 
     // Lets power fail once, after this many single memory writes from now; then the product starts
-    // again by itself, and the message that was being handled is not answered.
-    void failPowerAfter(qint64 writes) { m_memory.failPowerAfter(writes); }
+    // again by itself, and the message that was being handled is not answered. What is unsteady
+    // stays so until it is erased; a saved state holds what it read as last.
+    void failPowerAfter(qint64 writes, CutWrite cut = CutWrite::Nothing)
+    {
+        m_memory.failPowerAfter(writes, cut);
+    }
 
     // Inverts a bit of the code that is held, as a failing memory cell does.
     void damageCode(int position) { m_memory.damage(position); }

@@ -101,7 +101,8 @@ QByteArray UpdateSession::take(const QByteArray& message, ProductMemory& memory)
 
 UpdateSession::Status UpdateSession::judge(const QByteArray& message, ProductMemory& memory)
 {
-    if (message.mid(kindAt) == m_lastTaken) // its acknowledgement was lost
+    const bool isFirst = m_stage == Stage::Data && m_nextNumber == 1;
+    if (!isFirst && message.mid(kindAt) == m_lastTaken) // its acknowledgement was lost
         return Status::Good;
     if (message.size() == closingSize)
         return takeClosing(memory);

@@ -38,7 +38,9 @@ private:
     quint8 m_kind = kindFwu;
     int m_nextNumber = 0;
     bool m_tookShortData = false;
-    QByteArray m_lastTaken; // from its kind on
+    // From its kind on. That it comes again is no reason to write again, but for the first message:
+    // another run of the update may begin with it, over memory that has failed since.
+    QByteArray m_lastTaken;
     VersionDigits m_version = {};
     quint32 m_crc = 0;
 };

@@ -65,6 +65,92 @@ TEST(PowerCut, AfterAnyWriteOfAnyMessageTheMemoryIsHonest)
     EXPECT_EQ(cuts, 3 + 230 + 3); // erase, code bytes, seal
 }
 
+// What the product calls valid is the old code or the new one, whole; an unsteady checksum or
+// version is never that of valid code.
+TEST(PowerCut, InsideAnyWriteOfAnyMessageTheMemoryIsHonest)
+{
+    const SimulatedProduct fresh{valdrin()};
+    for (int number = 0; number < newImage.size(); ++number) {
+        const SimulatedProduct before = productAfter(number);
+        const qint64 writes = writesOf(before, newImage.at(number));
+        for (qint64 write = 0; write < writes; ++write) {
+            for (const CutWrite cut : {CutWrite::Half, CutWrite::Unsteady}) {
+                SimulatedProduct product = before;
+                product.failPowerAfter(write, cut);
+                ASSERT_TRUE(product.receive(newImage.at(number)).isEmpty());
+                for (int reading = 0; reading < 4; ++reading) {
+                    expectHonestMemory(product);
+                    ASSERT_TRUE(!product.isCodeValid() || product.codeBytes() == newCode ||
+                                product.codeBytes() == fresh.codeBytes());
+                    answers(product, "F07E7F0601F7");
+                }
+                expectMendedByUpdate(product);
+            }
+        }
+    }
+}
+
+TEST(PowerCut, InsideACodeByteLeavesHalfOfItsBits)
+{
+    SimulatedProduct product = productAfter(0);
+    product.failPowerAfter(3 + 2, CutWrite::Half); // erase, two bytes
+    product.receive(newImage.first());
+    QByteArray held = newCode.left(3);
+    held[2] = static_cast<char>(held.at(2) | 0xF0);
+    EXPECT_EQ(product.codeBytes(), held);
+    answers(product, "F07E7F0601F7");
+    EXPECT_EQ(product.codeBytes(), held);
+}
+
+TEST(PowerCut, InsideAnErasureLeavesHalfOfTheBlock)
+{
+    SimulatedProduct product = productAfter(0);
+    const QByteArray factory = product.codeBytes();
+    product.failPowerAfter(1, CutWrite::Half);
+    product.receive(newImage.first());
+    EXPECT_FALSE(product.isCodeValid());
+    EXPECT_EQ(product.codeBytes(), factory.left(128) + QByteArray(128, '\xFF'));
+}
+
+TEST(PowerCut, InsideTheChecksumLeavesHalfOfIt)
+{
+    SimulatedProduct product = productAfter(static_cast<int>(newImage.size()) - 1);
+    product.failPowerAfter(1, CutWrite::Half);
+    product.receive(newImage.last());
+    EXPECT_FALSE(product.isCodeValid());
+    EXPECT_EQ(product.code().crc, productCrc32(newCode) & 0xFFFF0000u);
+}
+
+TEST(PowerCut, AnUnsteadyMarkReadsDifferentlyEachTimeUntilItIsErased)
+{
+    SimulatedProduct product = productAfter(static_cast<int>(newImage.size()) - 1);
+    product.failPowerAfter(2, CutWrite::Unsteady);
+    product.receive(newImage.last());
+    EXPECT_EQ(answers(product, "F0006B2D30412EF7"), "F0 00 6B 2D 30 41 2E 32 33 34 35 F7");
+    EXPECT_EQ(answers(product, "F0006B2D30412EF7"), "F0 00 6B 2D 30 41 2E 46 F7");
+    EXPECT_EQ(answers(product, "F0006B2D30412EF7"), "F0 00 6B 2D 30 41 2E 32 33 34 35 F7");
+    product.receive(newImage.first());
+    EXPECT_FALSE(product.isCodeValid());
+    answers(product, "F0006B2D30412EF7");
+    EXPECT_FALSE(product.isCodeValid());
+}
+
+TEST(PowerCut, AnUnsteadyCodeByteStaysSoUntilItsBlockIsErased)
+{
+    SimulatedProduct product = productAfter(0);
+    product.failPowerAfter(3, CutWrite::Unsteady);
+    product.receive(newImage.first());
+    const QByteArray first = product.codeBytes();
+    answers(product, "F07E7F0601F7");
+    EXPECT_NE(product.codeBytes(), first);
+    product.failPowerAfter(1); // the mark is erased, the block is not
+    product.receive(newImage.first());
+    const QByteArray second = product.codeBytes();
+    answers(product, "F07E7F0601F7");
+    EXPECT_NE(product.codeBytes(), second);
+    expectMendedByUpdate(product);
+}
+
 TEST(PowerCut, BeforeTheFirstWriteTheOldCodeStaysValid)
 {
     SimulatedProduct product{valdrin()};

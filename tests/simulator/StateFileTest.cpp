@@ -4,6 +4,7 @@
 #include "simulator/Crc32.h"
 
 #include "tests/simulator/UpdateMessages.h"
+#include "tests/support/Valdrin.h"
 
 #include <gtest/gtest.h>
 
