@@ -22,6 +22,25 @@ QString runAgain()
                           "\"hxhost recover\" says what state the product is in.");
 }
 
+// What must be mended before anything can be run again.
+QString firstOfAll(ProductCondition condition)
+{
+    switch (condition) {
+    case ProductCondition::PortLost:
+        return QStringLiteral("Connect the port again. ");
+    case ProductCondition::NoAnswer:
+        return QStringLiteral("Check power, cables and the choice of port (\"hxhost ports\"). ");
+    case ProductCondition::OtherProduct:
+        return QStringLiteral("Choose the port of the right product (\"hxhost ports\"). ");
+    case ProductCondition::CodeIntact:
+    case ProductCondition::NoValidCode:
+    case ProductCondition::CodeDamaged:
+    case ProductCondition::Unclear:
+        break;
+    }
+    return QString();
+}
+
 QString installImage()
 {
     return QStringLiteral("That is not the code of the image: run \"hxhost update\" with it to "
@@ -54,9 +73,9 @@ void describeUntouched(UpdateResult& result)
 void describeUnfinished(UpdateResult& result, DeviceInterface& device, PortBus& bus,
                         const QString& imageVersion)
 {
-    result.advice = runAgain();
     if (result.outcome == UpdateOutcome::PortLost) {
         result.productCondition = ProductCondition::PortLost;
+        result.advice = firstOfAll(result.productCondition) + runAgain();
         result.productState =
             unfinished() + QStringLiteral("The port is gone: the product may hold no valid code.");
         return;
@@ -69,6 +88,7 @@ void describeUnfinished(UpdateResult& result, DeviceInterface& device, PortBus& 
                         assessment.version.version == imageVersion &&
                         assessment.stored.groups == result.imageChecksum;
     result.productCondition = assessment.condition;
+    result.advice = firstOfAll(assessment.condition) + runAgain();
     result.productState = (result.holdsImage ? unacknowledged() : unfinished()) + assessment.state;
 }
 

@@ -222,6 +222,28 @@ TEST(UpdateRun, GivesUpAMessageThatStaysBadAfterThreeRetries)
     expectRecovers(session.product());
 }
 
+TEST(UpdateRun, AProductThatFallsSilentInTheMiddleIsLookedForBeforeTheNextRun)
+{
+    ProductSession session({"silent:4-"});
+    const UpdateResult result = update(session);
+    expectOutcome(result, UpdateOutcome::NoAnswer);
+    EXPECT_EQ(result.productCondition, ProductCondition::NoAnswer);
+    EXPECT_EQ(
+        result.advice,
+        "Check power, cables and the choice of port (\"hxhost ports\"). Run the same update "
+        "again: it starts afresh and recovers the product. \"hxhost recover\" says what state "
+        "the product is in.");
+}
+
+TEST(UpdateRun, AnotherProductThatAnswersInTheMiddleIsNotTheOneToUpdateAgain)
+{
+    ProductSession session({"wrong-model:4-"});
+    const UpdateResult result = update(session);
+    EXPECT_EQ(result.productCondition, ProductCondition::OtherProduct);
+    EXPECT_TRUE(result.advice.startsWith("Choose the port of the right product"))
+        << result.advice.toStdString();
+}
+
 TEST(UpdateRun, GivesUpAMessageThatStaysUnansweredAfterThreeRetries)
 {
     ProductSession session({"silent:4-"});
@@ -367,7 +389,7 @@ TEST(UpdateRun, SaysThatThePortWentAwayWheneverThatHappens)
         expectOutcome(result, UpdateOutcome::PortLost);
         EXPECT_TRUE(result.reason.contains("is gone")) << result.reason.toStdString();
         EXPECT_EQ(result.touched, message > messagesBefore);
-        EXPECT_FALSE(result.advice.isEmpty()) << message;
+        EXPECT_TRUE(result.advice.contains("Connect the port again")) << message;
         expectRecovers(session.product());
     }
 }
