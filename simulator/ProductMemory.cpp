@@ -53,8 +53,17 @@ bool ProductMemory::write(const Cell& cell)
     return true;
 }
 
+// Clearing a mark again, where it is clear already and steady, changes no bit of it.
+bool ProductMemory::changesNothing(const Cell& cell) const
+{
+    const bool isClearing = cell.kind == Cell::Kind::Mark && cell.content == 0;
+    return isClearing && !m_code.valid && m_unsteady.kind != Cell::Kind::Mark;
+}
+
 void ProductMemory::writeHalf(const Cell& cell)
 {
+    if (changesNothing(cell))
+        return;
     noteChange(m_code.bytes.size());
     m_unsteady = m_cut == CutWrite::Unsteady ? cell : Cell();
     switch (cell.kind) {
@@ -160,7 +169,7 @@ void ProductMemory::seal(const VersionDigits& version, quint32 crc)
     if (!write({Cell::Kind::Checksum, 0, crc}))
         return;
     m_code.crc = crc;
-    if (write({Cell::Kind::Mark}))
+    if (write({Cell::Kind::Mark, 0, 1}))
         m_code.valid = true;
 }
 

@@ -80,6 +80,7 @@ private:
     };
 
     bool write(const Cell& cell);
+    bool changesNothing(const Cell& cell) const;
     void writeHalf(const Cell& cell);
     void eraseHalf(int start);
     void steady();

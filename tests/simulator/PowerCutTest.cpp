@@ -135,6 +135,17 @@ TEST(PowerCut, AnUnsteadyMarkReadsDifferentlyEachTimeUntilItIsErased)
     EXPECT_FALSE(product.isCodeValid());
 }
 
+TEST(PowerCut, InsideTheClearingOfAClearMarkCallsNothingValid)
+{
+    SimulatedProduct product = productAfter(1);
+    product.failPowerAfter(0, CutWrite::Unsteady);
+    EXPECT_TRUE(product.receive(newImage.first()).isEmpty());
+    for (int reading = 0; reading < 4; ++reading) {
+        EXPECT_EQ(answers(product, "F0006B2D30412EF7"), "F0 00 6B 2D 30 41 2E 46 F7");
+        EXPECT_FALSE(product.isCodeValid());
+    }
+}
+
 TEST(PowerCut, AnUnsteadyCodeByteStaysSoUntilItsBlockIsErased)
 {
     SimulatedProduct product = productAfter(0);
