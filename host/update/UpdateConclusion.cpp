@@ -82,11 +82,15 @@ void describeUnfinished(UpdateResult& result, DeviceInterface& device, PortBus& 
     }
     const InterruptWatch none(bus, nullptr);
     ProductReader reader(device, bus);
-    const ProductAssessment assessment = assessProduct(reader);
+    ProductAssessment assessment = assessProduct(reader);
     // Power may fail between the last write of the closing message and its acknowledgement.
-    result.holdsImage = assessment.condition == ProductCondition::CodeIntact &&
-                        assessment.version.version == imageVersion &&
-                        assessment.stored.groups == result.imageChecksum;
+    const bool isCodeOfImage = assessment.condition == ProductCondition::CodeIntact &&
+                               assessment.stored.groups == result.imageChecksum;
+    if (isCodeOfImage && assessment.version.version != imageVersion) {
+        assessment.version = reader.version(); // the first answer may have been changed on the way
+        concludeAssessment(assessment, reader);
+    }
+    result.holdsImage = isCodeOfImage && assessment.version.version == imageVersion;
     result.productCondition = assessment.condition;
     result.advice = firstOfAll(assessment.condition) + runAgain();
     result.productState = (result.holdsImage ? unacknowledged() : unfinished()) + assessment.state;
