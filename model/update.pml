@@ -5,7 +5,7 @@
  *   VALID     code is never marked valid while it is erased, partly written or not the image's;
  *   RECOVERY  once the faults have stopped, one more run succeeds, whatever the first one left behind.
  *
- * N (data messages of the image) and RETRIES (of one message) are given by scripts/check-model.
+ * N (data messages of the image) and RETRIES (of one message) are given by model/check.py.
  */
 
 /* Messages by number: data messages are 0 to N-1, then come these. All acknowledgements are ACK. */

@@ -11,13 +11,68 @@ constexpr int modelAt = 5;
 constexpr int modelInIdentityAt = 10;
 const QByteArray identityHead = QByteArray::fromHex("F07E");
 
+constexpr char dataCommand = 0x0A;
+constexpr char checkCommand = 0x0C;
+
+bool isPowerCut(const Fault& fault)
+{
+    return fault.kind == FaultKind::PowerCut || fault.kind == FaultKind::HalfWrite ||
+           fault.kind == FaultKind::UnsteadyWrite;
+}
+
+hx::sim::CutWrite cutWriteOf(FaultKind kind)
+{
+    if (kind == FaultKind::HalfWrite)
+        return hx::sim::CutWrite::Half;
+    return kind == FaultKind::UnsteadyWrite ? hx::sim::CutWrite::Unsteady
+                                            : hx::sim::CutWrite::Nothing;
+}
+
+bool isFalseAnswer(const Fault& fault)
+{
+    return fault.kind == FaultKind::Refuse || fault.kind == FaultKind::Answer;
+}
+
+QByteArray asOtherModel(QByteArray reply)
+{
+    const int at = reply.startsWith(identityHead) ? modelInIdentityAt : modelAt;
+    if (at < reply.size())
+        reply[at] = static_cast<char>(otherModel);
+    return reply;
+}
+
 } // namespace
+
+Topic topicOf(const QByteArray& command)
+{
+    if (command.startsWith(identityHead))
+        return Topic::Identity;
+    if (command.size() == commandAt + 1)
+        return Topic::Closing;
+    if (command.size() < commandAt + 2)
+        return Topic::Any;
+    switch (command.at(commandAt)) {
+    case '\x2E':
+        return Topic::Version;
+    case '\x30':
+        return Topic::Stored;
+    case '\x31':
+        return Topic::Calculated;
+    default:
+        break;
+    }
+    const char subCommand = command.at(commandAt + 1);
+    if (subCommand == checkCommand)
+        return Topic::Check;
+    return subCommand == dataCommand ? Topic::Data : Topic::Any;
+}
 
 void FaultyLink::repair()
 {
-    m_scenario.fault = FaultKind::None;
     m_out.repair();
     m_in.repair();
+    for (auto& travelling : m_travelling)
+        travelling.second.piece = Piece(travelling.second.piece.bytes);
     m_deafUntil = 0;
     m_isGone = false;
     m_record.clear();
@@ -41,7 +96,11 @@ bool FaultyLink::send(const QByteArray& message)
     moveTo(m_clock.now() + message.size() * byteTime);
     m_sentAt = m_clock.now();
     m_record.push_back({WireEvent::Kind::Sent, m_sentAt, message});
-    const Pieces pieces = m_out.pass(message);
+    const Topic topic = topicOf(message);
+    const std::vector<Fault> faults = m_out.strikingNext(topic);
+    const auto refused = std::find_if(faults.begin(), faults.end(), isFalseAnswer);
+    const Pieces pieces =
+        m_out.pass(refused == faults.end() ? message : message.left(refused->byte), topic);
     for (const Piece& piece : pieces) {
         if (piece.notBefore > 0)
             m_travelling.emplace(m_sentAt + piece.notBefore, Travelling{Direction::Out, piece});
@@ -84,7 +143,7 @@ hx::MidiChunk FaultyLink::receive(hx::Microseconds deadline)
             hear(arrived.piece);
             continue;
         }
-        happen(arrived.piece.then);
+        happen(arrived.piece);
         if (arrived.piece.bytes.isEmpty())
             continue;
         m_record.push_back({WireEvent::Kind::Arrived, time, arrived.piece.bytes});
@@ -96,61 +155,75 @@ hx::MidiChunk FaultyLink::receive(hx::Microseconds deadline)
 void FaultyLink::hear(const Piece& piece)
 {
     if (m_clock.now() >= m_deafUntil && !m_isGone)
-        hearMessage(piece.bytes);
-    happen(piece.then);
+        hearBytes(piece);
+    happen(piece);
 }
 
 // The faults that lie in the product, not on the way to it, happen here.
-void FaultyLink::hearMessage(const QByteArray& bytes)
+void FaultyLink::hearBytes(const Piece& piece)
 {
-    const FaultKind fault = m_out.isStruck() ? m_scenario.fault : FaultKind::None;
-    if (fault == FaultKind::Refuse || fault == FaultKind::Answer) {
-        m_product.receive(bytes.left(m_scenario.byte));
-        return answer(falseAnswer(), m_product.settings().replyDelayUs);
-    }
-    if (fault == FaultKind::PowerCut)
-        m_product.failPowerAfter(m_scenario.value);
     const quint8 model = m_product.identity().model;
-    if (fault == FaultKind::OtherModel)
-        m_product.setModel(otherModel);
-    const QVector<hx::sim::SimulatedReply> replies = m_product.receive(bytes);
+    for (const Fault& fault : piece.atHearing) {
+        if (isPowerCut(fault))
+            m_product.failPowerAfter(fault.value, cutWriteOf(fault.kind));
+        else
+            m_product.setModel(otherModel);
+    }
+    QVector<hx::sim::SimulatedReply> replies = m_product.receive(piece.bytes);
     m_product.setModel(model);
-    if (fault == FaultKind::BadCell)
-        m_product.damageCode(m_scenario.value);
-    if (fault == FaultKind::PowerCut)
-        return m_product.powerCycle(); // behind the last write too: the answer is lost
+    m_product.failPowerAfter(-1);
+    for (const Fault& fault : piece.atEnd) {
+        if (isPowerCut(fault) || isFalseAnswer(fault))
+            replies.clear(); // power fails behind the last write too: the answer is lost
+    }
     for (const hx::sim::SimulatedReply& reply : replies)
         answer(reply.bytes, reply.delayUs);
+    strikeAtEnd(piece.atEnd);
+}
+
+void FaultyLink::strikeAtEnd(const std::vector<Fault>& faults)
+{
+    for (const Fault& fault : faults) {
+        if (isPowerCut(fault))
+            m_product.powerCycle();
+        if (fault.kind == FaultKind::BadCell)
+            m_product.damageCode(fault.value);
+        if (isFalseAnswer(fault))
+            answer(falseAnswer(fault), m_product.settings().replyDelayUs);
+    }
+}
+
+QByteArray FaultyLink::falsified(QByteArray reply) const
+{
+    for (const Fault& fault : m_in.strikingNext(topicOf(m_command))) {
+        if (fault.kind == FaultKind::OtherModel)
+            reply = asOtherModel(reply);
+        if (isFalseAnswer(fault))
+            reply = reply.left(fault.byte) + falseAnswer(fault);
+    }
+    return reply;
 }
 
 void FaultyLink::answer(const QByteArray& message, hx::Microseconds delay)
 {
     if (message.isEmpty())
         return;
-    Pieces pieces = m_in.pass(message);
-    if (m_in.isStruck() && m_scenario.fault == FaultKind::OtherModel)
-        pieces = {{asOtherModel(message)}};
-    if (m_in.isStruck() &&
-        (m_scenario.fault == FaultKind::Refuse || m_scenario.fault == FaultKind::Answer))
-        pieces = {{message.left(m_scenario.byte) + falseAnswer()}};
+    const Pieces pieces = m_in.pass(falsified(message), topicOf(m_command));
     hx::Microseconds arrival = m_clock.now() + delay;
-    for (Piece& piece : pieces) {
+    for (const Piece& piece : pieces) {
         if (m_isGone || m_clock.now() < m_deafUntil)
             return;
+        if (piece.then == Piece::Then::PowerOff || piece.then == Piece::Then::Deaf)
+            return happen(piece); // while it sends: the rest is not sent
         arrival += piece.bytes.size() * byteTime;
         arrival = std::max(arrival, piece.notBefore > 0 ? m_sentAt + piece.notBefore : 0);
-        if (piece.then == Piece::Then::PowerOff || piece.then == Piece::Then::Deaf) {
-            happen(piece.then); // while it sends: the rest is not sent
-            m_travelling.emplace(arrival, Travelling{Direction::In, {piece.bytes}});
-            return;
-        }
         m_travelling.emplace(arrival, Travelling{Direction::In, piece});
     }
 }
 
-void FaultyLink::happen(Piece::Then then)
+void FaultyLink::happen(const Piece& piece)
 {
-    switch (then) {
+    switch (piece.then) {
     case Piece::Then::Nothing:
         break;
     case Piece::Then::Vanish:
@@ -161,28 +234,21 @@ void FaultyLink::happen(Piece::Then then)
         m_product.powerCycle();
         break;
     case Piece::Then::Deaf:
-        m_deafUntil = m_clock.now() + m_scenario.value;
+        m_deafUntil = m_clock.now() + piece.duration;
     }
 }
 
 // The refusal of the command under way, or its acknowledgement with another status.
-QByteArray FaultyLink::falseAnswer() const
+QByteArray FaultyLink::falseAnswer(const Fault& fault) const
 {
     if (m_command.size() <= commandAt || m_command.startsWith(identityHead))
         return QByteArray();
     const bool isClosing = m_command.size() == commandAt + 1;
     QByteArray answer = m_command.left(commandAt);
     answer.append(isClosing ? static_cast<char>(hx::sim::kindFwu) : m_command.at(commandAt));
-    if (m_scenario.fault == FaultKind::Refuse)
+    if (fault.kind == FaultKind::Refuse)
         return answer.append('\x46').append('\xF7');
-    return answer.append('\x0C').append(static_cast<char>(m_scenario.value)).append('\xF7');
-}
-
-QByteArray FaultyLink::asOtherModel(QByteArray reply) const
-{
-    reply[reply.startsWith(identityHead) ? modelInIdentityAt : modelAt] =
-        static_cast<char>(otherModel);
-    return reply;
+    return answer.append('\x0C').append(static_cast<char>(fault.value)).append('\xF7');
 }
 
 } // namespace sweep

@@ -1,5 +1,5 @@
 // A MIDI connection to a simulated product, at the pace of a DIN cable and on a clock of its own,
-// with the fault of one scenario in it. Everything that passes is recorded as the host sees it.
+// with the faults of one scenario in it. Everything that passes is recorded as the host sees it.
 #pragma once
 
 #include "host/bus/MidiPort.h"
@@ -22,13 +22,15 @@ struct WireEvent {
 
 using WireRecord = std::vector<WireEvent>;
 
+// What a command is about; Any: nothing that an update asks or sends.
+Topic topicOf(const QByteArray& command);
+
 class FaultyLink final : public hx::MidiPort {
 public:
     static constexpr hx::Microseconds byteTime = 320;
 
     FaultyLink(hx::sim::SimulatedProduct& product, const Scenario& scenario)
-        : m_product(product), m_scenario(scenario), m_out(Direction::Out, scenario),
-          m_in(Direction::In, scenario)
+        : m_product(product), m_out(Direction::Out, scenario), m_in(Direction::In, scenario)
     {
     }
 
@@ -37,7 +39,7 @@ public:
     bool send(const QByteArray& message) override;
     hx::MidiChunk receive(hx::Microseconds deadline) override;
 
-    // Ends the fault and plugs the product in again; bytes on their way stay so.
+    // Ends the faults and plugs the product in again; bytes on their way stay so.
     void repair();
 
     const WireRecord& record() const { return m_record; }
@@ -51,14 +53,14 @@ private:
     bool isPresent();
     void moveTo(hx::Microseconds time);
     void hear(const Piece& piece);
-    void hearMessage(const QByteArray& bytes);
+    void hearBytes(const Piece& piece);
+    void strikeAtEnd(const std::vector<Fault>& faults);
     void answer(const QByteArray& message, hx::Microseconds delay);
-    void happen(Piece::Then then);
-    QByteArray falseAnswer() const;
-    QByteArray asOtherModel(QByteArray reply) const;
+    void happen(const Piece& piece);
+    QByteArray falsified(QByteArray reply) const;
+    QByteArray falseAnswer(const Fault& fault) const;
 
     hx::sim::SimulatedProduct& m_product;
-    Scenario m_scenario;
     FaultyLane m_out;
     FaultyLane m_in;
     hx::ManualClock m_clock;

@@ -1,11 +1,13 @@
 #include "tests/sweep/Oracle.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace sweep {
 
 namespace {
 
+using hx::ProductCondition;
 using hx::UpdateOutcome;
 
 constexpr int attemptsOfMessage = 4; // once, and three retries
@@ -26,7 +28,7 @@ Status statusOf(const QByteArray& acknowledgement)
 class Walk {
 public:
     Walk(const Conversation& conversation, const hx::UpdateImage& image)
-        : m_exchanges(conversation.exchanges), m_portLost(conversation.portLost),
+        : m_exchanges(conversation.exchanges), m_lostAt(conversation.lostAt),
           m_answersMayComeEarly(conversation.answersMayComeEarly), m_image(image)
     {
     }
@@ -39,9 +41,10 @@ public:
             if (tookAllMessages())
                 judgeReports();
         }
-        if (m_portLost)
+        if (m_lostAt && *m_lostAt < m_decidedAt)
             m_end.outcome = UpdateOutcome::PortLost;
         m_end.last = lastAnswers();
+        m_end.condition = m_lostAt ? ProductCondition::PortLost : toldBy(m_end.last);
         return m_end;
     }
 
@@ -53,7 +56,7 @@ private:
 
     void wrong(const QString& text)
     {
-        if (m_end.wrongCourse.isEmpty() && !m_portLost)
+        if (m_end.wrongCourse.isEmpty() && !m_lostAt)
             m_end.wrongCourse = text;
     }
 
@@ -80,10 +83,32 @@ private:
         return false;
     }
 
-    // A whole identity of another product; one with a short manufacturer would have fewer bytes.
+    static ProductCondition toldBy(const LastAnswers& last)
+    {
+        const QByteArray none("\x7F\x7F\x7F\x7F");
+        const QByteArray stored = valueIn(last.stored);
+        const QByteArray calculated = valueIn(last.calculated);
+        if (last.identity.isEmpty())
+            return ProductCondition::NoAnswer;
+        if (!isIdentityOfProduct(last.identity))
+            return isOther(last.identity) ? ProductCondition::OtherProduct
+                                          : ProductCondition::Unclear;
+        const bool isVersionTold = !valueIn(last.version).isEmpty();
+        const bool isVersionRefused = !isVersionTold && !last.version.isEmpty();
+        if (stored.isEmpty() || calculated.isEmpty() || (!isVersionTold && !isVersionRefused))
+            return ProductCondition::Unclear;
+        if (stored == none && (isVersionRefused || calculated != none))
+            return ProductCondition::NoValidCode;
+        if (isVersionRefused)
+            return ProductCondition::Unclear;
+        return stored == calculated ? ProductCondition::CodeIntact : ProductCondition::CodeDamaged;
+    }
+
+    // A whole identity of another product; one with a maker of one byte has two bytes fewer.
     static bool isOther(const QByteArray& answer)
     {
-        return !answer.isEmpty() && answer.at(5) == '\0' && !isIdentityOfProduct(answer);
+        const bool isWhole = !answer.isEmpty() && (answer.at(5) == '\0') == (answer.size() == 17);
+        return isWhole && !isIdentityOfProduct(answer);
     }
 
     bool tookAllMessages()
@@ -95,6 +120,10 @@ private:
             m_end.failedMessage = index + 1;
             m_end.outcome =
                 status == Status::Silent ? UpdateOutcome::NoAnswer : UpdateOutcome::Failed;
+            if (status == Status::Silent && !m_isCutShort)
+                m_decidedAt = m_exchanges[m_next - 1].sent + Exchange::timeout;
+            else if (!m_isCutShort)
+                m_decidedAt = 0;
             return false;
         }
         return true;
@@ -108,6 +137,7 @@ private:
         for (int attempt = 0; attempt < attemptsOfMessage; ++attempt) {
             if (!isNext(message)) {
                 wrong(QStringLiteral("it stopped sending a message that was not acknowledged"));
+                m_isCutShort = true;
                 return status;
             }
             status = statusOfAttempt(m_exchanges[m_next++], wasSilent);
@@ -172,7 +202,9 @@ private:
     }
 
     const std::vector<Exchange>& m_exchanges;
-    bool m_portLost;
+    std::optional<hx::Microseconds> m_lostAt;
+    bool m_isCutShort = false; // it stopped while a message could still be sent again
+    hx::Microseconds m_decidedAt = std::numeric_limits<hx::Microseconds>::max();
     bool m_answersMayComeEarly;
     const hx::UpdateImage& m_image;
     std::size_t m_next = 0;

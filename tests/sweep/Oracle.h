@@ -19,6 +19,8 @@ struct ExpectedEnd {
     int failedMessage = 0; // as UpdateResult::failedMessage
     QString wrongCourse;   // the host did what no outcome allows; mostly empty
     LastAnswers last;
+    // What these say of the product.
+    hx::ProductCondition condition = hx::ProductCondition::Unclear;
 };
 
 ExpectedEnd expectedEnd(const Conversation& conversation, const hx::UpdateImage& image);

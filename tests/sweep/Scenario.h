@@ -1,4 +1,4 @@
-// One fault at one byte of one message: what the sweep tries, as a value and as a line of text.
+// What is tried: faults, each at one byte of one message, as a value and as a line of text.
 #pragma once
 
 #include <QByteArray>
@@ -27,34 +27,55 @@ enum class FaultKind {
     Vanish,    // the port is gone when the bytes before it have passed
     PowerOff,  // the product restarts when the bytes before it have passed
     PowerCut,  // power fails after `value` single memory writes of the message
-    BadCell,   // the memory cell `value` fails once the message was handled
-    Deaf,      // from it on the product hears and says nothing for `value` microseconds
-    Refuse,    // the product answers with a refusal instead of acting
-    Answer,    // it acknowledges with the status `value` instead of acting
-    OtherModel // another model of the family is at the port
+    HalfWrite, // and half of the next one
+    UnsteadyWrite, // the same, and a bit of it reads differently each time
+    BadCell,       // the memory cell `value` fails once the message was handled
+    Deaf,          // from it on the product hears and says nothing for `value` microseconds
+    Refuse,        // the product answers with a refusal instead of acting
+    Answer,        // it acknowledges with the status `value` instead of acting
+    OtherModel     // another model of the family is at the port
 };
 
-struct Scenario {
+// What a message is about: a command by its bytes, a reply by the command that it answers.
+enum class Topic { Any, Identity, Version, Data, Check, Closing, Stored, Calculated };
+
+struct Fault {
     Direction direction = Direction::Out;
-    int message = 1; // in this direction, counted from 1
+    int message = 1; // in this direction, counted from 1; has no meaning where there is a topic
     int byte = 0;    // of the message, counted from 0
-    FaultKind fault = FaultKind::None;
-    int value = 0;   // 0 where the fault has none
-    int strikes = 1; // this message and those after it; 0: all of them
+    FaultKind kind = FaultKind::None;
+    int value = 0;            // 0 where the kind has none
+    int strikes = 1;          // this message and those after it; 0: all of them
+    Topic topic = Topic::Any; // another: every message of this topic, for ever
 
     bool isLasting() const { return strikes != 1; }
-    bool hits(int ordinal) const
+    bool hits(int ordinal, Topic about) const
     {
+        if (topic != Topic::Any)
+            return about == topic;
         return ordinal >= message && (strikes == 0 || ordinal < message + strikes);
     }
+};
+
+// All faults of one run; most have one.
+struct Scenario {
+    std::vector<Fault> faults;
+
+    bool isLasting() const;
+    bool has(FaultKind kind) const;
 };
 
 // All kinds, in the order of their names in the list for people.
 const std::vector<FaultKind>& allFaultKinds();
 const char* faultName(FaultKind kind);
 
-// "out 3.17 flip 40 x1": direction, message and byte, fault, value (bytes and masks in hexadecimal,
-// times and counts in decimal), strikes ("x*": all from there on).
+// All topics but Any, in the order of an update.
+const std::vector<Topic>& allTopics();
+
+// "out 3.17 flip 40 x1": direction, message or topic ("data.17") and byte, fault, value (bytes and
+// masks in hexadecimal, times and counts in decimal), strikes ("x*": all from there on). Several
+// faults stand in one line with " + " between them.
+QString faultText(const Fault& fault);
 QString scenarioText(const Scenario& scenario);
 
 // The same back; nothing when the line is none, `error` then says which piece is wrong.

@@ -1,5 +1,7 @@
 #include "tests/sweep/Sweep.h"
 
+#include <set>
+
 namespace sweep {
 
 namespace {
@@ -27,43 +29,47 @@ class Places {
 public:
     Places(Direction direction, int message, int byte, const Visit& visit) : m_visit(visit)
     {
-        m_scenario.direction = direction;
-        m_scenario.message = message;
-        m_scenario.byte = byte;
+        m_fault.direction = direction;
+        m_fault.message = message;
+        m_fault.byte = byte;
     }
 
-    void once(FaultKind fault, int value = 0) { visit(fault, value, 1); }
+    void once(FaultKind kind, int value = 0) { visit(kind, value, 1); }
 
-    void onceAndForGood(FaultKind fault, int value = 0)
+    void onceAndForGood(FaultKind kind, int value = 0)
     {
-        visit(fault, value, 1);
-        visit(fault, value, 0);
+        visit(kind, value, 1);
+        visit(kind, value, 0);
     }
 
-    void onceTwiceAndForGood(FaultKind fault, int value = 0)
+    void onceTwiceAndForGood(FaultKind kind, int value = 0)
     {
-        onceAndForGood(fault, value);
-        visit(fault, value, 2);
+        onceAndForGood(kind, value);
+        visit(kind, value, 2);
     }
 
 private:
-    void visit(FaultKind fault, int value, int strikes)
+    void visit(FaultKind kind, int value, int strikes)
     {
-        m_scenario.fault = fault;
-        m_scenario.value = value;
-        m_scenario.strikes = strikes;
-        m_visit(m_scenario);
+        m_fault.kind = kind;
+        m_fault.value = value;
+        m_fault.strikes = strikes;
+        m_visit({{m_fault}});
     }
 
-    Scenario m_scenario;
+    Fault m_fault;
     const Visit& m_visit;
 };
+
+bool isOneBit(int mask)
+{
+    return (mask & (mask - 1)) == 0;
+}
 
 void visitFlips(Places places)
 {
     for (int mask = 1; mask <= 0xFF; ++mask) {
-        const bool isOneBit = (mask & (mask - 1)) == 0;
-        if (isOneBit)
+        if (isOneBit(mask))
             places.onceAndForGood(FaultKind::Flip, mask);
         else
             places.once(FaultKind::Flip, mask);
@@ -125,7 +131,27 @@ void forEachScenario(Laboratory& laboratory, const Visit& visit)
         for (int done = 0; done <= writes; ++done)
             Places(Direction::Out, message, 0, visit)
                 .onceTwiceAndForGood(FaultKind::PowerCut, done);
+        for (int done = 0; done < writes; ++done) {
+            Places place(Direction::Out, message, 0, visit);
+            place.onceTwiceAndForGood(FaultKind::HalfWrite, done);
+            place.onceTwiceAndForGood(FaultKind::UnsteadyWrite, done);
+        }
     }
+}
+
+void forEachPermanentFault(Laboratory& laboratory, const Visit& visit)
+{
+    const std::vector<Topic> topics = laboratory.topics();
+    std::set<QString> seen;
+    forEachScenario(laboratory, [&](const Scenario& scenario) {
+        Fault fault = scenario.faults.front();
+        if (fault.kind == FaultKind::Flip && !isOneBit(fault.value))
+            return;
+        fault.topic = topics[static_cast<std::size_t>(fault.message - 1)];
+        fault.strikes = 0;
+        if (seen.insert(faultText(fault)).second)
+            visit({{fault}});
+    });
 }
 
 } // namespace sweep

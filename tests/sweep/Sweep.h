@@ -11,4 +11,9 @@ namespace sweep {
 // striking once and for good.
 void forEachScenario(Laboratory& laboratory, const std::function<void(const Scenario&)>& visit);
 
+// Each of these faults as it would be if it never healed: on every message about the same thing as
+// the one it strikes, in one direction, while all else is healthy. Of masks those of one bit.
+void forEachPermanentFault(Laboratory& laboratory,
+                           const std::function<void(const Scenario&)>& visit);
+
 } // namespace sweep

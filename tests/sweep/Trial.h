@@ -30,6 +30,9 @@ public:
     // Sizes of the messages of an update without a fault, in order.
     std::vector<int> messageSizes(Direction direction);
 
+    // What these are about, in order; the same for both directions.
+    std::vector<Topic> topics();
+
     // Single memory writes of each message that the host sends in it.
     std::vector<int> memoryWrites();
 

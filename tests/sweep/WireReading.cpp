@@ -56,7 +56,8 @@ private:
 
 bool isIdentity(const QByteArray& message)
 {
-    return message.size() == 17 && message.startsWith(QByteArray::fromHex("F07E")) &&
+    const bool isShort = message.size() == 15 && message.at(5) != '\0'; // maker of one byte
+    return (message.size() == 17 || isShort) && message.startsWith(QByteArray::fromHex("F07E")) &&
            message.mid(3, 2) == QByteArray::fromHex("0602");
 }
 
@@ -127,7 +128,7 @@ Conversation readConversation(const WireRecord& record)
             conversation.exchanges.push_back({event.bytes, event.time, {}});
             cutter.forget();
         } else if (event.kind == WireEvent::Kind::Lost) {
-            conversation.portLost = true;
+            conversation.lostAt = conversation.lostAt.value_or(event.time);
         } else if (!conversation.exchanges.empty()) {
             Exchange& exchange = conversation.exchanges.back();
             cutter.forgetAfter(exchange.sent + Exchange::timeout, event.time);

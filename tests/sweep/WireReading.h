@@ -3,6 +3,8 @@
 
 #include "tests/sweep/FaultyLink.h"
 
+#include <optional>
+
 namespace sweep {
 
 // A whole SysEx message that reached the host.
@@ -27,7 +29,7 @@ struct Exchange {
 
 struct Conversation {
     std::vector<Exchange> exchanges;
-    bool portLost = false; // the host used the port after it was gone
+    std::optional<hx::Microseconds> lostAt; // the host used the port after it was gone
 
     // When several replies are held back, one may come while the next command is being sent. The
     // host cannot tell it from the reply of a product that answers before the pause for the wire is

@@ -1,5 +1,6 @@
 // hxsweep: tries every scenario of the sweep, or the ones named, and says which did not pass.
 #include "host/product/PluginLoader.h"
+#include "tests/sweep/Pairs.h"
 #include "tests/sweep/Sweep.h"
 
 #include <QCommandLineParser>
@@ -22,11 +23,13 @@ struct Options {
     QString plugin;
     long every;
     long first;
+    long pairs; // 0: every single fault
+    long seed;
+    bool isPermanent;
     bool isList;
 };
 
 struct Totals {
-    long seen = 0;
     long passed = 0;
     long failed = 0;
     std::map<QString, std::map<QString, long>> outcomes; // by fault
@@ -45,13 +48,19 @@ void showFailure(const Scenario& scenario, const TrialReport& report)
     out().flush();
 }
 
+QString kindsText(const Scenario& scenario)
+{
+    return scenario.faults.size() == 1
+               ? QLatin1String(sweep::faultName(scenario.faults.front().kind))
+               : QStringLiteral("pairs");
+}
+
 void tryOne(Laboratory& laboratory, const Scenario& scenario, Totals* totals)
 {
     const TrialReport report = laboratory.tryScenario(scenario);
     const bool passed = report.complaints.isEmpty();
     ++(passed ? totals->passed : totals->failed);
-    ++totals->outcomes[QLatin1String(sweep::faultName(scenario.fault))]
-                      [hx::updateOutcomeText(report.outcome)];
+    ++totals->outcomes[kindsText(scenario)][hx::updateOutcomeText(report.outcome)];
     if (!passed && totals->failed <= mostShown)
         showFailure(scenario, report);
 }
@@ -68,13 +77,37 @@ void showTotals(const Totals& totals, double seconds)
           << QString::number(seconds, 'f', 1) << " s\n";
 }
 
+using Visit = std::function<void(const Scenario&)>;
+
+void forEachPair(Laboratory& laboratory, const Options& options, const Visit& visit)
+{
+    const sweep::Pairs pairs(laboratory, static_cast<quint64>(options.seed));
+    out() << options.pairs << " pairs of " << pairs.faultCount() << " faults, drawn with seed "
+          << options.seed << "\n";
+    for (long number = 0; number < options.pairs; ++number)
+        visit(pairs.pair(static_cast<quint64>(number)));
+}
+
+void forEachChosen(Laboratory& laboratory, const Options& options, const Visit& visit)
+{
+    long seen = 0;
+    const auto visitChosen = [&](const Scenario& scenario) {
+        if (seen++ % options.every == options.first)
+            visit(scenario);
+    };
+    if (options.pairs > 0)
+        forEachPair(laboratory, options, visitChosen);
+    else if (options.isPermanent)
+        sweep::forEachPermanentFault(laboratory, visitChosen);
+    else
+        sweep::forEachScenario(laboratory, visitChosen);
+}
+
 int sweepAll(Laboratory& laboratory, const Options& options)
 {
     const auto start = std::chrono::steady_clock::now();
     Totals totals;
-    sweep::forEachScenario(laboratory, [&](const Scenario& scenario) {
-        if (totals.seen++ % options.every != options.first)
-            return;
+    forEachChosen(laboratory, options, [&](const Scenario& scenario) {
         if (options.isList)
             out() << sweep::scenarioText(scenario) << "\n";
         else
@@ -133,14 +166,19 @@ std::optional<Options> readOptions(const QCoreApplication& application)
                      {"plugin", "the plugin library", "FILE", HX_PLUGIN_FILE},
                      {"every", "only every Nth scenario", "N", "1"},
                      {"first", "of these, beginning with this one, from 0", "N", "0"},
+                     {"permanent", "faults that never heal, on one direction and topic"},
+                     {"pairs", "so many pairs of faults, drawn", "N", "0"},
+                     {"seed", "what they are drawn with", "N", "1"},
                      {"list", "name the scenarios, try none"}});
     line.process(application);
     const auto every = number(line, "every", 1);
     const auto first = number(line, "first", 0);
-    if (!every || !first || !line.positionalArguments().isEmpty())
+    const auto pairs = number(line, "pairs", 0);
+    const auto seed = number(line, "seed", 0);
+    if (!every || !first || !pairs || !seed || !line.positionalArguments().isEmpty())
         return std::nullopt;
-    return Options{line.value("scenario"), line.value("plugin"), *every, *first,
-                   line.isSet("list")};
+    return Options{line.value("scenario"),  line.value("plugin"), *every, *first, *pairs, *seed,
+                   line.isSet("permanent"), line.isSet("list")};
 }
 
 } // namespace

@@ -15,7 +15,7 @@ RETRIES = 3
 
 
 def fail(text):
-    sys.exit(f"scripts/check-model: {text}")
+    sys.exit(f"model/check.py: {text}")
 
 
 def run(*words, folder):
