@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <utility>
 
 namespace hx {
 
@@ -30,40 +31,51 @@ bool isFileOrNothing(const QString& path)
 
 ProductStateFile::ProductStateFile(const QString& path) : m_path(path) {}
 
-std::unique_ptr<ProductStateFile>
-ProductStateFile::open(const QString& path, sim::SimulatedProduct& product, QString* error)
+Result<std::unique_ptr<ProductStateFile>> ProductStateFile::open(const QString& path,
+                                                                 sim::SimulatedProduct& product)
 {
     std::unique_ptr<ProductStateFile> file(new ProductStateFile(path));
-    if (path.isEmpty())
-        *error = QStringLiteral("it has no name");
-    else if (!isFileOrNothing(path))
-        *error = QStringLiteral("it is no regular file");
-    else if (file->m_lock.take(path, error) &&
-             (isThere(path) ? file->read(product, error) : file->writeWhole(product, error)))
-        return file;
-    return nullptr;
+    const Result<> ready = file->lockAndRead(product);
+    if (!ready)
+        return ready.problem();
+    return file;
 }
 
-bool ProductStateFile::read(sim::SimulatedProduct& product, QString* error)
+Result<> ProductStateFile::lockAndRead(sim::SimulatedProduct& product)
 {
-    QByteArray state;
-    if (!readWholeFile(m_path, maxStateFileBytes, &state, error))
-        return false;
-    QFile writable; // what cannot be written is of no use
-    if (!openFile(writable, m_path, QIODevice::ReadWrite, error))
-        return false;
-    if (state.size() > maxStateFileBytes) {
-        *error = QStringLiteral("it is larger than %1 bytes, which no memory of a product is")
-                     .arg(maxStateFileBytes);
-        return false;
-    }
-    return product.restore(state, error);
+    if (m_path.isEmpty())
+        return fileProblem(QStringLiteral("it has no name"));
+    if (!isFileOrNothing(m_path))
+        return fileProblem(QStringLiteral("it is no regular file"));
+    const Result<> locked = m_lock.take(m_path);
+    if (!locked)
+        return locked;
+    return isThere(m_path) ? read(product) : writeWhole(product);
 }
 
-bool ProductStateFile::writeWhole(const sim::SimulatedProduct& product, QString* error)
+Result<> ProductStateFile::read(sim::SimulatedProduct& product)
+{
+    const Result<QByteArray> state = readWholeFile(m_path, maxStateFileBytes);
+    if (!state)
+        return state.problem();
+    QFile writable; // what cannot be written is of no use
+    const Result<> opened = openFile(writable, m_path, QIODevice::ReadWrite);
+    if (!opened)
+        return opened;
+    if (state->size() > maxStateFileBytes)
+        return fileProblem(
+            QStringLiteral("it is larger than %1 bytes, which no memory of a product is")
+                .arg(maxStateFileBytes));
+    QString error;
+    if (!product.restore(*state, &error))
+        return fileProblem(error);
+    return {};
+}
+
+Result<> ProductStateFile::writeWhole(const sim::SimulatedProduct& product)
 {
     m_end.close();
-    return writeWholeFile(m_path, product.save(), error);
+    return writeWholeFile(m_path, product.save());
 }
 
 // A line at the end is cheap, however much code there is. The first change goes into a whole text,
@@ -80,18 +92,17 @@ void ProductStateFile::keep(sim::SimulatedProduct& product)
         m_failed = m_end.write(line) != line.size();
         return;
     }
-    QString error;
-    m_failed = !writeWhole(product, &error) ||
-               !openFile(m_end, m_path,
-                         QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered, &error);
+    m_failed =
+        !writeWhole(product) ||
+        !openFile(m_end, m_path, QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered);
 }
 
-bool ProductStateFile::close(sim::SimulatedProduct& product, QString* error)
+Result<> ProductStateFile::close(sim::SimulatedProduct& product)
 {
     keep(product);
-    const bool good = !m_changed || writeWhole(product, error);
-    m_changed = false;
-    return good;
+    if (!std::exchange(m_changed, false))
+        return {};
+    return writeWhole(product);
 }
 
 } // namespace hx

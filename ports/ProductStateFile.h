@@ -15,24 +15,24 @@ namespace hx {
 // at once, so that it is there after a crash too. A file that nothing changes is not written.
 class ProductStateFile {
 public:
-    // `path` is a name of host/base/FileName.h. Locks the file and makes `product` what it describes; a file that is not there yet is written
-    // for the product as it is. Null, with the reason in `error`, when another program uses the
-    // file, or it is not a state file, or cannot be written.
-    static std::unique_ptr<ProductStateFile> open(const QString& path,
-                                                  sim::SimulatedProduct& product, QString* error);
+    // `path` is a name of host/base/FileName.h. Locks the file and makes `product` what it
+    // describes; a file that is not there yet is written for the product as it is. Fails when
+    // another program uses the file, or it is not a state file, or cannot be written.
+    static Result<std::unique_ptr<ProductStateFile>> open(const QString& path,
+                                                          sim::SimulatedProduct& product);
 
     // Writes what has changed since the last call. To be called before the product's answer leaves.
     void keep(sim::SimulatedProduct& product);
 
-    // Writes the whole state, when it has changed. False, with the reason in `error`, when that
-    // cannot be done.
-    bool close(sim::SimulatedProduct& product, QString* error);
+    // Writes the whole state, when it has changed.
+    Result<> close(sim::SimulatedProduct& product);
 
 private:
     explicit ProductStateFile(const QString& path);
 
-    bool read(sim::SimulatedProduct& product, QString* error);
-    bool writeWhole(const sim::SimulatedProduct& product, QString* error);
+    Result<> lockAndRead(sim::SimulatedProduct& product);
+    Result<> read(sim::SimulatedProduct& product);
+    Result<> writeWhole(const sim::SimulatedProduct& product);
 
     QString m_path;
     FileLock m_lock;

@@ -2,17 +2,17 @@
 
 namespace hx {
 
-std::unique_ptr<StatefulSimulatedPort>
+Result<std::unique_ptr<StatefulSimulatedPort>>
 StatefulSimulatedPort::open(const QString& path, sim::FaultyProduct product,
-                            const SimulatedPortOptions& options, const OnSaveError& onSaveError,
-                            QString* error)
+                            const SimulatedPortOptions& options, const OnSaveError& onSaveError)
 {
-    std::unique_ptr<ProductStateFile> file = ProductStateFile::open(path, product.product(), error);
+    Result<std::unique_ptr<ProductStateFile>> file =
+        ProductStateFile::open(path, product.product());
     if (!file)
-        return nullptr;
+        return file.problem();
     std::unique_ptr<StatefulSimulatedPort> port(
         new StatefulSimulatedPort(path, product, options, onSaveError));
-    port->m_file = std::move(file);
+    port->m_file = std::move(*file);
     return port;
 }
 
@@ -25,9 +25,9 @@ StatefulSimulatedPort::StatefulSimulatedPort(const QString& path, const sim::Fau
 
 StatefulSimulatedPort::~StatefulSimulatedPort()
 {
-    QString error;
-    if (!m_file->close(m_port.product(), &error))
-        m_onSaveError(error);
+    const Result<> closed = m_file->close(m_port.product());
+    if (!closed)
+        m_onSaveError(closed.problem().what);
 }
 
 bool StatefulSimulatedPort::send(const QByteArray& message)

@@ -14,11 +14,11 @@ public:
     using OnSaveError = std::function<void(const QString&)>;
 
     // Plugs in `product` with the memory that `path` holds, or as it is when there is no such file
-    // yet; null, with the reason in `error`, when the file cannot be used (ProductStateFile::open). When the
-    // state cannot be kept, `onSaveError` is told so when the port is closed.
-    static std::unique_ptr<StatefulSimulatedPort>
-    open(const QString& path, sim::FaultyProduct product, const SimulatedPortOptions& options,
-         const OnSaveError& onSaveError, QString* error);
+    // yet. When the state cannot be kept, `onSaveError` is told so when the port is closed.
+    static Result<std::unique_ptr<StatefulSimulatedPort>> open(const QString& path,
+                                                               sim::FaultyProduct product,
+                                                               const SimulatedPortOptions& options,
+                                                               const OnSaveError& onSaveError);
 
     ~StatefulSimulatedPort() override;
 

@@ -32,39 +32,39 @@ FileLock::~FileLock()
         unlink(fileNameBytes(m_name).constData());
 }
 
-bool FileLock::take(const QString& name, QString* error)
+Result<> FileLock::take(const QString& name)
 {
     const QString lock = lockName(name);
     for (int i = 0; i < mostLockAttempts; ++i) {
         m_file.close();
-        if (!openFile(m_file, lock, QIODevice::ReadWrite, error) || !takeOnce(error))
-            return false;
+        Result<> taken = openFile(m_file, lock, QIODevice::ReadWrite);
+        if (taken)
+            taken = takeOnce();
+        if (!taken)
+            return taken;
         if (!isStillThere(lock))
             continue;
         m_name = lock;
         m_file.resize(0);
         m_file.write(lockMark + QByteArray::number(QCoreApplication::applicationPid()) + '\n');
         m_file.flush();
-        return true;
+        return {};
     }
-    *error = QStringLiteral("it cannot be locked: its lock comes and goes");
-    return false;
+    return fileProblem(QStringLiteral("it cannot be locked: its lock comes and goes"));
 }
 
-// False too when the file is none of ours: it must not be overwritten.
-bool FileLock::takeOnce(QString* error)
+// Fails too when the file is none of ours: it must not be overwritten.
+Result<> FileLock::takeOnce()
 {
     const QByteArray found = m_file.read(longestMark).trimmed();
-    if (!found.isEmpty() && !found.startsWith(lockMark)) {
-        *error = QStringLiteral("the file of that name and \".lock\" is not a lock");
-        return false;
-    }
+    if (!found.isEmpty() && !found.startsWith(lockMark))
+        return fileProblem(QStringLiteral("the file of that name and \".lock\" is not a lock"));
     if (flock(m_file.handle(), LOCK_EX | LOCK_NB) == 0)
-        return true;
-    *error = errno == EWOULDBLOCK
-                 ? QStringLiteral("another program uses it (%1)").arg(QString::fromLatin1(found))
-                 : qt_error_string(errno);
-    return false;
+        return {};
+    return fileProblem(
+        errno == EWOULDBLOCK
+            ? QStringLiteral("another program uses it (%1)").arg(QString::fromLatin1(found))
+            : qt_error_string(errno));
 }
 
 bool FileLock::isStillThere(const QString& lock) const

@@ -1,6 +1,8 @@
 // Keeps a second program away from a file.
 #pragma once
 
+#include "host/base/Result.h"
+
 #include <QFile>
 #include <QString>
 
@@ -18,12 +20,12 @@ public:
     FileLock(const FileLock&) = delete;
     FileLock& operator=(const FileLock&) = delete;
 
-    // Locks the file that `name` leads to, by whatever links; it need not be there. False, with the
-    // reason in `error`, when another program has it or a lock cannot be made. Once only.
-    bool take(const QString& name, QString* error);
+    // Locks the file that `name` leads to, by whatever links; it need not be there. Fails when
+    // another program has it or a lock cannot be made. Once only.
+    Result<> take(const QString& name);
 
 private:
-    bool takeOnce(QString* error);
+    Result<> takeOnce();
     bool isStillThere(const QString& lock) const;
 
     QString m_name; // of the lock; empty while there is none to give back

@@ -17,17 +17,14 @@ namespace fs = std::filesystem;
 
 constexpr int mostAttempts = 100; // at a name for a new file that no other file has
 
-bool writeTo(QFileDevice& file, const QByteArray& content)
-{
-    return file.write(content) == content.size() && file.flush();
-}
-
 // A system that takes a part of the content has met no error yet.
-QString reason(const QFileDevice& file)
+Result<> writeTo(QFileDevice& file, const QByteArray& content)
 {
-    return file.error() == QFileDevice::NoError
-               ? QStringLiteral("there is no room for all of it; free some")
-               : file.errorString();
+    if (file.write(content) == content.size() && file.flush())
+        return {};
+    return fileProblem(file.error() == QFileDevice::NoError
+                           ? QStringLiteral("there is no room for all of it; free some")
+                           : file.errorString());
 }
 
 int flagsOf(QIODevice::OpenMode mode)
@@ -52,15 +49,11 @@ bool isSpecial(const fs::path& path)
            !fs::is_directory(path, error);
 }
 
-bool writeSpecial(const QString& name, const QByteArray& content, QString* error)
+Result<> writeSpecial(const QString& name, const QByteArray& content)
 {
     QFile file;
-    if (!openFile(file, name, QIODevice::WriteOnly, error))
-        return false;
-    if (writeTo(file, content))
-        return true;
-    *error = reason(file);
-    return false;
+    const Result<> opened = openFile(file, name, QIODevice::WriteOnly);
+    return opened ? writeTo(file, content) : opened;
 }
 
 // A file beside `target`, which takes its place and its permissions once all is in it. What
@@ -76,35 +69,34 @@ public:
     Replacement(const Replacement&) = delete;
     Replacement& operator=(const Replacement&) = delete;
 
-    bool write(const QByteArray& content, QString* error)
+    Result<> write(const QByteArray& content)
     {
-        if (!open(error))
-            return false;
-        if (!writeTo(m_file, content)) {
-            *error = reason(m_file);
-            return false;
-        }
+        Result<> done = open();
+        if (done)
+            done = writeTo(m_file, content);
+        if (!done)
+            return done;
         takePermissions();
         fsync(m_file.handle()); // some systems cannot; what they took is all that can be had
         m_file.close();
-        return takePlace(error);
+        return takePlace();
     }
 
 private:
-    bool open(QString* error)
+    Result<> open()
     {
+        Result<> opened;
         for (int i = 0; i < mostAttempts; ++i) {
             const std::string ending = '.' + std::to_string(getpid()) + '-' + std::to_string(i);
             const fs::path path = m_target.string() + ending;
             const QString name = fileNameText(path.string());
-            if (openFile(m_file, name, QIODevice::WriteOnly | QIODevice::NewOnly, error)) {
+            opened = openFile(m_file, name, QIODevice::WriteOnly | QIODevice::NewOnly);
+            if (opened)
                 m_path = path;
-                return true;
-            }
-            if (errno != EEXIST)
-                return false;
+            if (opened || errno != EEXIST)
+                break;
         }
-        return false;
+        return opened;
     }
 
     void takePermissions()
@@ -114,14 +106,12 @@ private:
             fchmod(m_file.handle(), status.st_mode & 07777);
     }
 
-    bool takePlace(QString* error)
+    Result<> takePlace()
     {
-        if (rename(m_path.c_str(), m_target.c_str()) != 0) {
-            *error = qt_error_string(errno);
-            return false;
-        }
+        if (rename(m_path.c_str(), m_target.c_str()) != 0)
+            return fileProblem(qt_error_string(errno));
         m_path.clear();
-        return true;
+        return {};
     }
 
     fs::path m_target;
@@ -131,51 +121,50 @@ private:
 
 } // namespace
 
-bool openFile(QFile& file, const QString& name, QIODevice::OpenMode mode, QString* error)
+Result<> openFile(QFile& file, const QString& name, QIODevice::OpenMode mode)
 {
     const int descriptor = ::open(fileNameBytes(name).constData(), flagsOf(mode) | O_CLOEXEC, 0666);
     if (descriptor < 0) {
         const int code = errno;
-        *error = qt_error_string(code);
+        Problem problem = fileProblem(qt_error_string(code));
         errno = code;
-        return false;
+        return problem;
     }
     // A buffer of its own would forget why a part of it was not taken.
     const QIODevice::OpenMode direct =
         mode.testFlag(QIODevice::WriteOnly) ? mode | QIODevice::Unbuffered : mode;
-    return file.open(descriptor, direct, QFileDevice::AutoCloseHandle);
+    if (!file.open(descriptor, direct, QFileDevice::AutoCloseHandle))
+        return fileProblem(file.errorString());
+    return {};
 }
 
-bool readWholeFile(const QString& name, qint64 limit, QByteArray* content, QString* error)
+Result<QByteArray> readWholeFile(const QString& name, qint64 limit)
 {
     std::error_code unseen; // opening says why
     const fs::path path = filePath(name);
     if (fs::is_directory(path, unseen))
-        *error = QStringLiteral("it is a folder");
-    else if (fs::exists(path, unseen) && !fs::is_regular_file(path, unseen))
-        *error = QStringLiteral("it is no regular file");
-    else {
-        QFile file;
-        if (!openFile(file, name, QIODevice::ReadOnly, error))
-            return false;
-        *content = file.read(limit + 1);
-        *error = file.error() == QFileDevice::NoError ? QString() : file.errorString();
-        return error->isEmpty();
-    }
-    return false;
+        return fileProblem(QStringLiteral("it is a folder"));
+    if (fs::exists(path, unseen) && !fs::is_regular_file(path, unseen))
+        return fileProblem(QStringLiteral("it is no regular file"));
+    QFile file;
+    const Result<> opened = openFile(file, name, QIODevice::ReadOnly);
+    if (!opened)
+        return opened.problem();
+    QByteArray content = file.read(limit + 1);
+    if (file.error() != QFileDevice::NoError)
+        return fileProblem(file.errorString());
+    return content;
 }
 
-bool writeWholeFile(const QString& name, const QByteArray& content, QString* error)
+Result<> writeWholeFile(const QString& name, const QByteArray& content)
 {
     const fs::path target = resolvedPath(name);
     std::error_code unseen;
     if (isSpecial(target))
-        return writeSpecial(name, content, error);
-    if (fs::is_directory(target, unseen)) {
-        *error = QStringLiteral("it is a folder");
-        return false;
-    }
-    return Replacement(target).write(content, error);
+        return writeSpecial(name, content);
+    if (fs::is_directory(target, unseen))
+        return fileProblem(QStringLiteral("it is a folder"));
+    return Replacement(target).write(content);
 }
 
 } // namespace hx

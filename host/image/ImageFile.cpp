@@ -95,12 +95,12 @@ ImageFile parseImageFile(const QByteArray& content)
 
 ImageFile readImageFile(const QString& path)
 {
-    QByteArray content;
-    QString error;
-    if (!readWholeFile(path, maxImageFileBytes, &content, &error))
-        return refused(-1, QStringLiteral("%1 cannot be read: %2.").arg(path, error),
+    const Result<QByteArray> content = readWholeFile(path, maxImageFileBytes);
+    if (!content)
+        return refused(-1,
+                       QStringLiteral("%1 cannot be read: %2.").arg(path, content.problem().what),
                        QStringLiteral("Check the path and the permissions."));
-    return parseImageFile(content);
+    return parseImageFile(*content);
 }
 
 ImageFile imageFileOf(const QList<HxMidiData>& messages)

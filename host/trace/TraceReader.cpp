@@ -284,9 +284,9 @@ TraceFile readTrace(const QString& path)
 {
     TraceFile file;
     QFile in;
-    QString error;
-    if (!openFile(in, path, QIODevice::ReadOnly, &error)) {
-        file.error = QStringLiteral("it cannot be read: %1").arg(error);
+    const Result<> opened = openFile(in, path, QIODevice::ReadOnly);
+    if (!opened) {
+        file.error = QStringLiteral("it cannot be read: %1").arg(opened.problem().what);
         return file;
     }
     const QByteArray head = in.peek(int(qstrlen(traceHeader)));

@@ -25,23 +25,22 @@ bool isPipe(const QString& path)
 TEST(WholeFile, IsWrittenAndReplaced)
 {
     TestFiles files;
-    QString error;
-    EXPECT_TRUE(writeWholeFile(files.path("a"), "first", &error)) << error.toStdString();
+    EXPECT_TRUE(writeWholeFile(files.path("a"), "first"));
     EXPECT_EQ(TestFiles::contentOf(files.path("a")), "first");
-    EXPECT_TRUE(writeWholeFile(files.path("a"), QByteArray(), &error));
+    EXPECT_TRUE(writeWholeFile(files.path("a"), QByteArray()));
     EXPECT_EQ(TestFiles::contentOf(files.path("a")), "");
-    EXPECT_TRUE(error.isEmpty());
 }
 
 TEST(WholeFile, NamesTheReasonWhenItCannotBeWritten)
 {
     TestFiles files;
-    QString error;
-    EXPECT_FALSE(writeWholeFile(files.path("missing/a"), "text", &error));
-    EXPECT_FALSE(error.isEmpty());
-    error.clear();
-    EXPECT_FALSE(writeWholeFile(files.folder(), "text", &error));
-    EXPECT_FALSE(error.isEmpty());
+    const Result<> missing = writeWholeFile(files.path("missing/a"), "text");
+    ASSERT_FALSE(missing);
+    EXPECT_EQ(missing.problem().code, ExitCode::FileError);
+    EXPECT_EQ(missing.problem().what, "No such file or directory");
+    const Result<> folder = writeWholeFile(files.folder(), "text");
+    ASSERT_FALSE(folder);
+    EXPECT_EQ(folder.problem().what, "it is a folder");
 }
 
 // A system that runs out of room takes a part and says nothing yet.
@@ -54,17 +53,16 @@ TEST(WholeFile, SaysThatThereIsNoRoomWhenOnlyAPartWasTaken)
     const rlimit small = {65536, before.rlim_max};
     const auto onTooLarge = std::signal(SIGXFSZ, SIG_IGN);
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
-    QString error;
-    const bool isWritten = writeWholeFile(files.path("a"), QByteArray(100000, 'x'), &error);
+    const Result<> many = writeWholeFile(files.path("a"), QByteArray(100000, 'x'));
     const rlimit smaller = {1000, before.rlim_max}; // less than a buffer holds
     setrlimit(RLIMIT_FSIZE, &smaller);
-    QString errorOfFew;
-    const bool areFewWritten = writeWholeFile(files.path("a"), QByteArray(1001, 'x'), &errorOfFew);
+    const Result<> few = writeWholeFile(files.path("a"), QByteArray(1001, 'x'));
     setrlimit(RLIMIT_FSIZE, &before);
     std::signal(SIGXFSZ, onTooLarge);
-    EXPECT_FALSE(isWritten || areFewWritten);
-    EXPECT_EQ(error, "there is no room for all of it; free some");
-    EXPECT_EQ(errorOfFew, error);
+    ASSERT_FALSE(many);
+    ASSERT_FALSE(few);
+    EXPECT_EQ(many.problem().what, "there is no room for all of it; free some");
+    EXPECT_EQ(few.problem().what, many.problem().what);
     EXPECT_EQ(TestFiles::contentOf(files.path("a")), "before");
 }
 
@@ -75,8 +73,7 @@ TEST(WholeFile, APipeIsWrittenToAndStaysAPipe)
     ASSERT_EQ(mkfifo(path.toLocal8Bit().constData(), 0600), 0);
     const int reader = open(path.toLocal8Bit().constData(), O_RDONLY | O_NONBLOCK);
     ASSERT_GE(reader, 0);
-    QString error;
-    EXPECT_TRUE(writeWholeFile(path, "through", &error)) << error.toStdString();
+    EXPECT_TRUE(writeWholeFile(path, "through"));
     char bytes[16] = {};
     EXPECT_EQ(read(reader, bytes, sizeof(bytes)), 7);
     EXPECT_STREQ(bytes, "through");
@@ -90,9 +87,9 @@ TEST(WholeFile, ADeviceThatTakesNothingIsAnErrorAndStaysADevice)
     const QString link = files.path("full");
     if (!QFile::exists(QStringLiteral("/dev/full")) || !QFile::link("/dev/full", link))
         GTEST_SKIP() << "no /dev/full";
-    QString error;
-    EXPECT_FALSE(writeWholeFile(link, "text", &error));
-    EXPECT_EQ(error, "No space left on device");
+    const Result<> written = writeWholeFile(link, "text");
+    ASSERT_FALSE(written);
+    EXPECT_EQ(written.problem().what, "No space left on device");
     struct stat status = {};
     ASSERT_EQ(stat("/dev/full", &status), 0);
     EXPECT_TRUE(S_ISCHR(status.st_mode));

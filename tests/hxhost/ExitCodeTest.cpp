@@ -1,6 +1,6 @@
 // Each exit code, reached in the way that its row of the table says.
-#include "apps/hxhost/report/ExitCode.h"
 #include "apps/hxhost/commands/CommandLine.h"
+#include "apps/hxhost/report/ExitCodeTable.h"
 #include "host/base/FileLock.h"
 #include "tests/hxhost/HxHost.h"
 
@@ -280,8 +280,7 @@ TEST_F(ExitCodes, FileErrorForAStateFileThatAnotherProgramUses)
     const QByteArray before = read(state);
     {
         hx::FileLock lock;
-        QString error;
-        ASSERT_TRUE(lock.take(state, &error)) << error.toStdString();
+        ASSERT_TRUE(lock.take(state));
         const ProgramResult ended = hxhost(command);
         EXPECT_EQ(ended.exitCode, 10);
         EXPECT_TRUE(ended.err.contains("\": another program uses it (process "))

@@ -146,9 +146,13 @@ class StatefulPort : public ::testing::Test {
 protected:
     std::unique_ptr<StatefulSimulatedPort> open(const QString& path)
     {
-        return StatefulSimulatedPort::open(
+        auto opened = StatefulSimulatedPort::open(
             path, sim::FaultyProduct(sim::SimulatedProduct(sim::valdrin())), {},
-            [this](const QString& error) { saveError = error; }, &openError);
+            [this](const QString& error) { saveError = error; });
+        if (opened)
+            return std::move(*opened);
+        openError = opened.problem().what;
+        return nullptr;
     }
 
     QString inFolder(const char* name) const

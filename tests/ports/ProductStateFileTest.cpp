@@ -58,13 +58,24 @@ private:
     uid_t m_user;
 };
 
+std::unique_ptr<ProductStateFile> openState(const QString& path, sim::SimulatedProduct& product,
+                                            QString* error)
+{
+    auto opened = ProductStateFile::open(path, product);
+    if (opened)
+        return std::move(*opened);
+    EXPECT_EQ(opened.problem().code, ExitCode::FileError);
+    *error = opened.problem().what;
+    return nullptr;
+}
+
 } // namespace
 
 TEST_F(StateFile, AFileThatIsNotThereGivesTheProductAsItLeftTheFactory)
 {
     sim::SimulatedProduct product{sim::valdrin()};
     QString error;
-    ASSERT_NE(ProductStateFile::open(path(), product, &error), nullptr) << error.toStdString();
+    ASSERT_NE(openState(path(), product, &error), nullptr) << error.toStdString();
     EXPECT_EQ(product.codeBytes(), sim::SimulatedProduct(sim::valdrin()).codeBytes());
     EXPECT_EQ(contents(), sim::SimulatedProduct(sim::valdrin()).save());
 }
@@ -74,13 +85,13 @@ TEST_F(StateFile, WhatIsKeptIsRestored)
     sim::SimulatedProduct changed{sim::valdrin()};
     QString error;
     {
-        const auto file = ProductStateFile::open(path(), changed, &error);
+        const auto file = openState(path(), changed, &error);
         ASSERT_NE(file, nullptr) << error.toStdString();
         changed.damageCode(0);
-        EXPECT_TRUE(file->close(changed, &error));
+        EXPECT_TRUE(file->close(changed));
     }
     sim::SimulatedProduct product{sim::valdrin()};
-    ASSERT_NE(ProductStateFile::open(path(), product, &error), nullptr) << error.toStdString();
+    ASSERT_NE(openState(path(), product, &error), nullptr) << error.toStdString();
     EXPECT_EQ(product.codeBytes(), changed.codeBytes());
 }
 
@@ -89,7 +100,7 @@ TEST_F(StateFile, HoldsEachChangeAsSoonAsItIsMade)
 {
     sim::SimulatedProduct product{sim::valdrin()};
     QString error;
-    const auto file = ProductStateFile::open(path(), product, &error);
+    const auto file = openState(path(), product, &error);
     ASSERT_NE(file, nullptr) << error.toStdString();
     for (const QByteArray& message : sim::imageOf(sim::codeOfSize(5000), "1024")) {
         product.receive(message);
@@ -105,7 +116,7 @@ TEST_F(StateFile, AProductThatWasErasedIsNotValidInItsFile)
 {
     sim::SimulatedProduct product{sim::valdrin()};
     QString error;
-    const auto file = ProductStateFile::open(path(), product, &error);
+    const auto file = openState(path(), product, &error);
     ASSERT_NE(file, nullptr) << error.toStdString();
     product.receive(sim::imageOf(sim::codeOfSize(5000), "1024").first());
     file->keep(product);
@@ -116,7 +127,7 @@ TEST_F(StateFile, AddsToTheFileWhatAMessageBringsAndIsTidyOnceItIsClosed)
 {
     sim::SimulatedProduct product{sim::valdrin()};
     QString error;
-    const auto file = ProductStateFile::open(path(), product, &error);
+    const auto file = openState(path(), product, &error);
     ASSERT_NE(file, nullptr) << error.toStdString();
     const auto messages = sim::imageOf(sim::codeOfSize(5000), "1024");
     for (int i = 0; i < 3; ++i) {
@@ -124,7 +135,7 @@ TEST_F(StateFile, AddsToTheFileWhatAMessageBringsAndIsTidyOnceItIsClosed)
         file->keep(product);
     }
     EXPECT_EQ(contents().count("\nchange fwu no - - "), 2);
-    EXPECT_TRUE(file->close(product, &error));
+    EXPECT_TRUE(file->close(product));
     EXPECT_EQ(contents(), product.save());
 }
 
@@ -135,7 +146,7 @@ TEST_F(StateFile, ALineThatWasNotFinishedDoesNotCountAndIsNotContinued)
     write(product.save() + "change fwu no - - 0000");
     QString error;
     sim::SimulatedProduct restored{sim::valdrin()};
-    const auto file = ProductStateFile::open(path(), restored, &error);
+    const auto file = openState(path(), restored, &error);
     ASSERT_NE(file, nullptr) << error.toStdString();
     EXPECT_EQ(restored.save(), product.save());
     restored.damageCode(3);
@@ -155,11 +166,11 @@ TEST_F(StateFile, IsNotWrittenWhenNothingChanges)
     sim::SimulatedProduct product{sim::valdrin()};
     QString error;
     {
-        const auto used = ProductStateFile::open(path(), product, &error);
+        const auto used = openState(path(), product, &error);
         ASSERT_NE(used, nullptr) << error.toStdString();
         product.receive(QByteArray::fromHex("F07E7F0601F7"));
         used->keep(product);
-        EXPECT_TRUE(used->close(product, &error));
+        EXPECT_TRUE(used->close(product));
     }
     EXPECT_EQ(QFileInfo(path()).lastModified(), longAgo);
 }
@@ -171,14 +182,14 @@ TEST_F(StateFile, ASecondUserIsRefusedByWhateverName)
     sim::SimulatedProduct product{sim::valdrin()};
     QString error;
     {
-        const auto first = ProductStateFile::open(path(), product, &error);
+        const auto first = openState(path(), product, &error);
         ASSERT_NE(first, nullptr) << error.toStdString();
         for (const QString& name : {path(), link}) {
-            EXPECT_EQ(ProductStateFile::open(name, product, &error), nullptr);
+            EXPECT_EQ(openState(name, product, &error), nullptr);
             EXPECT_EQ(error, QStringLiteral("another program uses it (process %1)").arg(getpid()));
         }
     }
-    EXPECT_NE(ProductStateFile::open(link, product, &error), nullptr) << error.toStdString();
+    EXPECT_NE(openState(link, product, &error), nullptr) << error.toStdString();
 }
 
 TEST_F(StateFile, TheLockOfAKilledProgramDoesNotHoldAndIsTakenAway)
@@ -189,7 +200,7 @@ TEST_F(StateFile, TheLockOfAKilledProgramDoesNotHoldAndIsTakenAway)
     lock.close();
     sim::SimulatedProduct product{sim::valdrin()};
     QString error;
-    EXPECT_NE(ProductStateFile::open(path(), product, &error), nullptr) << error.toStdString();
+    EXPECT_NE(openState(path(), product, &error), nullptr) << error.toStdString();
     EXPECT_FALSE(lock.exists());
 }
 
@@ -201,7 +212,7 @@ TEST_F(StateFile, AFileThatIsNoLockIsNotTakenForOne)
     diary.close();
     sim::SimulatedProduct product{sim::valdrin()};
     QString error;
-    EXPECT_EQ(ProductStateFile::open(path(), product, &error), nullptr);
+    EXPECT_EQ(openState(path(), product, &error), nullptr);
     EXPECT_EQ(error, "the file of that name and \".lock\" is not a lock");
     EXPECT_TRUE(diary.open(QIODevice::ReadOnly));
     EXPECT_EQ(diary.readAll(), "my diary");
@@ -212,7 +223,7 @@ TEST_F(StateFile, ADamagedFileIsRefusedAndLeavesTheProductAlone)
     write("no state\n");
     sim::SimulatedProduct product{sim::valdrin()};
     QString error;
-    EXPECT_EQ(ProductStateFile::open(path(), product, &error), nullptr);
+    EXPECT_EQ(openState(path(), product, &error), nullptr);
     EXPECT_FALSE(error.isEmpty());
     EXPECT_EQ(product.codeBytes(), sim::SimulatedProduct(sim::valdrin()).codeBytes());
 }
@@ -221,9 +232,9 @@ TEST_F(StateFile, APlaceThatCannotKeepTheStateIsRefusedBeforeTheProductIsUsed)
 {
     sim::SimulatedProduct product{sim::valdrin()};
     QString error;
-    EXPECT_EQ(ProductStateFile::open(path() + "/no/such/folder", product, &error), nullptr);
+    EXPECT_EQ(openState(path() + "/no/such/folder", product, &error), nullptr);
     EXPECT_EQ(error, "No such file or directory");
-    EXPECT_EQ(ProductStateFile::open(QString(), product, &error), nullptr);
+    EXPECT_EQ(openState(QString(), product, &error), nullptr);
     EXPECT_EQ(error, "it has no name");
 }
 
@@ -237,7 +248,7 @@ TEST_F(StateFile, AFileThatMayNotBeReadIsRefusedAndNotReplacedByAFreshProduct)
         const AsNobody nobody;
         sim::SimulatedProduct product{sim::valdrin()};
         QString error;
-        EXPECT_EQ(ProductStateFile::open(path(), product, &error), nullptr);
+        EXPECT_EQ(openState(path(), product, &error), nullptr);
         EXPECT_EQ(error, "Permission denied");
     }
     struct stat found = {};
@@ -253,7 +264,7 @@ TEST_F(StateFile, WhatIsTooLargeIsRefusedAndNotTakenIntoMemory)
     ASSERT_TRUE(file.resize(64LL * 1024 * 1024 + 1)); // takes no room on the disk
     sim::SimulatedProduct product{sim::valdrin()};
     QString error;
-    EXPECT_EQ(ProductStateFile::open(path(), product, &error), nullptr);
+    EXPECT_EQ(openState(path(), product, &error), nullptr);
     EXPECT_EQ(error, "it is larger than 67108864 bytes, which no memory of a product is");
 }
 
@@ -263,9 +274,9 @@ TEST_F(StateFile, APipeOrADeviceIsRefusedUnread)
     sim::SimulatedProduct product{sim::valdrin()};
     QString error;
     ASSERT_EQ(mkfifo(path().toLocal8Bit().constData(), 0600), 0);
-    EXPECT_EQ(ProductStateFile::open(path(), product, &error), nullptr);
+    EXPECT_EQ(openState(path(), product, &error), nullptr);
     EXPECT_EQ(error, "it is no regular file");
-    EXPECT_EQ(ProductStateFile::open(QStringLiteral("/dev/null"), product, &error), nullptr);
+    EXPECT_EQ(openState(QStringLiteral("/dev/null"), product, &error), nullptr);
     EXPECT_EQ(error, "it is no regular file");
 }
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "apps/hxhost/commands/Options.h"
-#include "apps/hxhost/report/Problem.h"
+#include "host/base/Problem.h"
 
 #include <optional>
 

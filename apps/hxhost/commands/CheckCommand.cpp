@@ -88,16 +88,16 @@ bool takeMessages(CommandContext& context, const std::string& path, QList<HxMidi
     if (path.empty())
         return true;
     const QString name = fileNameText(path);
-    QByteArray content;
-    QString error;
-    if (!readInput(name, maxImageFileBytes, &content, &error)) {
-        context.fail(ExitCode::FileError,
-                     QStringLiteral("the image \"%1\" cannot be read: %2").arg(name, error),
-                     QStringLiteral("whole SysEx messages as raw bytes, hex text or a MIDI file"),
-                     QStringLiteral("give another file with --image, or none"));
+    const Result<QByteArray> content = readInput(name, maxImageFileBytes);
+    if (!content) {
+        context.fail(
+            ExitCode::FileError,
+            QStringLiteral("the image \"%1\" cannot be read: %2").arg(name, content.problem().what),
+            QStringLiteral("whole SysEx messages as raw bytes, hex text or a MIDI file"),
+            QStringLiteral("give another file with --image, or none"));
         return false;
     }
-    const ImageFile file = parseImageFile(content);
+    const ImageFile file = parseImageFile(*content);
     for (const FileMessage& message : file.messages)
         messages->append(message.data);
     if (file.problems.empty() && !messages->isEmpty())

@@ -3,6 +3,7 @@
 #include "apps/hxhost/commands/ArgumentCheck.h"
 #include "apps/hxhost/commands/OptionCheck.h"
 #include "apps/hxhost/commands/OutputCheck.h"
+#include "apps/hxhost/report/ExitCodeTable.h"
 #include "apps/hxhost/report/Terminal.h"
 #include "host/base/FileName.h"
 #include "host/base/PrintableText.h"
@@ -155,15 +156,12 @@ int CommandLine::runChosen(const Command& command)
         console.problem(*problem);
         return int(problem->code);
     }
-    QString error;
     if (const std::optional<Problem> problem = argumentProblem(command, m_output))
         report.fail(*problem);
     else if (const std::optional<Problem> wrong = optionProblem(command))
         report.fail(*wrong);
-    else if (m_output.trace.empty() || recorder.openTrace(context.traceName(), m_words, &error))
+    else if (context.openTrace(m_words))
         runGuarded(command, context);
-    else
-        context.failTrace(error);
     return finish(command, context);
 }
 

@@ -45,26 +45,30 @@ std::string checkVersion(const std::string& text)
 
 bool readCode(CommandContext& context, const QString& path, QByteArray* code)
 {
-    QString error;
-    if (readInput(path, image::maxCodeBytes, code, &error))
+    Result<QByteArray> content = readInput(path, image::maxCodeBytes);
+    if (content) {
+        *code = *content;
         return true;
-    context.fail(ExitCode::FileError,
-                 QStringLiteral("the code file \"%1\" cannot be read: %2").arg(path, error),
-                 QStringLiteral("a file of 1 to %1 bytes").arg(image::maxCodeBytes),
-                 QStringLiteral("check the name and the permissions"));
+    }
+    context.fail(
+        ExitCode::FileError,
+        QStringLiteral("the code file \"%1\" cannot be read: %2").arg(path, content.problem().what),
+        QStringLiteral("a file of 1 to %1 bytes").arg(image::maxCodeBytes),
+        QStringLiteral("check the name and the permissions"));
     return false;
 }
 
 bool writeImage(CommandContext& context, const QString& path, const QByteArray& content)
 {
-    QString error;
     context.isOutputTaken = isStandardStream(path);
-    if (writeOutput(path, content, &error))
+    const Result<> written = writeOutput(path, content);
+    if (written)
         return true;
-    context.fail(ExitCode::FileError,
-                 QStringLiteral("the image \"%1\" cannot be written: %2").arg(path, error),
-                 QStringLiteral("a file name in a folder that may be written to"),
-                 QStringLiteral("give another name with -o"));
+    context.fail(
+        ExitCode::FileError,
+        QStringLiteral("the image \"%1\" cannot be written: %2").arg(path, written.problem().what),
+        QStringLiteral("a file name in a folder that may be written to"),
+        QStringLiteral("give another name with -o"));
     return false;
 }
 

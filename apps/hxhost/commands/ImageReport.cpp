@@ -122,13 +122,12 @@ std::optional<LoadedImage> takeImage(CommandContext& context, const std::string&
                                      const ProductDescription& product)
 {
     const QString name = fileNameText(path);
-    QByteArray content;
-    QString error;
-    if (!readInput(name, maxImageFileBytes, &content, &error)) {
-        failUnreadable(context, name, error);
+    const Result<QByteArray> content = readInput(name, maxImageFileBytes);
+    if (!content) {
+        failUnreadable(context, name, content.problem().what);
         return std::nullopt;
     }
-    LoadedImage loaded = imageIn(name, content, product);
+    LoadedImage loaded = imageIn(name, *content, product);
     for (const QString& warning : loaded.file.warnings)
         context.warn(warning);
     addImage(context.report, loaded);

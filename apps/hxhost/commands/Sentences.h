@@ -2,7 +2,7 @@
 // detail, then what to do. Bytes of messages are left to the trace.
 #pragma once
 
-#include "apps/hxhost/report/Problem.h"
+#include "host/base/Problem.h"
 
 #include "host/image/UpdateImage.h"
 #include "host/update/UpdateResult.h"

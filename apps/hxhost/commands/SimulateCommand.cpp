@@ -138,12 +138,12 @@ void simulate(CommandContext& context, const SimulateOptions& options)
     if (!product)
         return;
     const QString path = fileNameText(options.state);
-    QString error;
     std::unique_ptr<ProductStateFile> state;
     if (!path.isEmpty()) {
-        state = ProductStateFile::open(path, product->product(), &error);
-        if (!state)
-            return failState(context, path, error);
+        auto opened = ProductStateFile::open(path, product->product());
+        if (!opened)
+            return failState(context, path, opened.problem().what);
+        state = std::move(*opened);
     }
     const std::unique_ptr<RtMidiPort> port = openVirtual(context, options, plugin->device());
     if (!port)
@@ -152,8 +152,9 @@ void simulate(CommandContext& context, const SimulateOptions& options)
     context.console.note(
         QStringLiteral("The product is on %1. Ctrl-C unplugs it.").arg(port->name()));
     serve(context, options, *port, *product, state.get());
-    if (state && !state->close(product->product(), &error))
-        failState(context, path, error);
+    const Result<> closed = state ? state->close(product->product()) : Result<>();
+    if (!closed)
+        failState(context, path, closed.problem().what);
 }
 
 } // namespace

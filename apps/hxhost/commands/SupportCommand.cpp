@@ -85,22 +85,22 @@ QString imageText(const QByteArray& content, const UpdateImage& image, const QSt
 bool addImageSection(CommandContext& context, const SupportOptions& options, Sections& sections)
 {
     const QString name = fileNameText(options.image);
-    QByteArray content;
-    QString error;
-    if (!readInput(name, maxImageFileBytes, &content, &error)) {
-        context.fail(ExitCode::FileError,
-                     QStringLiteral("the image \"%1\" cannot be read: %2").arg(name, error),
-                     QStringLiteral("an update image: .syx, hex text or Standard MIDI File"),
-                     QStringLiteral("give its name with --image, or leave it out"));
+    const Result<QByteArray> content = readInput(name, maxImageFileBytes);
+    if (!content) {
+        context.fail(
+            ExitCode::FileError,
+            QStringLiteral("the image \"%1\" cannot be read: %2").arg(name, content.problem().what),
+            QStringLiteral("an update image: .syx, hex text or Standard MIDI File"),
+            QStringLiteral("give its name with --image, or leave it out"));
         return false;
     }
     const PluginLoadResult plugin = loadPlugin(pluginPlace(options.connection.plugin));
     const LoadedImage image =
-        imageIn(name, content,
+        imageIn(name, *content,
                 plugin.ok() ? describeProduct(plugin.plugin->device()) : ProductDescription());
     sections << Section{QStringLiteral("Image"),
                         QStringLiteral("the checksum of the image, and what it says of itself"),
-                        imageText(content, image.image, imageFormatName(image.file.format))};
+                        imageText(*content, image.image, imageFormatName(image.file.format))};
     return true;
 }
 
@@ -134,13 +134,12 @@ bool addTraceSection(CommandContext& context, const std::string& path, Sections&
         failTrace(context, name, trace.error);
         return false;
     }
-    QByteArray content;
-    QString error;
-    if (!readInput(name, maxTraceBytes, &content, &error)) {
-        failTrace(context, name, error);
+    const Result<QByteArray> content = readInput(name, maxTraceBytes);
+    if (!content) {
+        failTrace(context, name, content.problem().what);
         return false;
     }
-    QStringList lines = QString::fromUtf8(content).split(QLatin1Char('\n'));
+    QStringList lines = QString::fromUtf8(*content).split(QLatin1Char('\n'));
     for (QString& line : lines) {
         if (line.startsWith(QLatin1String("# hxhost ")))
             line = withoutNames(line);
@@ -195,14 +194,14 @@ void support(CommandContext& context, const SupportOptions& options)
         return;
     const QString path = fileNameText(options.output);
     const QByteArray content = document(sections);
-    QString error;
     context.isOutputTaken = isStandardStream(path);
-    if (!writeOutput(path, content, &error))
-        return context.fail(
-            ExitCode::FileError,
-            QStringLiteral("the report \"%1\" cannot be written: %2").arg(path, error),
-            QStringLiteral("a file name in a folder that may be written to"),
-            QStringLiteral("give another name with -o"));
+    const Result<> written = writeOutput(path, content);
+    if (!written)
+        return context.fail(ExitCode::FileError,
+                            QStringLiteral("the report \"%1\" cannot be written: %2")
+                                .arg(path, written.problem().what),
+                            QStringLiteral("a file name in a folder that may be written to"),
+                            QStringLiteral("give another name with -o"));
     context.report.add(QStringLiteral("file"), path);
     context.report.add(QStringLiteral("bytes"), content.size());
     context.report.add(QStringLiteral("contents"), QJsonArray::fromStringList(contentsOf(sections)),

@@ -102,14 +102,14 @@ void drawTrace(CommandContext& context, const TraceOptions& options,
     const QString title =
         printable(fileNameText(std::filesystem::path(options.file).filename().string()));
     const QByteArray picture = traceSvg(title, events);
-    QString error;
     context.isOutputTaken = isStandardStream(path);
-    if (!writeOutput(path, picture, &error))
-        return context.fail(
-            ExitCode::FileError,
-            QStringLiteral("the picture \"%1\" cannot be written: %2").arg(path, error),
-            QStringLiteral("a file name in a folder that may be written to"),
-            QStringLiteral("give another name with --svg"));
+    const Result<> written = writeOutput(path, picture);
+    if (!written)
+        return context.fail(ExitCode::FileError,
+                            QStringLiteral("the picture \"%1\" cannot be written: %2")
+                                .arg(path, written.problem().what),
+                            QStringLiteral("a file name in a folder that may be written to"),
+                            QStringLiteral("give another name with --svg"));
     context.report.add(QStringLiteral("picture"), path);
 }
 

@@ -1,7 +1,7 @@
 // What the program says while it works: notes, warnings and errors on standard error.
 #pragma once
 
-#include "apps/hxhost/report/Problem.h"
+#include "host/base/Problem.h"
 
 #include <QString>
 

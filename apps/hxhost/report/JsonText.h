@@ -1,7 +1,7 @@
 // Values from outside as they may stand in a JSON document.
 #pragma once
 
-#include "apps/hxhost/report/Problem.h"
+#include "host/base/Problem.h"
 
 #include <QByteArray>
 #include <QJsonObject>

@@ -1,5 +1,6 @@
 #include "apps/hxhost/report/Report.h"
 
+#include "apps/hxhost/report/ExitCodeTable.h"
 #include "apps/hxhost/report/JsonText.h"
 #include "apps/hxhost/report/TextTable.h"
 #include "host/base/PrintableText.h"

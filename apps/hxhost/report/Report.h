@@ -1,7 +1,7 @@
 // The result of a command: named values that become text, one JSON document or one single value.
 #pragma once
 
-#include "apps/hxhost/report/Problem.h"
+#include "host/base/Problem.h"
 
 #include <QJsonArray>
 #include <QJsonObject>

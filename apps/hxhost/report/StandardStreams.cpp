@@ -11,25 +11,25 @@ bool isStandardStream(const QString& name)
     return name == QLatin1String("-");
 }
 
-bool readInput(const QString& name, qint64 limit, QByteArray* content, QString* error)
+Result<QByteArray> readInput(const QString& name, qint64 limit)
 {
     if (!isStandardStream(name))
-        return readWholeFile(name, limit, content, error);
+        return readWholeFile(name, limit);
     QFile input;
+    QByteArray content;
     if (input.open(stdin, QIODevice::ReadOnly))
-        *content = input.read(limit + 1);
-    if (input.error() == QFileDevice::NoError)
-        return true;
-    *error = input.errorString();
-    return false;
+        content = input.read(limit + 1);
+    if (input.error() != QFileDevice::NoError)
+        return fileProblem(input.errorString());
+    return content;
 }
 
-bool writeOutput(const QString& name, const QByteArray& content, QString* error)
+Result<> writeOutput(const QString& name, const QByteArray& content)
 {
     if (!isStandardStream(name))
-        return writeWholeFile(name, content, error);
+        return writeWholeFile(name, content);
     fwrite(content.constData(), 1, size_t(content.size()), stdout);
-    return true;
+    return {};
 }
 
 } // namespace hx::host

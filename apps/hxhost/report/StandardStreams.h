@@ -1,6 +1,8 @@
 // "-" as the name of a file: standard input or standard output.
 #pragma once
 
+#include "host/base/Result.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -8,12 +10,10 @@ namespace hx::host {
 
 bool isStandardStream(const QString& name);
 
-// Up to `limit` bytes and one more, which tells that there is more. False, with the reason in
-// `error`, when they cannot be read.
-bool readInput(const QString& name, qint64 limit, QByteArray* content, QString* error);
+// Up to `limit` bytes and one more, which tells that there is more.
+Result<QByteArray> readInput(const QString& name, qint64 limit);
 
-// False, with the reason in `error`, when a file cannot be written; what standard output did not
-// take is found at the end of the run.
-bool writeOutput(const QString& name, const QByteArray& content, QString* error);
+// What standard output did not take is found at the end of the run.
+Result<> writeOutput(const QString& name, const QByteArray& content);
 
 } // namespace hx::host

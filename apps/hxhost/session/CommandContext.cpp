@@ -9,21 +9,25 @@ QString CommandContext::traceName() const
     return fileNameText(output.trace);
 }
 
-void CommandContext::failTrace(const QString& error)
+bool CommandContext::openTrace(const QString& title)
 {
-    fail(ExitCode::FileError,
-         QStringLiteral("the trace \"%1\" cannot be written: %2").arg(traceName(), error),
-         QStringLiteral("a file name in a folder that may be written to"),
-         QStringLiteral("give another name with --trace"));
+    return output.trace.empty() || isTraceGood(recorder.openTrace(traceName(), title));
 }
 
 bool CommandContext::startTrace()
 {
-    QString error;
-    const bool isStarted = recorder.startTrace(&error);
-    if (!isStarted)
-        failTrace(error);
-    return isStarted;
+    return isTraceGood(recorder.startTrace());
+}
+
+bool CommandContext::isTraceGood(const Result<>& result)
+{
+    if (!result)
+        fail(ExitCode::FileError,
+             QStringLiteral("the trace \"%1\" cannot be written: %2")
+                 .arg(traceName(), result.problem().what),
+             QStringLiteral("a file name in a folder that may be written to"),
+             QStringLiteral("give another name with --trace"));
+    return bool(result);
 }
 
 } // namespace hx::host

@@ -32,11 +32,16 @@ struct CommandContext {
     }
 
     QString traceName() const;
-    void failTrace(const QString& error);
+
+    // Records a trace, if one is asked for; false, with the problem in the report, when it cannot
+    // be written.
+    bool openTrace(const QString& title);
 
     // Puts the trace into its file, if one is recorded; false, with the problem in the report, when
     // that cannot be done.
     bool startTrace();
+
+    bool isTraceGood(const Result<>& result);
 
     // Warns on stderr and in the JSON document.
     void warn(const QString& text)

@@ -33,14 +33,14 @@ void failStateFile(CommandContext& context, const QString& path, const QString& 
 PortPointer openStateful(CommandContext& context, const sim::FaultyProduct& product,
                          const QString& path, const Pace& pace)
 {
-    QString error;
     const auto onSaveError = [&context, path](const QString& text) {
         failStateFile(context, path, text);
     };
-    PortPointer port = StatefulSimulatedPort::open(path, product, {pace, 0}, onSaveError, &error);
-    if (!port)
-        failStateFile(context, path, error);
-    return port;
+    auto port = StatefulSimulatedPort::open(path, product, {pace, 0}, onSaveError);
+    if (port)
+        return std::move(*port);
+    failStateFile(context, path, port.problem().what);
+    return nullptr;
 }
 
 // The names that the plugin gives its product's ports, when the person gave none.

@@ -30,18 +30,21 @@ Recorder::~Recorder()
     activeRecorder = nullptr;
 }
 
-bool Recorder::openTrace(const QString& name, const QString& title, QString* error)
+Result<> Recorder::openTrace(const QString& name, const QString& title)
 {
-    if (!m_output.setUp(name, error))
-        return false;
-    m_writer = std::make_unique<TraceWriter>(m_output, 0);
-    m_writer->comment(title);
-    return true;
+    const Result<> ready = m_output.setUp(name);
+    if (ready) {
+        m_writer = std::make_unique<TraceWriter>(m_output, 0);
+        m_writer->comment(title);
+    }
+    return ready;
 }
 
-bool Recorder::startTrace(QString* error)
+Result<> Recorder::startTrace()
 {
-    return !m_writer || m_output.start(error);
+    if (!m_writer)
+        return {};
+    return m_output.start();
 }
 
 void Recorder::attach(PortBus& bus, const NameOfMessage& nameOf)
@@ -78,9 +81,8 @@ void Recorder::busEvent(const BusEvent& event)
 {
     BusEvent recorded = event;
     recorded.time = m_traceTime = event.time + m_shift;
-    QString error; // the trace is not good from then on
     if (concernsWire(event.kind))
-        startTrace(&error);
+        static_cast<void>(startTrace()); // the trace is not good from a failure on
     if (m_writer)
         m_writer->busEvent(recorded);
     showOnConsole(event);

@@ -18,13 +18,12 @@ public:
     Recorder(const Recorder&) = delete;
     Recorder& operator=(const Recorder&) = delete;
 
-    // Records a trace for the file `name`, with `title` as its first comment; false, with the
-    // reason in `error`, when it cannot be written.
-    bool openTrace(const QString& name, const QString& title, QString* error);
+    // Records a trace for the file `name`, with `title` as its first comment.
+    Result<> openTrace(const QString& name, const QString& title);
 
     // The trace is worth keeping: from now on it is in its file, and the one that was there is kept
-    // beside it. The first event that travels says so too. True where no trace is recorded.
-    bool startTrace(QString* error);
+    // beside it. The first event that travels says so too. Good where no trace is recorded.
+    Result<> startTrace();
 
     // From now on times come from the bus's clock, and what happens on the bus is recorded, until
     // `detach`. `nameOf` gives messages their names.

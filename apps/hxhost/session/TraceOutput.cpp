@@ -17,7 +17,7 @@ fs::path numbered(const fs::path& file, int number)
 }
 
 // Makes room at `file`: each older one moves on by a number, up to the first that is free.
-bool keepOlder(const fs::path& file, QString* error)
+Result<> keepOlder(const fs::path& file)
 {
     std::error_code unseen; // a number that cannot be looked at cannot be written either
     int free = 1;
@@ -27,14 +27,14 @@ bool keepOlder(const fs::path& file, QString* error)
     for (int number = free; number > 0 && !failure; --number)
         fs::rename(numbered(file, number - 1), numbered(file, number), failure);
     if (failure)
-        *error = QStringLiteral("the trace that is there cannot be kept: ") +
-                 QString::fromStdString(failure.message());
-    return !failure;
+        return fileProblem(QStringLiteral("the trace that is there cannot be kept: ") +
+                           QString::fromStdString(failure.message()));
+    return {};
 }
 
 } // namespace
 
-bool TraceOutput::setUp(const QString& name, QString* error)
+Result<> TraceOutput::setUp(const QString& name)
 {
     m_name = name;
     open(QIODevice::WriteOnly | QIODevice::Unbuffered);
@@ -42,25 +42,26 @@ bool TraceOutput::setUp(const QString& name, QString* error)
     const fs::path place = resolvedPath(name);
     const bool isFull = fs::is_regular_file(place, unseen) && fs::file_size(place, unseen) > 0;
     if (!isFull)
-        return openFile(m_file, name, QIODevice::WriteOnly, error);
+        return openFile(m_file, name, QIODevice::WriteOnly);
     QFile file;
-    if (!openFile(file, name, QIODevice::WriteOnly | QIODevice::Append, error))
-        return false;
-    if (access(place.parent_path().c_str(), W_OK) == 0)
-        return true;
-    *error = QStringLiteral("the trace that is there cannot be kept: its folder is read-only");
-    return false;
+    const Result<> opened = openFile(file, name, QIODevice::WriteOnly | QIODevice::Append);
+    if (opened && access(place.parent_path().c_str(), W_OK) != 0)
+        return fileProblem(
+            QStringLiteral("the trace that is there cannot be kept: its folder is read-only"));
+    return opened;
 }
 
-bool TraceOutput::start(QString* error)
+Result<> TraceOutput::start()
 {
     if (!isWaiting())
-        return !m_failed;
-    const fs::path place = resolvedPath(m_name);
-    m_failed = !keepOlder(place, error) || !openFile(m_file, m_name, QIODevice::WriteOnly, error) ||
-               writeData(m_waiting.constData(), m_waiting.size()) != m_waiting.size();
+        return m_started;
+    m_started = keepOlder(resolvedPath(m_name));
+    if (m_started)
+        m_started = openFile(m_file, m_name, QIODevice::WriteOnly);
+    if (m_started && writeData(m_waiting.constData(), m_waiting.size()) != m_waiting.size())
+        m_started = fileProblem(m_file.errorString());
     m_waiting.clear();
-    return !m_failed;
+    return m_started;
 }
 
 qint64 TraceOutput::readData(char*, qint64)
@@ -74,7 +75,7 @@ qint64 TraceOutput::writeData(const char* bytes, qint64 size)
         m_waiting.append(bytes, int(size));
         return size;
     }
-    if (m_failed)
+    if (!m_started)
         return -1;
     const bool isWritten = m_file.write(bytes, size) == size && m_file.flush();
     return isWritten ? size : -1;

@@ -1,6 +1,8 @@
 // The file that a trace is written to, which may hold the trace of an earlier run.
 #pragma once
 
+#include "host/base/Result.h"
+
 #include <QFile>
 
 namespace hx::host {
@@ -9,24 +11,24 @@ namespace hx::host {
 // left alone by a run that comes to nothing, and kept beside the new trace by one that goes on.
 class TraceOutput final : public QIODevice {
 public:
-    // Looks whether the file can be written. False, with the reason in `error`, when it cannot be.
-    bool setUp(const QString& name, QString* error);
+    // Looks whether the file can be written.
+    Result<> setUp(const QString& name);
 
     // From now on the file is written to. What it held becomes NAME.1, what that held NAME.2, and
-    // so on. False, with the reason in `error`, when that cannot be done.
-    bool start(QString* error);
+    // so on. A second call does nothing and ends as the first one.
+    Result<> start();
 
 protected:
     qint64 readData(char* bytes, qint64 size) override;
     qint64 writeData(const char* bytes, qint64 size) override;
 
 private:
-    bool isWaiting() const { return !m_file.isOpen() && !m_failed; }
+    bool isWaiting() const { return !m_file.isOpen() && m_started; }
 
     QString m_name;
     QFile m_file; // open once it is written to
     QByteArray m_waiting;
-    bool m_failed = false;
+    Result<> m_started; // good before `start` too
 };
 
 } // namespace hx::host

@@ -250,9 +250,8 @@ void UpdateModel::startAgain()
 void UpdateModel::saveRecord(const QString& path)
 {
     const auto save = [path, record = m_end.record] {
-        QString error;
-        hx::writeWholeFile(path, record, &error);
-        return error;
+        const hx::Result<> written = hx::writeWholeFile(path, record);
+        return written ? QString() : written.problem().what;
     };
     run(save, [this, path](const QString& error) {
         if (error.isEmpty())

@@ -1,4 +1,4 @@
-#include "apps/hxhost/report/ExitCode.h"
+#include "apps/hxhost/report/ExitCodeTable.h"
 
 namespace hx::host {
 

@@ -1,29 +1,13 @@
-// Every way this program can end: one table that the help, the man page and the tests share.
+// The exit codes in words: one table that the help, the man page and the tests share.
 #pragma once
+
+#include "host/base/ExitCode.h"
 
 #include <QString>
 
 #include <vector>
 
 namespace hx::host {
-
-enum class ExitCode : int {
-    Success = 0,
-    Internal = 1,
-    Usage = 2,
-    NoPlugin = 3,
-    NoPort = 4,
-    NoAnswer = 5,
-    ImageRefused = 6,
-    UpdateFailed = 7,
-    VerificationFailed = 8,
-    WrongProduct = 9,
-    FileError = 10,
-    ReplayDiverged = 11,
-    NotConfirmed = 12,
-    ContractBroken = 13,
-    Interrupted = 130, // what a shell reports for a program that Ctrl-C has ended
-};
 
 struct ExitCodeRow {
     ExitCode code;
