@@ -28,7 +28,6 @@ endif()
 add_compile_options($<$<CONFIG:Release>:-ffunction-sections> $<$<CONFIG:Release>:-fdata-sections>)
 add_compile_definitions(QT_DEPRECATED_WARNINGS QT_NO_KEYWORDS)
 
-set(HX_QT_VERSION 5.12) # the oldest that this project is built with
 list(APPEND CMAKE_MODULE_PATH ${CMAKE_CURRENT_LIST_DIR})
 include(${CMAKE_CURRENT_LIST_DIR}/Install.cmake)
 

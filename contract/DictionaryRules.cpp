@@ -3,6 +3,7 @@
 #include "contract/Rules.h"
 
 #include "host/product/MessageNames.h"
+#include "qt/Versions.h"
 
 #include <QRegExp>
 
@@ -17,13 +18,18 @@ bool isReply(const QString& key)
     return key.contains(QLatin1String(".response")) || key.endsWith(QLatin1String(".filecheck"));
 }
 
+bool isText(const QVariant& value)
+{
+    return value.userType() == QMetaType::QString;
+}
+
 // The texts of the dictionary under the keys that hosts know.
 QMap<QString, QString> textsOf(const DeviceInterface& device)
 {
     QMap<QString, QString> texts;
     for (const QString& key : knownKeys()) {
         const QVariant value = device.lookup(key);
-        if (value.type() == QVariant::String)
+        if (isText(value))
             texts.insert(key, value.toString());
     }
     return texts;
@@ -79,7 +85,7 @@ void judgeViews(const RuleSubject& subject, RuleResult* result)
         const QVariant value = device.lookup(key);
         if (!value.isValid())
             continue;
-        result->require(value.type() == QVariant::String || value.type() == QVariant::Int,
+        result->require(isText(value) || value.userType() == QMetaType::Int,
                         QStringLiteral("\"%1\" is neither a text nor an integer").arg(key));
         result->require(
             device.lookupStr(key) == value.toString() && device.lookupInt(key) == value.toInt(),
@@ -92,9 +98,9 @@ void judgeCompact(const RuleSubject& subject, RuleResult* result)
     const QMap<QString, QString> texts = textsOf(subject.device());
     for (auto it = texts.begin(); it != texts.end(); ++it) {
         result->require(!it.value().isEmpty(), QStringLiteral("\"%1\" is empty").arg(it.key()));
-        result->require(!it.value().contains(QRegExp(QStringLiteral("\\s"))),
+        result->require(QRegExp(QStringLiteral("\\s")).indexIn(it.value()) < 0,
                         QStringLiteral("\"%1\" holds blanks").arg(it.key()));
-        result->require(!it.value().contains(QRegExp(QStringLiteral("[a-f]"))),
+        result->require(QRegExp(QStringLiteral("[a-f]")).indexIn(it.value()) < 0,
                         QStringLiteral("\"%1\" holds hex digits in lower case").arg(it.key()));
     }
 }
@@ -106,8 +112,8 @@ void judgeCommands(const RuleSubject& subject, RuleResult* result)
     const QRegExp message(QStringLiteral("F0([0-7][0-9A-F])*F7"));
     const QMap<QString, QString> texts = textsOf(subject.device());
     for (auto it = texts.begin(); it != texts.end(); ++it) {
-        QString text = it.value().toUpper().remove(QLatin1Char(' '));
-        text.replace(QRegExp(QStringLiteral("NIB[0-9]+")), QStringLiteral("00"));
+        const QString text = replaced(it.value().toUpper().remove(QLatin1Char(' ')),
+                                      QRegExp(QStringLiteral("NIB[0-9]+")), QStringLiteral("00"));
         result->require(isReply(it.key()) || message.exactMatch(text),
                         QStringLiteral("\"%1\" is \"%2\", not one SysEx message: F0, bytes below "
                                        "80, F7")

@@ -1,5 +1,7 @@
 #include "contract/PatternSample.h"
 
+#include "qt/Versions.h"
+
 #include <QRegExp>
 
 namespace hx {
@@ -20,8 +22,7 @@ QString firstAlternative(const QString& pattern)
 QString oneDigitEach(QString pattern)
 {
     pattern.replace(QLatin1String("..*"), QLatin1String(".."));
-    pattern.replace(QRegExp(QStringLiteral("\\[(.)[^\\]]*\\]")), QStringLiteral("\\1"));
-    return pattern;
+    return replaced(pattern, QRegExp(QStringLiteral("\\[(.)[^\\]]*\\]")), QStringLiteral("\\1"));
 }
 
 QString filled(QString digits, const QByteArray& fill)

@@ -4,6 +4,7 @@
 #include "contract/Rules.h"
 
 #include "host/base/HexText.h"
+#include "qt/Saturated.h"
 
 #include <QRegExp>
 
@@ -50,7 +51,7 @@ int checksumReplyBytes(DeviceInterface& device)
     device.isCodeValid(CodeType::Fwu);
     int shortest = longestCut;
     for (const AnsweringBus::Exchange& exchange : bus.exchanges)
-        shortest = std::min(shortest, exchange.reply.size());
+        shortest = std::min(shortest, saturated(exchange.reply.size()));
     return shortest;
 }
 
@@ -117,10 +118,10 @@ bool codeValid(DeviceInterface& device, const QVector<QByteArray>& checksums, in
 {
     AnsweringBus bus(device);
     bus.fills = checksums;
-    bus.answers = checksums.size();
+    bus.answers = saturated(checksums.size());
     const BusOnLoan loan(device, bus);
     const bool valid = device.isCodeValid(CodeType::Fwu);
-    *asked = bus.exchanges.size();
+    *asked = saturated(bus.exchanges.size());
     return valid;
 }
 

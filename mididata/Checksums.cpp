@@ -2,6 +2,7 @@
 #include "mididata/Section.h"
 #include "mididata/fast/ByteSum.h"
 #include "mididata/fast/FastPaths.h"
+#include "qt/Saturated.h"
 
 namespace {
 
@@ -19,12 +20,13 @@ unsigned int sumOf(const QByteArray& bytes, hx::Section section)
 
 int HxMidiData::sumOfSection(int pos, int len) const
 {
-    return static_cast<int>(sumOf(bytes, hx::clippedSection(pos, len, bytes.size())) & 0x7F);
+    return static_cast<int>(
+        sumOf(bytes, hx::clippedSection(pos, len, hx::saturated(bytes.size()))) & 0x7F);
 }
 
 unsigned int HxMidiData::sum32(unsigned int pos, int end) const
 {
-    const int size = bytes.size();
+    const int size = hx::saturated(bytes.size());
     const int begin = static_cast<int>(pos);
     const int stop = end < 0 ? size + end : end;
     if (stop <= begin)

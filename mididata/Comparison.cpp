@@ -1,5 +1,6 @@
 #include "mididata/HxMidiData.h"
 #include "mididata/fast/FastPaths.h"
+#include "qt/Saturated.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -28,7 +29,7 @@ bool within(int tolerance, char a, char b)
 
 bool sameIn(const ComparedRange& range, const QByteArray& a, const QByteArray& b)
 {
-    for (int i = range.begin; i < std::min(range.end, a.size()); ++i) {
+    for (int i = range.begin; i < std::min(range.end, hx::saturated(a.size())); ++i) {
         if (!within(range.tolerance, a.at(i), b.at(i)))
             return false;
     }
@@ -43,7 +44,7 @@ bool HxMidiData::isSame(const HxMidiData& other) const
     const QByteArray& b = other.bytes;
     if (a.size() != b.size())
         return false;
-    const auto compared = static_cast<size_t>(std::min(a.size(), comparedEnd));
+    const auto compared = static_cast<size_t>(std::min(hx::saturated(a.size()), comparedEnd));
     if (hx::fastPaths && std::memcmp(a.constData(), b.constData(), compared) == 0)
         return true; // equal bytes are within every tolerance
     return std::all_of(std::begin(comparedRanges), std::end(comparedRanges),

@@ -1,4 +1,5 @@
 #include "mididata/HxMidiData.h"
+#include "qt/Saturated.h"
 
 #include <algorithm>
 
@@ -15,7 +16,7 @@ int copyLength(int size, int start, int count)
 void HxMidiData::copyToStdVec(std::vector<unsigned char>& out, int start, int count) const
 {
     out.clear();
-    const int n = copyLength(bytes.size(), start, count);
+    const int n = copyLength(hx::saturated(bytes.size()), start, count);
     if (n < 1)
         return;
     const char* const from = bytes.constData() + start;
@@ -31,7 +32,7 @@ std::vector<unsigned char> HxMidiData::toStdVector(int start, int count)
 
 void HxMidiData::copyToBuffer(char* buf, int start, int count) const
 {
-    const int n = copyLength(bytes.size(), start, count);
+    const int n = copyLength(hx::saturated(bytes.size()), start, count);
     if (buf != nullptr && n >= 1)
         std::copy_n(bytes.constData() + start, n, buf + start);
 }

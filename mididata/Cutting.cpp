@@ -1,6 +1,7 @@
 #include "mididata/HxMidiData.h"
 #include "mididata/fast/FastPaths.h"
 #include "mididata/fast/StatusScan.h"
+#include "qt/Saturated.h"
 
 #include <algorithm>
 
@@ -33,7 +34,7 @@ QByteArray HxMidiData::mid(int pos, int len) const
 QList<HxMidiData> HxMidiData::split(int n) const
 {
     QList<HxMidiData> pieces;
-    const int size = bytes.size();
+    const int size = hx::saturated(bytes.size());
     if (n == 0 || size <= n)
         return pieces;
     const int rest = static_cast<int>(size % qAbs<qint64>(n));
@@ -52,7 +53,7 @@ QList<HxMidiData> HxMidiData::splitOnStatus() const
     for (const char* begin = bytes.constData(); begin != end;) {
         const char* const next = endOfPiece(begin, end);
         pieces.append(HxMidiData()); // filled in the list, which would copy a finished piece
-        pieces.last().bytes = QByteArray(begin, static_cast<int>(next - begin));
+        pieces.last().bytes = QByteArray(begin, hx::saturated(next - begin));
         begin = next;
     }
     return pieces;

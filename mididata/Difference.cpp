@@ -2,6 +2,7 @@
 #include "mididata/Section.h"
 #include "mididata/fast/EqualBytes.h"
 #include "mididata/fast/FastPaths.h"
+#include "qt/Saturated.h"
 
 #include <algorithm>
 
@@ -56,8 +57,8 @@ hx::Section mappedRange(int offset, int count, int size)
 QStringList HxMidiData::diff(const HxMidiData& other, int count, int offset) const
 {
     QStringList lines;
-    const int mySize = bytes.size();
-    const int otherSize = other.bytes.size();
+    const int mySize = hx::saturated(bytes.size());
+    const int otherSize = hx::saturated(other.bytes.size());
     if (count > 0 && mySize != otherSize)
         lines += QStringLiteral("Size Mismatch: %1 != %2").arg(mySize).arg(otherSize);
     const hx::Section range = listedRange(count, offset, std::min(mySize, otherSize));
@@ -78,11 +79,12 @@ QMap<unsigned int, unsigned char> HxMidiData::diffToMap(const HxMidiData& other,
                                                         const std::pair<int, int>& range) const
 {
     QMap<unsigned int, unsigned char> map;
-    const int otherSize = other.bytes.size();
-    for (int i = 0; otherSize == 0 && i < bytes.size(); ++i)
+    const int mySize = hx::saturated(bytes.size());
+    const int otherSize = hx::saturated(other.bytes.size());
+    for (int i = 0; otherSize == 0 && i < mySize; ++i)
         map.insert(static_cast<unsigned int>(i), 0);
     const hx::Section compared =
-        mappedRange(range.first, range.second, std::min(bytes.size(), otherSize));
+        mappedRange(range.first, range.second, std::min(mySize, otherSize));
     for (int i = compared.begin;
          (i = nextDifference(bytes, other.bytes, i, compared.end)) < compared.end; ++i)
         map.insert(static_cast<unsigned int>(i), static_cast<unsigned char>(other.bytes.at(i)));

@@ -5,6 +5,7 @@
 #include "mididata/TextLength.h"
 #include "mididata/fast/DumpTableWriter.h"
 #include "mididata/fast/FastPaths.h"
+#include "qt/Saturated.h"
 
 namespace {
 
@@ -47,7 +48,7 @@ QString HxMidiData::toStringTable(int len, int columns) const
 {
     if (columns < 1)
         return QString();
-    const int size = hx::clippedSection(0, len, bytes.size()).size();
+    const int size = hx::clippedSection(0, len, hx::saturated(bytes.size())).size();
     if (!hx::fitsText(hx::greatestTableLength(size, columns)))
         return QString();
     return hx::fastPaths ? hx::writtenTable(bytes.constData(), size, columns)

@@ -1,7 +1,5 @@
 #include "mididata/HxMidiData.h"
 
-#include <QArrayData>
-
 #include <algorithm>
 #include <functional>
 #include <limits>
@@ -23,17 +21,18 @@ bool looksInto(const QByteArray& whole, const QByteArray& part)
            before(part.constData(), begin + whole.size());
 }
 
-// Whether an array can be so long: header, bytes and closing zero are allocated as one int.
+// Whether an array can be so long in Qt 5, which allocates header, bytes and closing zero as one int.
 bool fitsArray(qint64 size)
 {
-    return size + qint64(sizeof(QArrayData)) + 1 <= std::numeric_limits<int>::max();
+    constexpr qint64 header = 24;
+    return size + header + 1 <= std::numeric_limits<int>::max();
 }
 
 /** How long `size` bytes are after `len` of them at `pos` have become `added` ones. */
-qint64 sizeAfterReplacing(int size, int pos, int len, int added)
+qint64 sizeAfterReplacing(qint64 size, int pos, int len, qint64 added)
 {
-    const int removed = std::max(0, std::min(len, size - pos));
-    return qint64(std::max(pos, size - removed)) + added;
+    const qint64 removed = std::max<qint64>(0, std::min<qint64>(len, size - pos));
+    return std::max<qint64>(pos, size - removed) + added;
 }
 
 } // namespace

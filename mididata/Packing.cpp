@@ -1,6 +1,7 @@
 #include "mididata/HxMidiData.h"
 #include "mididata/fast/FastPaths.h"
 #include "mididata/fast/PackedGroup.h"
+#include "qt/Saturated.h"
 
 namespace {
 
@@ -48,5 +49,5 @@ void HxMidiData::fromRaw8bit(const char* /*src*/, int /*n*/)
 
 void HxMidiData::fromRaw8bit(const QByteArray& raw)
 {
-    fromRaw8bit(raw.constData(), raw.size());
+    fromRaw8bit(raw.constData(), hx::saturated(raw.size()));
 }

@@ -1,5 +1,7 @@
 #include "mididata/PatternScanner.h"
 
+#include "qt/Saturated.h"
+
 #include <algorithm>
 #include <limits>
 
@@ -87,7 +89,7 @@ private:
     void openGroup()
     {
         m_groups += Group{step(), 0, 0};
-        m_elements.depth = std::max(m_elements.depth, m_groups.size() - 1);
+        m_elements.depth = std::max(m_elements.depth, hx::saturated(m_groups.size()) - 1);
         if (peek() == '?') // (?: (?= (?!
             m_at = std::min(m_at + 2, m_text.size());
     }

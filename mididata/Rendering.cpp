@@ -3,6 +3,7 @@
 #include "mididata/TextLength.h"
 #include "mididata/fast/FastPaths.h"
 #include "mididata/fast/HexTextWriter.h"
+#include "qt/Saturated.h"
 
 #include <algorithm>
 
@@ -80,7 +81,7 @@ QString separatedHex(const QByteArray& bytes, hx::Section section, char separato
 
 QString HxMidiData::toString(int count) const
 {
-    const int size = bytes.size();
+    const int size = hx::saturated(bytes.size());
     if (size == 0)
         return QString();
     return compactHex(bytes.constData(), count < 0 || count > size ? size : count);
@@ -88,19 +89,19 @@ QString HxMidiData::toString(int count) const
 
 QString HxMidiData::toStringFromEnd(int n) const
 {
-    const int size = bytes.size();
+    const int size = hx::saturated(bytes.size());
     const int shown = std::min(size, std::max(n, 0));
     return compactHex(bytes.constData() + size - shown, shown);
 }
 
 QString HxMidiData::toString(char sep, int len) const
 {
-    return separatedHex(bytes, hx::clippedSection(0, len, bytes.size()), sep);
+    return separatedHex(bytes, hx::clippedSection(0, len, hx::saturated(bytes.size())), sep);
 }
 
 QString HxMidiData::toString(char sep, int start, int len) const
 {
-    const int size = bytes.size();
+    const int size = hx::saturated(bytes.size());
     const int first = start < size ? start : 0;
     const qint64 count = std::min<qint64>(qint64(len) + first, size);
     return separatedHex(bytes, hx::clippedSection(first, count, size), sep);

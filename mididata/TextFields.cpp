@@ -1,6 +1,7 @@
 #include "mididata/HxMidiData.h"
 #include "mididata/Section.h"
 #include "mididata/TextLength.h"
+#include "qt/Saturated.h"
 
 #include <algorithm>
 
@@ -13,7 +14,7 @@ constexpr int longestPaddedText = 1024 * 1024;
 
 QString HxMidiData::getString(int pos, int len) const
 {
-    const int size = bytes.size();
+    const int size = hx::saturated(bytes.size());
     const qint64 end = len == 0 ? qint64(size) - 1 : qint64(pos) + len;
     const qint64 length = std::min<qint64>(end - pos, std::max(longestPaddedText, size));
     if (length < 1 || !hx::fitsText(length))
@@ -30,7 +31,7 @@ QString HxMidiData::toAsciiString(int pos, int len) const
 {
     if (qint64(pos) + len > bytes.size())
         return QString();
-    const hx::Section section = hx::clippedSection(pos, len, bytes.size());
+    const hx::Section section = hx::clippedSection(pos, len, hx::saturated(bytes.size()));
     if (!hx::fitsText(section.size()))
         return QString();
     return QString(QLatin1String(bytes.constData() + section.begin, section.size()));

@@ -1,6 +1,7 @@
 #include "ports/ReplayPort.h"
 
 #include "host/base/HexText.h"
+#include "qt/Saturated.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -19,7 +20,7 @@ QString byteText(const QByteArray& message, int position)
 
 int ReplayDivergence::firstDifference() const
 {
-    const int shorter = std::min(recorded.size(), sent.size());
+    const int shorter = saturated(std::min(recorded.size(), sent.size()));
     for (int i = 0; i < shorter; ++i) {
         if (recorded.at(i) != sent.at(i))
             return i;

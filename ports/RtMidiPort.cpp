@@ -2,6 +2,7 @@
 
 #include "ports/MidiLibraryLog.h"
 #include "ports/PortNames.h"
+#include "qt/Saturated.h"
 
 #include <algorithm>
 
@@ -22,7 +23,7 @@ bool hasPort(Ports& ports, const QString& name)
 template <typename Ports>
 unsigned indexOf(Ports& ports, const QString& name)
 {
-    const int index = portNames(ports).indexOf(name);
+    const auto index = portNames(ports).indexOf(name);
     if (index >= 0)
         return unsigned(index);
     throw RtMidiError("the port " + name.toStdString() + " is not there any more",
@@ -131,10 +132,11 @@ bool RtMidiPort::send(const QByteArray& message)
     errorText.clear();
     if (refuse(message) || isGone())
         return false;
-    m_pacer.waitForTurn(message.size());
+    const int size = saturated(message.size());
+    m_pacer.waitForTurn(size);
     const auto* bytes = reinterpret_cast<const unsigned char*>(message.constData());
     m_out->sendMessage(bytes, size_t(message.size()));
-    m_pacer.waitForWire(message.size());
+    m_pacer.waitForWire(size);
     errorText = takeLibraryError();
     return errorText.isEmpty();
 }

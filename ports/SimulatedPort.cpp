@@ -1,5 +1,7 @@
 #include "ports/SimulatedPort.h"
 
+#include "qt/Saturated.h"
+
 namespace hx {
 
 SimulatedPort::SimulatedPort(const sim::FaultyProduct& product, const SimulatedPortOptions& options)
@@ -21,8 +23,9 @@ bool SimulatedPort::send(const QByteArray& message)
 {
     if (!isPresent())
         return false;
-    m_pacer.waitForTurn(message.size());
-    m_pacer.waitForWire(message.size());
+    const int size = saturated(message.size());
+    m_pacer.waitForTurn(size);
+    m_pacer.waitForWire(size);
     const QVector<sim::SimulatedReply> replies = m_device.receive(message);
     for (const sim::SimulatedReply& reply : replies)
         queueReply(reply);
@@ -31,7 +34,7 @@ bool SimulatedPort::send(const QByteArray& message)
 
 void SimulatedPort::queueReply(const sim::SimulatedReply& reply)
 {
-    const int size = reply.bytes.size();
+    const int size = saturated(reply.bytes.size());
     const int piece = m_options.chunkSize > 0 ? m_options.chunkSize : size;
     for (int start = 0; start < size; start += piece) {
         if (m_arriving.size() >= queueLimit)

@@ -1,5 +1,6 @@
 #include "simulator/FaultyProduct.h"
 
+#include "qt/Saturated.h"
 #include "simulator/MessageForm.h"
 
 #include <algorithm>
@@ -14,7 +15,7 @@ const QByteArray noiseBytes = QByteArray::fromHex("F8FE"); // clock, active sens
 // The place in `bytes` that a fault names; -1 is the last byte. May lie outside.
 int placeIn(const QByteArray& bytes, const Fault& fault)
 {
-    return fault.position < 0 ? bytes.size() + fault.position : fault.position;
+    return fault.position < 0 ? saturated(bytes.size()) + fault.position : fault.position;
 }
 
 void damage(QByteArray* bytes, const Fault& fault)
@@ -149,7 +150,7 @@ FaultyProduct::Replies FaultyProduct::receiveMessage(const QByteArray& message)
     const bool isOtherModel = find(FaultKind::WrongModel, m_messages) != nullptr;
     const Replies replies = isOtherModel ? answerAsOtherModel(heard) : m_product.receive(heard);
     if (isUpdate && find(FaultKind::BadWrite, m_updateMessages) != nullptr)
-        m_product.damageCode(m_product.codeBytes().size() - 1);
+        m_product.damageCode(saturated(m_product.codeBytes().size()) - 1);
     return replies;
 }
 

@@ -1,5 +1,7 @@
 #include "simulator/ProductMemory.h"
 
+#include "qt/Saturated.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -64,7 +66,7 @@ void ProductMemory::writeHalf(const Cell& cell)
 {
     if (changesNothing(cell))
         return;
-    noteChange(m_code.bytes.size());
+    noteChange(saturated(m_code.bytes.size()));
     m_unsteady = m_cut == CutWrite::Unsteady ? cell : Cell();
     switch (cell.kind) {
     case Cell::Kind::Mark:
@@ -90,7 +92,7 @@ void ProductMemory::writeHalf(const Cell& cell)
 
 void ProductMemory::eraseHalf(int start)
 {
-    const int size = static_cast<int>(m_code.bytes.size());
+    const int size = saturated(m_code.bytes.size());
     const int middle = start + (size - start) / 2;
     noteChange(middle);
     m_code.bytes.replace(middle, size - middle, QByteArray(size - middle, erasedByte));
@@ -100,7 +102,7 @@ void ProductMemory::read()
 {
     if (m_unsteady.kind == Cell::Kind::None)
         return;
-    noteChange(std::min(m_unsteady.position, static_cast<int>(m_code.bytes.size())));
+    noteChange(std::min(m_unsteady.position, saturated(m_code.bytes.size())));
     switch (m_unsteady.kind) {
     case Cell::Kind::Mark:
         m_code.valid = !m_code.valid;
@@ -134,7 +136,7 @@ void ProductMemory::erase(quint8 kind)
 {
     if (!write({Cell::Kind::Mark}))
         return;
-    noteChange(m_code.bytes.size());
+    noteChange(saturated(m_code.bytes.size()));
     m_code.valid = false;
     steady();
     while (!m_code.bytes.isEmpty()) {
@@ -142,7 +144,7 @@ void ProductMemory::erase(quint8 kind)
         if (!write({Cell::Kind::Block, lastBlock * eraseBlock}))
             return;
         m_code.bytes.truncate(lastBlock * eraseBlock);
-        noteChange(m_code.bytes.size());
+        noteChange(saturated(m_code.bytes.size()));
         steady();
     }
     if (write({Cell::Kind::CodeKind}))
@@ -152,7 +154,7 @@ void ProductMemory::erase(quint8 kind)
 void ProductMemory::append(const QByteArray& bytes)
 {
     for (const char byte : bytes) {
-        const int position = static_cast<int>(m_code.bytes.size());
+        const int position = saturated(m_code.bytes.size());
         if (!write({Cell::Kind::CodeByte, position, static_cast<quint8>(byte)}))
             return;
         noteChange(position);
@@ -164,7 +166,7 @@ void ProductMemory::seal(const VersionDigits& version, quint32 crc)
 {
     if (!write({Cell::Kind::Version}))
         return;
-    noteChange(m_code.bytes.size());
+    noteChange(saturated(m_code.bytes.size()));
     m_code.version = version;
     if (!write({Cell::Kind::Checksum, 0, crc}))
         return;

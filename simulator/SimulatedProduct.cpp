@@ -61,7 +61,7 @@ int versionNumber(const VersionDigits& version)
 // would run on for ever on a cable that leads back.
 bool isOwnAnswer(const QByteArray& message)
 {
-    const int bodySize = message.size() - headSize - 1;
+    const auto bodySize = message.size() - headSize - 1;
     return (bodySize == 2 && message.at(commandAt + 1) == refused) ||
            (bodySize == 3 && message.at(commandAt + 1) == 0x0C &&
             (message.at(commandAt) == kindFwd || message.at(commandAt) == kindFwu));

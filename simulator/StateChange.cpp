@@ -1,5 +1,6 @@
 #include "simulator/StateChange.h"
 
+#include "qt/Saturated.h"
 #include "simulator/Crc32.h"
 #include "simulator/StateText.h"
 
@@ -56,7 +57,7 @@ bool readChange(const QByteArray& line, StateChange* change)
 
 bool applyChange(const StateChange& change, int memorySize, StoredCode* code)
 {
-    const int size = change.address + change.code.bytes.size();
+    const auto size = change.address + change.code.bytes.size();
     if (change.address > code->bytes.size() || size > memorySize)
         return false;
     code->kind = change.code.kind;
@@ -95,7 +96,7 @@ bool applyStateChanges(const QByteArray& text, int firstLine, int memorySize, St
         if (!readChange(lines.at(i), &change) || !applyChange(change, memorySize, code))
             return false;
     }
-    *line = firstLine + lines.size() - 1;
+    *line = firstLine + saturated(lines.size()) - 1;
     return looksLikeStateChanges(lines.last());
 }
 

@@ -1,5 +1,6 @@
 #include "simulator/StateFile.h"
 
+#include "qt/Saturated.h"
 #include "simulator/Crc32.h"
 #include "simulator/StateChange.h"
 #include "simulator/StateText.h"
@@ -96,8 +97,8 @@ bool StateReader::readWhole()
         return fail(QString::fromLatin1("this is no state file: it begins with %1, expected %2")
                         .arg(quoted(m_text.left(longestQuote).split('\n').first()), quoted(title)));
     constexpr qint64 textPerByte = 3;
-    const int endAt = m_text.indexOf("\nend ") + 1;
-    const int size = endAt > 0 ? endAt : m_text.size();
+    const auto endAt = m_text.indexOf("\nend ") + 1;
+    const auto size = endAt > 0 ? endAt : m_text.size();
     if (size > maxHeadSize + textPerByte * m_memorySize)
         return fail(QString::fromLatin1("the state file has %1 bytes, too many for a product with "
                                         "room for %2 code bytes")
@@ -183,7 +184,7 @@ bool StateReader::readCode(QByteArray* code)
 {
     for (; m_line < m_lines.size(); ++m_line) {
         const QByteArray line = m_lines.at(m_line);
-        const int address = code->size();
+        const int address = saturated(code->size());
         code->append(QByteArray::fromHex(line.mid(addressDigits + 1)));
         const int count = qMin(bytesPerLine, m_length - address);
         if (count <= 0)
@@ -200,7 +201,8 @@ bool StateReader::readChanges(StoredCode* code)
 {
     int line = 0;
     const int endLines = 1;
-    if (applyStateChanges(m_changes, m_lines.size() + endLines + 1, m_memorySize, code, &line))
+    if (applyStateChanges(m_changes, saturated(m_lines.size()) + endLines + 1, m_memorySize, code,
+                          &line))
         return true;
     return fail(QString::fromLatin1("the state file is damaged in line %1, which records a change")
                     .arg(line));

@@ -1,5 +1,6 @@
 #include "simulator/SysExReader.h"
 
+#include "qt/Saturated.h"
 #include "simulator/MessageForm.h"
 
 namespace hx::sim {
@@ -20,6 +21,11 @@ QVector<QByteArray> SysExReader::take(const QByteArray& bytes)
         m_message = byte == sysExStart ? QByteArray(1, byte) : QByteArray();
     }
     return messages;
+}
+
+int SysExReader::pending() const
+{
+    return saturated(m_message.size());
 }
 
 void SysExReader::takeData(char byte)

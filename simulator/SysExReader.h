@@ -20,7 +20,7 @@ public:
     void clear() { m_message.clear(); }
 
     // Bytes of the unfinished message, at most `maxLength`.
-    int pending() const { return m_message.size(); }
+    int pending() const;
 
 private:
     void takeData(char byte);

@@ -1,5 +1,6 @@
 #include "simulator/UpdateSession.h"
 
+#include "qt/Saturated.h"
 #include "simulator/Crc32.h"
 #include "simulator/WireFormat.h"
 
@@ -39,7 +40,7 @@ quint8 byteOf(const QByteArray& message, int position)
 // The sum stands before the F7 and covers the fields before it.
 bool sumFits(const QByteArray& message)
 {
-    const int sumAt = message.size() - 2;
+    const int sumAt = saturated(message.size()) - 2;
     return byteOf(message, sumAt) == sum7(message, fieldsAt, sumAt);
 }
 

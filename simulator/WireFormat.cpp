@@ -1,5 +1,7 @@
 #include "simulator/WireFormat.h"
 
+#include "qt/Saturated.h"
+
 namespace hx::sim {
 
 quint64 readGroups(const QByteArray& message, int position, int count)
@@ -31,7 +33,7 @@ bool unpack(const QByteArray& packed, QByteArray* code)
     constexpr int run = 8;
     for (int start = 0; start < packed.size(); start += run) {
         unsigned header = static_cast<quint8>(packed.at(start));
-        const int end = qMin(start + run, packed.size());
+        const int end = qMin(start + run, saturated(packed.size()));
         for (int i = start + 1; i < end; ++i, header <<= 1)
             code->append(
                 static_cast<char>(static_cast<quint8>(packed.at(i)) | (header & 0x40u) << 1));

@@ -95,7 +95,7 @@ void FaultyWire::answer(QByteArray reply)
         queue(anything, false, wireDelay);
         return fault < replace ? queue(reply, true, wireDelay) : void();
     }
-    const int at = m_input->byte() % reply.size();
+    const auto at = m_input->byte() % reply.size();
     if (fault >= losePower) // on the way back: a byte too many
         return queue(reply.insert(at, static_cast<char>(m_input->byte())), false, wireDelay);
     queue(reply.left(at), true, wireDelay);

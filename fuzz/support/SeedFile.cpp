@@ -27,7 +27,7 @@ SeedFile::SeedFile(const QString& path)
 
 bool SeedFile::addSeed(const QByteArray& line)
 {
-    const int blank = line.indexOf(' ');
+    const auto blank = line.indexOf(' ');
     const QByteArray name = blank < 0 ? line : line.left(blank);
     const QByteArray digits = blank < 0 ? QByteArray() : line.mid(blank + 1);
     const QByteArray bytes = QByteArray::fromHex(digits);

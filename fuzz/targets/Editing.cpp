@@ -1,6 +1,7 @@
 // Any order of changes to a buffer, against the same changes to a plain byte array; packing.
 #include "fuzz/support/FuzzTarget.h"
 #include "mididata/HxMidiData.h"
+#include "qt/Saturated.h"
 #include "tests/mididata/transcription/Transcription.h"
 
 namespace {
@@ -21,7 +22,7 @@ public:
         requireSame(copy.bytes, copied, "a copy stays what it was");
     }
 
-    int size() const { return m_model.size(); }
+    int size() const { return hx::saturated(m_model.size()); }
 
 private:
     void step(FuzzInput& input)

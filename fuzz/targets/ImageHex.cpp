@@ -1,6 +1,7 @@
 // Image files of hex text: the same messages and verdict as the bytes that the text stands for.
 #include "fuzz/support/FuzzTarget.h"
 #include "fuzz/support/ImageChecks.h"
+#include "qt/Saturated.h"
 
 namespace {
 
@@ -28,7 +29,7 @@ bool readPairs(const QByteArray& text, QByteArray* bytes)
     const QByteArray digits("0123456789abcdef");
     int high = -1;
     for (const char character : text) {
-        const int value = digits.indexOf(QByteArray(1, character).toLower());
+        const int value = saturated(digits.indexOf(QByteArray(1, character).toLower()));
         if (value < 0 && (high >= 0 || !QByteArray(" ,\t\n\r").contains(character)))
             return false;
         if (value >= 0 && high >= 0)

@@ -77,7 +77,7 @@ QByteArray writeFile(FuzzInput& input, std::vector<Event>* events)
 void damage(FuzzInput& input, QByteArray* content)
 {
     for (int left = 1 + input.choice(3); left > 0; --left) {
-        const int at = input.byte() % content->size();
+        const auto at = input.byte() % content->size();
         (*content)[at] = static_cast<char>(input.byte());
     }
     if (input.flag())

@@ -92,7 +92,7 @@ bool isMessage(const QByteArray& bytes)
     const auto status = static_cast<quint8>(bytes.at(0));
     if (status == 0xF0 && !bytes.endsWith('\xF7'))
         return false;
-    const int dataEnd = bytes.size() - (status == 0xF0 ? 1 : 0);
+    const auto dataEnd = bytes.size() - (status == 0xF0 ? 1 : 0);
     for (int i = 1; i < dataEnd; ++i) {
         if ((bytes.at(i) & 0x80) != 0)
             return false;
@@ -107,8 +107,8 @@ void exchange(FuzzInput& input, PortBus& bus, AnyPort& port, Gatherer& seen)
     const QString pattern = QString::fromLatin1(patterns[how % 5]);
     const QByteArray command = how >= 15 ? QByteArray() : QByteArray("\xF0\x01\xF7", 3);
     const Microseconds start = port.clock().now();
-    const int sentBefore = port.sent.size();
-    const int receivedBefore = seen.received.size();
+    const auto sentBefore = port.sent.size();
+    const auto receivedBefore = seen.received.size();
     const BusData reply = how & 1 ? bus.transact(HxMidiData(command), pattern, timeoutMs)
                                   : bus.transactExpect(HxMidiData(command),
                                                        pattern.toLatin1().constData(), timeoutMs);

@@ -29,7 +29,7 @@ QByteArray messageOf(FuzzInput& input)
     }
     QByteArray message = image.at(how % image.size());
     if (how >= 0xE0) {
-        const int at = input.byte() % message.size();
+        const auto at = input.byte() % message.size();
         message[at] = static_cast<char>(input.byte());
     }
     if (how >= 0xF0 && message.size() > 10)

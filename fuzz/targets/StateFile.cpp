@@ -1,5 +1,6 @@
 // State files of the simulated product: a text is taken exactly when it is what the product writes.
 #include "simulator/StateFile.h"
+#include "qt/Saturated.h"
 #include "simulator/StateChange.h"
 
 #include "fuzz/support/FuzzTarget.h"
@@ -37,7 +38,7 @@ void writeAndRead(FuzzInput& input)
 {
     const QByteArray before = input.take(input.byte() % (memorySize + 1));
     QByteArray text = sim::writeStateFile(anyCode(input, before));
-    const int address = input.choice(before.size() + 1);
+    const int address = input.choice(saturated(before.size()) + 1);
     const QByteArray added = input.take(input.byte() % (memorySize + 1 - address));
     const sim::StoredCode code = anyCode(input, before.left(address) + added);
     text = input.flag() ? text + sim::writeStateChange(code, address) : sim::writeStateFile(code);
@@ -57,7 +58,7 @@ void readAnything(const QByteArray& text)
     QString error;
     const bool isTaken = sim::readStateFile(text, memorySize, &read, &error);
     require(isTaken == error.isEmpty(), "a refusal has a reason");
-    const int changesAt = text.indexOf('\n', text.indexOf("\nend ") + 1) + 1;
+    const auto changesAt = text.indexOf('\n', text.indexOf("\nend ") + 1) + 1;
     if (isTaken && changesAt == text.size())
         requireSame(sim::writeStateFile(read), text, "only what the product writes is taken");
     else if (isTaken)

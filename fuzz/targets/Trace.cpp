@@ -2,6 +2,7 @@
 #include "host/trace/Trace.h"
 
 #include "fuzz/support/FuzzTarget.h"
+#include "qt/Saturated.h"
 
 #include <QRegularExpression>
 
@@ -50,7 +51,7 @@ void readBack(const TraceFile& trace)
 void checkLines(const QByteArray& content, const TraceFile& trace)
 {
     QList<QByteArray> lines = content.split('\n');
-    const int count = trace.ok() ? lines.size() : trace.errorLine - 1;
+    const int count = trace.ok() ? saturated(lines.size()) : trace.errorLine - 1;
     require(count <= lines.size(), "an error stands in a line");
     for (int i = 1; i < count; ++i) {
         const QByteArray line = lines.at(i).endsWith('\r') ? lines.at(i).chopped(1) : lines.at(i);

@@ -5,6 +5,7 @@
 #include "fuzz/support/Description.h"
 #include "fuzz/support/FuzzTarget.h"
 #include "host/image/ImageBuilder.h"
+#include "qt/Saturated.h"
 #include "simulator/Crc32.h"
 #include "simulator/SimulatedProduct.h"
 #include "tests/simulator/UpdateMessages.h"
@@ -38,7 +39,7 @@ void mend(QByteArray* message)
 
 void changeMessage(FuzzInput& input, QByteArray* message)
 {
-    const int at = input.byte() % message->size();
+    const auto at = input.byte() % message->size();
     switch (input.choice(4)) {
     case 0:
         if (at > 0 && at < message->size() - 1)
@@ -61,7 +62,7 @@ void changeMessage(FuzzInput& input, QByteArray* message)
 
 void changeList(FuzzInput& input, QVector<QByteArray>* messages)
 {
-    const int at = input.byte() % messages->size();
+    const auto at = input.byte() % messages->size();
     switch (input.choice(6)) {
     case 0:
         messages->remove(at);
@@ -83,8 +84,9 @@ QVector<QByteArray> imageCutAnyhow(FuzzInput& input, const QByteArray& code, qui
     QVector<QByteArray> messages;
     for (int address = 0; address < code.size();) {
         const QByteArray part = code.mid(address, 1 + input.byte() % 112);
-        messages += dataMessage(messages.size(), static_cast<quint64>(address), part, kind);
-        address += part.size();
+        messages +=
+            dataMessage(saturated(messages.size()), static_cast<quint64>(address), part, kind);
+        address += saturated(part.size());
     }
     messages += fileCheck(code, "1024", kind);
     return messages += closing();

@@ -98,7 +98,7 @@ void SysExAssembler::dropWhenIdle(Microseconds now)
 // Whether nothing is under way and the chunk is one whole message, as most chunks are.
 bool SysExAssembler::isOneSysEx(const QByteArray& bytes) const
 {
-    const int size = bytes.size();
+    const auto size = bytes.size();
     if (m_state != State::Idle || !m_pending.isEmpty() || size < 2 || size > m_limits.maxBytes)
         return false;
     const char* data = bytes.constData();

@@ -1,5 +1,7 @@
 #include "host/image/FileText.h"
 
+#include "qt/Saturated.h"
+
 namespace hx {
 
 namespace {
@@ -26,7 +28,7 @@ FileText::FileText(const QByteArray& content) : m_content(content)
 
 int FileText::size() const
 {
-    return (m_content.size() - m_begin + m_width - 1) / m_width;
+    return (saturated(m_content.size()) - m_begin + m_width - 1) / m_width;
 }
 
 char FileText::at(int index) const

@@ -1,6 +1,7 @@
 #include "host/image/ImageBuilder.h"
 
 #include "host/image/ImageGrammar.h"
+#include "qt/Saturated.h"
 
 namespace hx {
 
@@ -25,7 +26,7 @@ QByteArray versionDigits(const QString& version)
 
 QByteArray packed(const QByteArray& code)
 {
-    QByteArray result(image::packedSize(code.size()), '\0');
+    QByteArray result(image::packedSize(saturated(code.size())), '\0');
     HxMidiData().cvt8to7(result.data(), code.constData(), static_cast<unsigned>(code.size()));
     return result;
 }
@@ -45,9 +46,9 @@ HxMidiData dataMessage(const QByteArray& header, const UpdateKind& kind, const Q
     HxMidiData fields;
     fields.setData("VV VV V14 UT VV", kind.command, image::dataSubCommand,
                    static_cast<unsigned>(address / image::codeBytesPerMessage),
-                   static_cast<unsigned>(address), part.size());
+                   static_cast<unsigned>(address), saturated(part.size()));
     return closed(message.append(fields).append(HxMidiData(packed(part))),
-                  header.size() + image::fieldsOffset);
+                  saturated(header.size()) + image::fieldsOffset);
 }
 
 HxMidiData fileCheckMessage(const QByteArray& header, const UpdateKind& kind,
@@ -58,7 +59,7 @@ HxMidiData fileCheckMessage(const QByteArray& header, const UpdateKind& kind,
     fields.setData("VV VV UT UT CSTR VV", kind.command, kind.fileCheck,
                    static_cast<unsigned>(code.size()), crc32(code), version.constData(),
                    image::layoutVersion);
-    return closed(message.append(fields), header.size() + image::fieldsOffset);
+    return closed(message.append(fields), saturated(header.size()) + image::fieldsOffset);
 }
 
 } // namespace

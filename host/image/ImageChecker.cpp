@@ -2,6 +2,7 @@
 
 #include "host/base/HexText.h"
 #include "host/image/ImageGrammar.h"
+#include "qt/Saturated.h"
 
 #include <algorithm>
 
@@ -17,7 +18,7 @@ const char otherProduct[] = "It is made for another product: get the image for t
 bool unpack(const QByteArray& packed, QByteArray* code)
 {
     for (int start = 0; start < packed.size(); start += image::packedRun) {
-        const int count = std::min(image::packedRun - 1, packed.size() - start - 1);
+        const int count = std::min(image::packedRun - 1, saturated(packed.size()) - start - 1);
         const int header = static_cast<unsigned char>(packed.at(start));
         if ((header & ((1 << (7 - count)) - 1)) != 0)
             return false;
@@ -199,7 +200,7 @@ void ImageChecker::checkData(int index)
 // Length, count and sum: whatever else the message says counts only when these hold.
 bool ImageChecker::checkDataShape(int index)
 {
-    const int size = message(index).bytes.size();
+    const int size = saturated(message(index).bytes.size());
     const int shortest = at(image::packedOffset) + image::packedSize(1) + image::endBytes;
     if (size < shortest) {
         problem(index, size - 1,
@@ -230,7 +231,7 @@ bool ImageChecker::checkDataShape(int index)
 
 bool ImageChecker::checkSum(int index)
 {
-    const int position = message(index).bytes.size() - image::endBytes;
+    const int position = saturated(message(index).bytes.size()) - image::endBytes;
     const int sum =
         message(index).sumOfSection(at(image::fieldsOffset), position - at(image::fieldsOffset));
     const int stated = byteAt(index, position);
@@ -304,7 +305,7 @@ void ImageChecker::takeCode(int index, int count)
 
 void ImageChecker::checkFileCheck(int index)
 {
-    const int size = message(index).bytes.size();
+    const int size = saturated(message(index).bytes.size());
     if (size != at(image::fileCheckSize))
         return problem(index, size - 1,
                        QStringLiteral("the file check has %1 bytes; expected %2.")
@@ -346,7 +347,7 @@ void ImageChecker::checkFileCheckFields(int index)
 void ImageChecker::checkEnd()
 {
     const int last = static_cast<int>(m_file.messages.size()) - 1;
-    const int position = message(last).bytes.size() - 1;
+    const int position = saturated(message(last).bytes.size()) - 1;
     if (m_result.dataMessages == 0)
         problem(last, position, QStringLiteral("the image has no data message."),
                 QString::fromLatin1(incomplete));

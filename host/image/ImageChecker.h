@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/image/UpdateImage.h"
+#include "qt/Saturated.h"
 
 namespace hx {
 
@@ -39,7 +40,7 @@ private:
     QString knownKinds() const;
 
     // A place behind the header, as a position in the message.
-    int at(int offset) const { return m_product.header.size() + offset; }
+    int at(int offset) const { return saturated(m_product.header.size()) + offset; }
     quint8 byteAt(int index, int position) const;
     void problem(int index, int position, const QString& text, const QString& advice = QString());
 

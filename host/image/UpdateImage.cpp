@@ -11,7 +11,7 @@ namespace {
 // Family and model of a message whose maker has an identifier as long as the product's.
 quint32 identifierIn(const QByteArray& message, const QByteArray& header)
 {
-    const int size = header.size();
+    const auto size = header.size();
     if (size == 0 || message.size() <= size || (message.at(1) == 0) != (header.at(1) == 0))
         return unknownIdentifier;
     return quint32(quint8(message.at(size - 2))) << 16 | quint8(message.at(size - 1));

@@ -105,7 +105,7 @@ MessageNames::MessageNames(DeviceInterface& device)
 bool MessageNames::isFwd(const QByteArray& message) const
 {
     const UpdateKind* fwd = m_product.updateKind(CodeType::Fwd);
-    const int position = m_product.header.size();
+    const auto position = m_product.header.size();
     return fwd != nullptr && message.size() > position &&
            static_cast<quint8>(message.at(position)) == fwd->command;
 }
@@ -113,7 +113,7 @@ bool MessageNames::isFwd(const QByteArray& message) const
 // Of any model of the maker: the wrong one refuses too.
 bool MessageNames::isRefusal(const QByteArray& message) const
 {
-    const int markPosition = m_product.header.size() + 1;
+    const auto markPosition = m_product.header.size() + 1;
     return isRefusalSize(message.size(), m_product.header.size()) &&
            message.startsWith(m_product.header.left(m_product.header.size() - 2)) &&
            m_refusalMarks.contains(message.at(markPosition));

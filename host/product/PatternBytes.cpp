@@ -1,6 +1,7 @@
 #include "host/product/PatternBytes.h"
 
 #include "host/base/StatusByte.h"
+#include "qt/Saturated.h"
 
 #include <optional>
 
@@ -36,7 +37,7 @@ std::optional<PatternByte> DigitReader::nextDigit()
 {
     const QChar character = m_pattern.size() > m_at ? m_pattern.at(m_at) : QChar();
     if (character == QLatin1Char('[')) {
-        const int close = m_pattern.indexOf(QLatin1Char(']'), m_at);
+        const int close = saturated(m_pattern.indexOf(QLatin1Char(']'), m_at));
         m_at = close < 0 ? m_at : close + 1;
         return close < 0 ? std::nullopt
                          : std::optional<PatternByte>({PatternByte::Kind::Limited, 0});

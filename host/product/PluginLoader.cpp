@@ -167,7 +167,7 @@ QString whyNone(const QStringList& reasons)
     if (reasons.isEmpty())
         return QStringLiteral("it holds no library.");
     const QString listed = reasons.mid(0, mostListed).join(QLatin1Char(' '));
-    const int more = reasons.size() - mostListed;
+    const auto more = reasons.size() - mostListed;
     return more > 0 ? listed + QStringLiteral(" %1 more libraries are none either.").arg(more)
                     : listed;
 }

@@ -2,6 +2,7 @@
 
 #include "host/base/StatusByte.h"
 #include "host/product/MessageNames.h"
+#include "qt/Saturated.h"
 
 #include <algorithm>
 
@@ -154,7 +155,7 @@ ProductDescription describeProduct(DeviceInterface& device)
     product.name = QString(name.constData(), name.size()); // may lie in the plugin's library
     product.identifier = device.fidpid();
     product.header = commonHeader(device);
-    product.updateKinds = updateKindsOf(device, product.header.size());
+    product.updateKinds = updateKindsOf(device, saturated(product.header.size()));
     product.replies = replyLayouts(device);
     product.missingProofs = missingProofsOf(device);
     return product;

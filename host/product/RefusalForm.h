@@ -12,7 +12,7 @@ inline QByteArray refusalForm(const QByteArray& start, char mark)
     return start + mark + '\xF7';
 }
 
-constexpr bool isRefusalSize(int messageSize, int headerSize)
+constexpr bool isRefusalSize(qsizetype messageSize, qsizetype headerSize)
 {
     return messageSize == headerSize + 3;
 }

@@ -1,5 +1,7 @@
 #include "host/trace/SequenceDrawing.h"
 
+#include "qt/Saturated.h"
+
 #include <algorithm>
 
 namespace hx {
@@ -64,8 +66,8 @@ QStringList noteLines(const SequenceRow& row)
     QStringList lines;
     for (QString note : row.notes) {
         while (note.size() > longestNote) {
-            const int blank = note.lastIndexOf(QLatin1Char(' '), longestNote);
-            const int end = blank > 0 ? blank : longestNote;
+            const auto blank = note.lastIndexOf(QLatin1Char(' '), longestNote);
+            const auto end = blank > 0 ? blank : longestNote;
             lines << note.left(end);
             note = QStringLiteral("  ") + note.mid(end).trimmed();
         }
@@ -76,7 +78,8 @@ QStringList noteLines(const SequenceRow& row)
 
 int heightOf(const SequenceRow& row)
 {
-    return std::max(rowHeight, noteHeight * noteLines(row).size() + rowHeight - noteHeight);
+    const int lines = saturated(noteLines(row).size());
+    return std::max(rowHeight, noteHeight * lines + rowHeight - noteHeight);
 }
 
 QString labelOf(const SequenceRow& row)

@@ -1,5 +1,6 @@
 #include "host/base/WholeFile.h"
 #include "host/trace/Trace.h"
+#include "qt/Saturated.h"
 
 #include <QFile>
 
@@ -141,7 +142,7 @@ private:
             return refuse(m_position - 1, QStringLiteral("no blank at the end of the line"));
         if (atEnd())
             return true;
-        if (!m_line.midRef(m_position).startsWith(QLatin1String(": ")))
+        if (!QStringView(m_line).mid(m_position).startsWith(QLatin1String(": ")))
             return refuse(m_position,
                           QStringLiteral("a byte of two upper-case hex digits, \"=\" or "
                                          "\": \""));
@@ -218,7 +219,8 @@ int columnOfBadText(const QByteArray& bytes, const QString& text)
     if (bytes == again)
         return 0;
     const auto bad = std::mismatch(bytes.begin(), bytes.end(), again.begin(), again.end()).first;
-    return QString::fromUtf8(bytes.constData(), int(bad - bytes.begin())).size() + 1;
+    const int size = saturated(bad - bytes.begin());
+    return saturated(QString::fromUtf8(bytes.constData(), size).size() + 1);
 }
 
 bool readLine(TraceFile& file, const QByteArray& bytes, int number)
@@ -256,8 +258,8 @@ bool readLine(TraceFile& file, const QByteArray& bytes, int number)
 // The line from `begin` on, which then is where the next one begins.
 QByteArray takeLine(const QByteArray& content, int* begin)
 {
-    const int found = content.indexOf('\n', *begin);
-    const int end = found < 0 ? content.size() : found;
+    const auto found = content.indexOf('\n', *begin);
+    const int end = saturated(found < 0 ? content.size() : found);
     const QByteArray line = content.mid(*begin, end - *begin);
     *begin = end + 1;
     return line.endsWith('\r') ? line.left(line.size() - 1) : line;

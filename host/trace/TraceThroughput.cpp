@@ -2,6 +2,7 @@
 
 #include "host/base/WirePace.h"
 #include "host/trace/TraceSequence.h"
+#include "qt/Saturated.h"
 
 #include <algorithm>
 
@@ -37,8 +38,9 @@ std::vector<Transmission> transmissionsOf(const std::vector<TraceEvent>& events)
         const Microseconds time = event.event.time;
         if (event.event.kind == BusEventKind::Sent) {
             const QByteArray& message = event.event.bytes;
-            const Microseconds from = std::max(free, time - Pace().wireTime(message.size()));
-            all.push_back({std::min(from, time), time, message.size(), message == last});
+            const int size = saturated(message.size());
+            const Microseconds from = std::max(free, time - Pace().wireTime(size));
+            all.push_back({std::min(from, time), time, size, message == last});
             last = message;
         }
         free = time;

@@ -2,6 +2,7 @@
 
 #include "host/base/HexText.h"
 #include "host/bus/PortBus.h"
+#include "qt/Saturated.h"
 
 namespace hx {
 
@@ -67,7 +68,7 @@ UpdatePlan planUpdate(DeviceInterface& device, const UpdateImage& image)
 {
     UpdatePlan plan;
     plan.missingProof = describeProduct(device).missingProofText();
-    plan.messages = image.messages.size();
+    plan.messages = saturated(image.messages.size());
     plan.bytes = image.bytes;
     plan.wireMicroseconds = image.wireMicroseconds();
     for (const ImageProblem& problem : image.problems)

@@ -54,7 +54,7 @@ bool Runner::checkImage(const UpdateImage& image)
                         .arg(codeTypeTag(image.kind), image.version));
         return true;
     }
-    const int more = m_plan.refusals.size() - 1;
+    const auto more = m_plan.refusals.size() - 1;
     const QString others = more > 0 ? QStringLiteral(" (and %1 more)").arg(more) : QString();
     m_steps.add("image", false, m_plan.refusals.first() + others);
     return m_steps.end(m_plan.isForOtherProduct ? UpdateOutcome::WrongProduct

@@ -1,6 +1,7 @@
 #include "host/update/UpdateSender.h"
 
 #include "host/base/HexText.h"
+#include "qt/Saturated.h"
 
 namespace hx {
 
@@ -21,7 +22,7 @@ UpdateSender::UpdateSender(PortBus& bus, const UpdatePlan& plan, const UpdateIma
       m_timeoutMs(static_cast<unsigned>(plan.protocol.timeoutMs))
 {
     m_report.progress.totalBytes = image.bytes;
-    m_report.progress.totalMessages = image.messages.size();
+    m_report.progress.totalMessages = saturated(image.messages.size());
 }
 
 SendReport UpdateSender::sendAll()

@@ -4,6 +4,7 @@
 #include "host/image/ImageBuilder.h"
 #include "host/image/UpdateImage.h"
 #include "host/product/PluginLoader.h"
+#include "qt/Saturated.h"
 
 namespace samples {
 
@@ -48,7 +49,7 @@ inline hx::UpdateImage image(int size = 300, CodeType kind = CodeType::Fwu)
 // Sets the sum of a message that was changed right again.
 inline HxMidiData resummed(HxMidiData message)
 {
-    const int position = message.bytes.size() - 2;
+    const int position = hx::saturated(message.bytes.size()) - 2;
     message.bytes[position] = static_cast<char>(message.sumOfSection(8, position - 8));
     return message;
 }

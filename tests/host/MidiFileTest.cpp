@@ -1,5 +1,6 @@
 #include "host/image/ImageFile.h"
 
+#include "qt/Saturated.h"
 #include "tests/host/Bytes.h"
 #include "tests/host/ImageSamples.h"
 #include "tests/support/QtPrinting.h"
@@ -30,7 +31,7 @@ const QByteArray endOfTrack = hex("00FF2F00");
 
 QByteArray track(const QByteArray& events)
 {
-    return "MTrk" + number(events.size()) + events;
+    return "MTrk" + number(saturated(events.size())) + events;
 }
 
 QByteArray midiFile(const QByteArray& events)
@@ -115,7 +116,8 @@ TEST(MidiFile, ReadsAWholeImage)
 {
     QByteArray events;
     for (const HxMidiData& message : samples::messages())
-        events += hex("00F0") + variableLength(message.bytes.size() - 1) + message.bytes.mid(1);
+        events += hex("00F0") + variableLength(saturated(message.bytes.size()) - 1) +
+                  message.bytes.mid(1);
     const UpdateImage image =
         parseUpdateImage(parseImageFile(midiFile(events)), samples::product());
     EXPECT_TRUE(image.ok());

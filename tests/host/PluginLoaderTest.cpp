@@ -159,7 +159,7 @@ TEST_F(PluginLoaderTest, RefusesAPluginForAnotherQtVersion)
 {
     const QByteArray metadataMark("QTMETADATA !");
     QByteArray other = TestFiles::contentOf(pluginThatMarks());
-    const int majorAt = other.lastIndexOf(metadataMark) + metadataMark.size() + 1;
+    const auto majorAt = other.lastIndexOf(metadataMark) + metadataMark.size() + 1;
     ASSERT_EQ(static_cast<int>(other.at(majorAt)), QT_VERSION_MAJOR);
     other[majorAt] = static_cast<char>(QT_VERSION_MAJOR + 1);
     expectRefused(files.write("other" + suffix, other), PluginFault::LoadFailed);

@@ -1,4 +1,5 @@
 #include "host/bus/PortBus.h"
+#include "qt/Saturated.h"
 
 #include <gtest/gtest.h>
 
@@ -18,7 +19,7 @@ public:
                                         "$",  "\\d", "\\D",  "f0",   "4[23]", "{2}", "G"};
         QString text;
         for (int count = number(0, 8); count > 0; --count)
-            text += pieces.at(number(0, pieces.size() - 1));
+            text += pieces.at(number(0, saturated(pieces.size()) - 1));
         return text;
     }
 
@@ -27,7 +28,7 @@ public:
         static const QByteArray bytes = QByteArray::fromHex("F0F7004142430C017F02");
         QByteArray content;
         for (int count = number(0, 6); count > 0; --count)
-            content += bytes.at(number(0, bytes.size() - 1));
+            content += bytes.at(number(0, saturated(bytes.size()) - 1));
         return HxMidiData(content);
     }
 

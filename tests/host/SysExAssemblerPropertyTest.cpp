@@ -1,6 +1,7 @@
 // What holds for every input, tried over generated streams with a fixed seed.
 #include "host/bus/SysExAssembler.h"
 
+#include "qt/Saturated.h"
 #include "tests/support/QtPrinting.h"
 
 #include <gtest/gtest.h>
@@ -84,7 +85,7 @@ AssembledEvents assembled(const std::vector<QByteArray>& chunks, int* mostPendin
     AssembledEvents all;
     const auto add = [&](const AssembledEvents& events) {
         all.insert(all.end(), events.begin(), events.end());
-        *mostPending = std::max(*mostPending, assembler.pending().size());
+        *mostPending = std::max(*mostPending, saturated(assembler.pending().size()));
     };
     for (const QByteArray& chunk : chunks)
         add(assembler.feed(chunk, 0));

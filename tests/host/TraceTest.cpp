@@ -220,7 +220,7 @@ TEST(TraceReader, ReadsTheExampleOfItsPage)
 {
     const QByteArray page =
         TestFiles::contentOf(QStringLiteral(HX_DOCS_FOLDER "/formats/trace-format.md"));
-    const int begin = page.indexOf("# hxtrace 1\n# hxhost");
+    const auto begin = page.indexOf("# hxtrace 1\n# hxhost");
     ASSERT_GT(begin, 0);
     const TraceFile file = parseTrace(page.mid(begin, page.indexOf("```", begin) - begin));
     EXPECT_TRUE(file.ok()) << file.error.toStdString();

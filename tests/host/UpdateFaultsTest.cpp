@@ -2,6 +2,7 @@
 // leaves a product that a second run recovers.
 #include "host/update/UpdateRun.h"
 
+#include "qt/Saturated.h"
 #include "tests/host/ImageSamples.h"
 #include "tests/host/ProductSession.h"
 #include "tests/support/QtPrinting.h"
@@ -87,7 +88,7 @@ TEST(UpdateFaults, OneLostDamagedOrDoubledMessageOfTheImageIsMendedByARetry)
 TEST(UpdateFaults, NoDamagedByteOfAMessageLeadsToAFalseSuccess)
 {
     for (int message = 3; message <= 7; ++message) {
-        const int size = smallImage().messages.at(message - 3).bytes.size();
+        const auto size = smallImage().messages.at(message - 3).bytes.size();
         for (int byte = 0; byte < size; ++byte) {
             const int bit = (message + byte) % 8;
             updateWith({QString("damage-message:%1:%2:%3")
@@ -136,7 +137,7 @@ TEST(UpdateFaults, NoMixtureOfFaultsLeadsToAFalseSuccess)
         for (int count = 2 + below(3); count > 0; --count) {
             const int first = 1 + below(exchanges);
             faults << QString("%1:%2-%3")
-                          .arg(kinds.at(below(kinds.size())))
+                          .arg(kinds.at(below(saturated(kinds.size()))))
                           .arg(first)
                           .arg(first + below(3));
         }

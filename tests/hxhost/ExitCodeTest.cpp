@@ -323,8 +323,8 @@ TEST_F(ExitCodes, InterruptedWhenTheTraceSaysSo)
             .exitCode,
         7);
     QByteArray recorded = read(trace);
-    const int begin = recorded.indexOf('\n', recorded.indexOf("message 3 of 11 good")) + 1;
-    const int end = recorded.indexOf('\n', recorded.indexOf("message 4 of 11 was refused")) + 1;
+    const auto begin = recorded.indexOf('\n', recorded.indexOf("message 3 of 11 good")) + 1;
+    const auto end = recorded.indexOf('\n', recorded.indexOf("message 4 of 11 was refused")) + 1;
     ASSERT_GT(begin, 0);
     ASSERT_GT(end, begin);
     const QByteArray time = recorded.mid(begin, 13);

@@ -60,7 +60,8 @@ protected:
         QXmlStreamReader xml(read(svg));
         QString texts;
         while (!xml.atEnd()) {
-            if (xml.readNext() == QXmlStreamReader::StartElement && xml.name() == "text")
+            if (xml.readNext() == QXmlStreamReader::StartElement &&
+                xml.name() == QLatin1String("text"))
                 texts += xml.readElementText() + '\n';
         }
         EXPECT_FALSE(xml.hasError()) << xml.errorString().toStdString();

@@ -4,6 +4,7 @@
 #include "tests/hxmidi/ShellRun.h"
 #include "tests/support/QtPrinting.h"
 
+#include <QRegularExpression>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -42,7 +43,7 @@ QStringList visibleLines(const QByteArray& output)
     QStringList lines = QString::fromUtf8(output).split(QLatin1Char('\n'));
     if (lines.last().isEmpty())
         lines.removeLast();
-    return lines.replaceInStrings(QRegExp(QStringLiteral("\\s+$")), QString());
+    return lines.replaceInStrings(QRegularExpression(QStringLiteral("\\s+$")), QString());
 }
 
 class DocumentExamples : public testing::TestWithParam<const char*> {};
@@ -56,8 +57,9 @@ TEST_P(DocumentExamples, PrintWhatTheDocumentShows)
     const QTemporaryDir folder;
     for (Example example : examples) {
         const ShellRun run = runInShell(example.command, folder.path());
-        EXPECT_EQ(visibleLines(run.output),
-                  example.output.replaceInStrings(QRegExp(QStringLiteral("\\s+$")), QString()))
+        EXPECT_EQ(
+            visibleLines(run.output),
+            example.output.replaceInStrings(QRegularExpression(QStringLiteral("\\s+$")), QString()))
             << example.command.toStdString();
     }
 }

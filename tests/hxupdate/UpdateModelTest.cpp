@@ -419,7 +419,7 @@ TEST(UpdateModel, EachOutcomeOfTheHostHasItsEnding)
     EXPECT_EQ(endingWith({"failed-ack:2"}), Ending::RefusedMidway);
     EXPECT_EQ(endingWith({"bad-ack:2-"}), Ending::RefusedMidway);
     EXPECT_EQ(endingWith({"vanish:5"}), Ending::LostMidway);
-    const int last = samples::messages().size(); // of the image
+    const auto last = samples::messages().size(); // of the image
     EXPECT_EQ(endingWith({QString("bad-write:%1").arg(last)}), Ending::NotProven);
 }
 

@@ -159,7 +159,7 @@ TEST(UpdateWindow, AFileWithManyProblemsShowsTheFirstAndHowManyMoreThereAre)
             char(message.bytes.at(message.bytes.size() - 2) ^ 1);
     bench.drop({bench.files.write("sums.syx", samples::content(messages))});
     ASSERT_TRUE(waitUntil([&] { return bench.model->image().isChosen(); }));
-    const int more = bench.model->image().problems.size() - 5;
+    const auto more = bench.model->image().problems.size() - 5;
     ASSERT_GT(more, 0);
     EXPECT_TRUE(bench.allText().contains(QString("and %1 more").arg(more)));
 }

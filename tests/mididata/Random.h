@@ -14,10 +14,10 @@ public:
     unsigned int word() { return static_cast<unsigned int>(engine()); }
 
     /** 0 to n - 1. */
-    int below(int n) { return static_cast<int>(word() % static_cast<unsigned int>(n)); }
+    int below(qsizetype n) { return static_cast<int>(word() % static_cast<unsigned int>(n)); }
 
     /** `low` to `high`, both included. */
-    int between(int low, int high) { return low + below(high - low + 1); }
+    int between(int low, qsizetype high) { return low + below(high - low + 1); }
 
     bool oneIn(int n) { return below(n) == 0; }
 
@@ -39,7 +39,7 @@ public:
     }
 
     /** A number near an edge: of an int, of `size`, or of nothing. */
-    int position(int size)
+    int position(qsizetype size)
     {
         static const std::vector<int> extremes = {-2147483647 - 1, -2147483647, -1, 0, 1,
                                                   2147483646,      2147483647};

@@ -1,6 +1,7 @@
 #include "tests/mididata/Bytes.h"
 
 #include <QDataStream>
+#include <QIODevice>
 
 #include <gtest/gtest.h>
 

@@ -28,7 +28,7 @@ TEST(DeviceValue, aFloatIsTruncatedTowardZero)
 {
     EXPECT_EQ(value(packedFloat(3.99F), 3, 0), QVariant(3U));
     EXPECT_EQ(value(packedFloat(-3.99F), 3, 0), QVariant(4294967293U));
-    EXPECT_EQ(value(packedFloat(-3.99F), 3, 0).type(), QVariant::UInt);
+    EXPECT_EQ(value(packedFloat(-3.99F), 3, 0).userType(), QMetaType::UInt);
 }
 
 TEST(DeviceValue, aFloatThatIsMissingGivesMinus99999)
@@ -57,7 +57,7 @@ TEST(DeviceValue, a32BitNumberIsUnsigned)
 {
     EXPECT_EQ(value(HxMidiData("F0 01 11 51 2C 78 F7"), 4, 1), QVariant(0x12345678U));
     EXPECT_EQ(value(HxMidiData("0F 7F 7F 7F 7F"), 4, 0), QVariant(4294967295U));
-    EXPECT_EQ(value(HxMidiData("0F 7F 7F 7F 7F"), 4, 0).type(), QVariant::UInt);
+    EXPECT_EQ(value(HxMidiData("0F 7F 7F 7F 7F"), 4, 0).userType(), QMetaType::UInt);
 }
 
 TEST(DeviceValue, a32BitNumberThatIsMissingIsAllOnes)
@@ -73,7 +73,7 @@ TEST(DeviceValue, hexTextEndsAtAZeroOrAfterEightBytes)
                                      12));
     EXPECT_EQ(value(data, 6, 1), QVariant(QStringLiteral("F07E061A")));
     EXPECT_EQ(value(data, 6, 3), QVariant(QStringLiteral("7E061A")));
-    EXPECT_EQ(value(data, 6, 3).type(), QVariant::String);
+    EXPECT_EQ(value(data, 6, 3).userType(), QMetaType::QString);
 }
 
 TEST(DeviceValue, hexTextIsAtMostEightCharacters)
@@ -105,7 +105,7 @@ TEST(DeviceValue, hexTextOfWhatIsNotThereIsAnEmptyText)
     LogCapture log;
     for (const int offset : {4, 5, 1000, std::numeric_limits<int>::max()}) {
         const QVariant result = value(HxMidiData(QByteArray("F07E")), 6, offset);
-        EXPECT_EQ(result.type(), QVariant::String) << offset;
+        EXPECT_EQ(result.userType(), QMetaType::QString) << offset;
         EXPECT_TRUE(result.toString().isEmpty()) << offset;
     }
     EXPECT_TRUE(log.texts().isEmpty());

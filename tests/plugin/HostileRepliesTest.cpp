@@ -212,9 +212,9 @@ TEST_F(Hostile, valuesAtAnyPositionHaveTheirTypeAndTheirFallback)
         const QVariant number = plugin.getValueWithTypeAndOffset(bytes, 4, offset);
         const QVariant real = plugin.getValueWithTypeAndOffset(bytes, 3, offset);
         const QVariant text = plugin.getValueWithTypeAndOffset(bytes, 6, offset);
-        ASSERT_EQ(number.type(), QVariant::UInt);
-        ASSERT_EQ(real.type(), QVariant::UInt);
-        ASSERT_EQ(text.type(), QVariant::String);
+        ASSERT_EQ(number.userType(), QMetaType::UInt);
+        ASSERT_EQ(real.userType(), QMetaType::UInt);
+        ASSERT_EQ(text.userType(), QMetaType::QString);
         ASSERT_TRUE(inside || number.toUInt() == 4294967295U) << offset;
         ASSERT_TRUE(inside || real.toUInt() == 4294867297U) << offset;
     }

@@ -92,7 +92,7 @@ TEST_F(ProtocolTable, everyTextIsStoredInCompactForm)
 {
     for (const TextEntry& entry : textEntries) {
         const QVariant value = plugin.lookup(QLatin1String(entry.key));
-        EXPECT_EQ(value.type(), QVariant::String) << entry.key;
+        EXPECT_EQ(value.userType(), QMetaType::QString) << entry.key;
         EXPECT_EQ(value.toString(), QLatin1String(entry.compact)) << entry.key;
         EXPECT_EQ(plugin.lookupStr(QLatin1String(entry.key)), QLatin1String(entry.compact));
     }
@@ -108,7 +108,7 @@ TEST_F(ProtocolTable, noTextHoldsABlank)
 TEST_F(ProtocolTable, everyNumberIsStoredAsInt)
 {
     for (const NumberEntry& entry : numberEntries) {
-        EXPECT_EQ(plugin.lookup(QLatin1String(entry.key)).type(), QVariant::Int) << entry.key;
+        EXPECT_EQ(plugin.lookup(QLatin1String(entry.key)).userType(), QMetaType::Int) << entry.key;
         EXPECT_EQ(plugin.lookupInt(QLatin1String(entry.key)), entry.value) << entry.key;
     }
 }

@@ -1,4 +1,5 @@
 // Bytes that no host would send: the product stays whole, bounded, and honest about its code.
+#include "qt/Saturated.h"
 #include "simulator/Crc32.h"
 #include "simulator/FaultyProduct.h"
 #include "simulator/StateFile.h"
@@ -34,9 +35,9 @@ QByteArray randomCommand(Random& random)
 {
     static const QByteArray commands = bytesOf("1B1C212E2F303142434243424355");
     QByteArray message = bytesOf("F0006B2D3041");
-    message.append(commands.at(below(random, commands.size())));
+    message.append(commands.at(below(random, saturated(commands.size()))));
     static const QByteArray seconds = bytesOf("0008090A0A0C0C0D4600");
-    message.append(seconds.at(below(random, seconds.size())));
+    message.append(seconds.at(below(random, saturated(seconds.size()))));
     const int size = below(random, 160);
     for (int i = 0; i < size; ++i)
         message.append(static_cast<char>(random() & 0x7F));
@@ -59,7 +60,7 @@ QByteArray randomUpdateMessage(Random& random)
 
 QByteArray mutated(Random& random, QByteArray message)
 {
-    const int position = below(random, message.size());
+    const int position = below(random, saturated(message.size()));
     switch (below(random, 4)) {
     case 0:
         message[position] = static_cast<char>(random() & 0xFF);

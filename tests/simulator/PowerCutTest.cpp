@@ -1,5 +1,6 @@
 // Power that fails after any single memory write: code that is not whole is never called valid, and
 // the next update mends the product.
+#include "qt/Saturated.h"
 #include "simulator/Crc32.h"
 
 #include "tests/simulator/UpdateMessages.h"
@@ -185,7 +186,7 @@ TEST(PowerCut, InTheMiddleOfADataMessageLeavesItsBeginning)
 
 TEST(PowerCut, JustBeforeTheMarkOfValidityTheCodeIsNotValid)
 {
-    SimulatedProduct product = productAfter(newImage.size() - 1);
+    SimulatedProduct product = productAfter(saturated(newImage.size()) - 1);
     product.failPowerAfter(2);
     product.receive(closing());
     EXPECT_EQ(product.codeBytes(), newCode);

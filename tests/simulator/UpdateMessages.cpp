@@ -1,5 +1,7 @@
 #include "tests/simulator/UpdateMessages.h"
 
+#include "qt/Saturated.h"
+
 namespace hx::sim {
 
 namespace {
@@ -85,8 +87,8 @@ QVector<QByteArray> imageOf(const QByteArray& code, const QByteArray& version, q
 {
     QVector<QByteArray> image;
     for (int address = 0; address < code.size(); address += 112)
-        image.append(
-            dataMessage(image.size(), static_cast<quint64>(address), code.mid(address, 112), kind));
+        image.append(dataMessage(saturated(image.size()), static_cast<quint64>(address),
+                                 code.mid(address, 112), kind));
     image.append(fileCheck(code, version, kind));
     image.append(closing());
     return image;

@@ -64,7 +64,7 @@ long residentMemory()
     if (!status.open(QIODevice::ReadOnly))
         return 0;
     const QByteArray text = status.readAll();
-    const int at = text.indexOf("VmRSS:");
+    const auto at = text.indexOf("VmRSS:");
     return at < 0 ? 0 : text.mid(at + 6).trimmed().split(' ').first().toLong();
 }
 

@@ -2,6 +2,7 @@
 
 #include "host/image/ImageBuilder.h"
 #include "host/image/ImageFile.h"
+#include "qt/Saturated.h"
 #include "simulator/Crc32.h"
 #include "tests/support/Valdrin.h"
 
@@ -343,7 +344,7 @@ std::vector<int> Laboratory::messageSizes(Direction direction)
     std::vector<int> sizes;
     for (const WireEvent& event : tryScenario(Scenario()).record) {
         if (event.kind == kind)
-            sizes.push_back(event.bytes.size());
+            sizes.push_back(hx::saturated(event.bytes.size()));
     }
     return sizes;
 }

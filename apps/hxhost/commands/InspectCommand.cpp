@@ -61,7 +61,7 @@ void addIdentifiers(Report& report, DeviceInterface& device)
 
 QJsonObject dictionaryRow(const QString& key, const QVariant& value)
 {
-    const bool isNumber = value.type() == QVariant::Int;
+    const bool isNumber = value.userType() == QMetaType::Int;
     return {{"key", key},
             {"type", isNumber ? QStringLiteral("integer") : QStringLiteral("text")},
             {"value", isNumber ? QJsonValue(value.toInt()) : QJsonValue(value.toString())}};

@@ -1,6 +1,7 @@
 #include "apps/hxhost/report/Progress.h"
 
 #include "apps/hxhost/report/Terminal.h"
+#include "qt/Saturated.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -59,7 +60,7 @@ QString progressBar(const UpdateProgress& progress, int columns)
         if (text.size() + 2 + piece.size() <= room)
             text += QLatin1String("  ") + piece;
     }
-    const int width = std::min(widestBar, room - text.size() - 3);
+    const int width = std::min(widestBar, room - saturated(text.size()) - 3);
     return width >= narrowestBar ? barOf(width, percentOf(progress)) + QLatin1Char(' ') + text
                                  : text;
 }

@@ -4,6 +4,7 @@
 #include "apps/hxhost/report/JsonText.h"
 #include "apps/hxhost/report/TextTable.h"
 #include "host/base/PrintableText.h"
+#include "qt/Saturated.h"
 
 #include <QJsonDocument>
 
@@ -128,7 +129,8 @@ QString Report::toText(bool withDetails) const
     const auto isShown = [withDetails](const Line& line) { return withDetails || !line.isDetail; };
     int width = 0;
     for (const Line& line : m_lines)
-        width = std::max(width, isShown(line) && line.columns.isEmpty() ? line.name.size() : 0);
+        width = std::max(width,
+                         isShown(line) && line.columns.isEmpty() ? saturated(line.name.size()) : 0);
     QString text;
     for (const Line& line : m_lines) {
         if (!isShown(line))

@@ -1,5 +1,7 @@
 #include "apps/hxhost/report/TextTable.h"
 
+#include "qt/Saturated.h"
+
 #include <QVector>
 
 #include <algorithm>
@@ -14,7 +16,7 @@ QVector<int> columnWidths(const QList<QStringList>& lines)
     for (const QStringList& line : lines) {
         widths.resize(std::max(widths.size(), line.size()));
         for (int i = 0; i < line.size(); ++i)
-            widths[i] = std::max(widths[i], line[i].size());
+            widths[i] = std::max(widths[i], saturated(line[i].size()));
     }
     return widths;
 }

@@ -92,7 +92,7 @@ PortPointer openSelected(CommandContext& context, const PortSelection& selection
 QJsonArray differingBytes(const ReplayDivergence& divergence)
 {
     QJsonArray rows;
-    const int longer = std::max(divergence.recorded.size(), divergence.sent.size());
+    const auto longer = std::max(divergence.recorded.size(), divergence.sent.size());
     for (int i = 0; i < longer; ++i) {
         const QString recorded = hexText(divergence.recorded.mid(i, 1));
         const QString sent = hexText(divergence.sent.mid(i, 1));

@@ -2,6 +2,7 @@
 #include "apps/hxmidi/commands/CommandLine.h"
 #include "apps/hxmidi/commands/Commands.h"
 #include "apps/hxmidi/commands/InputArguments.h"
+#include "qt/Saturated.h"
 
 #include <QJsonArray>
 
@@ -74,7 +75,7 @@ void run(const DiffOptions& options, Outcome& outcome)
     const HxMidiData a = readOne(options, options.first, outcome);
     const HxMidiData b = readOne(options, options.second, outcome);
     const Range range =
-        rangeOf(options, std::min(a.bytes.size(), b.bytes.size()), outcome.findings);
+        rangeOf(options, saturated(std::min(a.bytes.size(), b.bytes.size())), outcome.findings);
     if (outcome.findings.hasErrors())
         return;
     const QStringList lines = linesOf(a, b, range);
@@ -82,7 +83,7 @@ void run(const DiffOptions& options, Outcome& outcome)
     for (const QString& line : lines)
         outcome.text += line.toLatin1() + '\n';
     outcome.code = same ? ExitCode::Success : ExitCode::Different;
-    outcome.rows = lines.size();
+    outcome.rows = saturated(lines.size());
     outcome.result = [=] {
         return QJsonObject{{QStringLiteral("same"), same},
                            {QStringLiteral("firstSize"), a.bytes.size()},

@@ -1,6 +1,7 @@
 #include "apps/hxmidi/commands/FieldReference.h"
 
 #include "apps/hxmidi/input/NumberText.h"
+#include "qt/Saturated.h"
 
 #include <algorithm>
 #include <limits>
@@ -108,7 +109,7 @@ FieldValue valueOf(const HxMidiData& data, const FieldReference& field, int fall
     case FieldType::Int4:
         return numberValue(data.toInt(at, rowOf(field.type).size, fallback));
     case FieldType::Ascii:
-        return textValue(data.toAsciiString(at, lengthOf(field, data.bytes.size())));
+        return textValue(data.toAsciiString(at, lengthOf(field, saturated(data.bytes.size()))));
     case FieldType::String:
         break;
     }
@@ -117,7 +118,7 @@ FieldValue valueOf(const HxMidiData& data, const FieldReference& field, int fall
 
 Place wholeOf(const FieldReference& field)
 {
-    return {{QString(), field.text}, {0, field.text.size()}};
+    return {{QString(), field.text}, {0, saturated(field.text.size())}};
 }
 
 bool isText(const TypeRow& row)
@@ -169,7 +170,7 @@ bool looksLikeField(const QByteArray& word)
 std::optional<FieldReference> readFieldReference(const QByteArray& word, Findings& findings)
 {
     const SourceText source{QString(), word};
-    const int at = word.indexOf('@');
+    const int at = saturated(word.indexOf('@'));
     const TypeRow* const row = findType(word.left(at).toLower());
     if (row == nullptr) {
         findings.error(QStringLiteral("%1 is no type of field").arg(quoted(word.left(at))),
@@ -177,15 +178,16 @@ std::optional<FieldReference> readFieldReference(const QByteArray& word, Finding
                        Place{source, {0, at}});
         return std::nullopt;
     }
-    const int plus = isText(*row) ? word.indexOf('+', at) : -1;
-    const int end = plus < 0 ? word.size() : plus;
+    const int size = saturated(word.size());
+    const int plus = isText(*row) ? saturated(word.indexOf('+', at)) : -1;
+    const int end = plus < 0 ? size : plus;
     const auto position = readNumber({source, {at + 1, end - at - 1}}, indexRange,
                                      QStringLiteral("a position"), findings);
     FieldReference field{word, row->type, int(position.value_or(0)), 0};
     if (plus < 0)
         return position ? std::optional<FieldReference>(field) : std::nullopt;
-    const auto length = readNumber({source, {plus + 1, word.size() - plus - 1}},
-                                   {1, indexRange.greatest}, QStringLiteral("a length"), findings);
+    const auto length = readNumber({source, {plus + 1, size - plus - 1}}, {1, indexRange.greatest},
+                                   QStringLiteral("a length"), findings);
     field.length = int(length.value_or(0));
     return position && length ? std::optional<FieldReference>(field) : std::nullopt;
 }

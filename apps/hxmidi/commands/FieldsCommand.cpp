@@ -3,6 +3,7 @@
 #include "apps/hxmidi/commands/Commands.h"
 #include "apps/hxmidi/commands/FieldReference.h"
 #include "apps/hxmidi/commands/InputArguments.h"
+#include "qt/Saturated.h"
 
 #include <QJsonArray>
 
@@ -58,7 +59,7 @@ void run(FieldsOptions options, Outcome& outcome)
         values.append(QJsonObject{{QStringLiteral("field"), QString::fromUtf8(field.text)},
                                   {QStringLiteral("value"), value->json}});
     }
-    outcome.rows = values.size();
+    outcome.rows = saturated(values.size());
     outcome.result = [=] { return QJsonObject{{QStringLiteral("fields"), values}}; };
 }
 

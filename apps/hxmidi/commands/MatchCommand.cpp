@@ -6,6 +6,7 @@
 #include "apps/hxmidi/findings/PatternFindings.h"
 #include "apps/hxmidi/findings/TimeLimit.h"
 #include "apps/hxmidi/input/MessageList.h"
+#include "qt/Saturated.h"
 
 #include <memory>
 
@@ -117,7 +118,7 @@ void run(const MatchOptions& options, Outcome& outcome)
     outcome.code = matches.isEmpty() ? ExitCode::Different : ExitCode::Success;
     if (!options.quiet)
         outcome.text = textOf(matches, options.each);
-    outcome.rows = matches.size();
+    outcome.rows = saturated(matches.size());
     outcome.result = [=] { return toJson(matches); };
 }
 

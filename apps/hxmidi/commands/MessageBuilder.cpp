@@ -6,6 +6,7 @@
 
 #include "mididata/Builder.h"
 #include "mididata/NumberBytes.h"
+#include "qt/Saturated.h"
 
 #include <algorithm>
 #include <cmath>
@@ -140,7 +141,7 @@ public:
                  QStringLiteral("argument %1 is not used").arg(i + 1),
                  QStringLiteral("as many arguments as the format has fields, %1").arg(m_used),
                  QStringLiteral("take it away, or add a field to the format"),
-                 Place{{QString(), m_arguments.at(i)}, {0, m_arguments.at(i).size()}}});
+                 Place{{QString(), m_arguments.at(i)}, {0, saturated(m_arguments.at(i).size())}}});
         }
     }
 
@@ -152,7 +153,7 @@ private:
             return std::nullopt;
         if (m_used < m_arguments.size()) {
             const QByteArray& text = m_arguments.at(m_used++);
-            return Place{{QString(), text}, {0, text.size()}};
+            return Place{{QString(), text}, {0, saturated(text.size())}};
         }
         m_findings.error(QStringLiteral("there is no argument for %1").arg(quoted(tokenOf(field))),
                          QStringLiteral("one argument for every field of the format"),

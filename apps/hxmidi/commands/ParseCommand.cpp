@@ -3,6 +3,7 @@
 #include "apps/hxmidi/commands/Commands.h"
 #include "apps/hxmidi/commands/InputArguments.h"
 #include "apps/hxmidi/input/MessageList.h"
+#include "qt/Saturated.h"
 
 #include <memory>
 
@@ -35,7 +36,7 @@ void parse(const InputOptions& options, Outcome& outcome)
                            {QStringLiteral("size"), data.bytes.size()},
                            {QStringLiteral("messages"), toJson(messages)}};
     };
-    outcome.rows = messages.size();
+    outcome.rows = saturated(messages.size());
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "apps/hxmidi/commands/Commands.h"
 #include "apps/hxmidi/commands/InputArguments.h"
 #include "apps/hxmidi/input/MessageList.h"
+#include "qt/Saturated.h"
 
 #include <memory>
 
@@ -41,7 +42,7 @@ QList<PlacedMessage> equalPieces(const HxMidiData& data, int size, Findings& fin
 {
     QList<PlacedMessage> pieces;
     for (const HxMidiData& piece : data.split(size))
-        pieces += PlacedMessage{pieces.size() * size, piece, MessageMeaning()};
+        pieces += PlacedMessage{saturated(pieces.size()) * size, piece, MessageMeaning()};
     if (pieces.isEmpty() && !data.bytes.isEmpty())
         findings.warning(
             QStringLiteral("there are no pieces: the data has %1 bytes, no more than one piece")
@@ -63,7 +64,7 @@ void run(const SplitOptions& options, Outcome& outcome)
         outcome.text += piece.data.toString(' ', -1).toLatin1() + '\n';
     }
     outcome.result = [=] { return QJsonObject{{QStringLiteral("pieces"), toJson(pieces)}}; };
-    outcome.rows = pieces.size();
+    outcome.rows = saturated(pieces.size());
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 #include "apps/hxmidi/commands/CommandLine.h"
 #include "apps/hxmidi/commands/Commands.h"
 #include "apps/hxmidi/commands/InputArguments.h"
+#include "qt/Saturated.h"
 
 #include <algorithm>
 #include <map>
@@ -53,7 +54,7 @@ unsigned int sumOf(const HxMidiData& data, SumKind kind, int start, int end)
 void run(const SumOptions& options, Outcome& outcome)
 {
     const HxMidiData data = readInput(options.input, outcome);
-    const int size = data.bytes.size();
+    const int size = saturated(data.bytes.size());
     if (outcome.findings.hasErrors() || !isInside(options, size, outcome.findings))
         return;
     const int end = endOf(options, size);

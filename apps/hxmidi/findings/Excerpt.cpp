@@ -1,5 +1,7 @@
 #include "apps/hxmidi/findings/Excerpt.h"
 
+#include "qt/Saturated.h"
+
 #include <algorithm>
 
 namespace hx::midi {
@@ -17,9 +19,9 @@ struct Line {
 
 Line lineAround(const QByteArray& text, int at)
 {
-    const int before = at > 0 ? text.lastIndexOf('\n', at - 1) : -1;
-    const int after = text.indexOf('\n', at);
-    return {before + 1, after < 0 ? text.size() : after};
+    const int before = at > 0 ? saturated(text.lastIndexOf('\n', at - 1)) : -1;
+    const int after = saturated(text.indexOf('\n', at));
+    return {before + 1, after < 0 ? saturated(text.size()) : after};
 }
 
 bool isInsideCharacter(const QByteArray& text, int at)
@@ -53,15 +55,16 @@ QString part(const QByteArray& text, int begin, int end)
 LineAndColumn lineAndColumn(const Place& place)
 {
     const QByteArray& text = place.source.text;
-    const int at = std::min(place.span.at, text.size());
+    const int at = std::min(place.span.at, saturated(text.size()));
     const int line = int(std::count(text.begin(), text.begin() + at, '\n')) + 1;
-    return {line, part(text, lineAround(text, at).begin, characterAt(text, at)).size() + 1};
+    const QString before = part(text, lineAround(text, at).begin, characterAt(text, at));
+    return {line, saturated(before.size()) + 1};
 }
 
 QString excerpt(const Place& place)
 {
     const QByteArray& text = place.source.text;
-    const int at = characterAt(text, std::min(place.span.at, text.size()));
+    const int at = characterAt(text, std::min(place.span.at, saturated(text.size())));
     const Line line = lineAround(text, at);
     const int begin = characterAt(text, std::max(line.begin, at - shownBefore));
     const int pieceEnd =
@@ -74,7 +77,7 @@ QString excerpt(const Place& place)
     return QStringLiteral("  %1%2%3%4\n  %5^%6\n")
         .arg(before, piece, after, end < line.end ? QStringLiteral("...") : QString(),
              QString(before.size(), QLatin1Char(' ')),
-             QString(std::max(piece.size() - 1, 0), QLatin1Char('~')));
+             QString(std::max(saturated(piece.size()) - 1, 0), QLatin1Char('~')));
 }
 
 } // namespace hx::midi

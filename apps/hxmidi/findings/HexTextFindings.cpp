@@ -2,6 +2,7 @@
 
 #include "apps/hxmidi/findings/Characters.h"
 #include "apps/hxmidi/findings/NumberFindings.h"
+#include "qt/Saturated.h"
 
 #include <algorithm>
 
@@ -26,7 +27,7 @@ Span firstOddWord(const QByteArray& text, Span piece)
 {
     const int pieceEnd = piece.at + piece.length;
     for (int begin = piece.at; begin < pieceEnd;) {
-        const int blank = text.indexOf(' ', begin);
+        const int blank = saturated(text.indexOf(' ', begin));
         const int end = blank < 0 ? pieceEnd : std::min(blank, pieceEnd);
         if ((end - begin) % 2 != 0)
             return {begin, end - begin};
@@ -64,7 +65,7 @@ private:
 
     void addOddDigits(Span span)
     {
-        const int digits = withoutBlanks(span).size();
+        const auto digits = withoutBlanks(span).size();
         m_findings.add(
             {m_badPiece,
              QStringLiteral("%1 digits do not make pairs, so nothing is read").arg(digits),

@@ -1,6 +1,7 @@
 #include "apps/hxmidi/findings/MatchPlace.h"
 
 #include "mididata/PatternText.h"
+#include "qt/Saturated.h"
 
 namespace hx::midi {
 
@@ -13,8 +14,8 @@ QVector<Span> wordsOf(const QByteArray& pattern)
 {
     QVector<Span> words;
     for (int at = 0; at < pattern.size();) {
-        const int blank = pattern.indexOf(' ', at);
-        const int end = blank < 0 ? pattern.size() : blank;
+        const int blank = saturated(pattern.indexOf(' ', at));
+        const int end = blank < 0 ? saturated(pattern.size()) : blank;
         if (end > at)
             words += Span{at, end - at};
         at = end + 1;

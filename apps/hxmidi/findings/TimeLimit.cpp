@@ -1,5 +1,7 @@
 #include "apps/hxmidi/findings/TimeLimit.h"
 
+#include "qt/Saturated.h"
+
 #include <algorithm>
 #include <cerrno>
 
@@ -54,7 +56,7 @@ bool refusesTime(const SourceText& pattern, const std::function<void()>& work, F
     findings.error(QStringLiteral("the pattern needs more than a second of processor time"),
                    QStringLiteral("a pattern that is decided sooner"),
                    QStringLiteral("use fewer repetitions inside of repetitions, or less data"),
-                   Place{pattern, {0, pattern.text.size()}});
+                   Place{pattern, {0, saturated(pattern.text.size())}});
     return true;
 }
 

@@ -229,7 +229,7 @@ private:
             readText({name, text});
     }
 
-    bool isTooMuch(int more)
+    bool isTooMuch(qsizetype more)
     {
         const bool tooMuch = more > mostInputBytes - m_data.bytes.size();
         if (tooMuch)

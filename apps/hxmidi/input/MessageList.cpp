@@ -1,5 +1,7 @@
 #include "apps/hxmidi/input/MessageList.h"
 
+#include "qt/Saturated.h"
+
 namespace hx::midi {
 
 QList<PlacedMessage> messagesOf(const HxMidiData& stream)
@@ -8,7 +10,7 @@ QList<PlacedMessage> messagesOf(const HxMidiData& stream)
     int at = 0;
     for (const HxMidiData& piece : stream.splitOnStatus()) {
         messages += PlacedMessage{at, piece, meaningOf(piece)};
-        at += piece.bytes.size();
+        at += saturated(piece.bytes.size());
     }
     return messages;
 }

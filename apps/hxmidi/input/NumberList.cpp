@@ -1,6 +1,7 @@
 #include "apps/hxmidi/input/NumberList.h"
 
 #include "apps/hxmidi/input/NumberText.h"
+#include "qt/Saturated.h"
 
 namespace hx::midi {
 
@@ -37,15 +38,15 @@ QByteArray readNumbers(const SourceText& source, Span section, Findings& finding
 
 QByteArray readDecimalList(const SourceText& source, Findings& findings)
 {
-    return readNumbers(source, {0, source.text.size()}, findings);
+    return readNumbers(source, {0, saturated(source.text.size())}, findings);
 }
 
 QByteArray readCArray(const SourceText& source, Findings& findings)
 {
-    const int open = source.text.indexOf('{');
+    const int open = saturated(source.text.indexOf('{'));
     if (open < 0)
-        return readNumbers(source, {0, source.text.size()}, findings);
-    const int close = source.text.indexOf('}', open);
+        return readNumbers(source, {0, saturated(source.text.size())}, findings);
+    const int close = saturated(source.text.indexOf('}', open));
     if (close >= 0)
         return readNumbers(source, {open + 1, close - open - 1}, findings);
     findings.error(QStringLiteral("the array's brace is not closed"), QStringLiteral("{ numbers }"),

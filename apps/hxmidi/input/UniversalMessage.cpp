@@ -1,5 +1,7 @@
 #include "apps/hxmidi/input/UniversalMessage.h"
 
+#include "qt/Saturated.h"
+
 #include <algorithm>
 
 namespace hx::midi {
@@ -34,7 +36,7 @@ int byteAt(const HxMidiData& message, int at)
 
 bool isClosed(const HxMidiData& message)
 {
-    return byteAt(message, message.bytes.size() - 1) == endOfExclusive;
+    return byteAt(message, saturated(message.bytes.size()) - 1) == endOfExclusive;
 }
 
 int manufacturerSize(const HxMidiData& message, int at)
@@ -59,7 +61,7 @@ QString sizeWords(const HxMidiData& message, int expected)
 {
     if (!isClosed(message))
         return QStringLiteral(", not closed by F7");
-    const int size = message.bytes.size();
+    const auto size = message.bytes.size();
     if (size == expected)
         return QString();
     return QStringLiteral(", malformed: %1 bytes instead of %2")
@@ -134,7 +136,7 @@ MessageMeaning meaningOfOtherUniversal(const HxMidiData& message)
                                ? QStringLiteral("universal real-time")
                                : QStringLiteral("universal non-real-time");
     QString words = family + QStringLiteral(" message");
-    const int bodyEnd = message.bytes.size() - (isClosed(message) ? 1 : 0);
+    const int bodyEnd = saturated(message.bytes.size()) - (isClosed(message) ? 1 : 0);
     if (bodyEnd > subIdPosition)
         words += QStringLiteral(" %1 to %2")
                      .arg(hex(message, subIdPosition, std::min(2, bodyEnd - subIdPosition)),

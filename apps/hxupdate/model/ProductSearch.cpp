@@ -2,6 +2,7 @@
 
 #include "host/base/HexText.h"
 #include "ports/PortList.h"
+#include "qt/Saturated.h"
 
 #include <algorithm>
 
@@ -51,7 +52,7 @@ int weight(Finding finding)
     static const QList<Finding> order = {Finding::Silent,       Finding::Unclear,
                                          Finding::OtherProduct, Finding::PortHeld,
                                          Finding::Recovery,     Finding::Ready};
-    return order.indexOf(finding);
+    return hx::saturated(order.indexOf(finding));
 }
 
 // Its characters where all can be printed, else hex pairs.

@@ -3,6 +3,7 @@
 #include "apps/hxupdate/model/UpdateRecord.h"
 
 #include "host/update/UpdateRun.h"
+#include "qt/Saturated.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -27,7 +28,7 @@ ImageFacts factsOf(const QString& path, const hx::UpdateImage& image)
     facts.version = image.version;
     facts.codeBytes = image.code.size();
     facts.bytes = image.bytes;
-    facts.messages = image.messages.size();
+    facts.messages = hx::saturated(image.messages.size());
     facts.wireMicroseconds = image.wireMicroseconds();
     for (const hx::ImageProblem& problem : image.problems)
         facts.problems << problem.line();

@@ -2,6 +2,7 @@
 
 #include "apps/hxupdate/parts/FactList.h"
 #include "apps/hxupdate/parts/FileDialogs.h"
+#include "qt/Saturated.h"
 
 #include <QFileInfo>
 
@@ -57,8 +58,8 @@ void ImagePage::showFile()
     for (const QString& problem : image.problems.mid(0, mostProblems))
         facts << qMakePair(tr("Problem"), problem);
     if (image.problems.size() > mostProblems)
-        facts << qMakePair(tr("Problem"),
-                           tr("and %n more", nullptr, image.problems.size() - mostProblems));
+        facts << qMakePair(tr("Problem"), tr("and %n more", nullptr,
+                                             hx::saturated(image.problems.size()) - mostProblems));
     m_file->show(facts);
 }
 

@@ -19,8 +19,11 @@ void speak(QCoreApplication& application, const QLocale& locale)
     qDeleteAll(application.findChildren<QTranslator*>());
     QLocale::setDefault(locale);
     auto* translator = new QTranslator(&application);
-    if (!translator->load(locale, QStringLiteral("hxupdate"), QStringLiteral("_"), folder))
+    const bool isLoaded =
+        translator->load(locale, QStringLiteral("hxupdate"), QStringLiteral("_"), folder) ||
         translator->load(english);
+    Q_ASSERT(isLoaded); // English is compiled in
+    Q_UNUSED(isLoaded)
     QCoreApplication::installTranslator(translator);
 }
 

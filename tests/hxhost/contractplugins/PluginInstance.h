@@ -6,13 +6,9 @@
 
 static QObject* pluginInstance();
 
-#undef QT_MOC_EXPORT_PLUGIN
-#define QT_MOC_EXPORT_PLUGIN(Class, name)                                                          \
-    Q_EXTERN_C Q_DECL_EXPORT QObject* qt_plugin_instance()                                         \
+// The body of the function that Qt's macros export.
+#undef Q_PLUGIN_INSTANCE
+#define Q_PLUGIN_INSTANCE(Class)                                                                   \
     {                                                                                              \
         return pluginInstance();                                                                   \
-    }                                                                                              \
-    Q_EXTERN_C Q_DECL_EXPORT const char* qt_plugin_query_metadata()                                \
-    {                                                                                              \
-        return reinterpret_cast<const char*>(qt_pluginMetaData);                                   \
     }

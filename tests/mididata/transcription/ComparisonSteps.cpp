@@ -61,7 +61,7 @@ QStringList diff(const QByteArray& mine, const QByteArray& other, int count, int
     if (count > 0 && mine.size() != other.size())
         lines.append(QString(QLatin1String("Size Mismatch: %1 != %2"))
                          .arg(QString::number(mine.size()), QString::number(other.size())));
-    const int n = qMin(mine.size(), other.size());
+    const auto n = qMin(mine.size(), other.size());
     qint64 from = 0;
     qint64 to = n;
     if (count > 0 && count <= n) {

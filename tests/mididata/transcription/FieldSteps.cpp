@@ -1,3 +1,4 @@
+#include "qt/Saturated.h"
 #include "tests/mididata/transcription/Transcription.h"
 
 #include <cstring>
@@ -153,7 +154,7 @@ unsigned int sum32(const QByteArray& bytes, unsigned int pos, int end)
 {
     int stop = end;
     if (stop < 0)
-        stop = bytes.size() + stop;
+        stop = hx::saturated(bytes.size()) + stop;
     const int begin = static_cast<int>(pos);
     if (stop <= begin)
         return 0;

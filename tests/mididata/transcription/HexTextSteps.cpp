@@ -1,6 +1,7 @@
 #include "tests/mididata/transcription/Transcription.h"
 
 #include <QDebug>
+#include <QRegularExpression>
 
 #include <string>
 
@@ -64,7 +65,7 @@ QByteArray setText(const char* text)
 
     QStringList tokens;
     if (string.contains(QLatin1String(" ")) || string.contains(QLatin1String(","))) {
-        tokens = string.split(QRegExp(QLatin1String("[ ,]+")));
+        tokens = string.split(QRegularExpression(QLatin1String("[ ,]+")));
     } else if (is0xHexStr(string)) {
         tokens.append(string);
     } else if (string.length() % 2 != 0) {

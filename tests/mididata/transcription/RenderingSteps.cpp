@@ -1,3 +1,4 @@
+#include "qt/Saturated.h"
 #include "tests/mididata/transcription/Transcription.h"
 
 namespace transcription {
@@ -35,7 +36,7 @@ QString toString(const QByteArray& bytes, int count)
 
 QString toStringFromEnd(const QByteArray& bytes, int n)
 {
-    const int k = qMin(bytes.size(), n);
+    const int k = qMin(hx::saturated(bytes.size()), n);
     if (k <= 0)
         return QString();
     return hexStep(bytes.mid(bytes.size() - k, k));
@@ -80,9 +81,9 @@ QString toStringTable(const QByteArray& bytes, int len, int columns)
         gapInterval = 8;
     }
     text.append(QLatin1String("000 | "));
-    int p = text.length() + 2;
+    auto p = text.length() + 2;
     text.append(hexStep(bytes.mid(0, len)));
-    int k = text.length();
+    auto k = text.length();
     if (p >= k)
         return text;
 
@@ -99,7 +100,7 @@ QString toStringTable(const QByteArray& bytes, int len, int columns)
             pendingGap = true;
         }
         text.insert(p, QLatin1String(" "));
-        int q = p + 1;
+        auto q = p + 1;
         if (q >= text.length())
             return text;
         if (pendingGap) {
@@ -108,7 +109,7 @@ QString toStringTable(const QByteArray& bytes, int len, int columns)
             k += 2;
             pendingGap = false;
         }
-        const int remembered = k;
+        const auto remembered = k;
         k += 1;
         p = q + 2;
         if (p > remembered)
