@@ -19,7 +19,7 @@ const char loginService[] = "org.freedesktop.login1";
 const char loginPath[] = "/org/freedesktop/login1";
 const char loginInterface[] = "org.freedesktop.login1.Manager";
 
-// The process keeps its connection to the system bus: one bus for all tests.
+// The process keeps its connection to the system bus: one bus to its end.
 class SystemBus {
 public:
     SystemBus()
@@ -90,12 +90,8 @@ private:
 
 class LoginSleepGuardTest : public testing::Test {
 protected:
-    static void SetUpTestSuite() { bus = std::make_unique<SystemBus>(); }
-    static void TearDownTestSuite() { bus.reset(); }
-    static std::unique_ptr<SystemBus> bus;
+    static void SetUpTestSuite() { static const SystemBus bus; }
 };
-
-std::unique_ptr<SystemBus> LoginSleepGuardTest::bus;
 
 } // namespace
 

@@ -64,7 +64,7 @@ QStringList TestPorts::list()
     return m_products.keys();
 }
 
-std::unique_ptr<hx::MidiPort> TestPorts::open(const QString& port, QString* error)
+std::unique_ptr<hx::MidiPort> TestPorts::open(const QString& port, DeviceInterface&, QString* error)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
     const std::shared_ptr<TestProduct> product = m_products.value(port);

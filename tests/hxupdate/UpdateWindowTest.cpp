@@ -142,7 +142,7 @@ TEST(UpdateWindow, ADamagedImageIsToldAsTheHostTellsIt)
     const QString path = bench.files.write("damaged.syx", damaged);
     bench.drop({path});
     ASSERT_TRUE(waitUntil([&] { return bench.model->image().isChosen(); }));
-    EXPECT_EQ(bench.textOf("title"), "This file cannot be used");
+    EXPECT_EQ(bench.textOf("title"), "This update image is damaged");
     const hx::UpdateImage image = hx::loadUpdateImage(path, samples::product());
     ASSERT_FALSE(image.ok());
     EXPECT_TRUE(bench.allText().contains(image.problems.front().line()));
@@ -170,7 +170,7 @@ TEST(UpdateWindow, AFolderThatIsDroppedIsToldToBeNone)
     bench.goTo(Step::ChooseImage);
     bench.drop({bench.files.folder()});
     ASSERT_TRUE(waitUntil([&] { return bench.model->image().isChosen(); }));
-    EXPECT_EQ(bench.textOf("title"), "This file cannot be used");
+    EXPECT_EQ(bench.textOf("title"), "This is a folder");
 }
 
 TEST(UpdateWindow, OneFileIsDroppedAtATime)

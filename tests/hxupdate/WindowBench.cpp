@@ -1,5 +1,6 @@
 #include "tests/hxupdate/WindowBench.h"
 
+#include <QAccessible>
 #include <QDropEvent>
 #include <QMimeData>
 #include <QTest>
@@ -13,9 +14,16 @@ QString pageName(hxupdate::Step step)
     return names.at(int(step));
 }
 
+QString accessibleNameOf(QWidget* widget)
+{
+    return QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name);
+}
+
 } // namespace
 
-WindowBench::WindowBench(bool isSimulated) : window(*model, isSimulated)
+WindowBench::WindowBench(bool isSimulated)
+    : window(*model, isSimulated,
+             [this](QWidget* widget) { announced << accessibleNameOf(widget); })
 {
     window.show();
     activate();
@@ -77,10 +85,15 @@ void WindowBench::key(int key, Qt::KeyboardModifiers modifiers) const
 
 void WindowBench::drop(const QStringList& paths)
 {
-    QMimeData data;
     QList<QUrl> urls;
     for (const QString& path : paths)
         urls << QUrl::fromLocalFile(path);
+    dropUrls(urls);
+}
+
+void WindowBench::dropUrls(const QList<QUrl>& urls)
+{
+    QMimeData data;
     data.setUrls(urls);
     QDragEnterEvent enter(QPoint(), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(&window, &enter);

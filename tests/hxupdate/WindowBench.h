@@ -7,6 +7,7 @@
 
 #include <QLabel>
 #include <QPushButton>
+#include <QUrl>
 
 class WindowBench : public Bench {
 public:
@@ -26,6 +27,7 @@ public:
     // Lets new texts find their places.
     void settle() const;
     void drop(const QStringList& paths);
+    void dropUrls(const QList<QUrl>& urls);
 
     // Waits until a dialog or box of this name is open.
     template <typename Dialog>
@@ -35,5 +37,6 @@ public:
         return window.findChild<Dialog*>(name);
     }
 
+    QStringList announced; // names that assistive technology was told
     hxupdate::UpdateWindow window;
 };

@@ -34,7 +34,8 @@ bool isMidway(Ending ending);
 struct UpdateEnd {
     Ending ending = Ending::NotOpened;
     QString reason; // in the host's words; empty after success
-    QString state;  // what is known of the product now, in the host's words
+    hx::ProductCondition condition = hx::ProductCondition::Unclear; // of the product now
+    QString otherSerial; // the number of another unit that answered
     QString versionBefore;
     QString versionAfter;
     QByteArray record; // for a mail to the maker: versions, and a trace of all that travelled

@@ -8,6 +8,21 @@
 
 namespace hxupdate {
 
+// What is wrong with a file that was handed over as an image.
+enum class ImageFault {
+    None,
+    NoPlugin,     // nothing here can tell what is in it
+    Folder,       // it is no file
+    Unreadable,   // it is gone, or may not be opened
+    WebPage,      // what a download has saved in the place of a file
+    Archive,      // an image may be in it
+    NoImage,      // there is no message in it
+    OtherProduct, // its messages are for a product that the plugin does not serve
+    Damaged,      // some of it is missing or was changed
+};
+
+constexpr ImageFault lastImageFault = ImageFault::Damaged;
+
 struct ImageFacts {
     QString path; // empty: none was chosen
     CodeType kind = CodeType::Unknown;
@@ -16,10 +31,11 @@ struct ImageFacts {
     qint64 bytes = 0; // that travel
     int messages = 0;
     qint64 wireMicroseconds = 0; // that they take
-    QStringList problems;        // in the host's words; empty: it may be installed
+    ImageFault fault = ImageFault::None;
+    QStringList problems; // the same one by one, in the host's words
 
     bool isChosen() const { return !path.isEmpty(); }
-    bool isGood() const { return isChosen() && problems.isEmpty(); }
+    bool isGood() const { return isChosen() && fault == ImageFault::None; }
 };
 
 // What installing the image does to the version that is installed.

@@ -1,27 +1,42 @@
 #include "apps/hxupdate/model/MachinePorts.h"
 
-#include "ports/PortSelector.h"
+#include <utility>
 
 namespace hxupdate {
+
+MidiSystem midiSystemOfMachine()
+{
+    const auto open = [](const hx::PortAddress& address) {
+        hx::OpenedPort opened;
+        opened.port = hx::RtMidiPort::open(address, hx::Pace(), &opened.error);
+        return opened;
+    };
+    return {hx::listMidiBackends, open};
+}
+
+MachinePorts::MachinePorts(MidiSystem system) : m_system(std::move(system)) {}
 
 QStringList MachinePorts::list()
 {
     QStringList names;
-    for (const hx::MidiBackend& backend : hx::listMidiBackends()) {
+    for (const hx::MidiBackend& backend : m_system.list()) {
         for (const QString& output : backend.outputs)
             names << backend.name + QLatin1Char(':') + output;
     }
     return names;
 }
 
-std::unique_ptr<hx::MidiPort> MachinePorts::open(const QString& port, QString* error)
+std::unique_ptr<hx::MidiPort> MachinePorts::open(const QString& port, DeviceInterface& device,
+                                                 QString* error)
 {
-    const hx::PortSelection selection = hx::selectPort(hx::listMidiBackends(), port, QString());
+    const hx::PortSelection selection = hx::selectPort(m_system.list(), port, QString());
     if (!selection.address) {
         *error = selection.what;
         return nullptr;
     }
-    return hx::RtMidiPort::open(*selection.address, hx::Pace(), error);
+    hx::AnsweringPort opened = hx::openAnswering(selection, device, m_system.open);
+    *error = opened.error;
+    return std::move(opened.port);
 }
 
 } // namespace hxupdate

@@ -3,12 +3,29 @@
 
 #include "apps/hxupdate/model/PortSource.h"
 
+#include "ports/AnsweringPort.h"
+
 namespace hxupdate {
 
+// What the machine's ports are reached by.
+struct MidiSystem {
+    std::function<QList<hx::MidiBackend>()> list;
+    hx::OpenAddress open;
+};
+
+MidiSystem midiSystemOfMachine();
+
+// Where several inputs may belong to an output, they are asked which of them answers.
 class MachinePorts final : public PortSource {
 public:
+    explicit MachinePorts(MidiSystem system = midiSystemOfMachine());
+
     QStringList list() override;
-    std::unique_ptr<hx::MidiPort> open(const QString& port, QString* error) override;
+    std::unique_ptr<hx::MidiPort> open(const QString& port, DeviceInterface& device,
+                                       QString* error) override;
+
+private:
+    MidiSystem m_system;
 };
 
 } // namespace hxupdate

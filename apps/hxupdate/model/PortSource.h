@@ -1,6 +1,7 @@
 // Where the window gets its ports from: this machine, or the simulated product.
 #pragma once
 
+#include "deviceinterface/DeviceInterface.h"
 #include "host/bus/MidiPort.h"
 
 #include <QStringList>
@@ -18,7 +19,9 @@ public:
     virtual QStringList list() = 0;
 
     // Opens one of them for both directions; null, with the reason in `error`, when it cannot be.
-    virtual std::unique_ptr<hx::MidiPort> open(const QString& port, QString* error) = 0;
+    // `device` is asked for what tells its product's port from others.
+    virtual std::unique_ptr<hx::MidiPort> open(const QString& port, DeviceInterface& device,
+                                               QString* error) = 0;
 };
 
 } // namespace hxupdate

@@ -126,12 +126,12 @@ ProductSearch::Answer ProductSearch::answerOf(int plugin, const QString& port,
                                               const std::atomic<bool>& ended)
 {
     QString error;
-    const std::unique_ptr<hx::MidiPort> opened = m_ports.open(port, &error);
+    DeviceInterface& device = m_plugins.device(plugin);
+    const std::unique_ptr<hx::MidiPort> opened = m_ports.open(port, device, &error);
     if (!opened)
         return {Finding::PortHeld, {}, error};
     hx::PortBus bus(*opened);
     bus.watchInterrupt(&ended);
-    DeviceInterface& device = m_plugins.device(plugin);
     hx::ProductReader reader(device, bus);
     const hx::ProductAssessment assessment = hx::assessProduct(reader);
     const Finding finding = findingOf(assessment.condition);

@@ -11,7 +11,7 @@ namespace {
 // The simulated port, whose waits take no time, at the speed of real ones.
 class RealTimePort final : public hx::MidiPort {
 public:
-    explicit RealTimePort(hx::MidiPort& port) : m_port(port) {}
+    RealTimePort(hx::MidiPort& port, hx::Clock& real) : m_port(port), m_real(real) {}
 
     QString name() const override { return m_port.name(); }
     hx::Clock& clock() override { return m_port.clock(); }
@@ -40,12 +40,13 @@ private:
     }
 
     hx::MidiPort& m_port;
-    hx::SteadyClock m_real;
+    hx::Clock& m_real;
 };
 
 } // namespace
 
-SimulatorPorts::SimulatorPorts(const QString& pluginPlace)
+SimulatorPorts::SimulatorPorts(const QString& pluginPlace, std::unique_ptr<hx::Clock> real)
+    : m_real(std::move(real))
 {
     Plugins plugins;
     plugins.load(pluginPlace);
@@ -62,10 +63,11 @@ QStringList SimulatorPorts::list()
     return m_port ? QStringList(m_port->name()) : QStringList();
 }
 
-std::unique_ptr<hx::MidiPort> SimulatorPorts::open(const QString& port, QString* error)
+std::unique_ptr<hx::MidiPort> SimulatorPorts::open(const QString& port, DeviceInterface&,
+                                                   QString* error)
 {
     if (m_port)
-        return std::make_unique<RealTimePort>(*m_port);
+        return std::make_unique<RealTimePort>(*m_port, *m_real);
     *error = QStringLiteral("there is no port \"%1\": no plugin says which product to simulate")
                  .arg(port);
     return nullptr;

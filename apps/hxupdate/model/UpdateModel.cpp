@@ -140,19 +140,21 @@ void UpdateModel::takeTaken(const TakenFile& taken)
     else if (taken.trace.ok())
         Q_EMIT traceTaken(taken.path, taken.trace);
     else
-        tell(Notice::TraceBad, taken.trace.error);
+        tell(Notice::TraceBad, QStringLiteral("%1:%2")
+                                   .arg(QFileInfo(taken.path).fileName())
+                                   .arg(taken.trace.errorLine));
 }
 
 void UpdateModel::takeImage(const ImageFacts& image)
 {
     m_image = image;
-    Q_EMIT imageChanged();
-    if (pluginInUse() != noPlugin)
+    const bool isForProduct = pluginInUse() != noPlugin;
+    if (isForProduct)
         go(image.isGood() ? Step::Review : Step::ChooseImage);
-    else if (image.isGood())
-        tell(Notice::ImageKept, QFileInfo(image.path).fileName());
-    else
-        tell(Notice::ImageBad, image.problems.first());
+    Q_EMIT imageChanged();
+    if (!isForProduct)
+        tell(image.isGood() ? Notice::ImageKept : Notice::ImageBad,
+             QFileInfo(image.path).fileName());
 }
 
 void UpdateModel::useProduct()
@@ -205,22 +207,18 @@ UpdateWatch UpdateModel::watch()
         };
         callOn(this, take);
     };
-    // In steps of a thousandth: a large image has thousands of messages.
-    watch.progressed = [this, last = qint64(0)](const hx::UpdateProgress& progress) mutable {
-        const qint64 part = progress.bytes * 1000 / progress.totalBytes;
-        if (std::exchange(last, part) == part)
-            return;
-        const auto take = [this, progress] { takeProgress(progress); };
-        callOn(this, take);
+    watch.progressed = [this](const hx::UpdateProgress& progress) {
+        if (m_told.put(progress))
+            callOn(this, [this] { takeProgress(); });
     };
     return watch;
 }
 
-void UpdateModel::takeProgress(const hx::UpdateProgress& progress)
+void UpdateModel::takeProgress()
 {
-    m_progress = progress;
+    m_progress = m_told.take();
     Q_EMIT progressed();
-    if (progress.message == progress.totalMessages)
+    if (m_progress.message == m_progress.totalMessages)
         go(Step::Verifying);
 }
 

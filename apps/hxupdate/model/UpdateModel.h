@@ -1,6 +1,7 @@
 // The state of the window and all that changes it, without any widget.
 #pragma once
 
+#include "apps/hxupdate/model/Newest.h"
 #include "apps/hxupdate/model/UpdateSession.h"
 
 #include <QObject>
@@ -18,6 +19,7 @@ enum class Notice {
     ImageKept,     // an image was handed over and waits for a product
     ImageBad,      // an image was handed over that cannot be used
     FileNotNow,    // a file cannot be taken while an update runs
+    NoFile,        // what was dropped is somewhere else than on this computer
     OneFileOnly,   // several files were handed over at once
     TraceBad,      // a recorded trace was handed over that cannot be read
     RecordSaved,   // the record was written
@@ -86,13 +88,14 @@ private:
     void setConnection(const Connection& connection);
     void takeTaken(const TakenFile& taken);
     void takeImage(const ImageFacts& image);
-    void takeProgress(const hx::UpdateProgress& progress);
+    void takeProgress();
     void takeEnd(const UpdateEnd& end);
     UpdateWatch watch();
 
     UpdateSession m_session; // used on m_thread only
     QThread m_thread;
     QObject m_queue; // lives on m_thread: what is posted to it runs there, one after the other
+    Newest<hx::UpdateProgress> m_told;
     std::atomic<bool> m_stopped{false};
     std::atomic<bool> m_searchEnded{false}; // something else waits for its turn
     int m_waiting = 0;                      // jobs asked for and not done, searches aside

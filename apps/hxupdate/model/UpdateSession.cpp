@@ -2,22 +2,54 @@
 
 #include "apps/hxupdate/model/UpdateRecord.h"
 
+#include "host/base/FileName.h"
+#include "host/base/WholeFile.h"
+#include "host/update/UpdatePlan.h"
 #include "host/update/UpdateRun.h"
 #include "qt/Saturated.h"
 
 #include <QFile>
-#include <QFileInfo>
+
+#include <filesystem>
 
 namespace hxupdate {
 
 namespace {
 
+// Not of a pipe, which could keep one waiting for ever.
+bool openRegular(QFile& file, const QString& path)
+{
+    std::error_code fault;
+    return std::filesystem::is_regular_file(hx::filePath(path), fault) &&
+           bool(hx::openFile(file, path, QIODevice::ReadOnly));
+}
+
 bool isTraceFile(const QString& path)
 {
-    QFile file(path);
-    const bool isRegular = QFileInfo(path).isFile(); // opening a pipe could wait for ever
-    return isRegular && file.open(QIODevice::ReadOnly) &&
+    QFile file;
+    return openRegular(file, path) &&
            file.read(qint64(sizeof hx::traceHeader - 1)) == hx::traceHeader;
+}
+
+// What can be told of the place alone.
+ImageFault faultOfPlace(const QString& path)
+{
+    std::error_code fault;
+    if (std::filesystem::is_directory(hx::filePath(path), fault))
+        return ImageFault::Folder;
+    QFile file;
+    return openRegular(file, path) ? ImageFault::None : ImageFault::Unreadable;
+}
+
+ImageFault faultOfContent(const hx::ImageFile& file, const hx::UpdatePlan& plan)
+{
+    if (file.format == hx::ImageFormat::WebPage)
+        return ImageFault::WebPage;
+    if (file.format == hx::ImageFormat::Archive)
+        return ImageFault::Archive;
+    if (file.messages.empty())
+        return ImageFault::NoImage;
+    return plan.isForOtherProduct ? ImageFault::OtherProduct : ImageFault::Damaged;
 }
 
 ImageFacts factsOf(const QString& path, const hx::UpdateImage& image)
@@ -30,16 +62,21 @@ ImageFacts factsOf(const QString& path, const hx::UpdateImage& image)
     facts.bytes = image.bytes;
     facts.messages = hx::saturated(image.messages.size());
     facts.wireMicroseconds = image.wireMicroseconds();
-    for (const hx::ImageProblem& problem : image.problems)
-        facts.problems << problem.line();
     return facts;
 }
 
-UpdateEnd endedBefore(Ending ending, const QString& reason)
+UpdateEnd notOpened(const QString& reason)
 {
     UpdateEnd end;
-    end.ending = ending;
     end.reason = reason;
+    return end;
+}
+
+UpdateEnd endedAtOtherUnit(const QString& serial)
+{
+    UpdateEnd end;
+    end.ending = Ending::OtherUnit;
+    end.otherSerial = serial;
     return end;
 }
 
@@ -48,7 +85,7 @@ UpdateEnd endOf(const hx::UpdateResult& result)
     UpdateEnd end;
     end.ending = endingOf(result);
     end.reason = result.reason;
-    end.state = result.productState;
+    end.condition = result.productCondition;
     end.versionBefore = result.versionBefore.version;
     end.versionAfter = result.versionAfter.version;
     return end;
@@ -122,6 +159,7 @@ TakenFile UpdateSession::takeFile(const QString& path, int plugin)
         return taken;
     }
     m_filePath = path;
+    m_faultOfPlace = faultOfPlace(path);
     m_file = hx::readImageFile(path);
     taken.image = judge(plugin);
     return taken;
@@ -147,10 +185,16 @@ ImageFacts UpdateSession::judge(int plugin)
     const int by = plugin == noPlugin ? pluginForImage() : plugin;
     m_image = by == noPlugin ? hx::UpdateImage() : imageFor(by);
     ImageFacts facts = factsOf(m_filePath, m_image);
-    if (by == noPlugin)
+    if (by == noPlugin) {
+        facts.fault = ImageFault::NoPlugin;
         facts.problems << m_plugins.error();
-    else if (facts.problems.isEmpty())
-        facts.problems = hx::planUpdate(m_plugins.device(by), m_image).refusals;
+        return facts;
+    }
+    const hx::UpdatePlan plan = hx::planUpdate(m_plugins.device(by), m_image);
+    facts.problems = plan.refusals;
+    if (!plan.ok())
+        facts.fault =
+            m_faultOfPlace == ImageFault::None ? faultOfContent(m_file, plan) : m_faultOfPlace;
     return facts;
 }
 
@@ -161,8 +205,9 @@ UpdateEnd UpdateSession::update(const ProductFacts& product, const std::atomic<b
     watch.started(wakefulness.isHeld());
     m_search.forget();
     QString error;
-    const std::unique_ptr<hx::MidiPort> port = m_with.ports->open(product.port, &error);
-    return port ? run(*port, product, stopped, watch) : endedBefore(Ending::NotOpened, error);
+    DeviceInterface& device = m_plugins.device(product.plugin);
+    const std::unique_ptr<hx::MidiPort> port = m_with.ports->open(product.port, device, &error);
+    return port ? run(*port, product, stopped, watch) : notOpened(error);
 }
 
 UpdateEnd UpdateSession::run(hx::MidiPort& port, const ProductFacts& product,
@@ -173,9 +218,7 @@ UpdateEnd UpdateSession::run(hx::MidiPort& port, const ProductFacts& product,
     hx::ProductReader reader(plugin.device(), bus);
     const QString serial = serialOf(reader);
     if (isOtherUnit(product, serial))
-        return endedBefore(
-            Ending::OtherUnit,
-            QStringLiteral("serial number %1 instead of %2").arg(serial, product.serial));
+        return endedAtOtherUnit(serial);
     UpdateRecord record(bus, plugin);
     record.add(product);
     record.add(judge(product.plugin));

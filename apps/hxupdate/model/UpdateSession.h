@@ -71,6 +71,7 @@ private:
     bool m_isLoaded = false;
     ProductSearch m_search;
     QString m_filePath;
+    ImageFault m_faultOfPlace = ImageFault::None;
     hx::ImageFile m_file;
     hx::UpdateImage m_image; // taken out of the file as the plugin judged last knows it
 };

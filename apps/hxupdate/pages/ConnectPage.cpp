@@ -1,19 +1,17 @@
 #include "apps/hxupdate/pages/ConnectPage.h"
 
 #include "apps/hxupdate/parts/FactList.h"
-#include "apps/hxupdate/parts/Heading.h"
 #include "apps/hxupdate/parts/PortDialog.h"
 #include "apps/hxupdate/words/ConnectWords.h"
 
 namespace hxupdate {
 
 ConnectPage::ConnectPage(UpdateModel& model)
-    : Page(model, "connectPage"), m_products(new FactList), m_detail(newTextLabel()),
+    : Page(model, "connectPage"), m_facts(new FactList),
       m_otherPort(addButton("otherPort", [this] { choosePort(); })),
       m_continue(addButton("continue", [this] { this->model().useProduct(); }))
 {
-    add(m_products);
-    add(m_detail);
+    add(m_facts);
     m_otherPort->setText(tr("My product is on another &port..."));
     m_continue->setText(tr("&Continue"));
     refresh();
@@ -23,17 +21,16 @@ void ConnectPage::refresh()
 {
     const Connection& connection = model().connection();
     say(adviceOf(connection));
-    showProducts();
-    m_detail->setText(connection.detail);
-    m_detail->setVisible(!connection.detail.isEmpty() && connection.products.isEmpty());
+    showFacts();
     m_otherPort->setEnabled(!connection.ports.isEmpty());
     m_continue->setEnabled(connection.product() != nullptr);
 }
 
-void ConnectPage::showProducts()
+void ConnectPage::showFacts()
 {
+    const Connection& connection = model().connection();
     Facts facts;
-    for (const ProductFacts& product : model().connection().products) {
+    for (const ProductFacts& product : connection.products) {
         const auto orUnknown = [](const QString& text) {
             return text.isEmpty() ? tr("not known") : text;
         };
@@ -42,7 +39,9 @@ void ConnectPage::showProducts()
               << qMakePair(tr("Installed version"), orUnknown(product.version))
               << qMakePair(tr("Port"), product.port);
     }
-    m_products->show(facts);
+    if (facts.isEmpty() && !connection.detail.isEmpty())
+        facts << qMakePair(tr("Details"), connection.detail);
+    m_facts->show(facts);
 }
 
 void ConnectPage::choosePort()

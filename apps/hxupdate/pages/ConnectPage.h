@@ -5,8 +5,6 @@
 
 #include <QCoreApplication>
 
-class QLabel;
-
 namespace hxupdate {
 
 class FactList;
@@ -20,10 +18,9 @@ public:
 
 private:
     void choosePort();
-    void showProducts();
+    void showFacts();
 
-    FactList* m_products;
-    QLabel* m_detail;
+    FactList* m_facts;
     QPushButton* m_otherPort;
     QPushButton* m_continue;
 };

@@ -2,6 +2,7 @@
 
 #include "apps/hxupdate/parts/FactList.h"
 #include "apps/hxupdate/parts/FileDialogs.h"
+#include "apps/hxupdate/words/ImageWords.h"
 #include "qt/Saturated.h"
 
 #include <QFileInfo>
@@ -39,14 +40,7 @@ Advice ImagePage::advice() const
         return {tr("Choose the update image"),
                 tr("It is the file with the new firmware, from the maker of your product."),
                 {tr("Press \"Choose file\", or drop the file anywhere on this window.")}};
-    if (image.isGood())
-        return {tr("The update image is good"),
-                tr("It is whole, and it is made for %1.").arg(model().product().name),
-                {tr("Press \"Continue\" to see what will be done.")}};
-    return {tr("This file cannot be used"),
-            tr("Nothing was sent. This is what is wrong with it:"),
-            {tr("Get the file again, from the maker of your product."),
-             tr("Press \"Choose file\", or drop the file anywhere on this window.")}};
+    return adviceOf(image.fault, model().product().name);
 }
 
 void ImagePage::showFile()
@@ -56,9 +50,9 @@ void ImagePage::showFile()
     if (image.isChosen())
         facts << qMakePair(tr("File"), QFileInfo(image.path).fileName());
     for (const QString& problem : image.problems.mid(0, mostProblems))
-        facts << qMakePair(tr("Problem"), problem);
+        facts << qMakePair(tr("Details"), problem);
     if (image.problems.size() > mostProblems)
-        facts << qMakePair(tr("Problem"), tr("and %n more", nullptr,
+        facts << qMakePair(tr("Details"), tr("and %n more", nullptr,
                                              hx::saturated(image.problems.size()) - mostProblems));
     m_file->show(facts);
 }

@@ -2,6 +2,7 @@
 
 #include "apps/hxupdate/parts/FactList.h"
 #include "apps/hxupdate/parts/FileDialogs.h"
+#include "apps/hxupdate/words/ConditionWords.h"
 #include "apps/hxupdate/words/EndingWords.h"
 
 #include <QLabel>
@@ -16,6 +17,13 @@ QStyle::StandardPixmap markOf(Ending ending)
     if (ending == Ending::Succeeded)
         return QStyle::SP_DialogApplyButton;
     return isMidway(ending) ? QStyle::SP_MessageBoxCritical : QStyle::SP_MessageBoxWarning;
+}
+
+// Before anything is sent the product is as it was, which the sentence says.
+QString stateText(const UpdateEnd& end)
+{
+    const bool isTold = end.ending == Ending::Succeeded || isMidway(end.ending);
+    return isTold ? conditionText(end.condition) : QString();
 }
 
 } // namespace
@@ -46,8 +54,9 @@ void VerdictPage::showFacts()
     const QPair<QString, QString> more[] = {{tr("Serial number"), model().product().serial},
                                             {tr("Version before"), end.versionBefore},
                                             {tr("Version now"), end.versionAfter},
-                                            {tr("What happened"), end.reason},
-                                            {tr("State of the product"), end.state}};
+                                            {tr("Serial number that answers"), end.otherSerial},
+                                            {tr("State of the product"), stateText(end)},
+                                            {tr("Details"), end.reason}};
     for (const auto& fact : more) {
         if (!fact.second.isEmpty())
             facts << fact;

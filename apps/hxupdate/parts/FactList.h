@@ -17,6 +17,7 @@ public:
 
 private:
     QGridLayout* m_rows;
+    Facts m_facts;
 };
 
 } // namespace hxupdate

@@ -2,6 +2,8 @@
 
 #include "apps/hxupdate/parts/Heading.h"
 
+#include "host/base/PrintableText.h"
+
 #include <QCoreApplication>
 #include <QDialog>
 #include <QDialogButtonBox>
@@ -22,7 +24,8 @@ QListWidget* newPortList(const QStringList& ports)
     auto* list = new QListWidget;
     list->setObjectName(QStringLiteral("ports"));
     list->setAccessibleName(PortDialogWords::tr("MIDI ports"));
-    list->addItems(ports);
+    for (const QString& port : ports)
+        list->addItem(hx::printable(port));
     list->setCurrentRow(0);
     return list;
 }
@@ -58,7 +61,7 @@ void choosePortOf(QWidget* parent, const QStringList& ports,
     layout->addWidget(list);
     layout->addWidget(newButtons(dialog));
     QObject::connect(dialog, &QDialog::accepted, parent,
-                     [list, chosen] { chosen(list->currentItem()->text()); });
+                     [list, ports, chosen] { chosen(ports.at(list->currentRow())); });
     dialog->open();
 }
 

@@ -13,6 +13,9 @@ StepList::StepList() : m_rows(new QVBoxLayout(this))
 
 void StepList::show(const QStringList& steps)
 {
+    if (steps == m_steps)
+        return;
+    m_steps = steps;
     qDeleteAll(findChildren<QLabel*>());
     int number = 0;
     for (const QString& step : steps) {

@@ -1,6 +1,7 @@
 // What to do, step by step, each with its number.
 #pragma once
 
+#include <QStringList>
 #include <QVBoxLayout>
 #include <QWidget>
 
@@ -14,6 +15,7 @@ public:
 
 private:
     QVBoxLayout* m_rows;
+    QStringList m_steps;
 };
 
 } // namespace hxupdate

@@ -2,6 +2,37 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de" sourcelanguage="en">
 <context>
+    <name>ConditionWords</name>
+    <message>
+        <source>It answers, and its code is intact.</source>
+        <translation>Es antwortet, und sein Code ist unversehrt.</translation>
+    </message>
+    <message>
+        <source>It answers, and it holds no valid code.</source>
+        <translation>Es antwortet, und es enthält keinen gültigen Code.</translation>
+    </message>
+    <message>
+        <source>It answers, and its code is damaged.</source>
+        <translation>Es antwortet, und sein Code ist beschädigt.</translation>
+    </message>
+    <message>
+        <source>Another product answers in its place.</source>
+        <translation>An seiner Stelle antwortet ein anderes Produkt.</translation>
+    </message>
+    <message>
+        <source>It does not answer.</source>
+        <translation>Es antwortet nicht.</translation>
+    </message>
+    <message>
+        <source>It is no longer connected.</source>
+        <translation>Es ist nicht mehr angeschlossen.</translation>
+    </message>
+    <message>
+        <source>It answers only in part.</source>
+        <translation>Es antwortet nur teilweise.</translation>
+    </message>
+</context>
+<context>
     <name>ConnectPage</name>
     <message>
         <source>My product is on another &amp;port...</source>
@@ -30,6 +61,10 @@
     <message>
         <source>Port</source>
         <translation>Port</translation>
+    </message>
+    <message>
+        <source>Details</source>
+        <translation>Einzelheiten (englisch)</translation>
     </message>
 </context>
 <context>
@@ -420,6 +455,24 @@
         <translation>Drücken Sie „Datei wählen“, oder legen Sie die Datei irgendwo auf diesem Fenster ab.</translation>
     </message>
     <message>
+        <source>File</source>
+        <translation>Datei</translation>
+    </message>
+    <message numerus="yes">
+        <source>and %n more</source>
+        <translation>
+            <numerusform>und %n weiterer</numerusform>
+            <numerusform>und %n weitere</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Details</source>
+        <translation>Einzelheiten (englisch)</translation>
+    </message>
+</context>
+<context>
+    <name>ImageWords</name>
+    <message>
         <source>The update image is good</source>
         <translation>Das Update ist in Ordnung</translation>
     </message>
@@ -432,31 +485,108 @@
         <translation>Drücken Sie „Weiter“, um zu sehen, was geschehen wird.</translation>
     </message>
     <message>
-        <source>This file cannot be used</source>
-        <translation>Diese Datei lässt sich nicht benutzen</translation>
+        <source>This file cannot be checked</source>
+        <translation>Diese Datei kann nicht geprüft werden</translation>
     </message>
     <message>
-        <source>Nothing was sent. This is what is wrong with it:</source>
-        <translation>Es wurde nichts gesendet. Das stimmt mit ihr nicht:</translation>
+        <source>No device plugin is installed that could tell what is in it.</source>
+        <translation>Es ist kein Geräte-Plugin installiert, das sagen könnte, was darin ist.</translation>
+    </message>
+    <message>
+        <source>Install the device plugin of your product.</source>
+        <translation>Installieren Sie das Geräte-Plugin Ihres Produkts.</translation>
+    </message>
+    <message>
+        <source>Start this program again.</source>
+        <translation>Starten Sie dieses Programm neu.</translation>
+    </message>
+    <message>
+        <source>This is a folder</source>
+        <translation>Das ist ein Ordner</translation>
+    </message>
+    <message>
+        <source>An update image is one file.</source>
+        <translation>Ein Update ist eine einzelne Datei.</translation>
+    </message>
+    <message>
+        <source>Press &quot;Choose file&quot;, open the folder and choose the file in it.</source>
+        <translation>Drücken Sie „Datei wählen“, öffnen Sie den Ordner und wählen Sie die Datei darin.</translation>
+    </message>
+    <message>
+        <source>This file cannot be read</source>
+        <translation>Diese Datei kann nicht gelesen werden</translation>
+    </message>
+    <message>
+        <source>It is not there any more, or you may not open it.</source>
+        <translation>Sie ist nicht mehr da, oder Sie dürfen sie nicht öffnen.</translation>
+    </message>
+    <message>
+        <source>Check that the file is there and that you may open it.</source>
+        <translation>Prüfen Sie, ob die Datei da ist und ob Sie sie öffnen dürfen.</translation>
+    </message>
+    <message>
+        <source>Press &quot;Choose file&quot;, or drop the file anywhere on this window.</source>
+        <translation>Drücken Sie „Datei wählen“, oder legen Sie die Datei irgendwo auf diesem Fenster ab.</translation>
+    </message>
+    <message>
+        <source>This is a web page</source>
+        <translation>Das ist eine Webseite</translation>
+    </message>
+    <message>
+        <source>A browser has saved it in the place of the update image.</source>
+        <translation>Ein Browser hat sie an der Stelle des Updates gesichert.</translation>
+    </message>
+    <message>
+        <source>Download the file again, from the maker of your product.</source>
+        <translation>Laden Sie die Datei noch einmal herunter, vom Hersteller Ihres Produkts.</translation>
+    </message>
+    <message>
+        <source>This is an archive</source>
+        <translation>Das ist ein Archiv</translation>
+    </message>
+    <message>
+        <source>The update image may be in it.</source>
+        <translation>Das Update ist vielleicht darin.</translation>
+    </message>
+    <message>
+        <source>Unpack the archive.</source>
+        <translation>Entpacken Sie das Archiv.</translation>
+    </message>
+    <message>
+        <source>Press &quot;Choose file&quot; and choose the update image that was in it.</source>
+        <translation>Drücken Sie „Datei wählen“ und wählen Sie das Update, das darin war.</translation>
+    </message>
+    <message>
+        <source>This is not an update image</source>
+        <translation>Das ist kein Update</translation>
+    </message>
+    <message>
+        <source>There is no MIDI message in it.</source>
+        <translation>Es ist keine MIDI-Nachricht darin.</translation>
     </message>
     <message>
         <source>Get the file again, from the maker of your product.</source>
         <translation>Besorgen Sie die Datei noch einmal, vom Hersteller Ihres Produkts.</translation>
     </message>
     <message>
-        <source>File</source>
-        <translation>Datei</translation>
+        <source>This image is for another product</source>
+        <translation>Dieses Update ist für ein anderes Produkt</translation>
     </message>
     <message>
-        <source>Problem</source>
-        <translation>Fehler</translation>
+        <source>Its messages are for a product of another kind.</source>
+        <translation>Seine Nachrichten sind für ein Produkt anderer Art.</translation>
     </message>
-    <message numerus="yes">
-        <source>and %n more</source>
-        <translation>
-            <numerusform>und %n weiterer</numerusform>
-            <numerusform>und %n weitere</numerusform>
-        </translation>
+    <message>
+        <source>Get the image that is made for your product.</source>
+        <translation>Besorgen Sie das Update, das für Ihr Produkt gemacht ist.</translation>
+    </message>
+    <message>
+        <source>This update image is damaged</source>
+        <translation>Dieses Update ist beschädigt</translation>
+    </message>
+    <message>
+        <source>Some of it is missing or was changed.</source>
+        <translation>Ein Teil davon fehlt oder wurde verändert.</translation>
     </message>
 </context>
 <context>
@@ -470,10 +600,6 @@
         <translation>Das Update %1 wird aufgehoben, bis ein Produkt gefunden ist.</translation>
     </message>
     <message>
-        <source>The file cannot be used: %1</source>
-        <translation>Die Datei lässt sich nicht benutzen: %1</translation>
-    </message>
-    <message>
         <source>No file can be taken while an update runs.</source>
         <translation>Während eines Updates kann keine Datei angenommen werden.</translation>
     </message>
@@ -482,16 +608,24 @@
         <translation>Legen Sie immer nur eine Datei ab.</translation>
     </message>
     <message>
-        <source>The trace cannot be read: %1</source>
-        <translation>Die Aufzeichnung lässt sich nicht lesen: %1</translation>
-    </message>
-    <message>
         <source>The record was saved: %1</source>
         <translation>Das Protokoll wurde gesichert: %1</translation>
     </message>
     <message>
         <source>The record was not saved: %1. Choose another place.</source>
         <translation>Das Protokoll wurde nicht gesichert: %1. Wählen Sie einen anderen Ort.</translation>
+    </message>
+    <message>
+        <source>The file %1 cannot be used.</source>
+        <translation>Die Datei %1 kann nicht verwendet werden.</translation>
+    </message>
+    <message>
+        <source>That is not a file on this computer. Download it first, then drop the file.</source>
+        <translation>Das ist keine Datei auf diesem Computer. Laden Sie sie zuerst herunter, und legen Sie dann die Datei ab.</translation>
+    </message>
+    <message>
+        <source>The trace cannot be read. It is damaged in this line: %1</source>
+        <translation>Die Aufzeichnung kann nicht gelesen werden. Sie ist in dieser Zeile beschädigt: %1</translation>
     </message>
 </context>
 <context>
@@ -840,10 +974,6 @@
         <translation>Version jetzt</translation>
     </message>
     <message>
-        <source>What happened</source>
-        <translation>Was geschah</translation>
-    </message>
-    <message>
         <source>State of the product</source>
         <translation>Zustand des Produkts</translation>
     </message>
@@ -862,6 +992,14 @@
     <message>
         <source>Try &amp;again</source>
         <translation>&amp;Noch einmal</translation>
+    </message>
+    <message>
+        <source>Serial number that answers</source>
+        <translation>Seriennummer, die antwortet</translation>
+    </message>
+    <message>
+        <source>Details</source>
+        <translation>Einzelheiten (englisch)</translation>
     </message>
 </context>
 <context>

@@ -2,6 +2,37 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="es" sourcelanguage="en">
 <context>
+    <name>ConditionWords</name>
+    <message>
+        <source>It answers, and its code is intact.</source>
+        <translation>Responde, y su código está intacto.</translation>
+    </message>
+    <message>
+        <source>It answers, and it holds no valid code.</source>
+        <translation>Responde, y no contiene código válido.</translation>
+    </message>
+    <message>
+        <source>It answers, and its code is damaged.</source>
+        <translation>Responde, y su código está dañado.</translation>
+    </message>
+    <message>
+        <source>Another product answers in its place.</source>
+        <translation>En su lugar responde otro producto.</translation>
+    </message>
+    <message>
+        <source>It does not answer.</source>
+        <translation>No responde.</translation>
+    </message>
+    <message>
+        <source>It is no longer connected.</source>
+        <translation>Ya no está conectado.</translation>
+    </message>
+    <message>
+        <source>It answers only in part.</source>
+        <translation>Responde solo en parte.</translation>
+    </message>
+</context>
+<context>
     <name>ConnectPage</name>
     <message>
         <source>My product is on another &amp;port...</source>
@@ -30,6 +61,10 @@
     <message>
         <source>Port</source>
         <translation>Puerto</translation>
+    </message>
+    <message>
+        <source>Details</source>
+        <translation>Detalles (en inglés)</translation>
     </message>
 </context>
 <context>
@@ -420,6 +455,24 @@
         <translation>Pulse «Elegir archivo», o suelte el archivo en cualquier parte de esta ventana.</translation>
     </message>
     <message>
+        <source>File</source>
+        <translation>Archivo</translation>
+    </message>
+    <message numerus="yes">
+        <source>and %n more</source>
+        <translation>
+            <numerusform>y %n más</numerusform>
+            <numerusform>y %n más</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Details</source>
+        <translation>Detalles (en inglés)</translation>
+    </message>
+</context>
+<context>
+    <name>ImageWords</name>
+    <message>
         <source>The update image is good</source>
         <translation>La actualización está bien</translation>
     </message>
@@ -432,31 +485,108 @@
         <translation>Pulse «Continuar» para ver lo que se hará.</translation>
     </message>
     <message>
-        <source>This file cannot be used</source>
-        <translation>Este archivo no se puede usar</translation>
+        <source>This file cannot be checked</source>
+        <translation>Este archivo no se puede comprobar</translation>
     </message>
     <message>
-        <source>Nothing was sent. This is what is wrong with it:</source>
-        <translation>No se envió nada. Esto es lo que tiene mal:</translation>
+        <source>No device plugin is installed that could tell what is in it.</source>
+        <translation>No hay instalado ningún complemento que pueda decir qué contiene.</translation>
+    </message>
+    <message>
+        <source>Install the device plugin of your product.</source>
+        <translation>Instale el complemento de su producto.</translation>
+    </message>
+    <message>
+        <source>Start this program again.</source>
+        <translation>Inicie este programa de nuevo.</translation>
+    </message>
+    <message>
+        <source>This is a folder</source>
+        <translation>Esto es una carpeta</translation>
+    </message>
+    <message>
+        <source>An update image is one file.</source>
+        <translation>Una actualización es un solo archivo.</translation>
+    </message>
+    <message>
+        <source>Press &quot;Choose file&quot;, open the folder and choose the file in it.</source>
+        <translation>Pulse «Elegir archivo», abra la carpeta y elija el archivo que hay en ella.</translation>
+    </message>
+    <message>
+        <source>This file cannot be read</source>
+        <translation>Este archivo no se puede leer</translation>
+    </message>
+    <message>
+        <source>It is not there any more, or you may not open it.</source>
+        <translation>Ya no está, o usted no puede abrirlo.</translation>
+    </message>
+    <message>
+        <source>Check that the file is there and that you may open it.</source>
+        <translation>Compruebe que el archivo está ahí y que puede abrirlo.</translation>
+    </message>
+    <message>
+        <source>Press &quot;Choose file&quot;, or drop the file anywhere on this window.</source>
+        <translation>Pulse «Elegir archivo», o suelte el archivo en cualquier parte de esta ventana.</translation>
+    </message>
+    <message>
+        <source>This is a web page</source>
+        <translation>Esto es una página web</translation>
+    </message>
+    <message>
+        <source>A browser has saved it in the place of the update image.</source>
+        <translation>Un navegador la guardó en lugar de la actualización.</translation>
+    </message>
+    <message>
+        <source>Download the file again, from the maker of your product.</source>
+        <translation>Descargue el archivo otra vez, del fabricante de su producto.</translation>
+    </message>
+    <message>
+        <source>This is an archive</source>
+        <translation>Esto es un archivo comprimido</translation>
+    </message>
+    <message>
+        <source>The update image may be in it.</source>
+        <translation>Puede que la actualización esté dentro.</translation>
+    </message>
+    <message>
+        <source>Unpack the archive.</source>
+        <translation>Descomprímalo.</translation>
+    </message>
+    <message>
+        <source>Press &quot;Choose file&quot; and choose the update image that was in it.</source>
+        <translation>Pulse «Elegir archivo» y elija la actualización que había dentro.</translation>
+    </message>
+    <message>
+        <source>This is not an update image</source>
+        <translation>Esto no es una actualización</translation>
+    </message>
+    <message>
+        <source>There is no MIDI message in it.</source>
+        <translation>No contiene ningún mensaje MIDI.</translation>
     </message>
     <message>
         <source>Get the file again, from the maker of your product.</source>
         <translation>Consiga el archivo otra vez, del fabricante de su producto.</translation>
     </message>
     <message>
-        <source>File</source>
-        <translation>Archivo</translation>
+        <source>This image is for another product</source>
+        <translation>Esta actualización es para otro producto</translation>
     </message>
     <message>
-        <source>Problem</source>
-        <translation>Problema</translation>
+        <source>Its messages are for a product of another kind.</source>
+        <translation>Sus mensajes son para un producto de otro tipo.</translation>
     </message>
-    <message numerus="yes">
-        <source>and %n more</source>
-        <translation>
-            <numerusform>y %n más</numerusform>
-            <numerusform>y %n más</numerusform>
-        </translation>
+    <message>
+        <source>Get the image that is made for your product.</source>
+        <translation>Consiga la actualización hecha para su producto.</translation>
+    </message>
+    <message>
+        <source>This update image is damaged</source>
+        <translation>Esta actualización está dañada</translation>
+    </message>
+    <message>
+        <source>Some of it is missing or was changed.</source>
+        <translation>Una parte falta o fue modificada.</translation>
     </message>
 </context>
 <context>
@@ -470,10 +600,6 @@
         <translation>La actualización %1 se guarda hasta que se encuentre un producto.</translation>
     </message>
     <message>
-        <source>The file cannot be used: %1</source>
-        <translation>El archivo no se puede usar: %1</translation>
-    </message>
-    <message>
         <source>No file can be taken while an update runs.</source>
         <translation>No se puede tomar ningún archivo durante una actualización.</translation>
     </message>
@@ -482,16 +608,24 @@
         <translation>Suelte un solo archivo cada vez.</translation>
     </message>
     <message>
-        <source>The trace cannot be read: %1</source>
-        <translation>La traza no se puede leer: %1</translation>
-    </message>
-    <message>
         <source>The record was saved: %1</source>
         <translation>El registro se guardó: %1</translation>
     </message>
     <message>
         <source>The record was not saved: %1. Choose another place.</source>
         <translation>El registro no se guardó: %1. Elija otro lugar.</translation>
+    </message>
+    <message>
+        <source>The file %1 cannot be used.</source>
+        <translation>El archivo %1 no se puede usar.</translation>
+    </message>
+    <message>
+        <source>That is not a file on this computer. Download it first, then drop the file.</source>
+        <translation>Eso no es un archivo de este ordenador. Descárguelo primero y suelte luego el archivo.</translation>
+    </message>
+    <message>
+        <source>The trace cannot be read. It is damaged in this line: %1</source>
+        <translation>La traza no se puede leer. Está dañada en esta línea: %1</translation>
     </message>
 </context>
 <context>
@@ -840,10 +974,6 @@
         <translation>Versión actual</translation>
     </message>
     <message>
-        <source>What happened</source>
-        <translation>Qué pasó</translation>
-    </message>
-    <message>
         <source>State of the product</source>
         <translation>Estado del producto</translation>
     </message>
@@ -862,6 +992,14 @@
     <message>
         <source>Try &amp;again</source>
         <translation>&amp;Intentar de nuevo</translation>
+    </message>
+    <message>
+        <source>Serial number that answers</source>
+        <translation>Número de serie que responde</translation>
+    </message>
+    <message>
+        <source>Details</source>
+        <translation>Detalles (en inglés)</translation>
     </message>
 </context>
 <context>

@@ -2,6 +2,37 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="fr" sourcelanguage="en">
 <context>
+    <name>ConditionWords</name>
+    <message>
+        <source>It answers, and its code is intact.</source>
+        <translation>Il répond, et son code est intact.</translation>
+    </message>
+    <message>
+        <source>It answers, and it holds no valid code.</source>
+        <translation>Il répond, et il ne contient aucun code valide.</translation>
+    </message>
+    <message>
+        <source>It answers, and its code is damaged.</source>
+        <translation>Il répond, et son code est endommagé.</translation>
+    </message>
+    <message>
+        <source>Another product answers in its place.</source>
+        <translation>Un autre produit répond à sa place.</translation>
+    </message>
+    <message>
+        <source>It does not answer.</source>
+        <translation>Il ne répond pas.</translation>
+    </message>
+    <message>
+        <source>It is no longer connected.</source>
+        <translation>Il n’est plus connecté.</translation>
+    </message>
+    <message>
+        <source>It answers only in part.</source>
+        <translation>Il ne répond qu’en partie.</translation>
+    </message>
+</context>
+<context>
     <name>ConnectPage</name>
     <message>
         <source>My product is on another &amp;port...</source>
@@ -30,6 +61,10 @@
     <message>
         <source>Port</source>
         <translation>Port</translation>
+    </message>
+    <message>
+        <source>Details</source>
+        <translation>Détails (en anglais)</translation>
     </message>
 </context>
 <context>
@@ -420,6 +455,24 @@
         <translation>Appuyez sur « Choisir un fichier », ou déposez le fichier n’importe où sur cette fenêtre.</translation>
     </message>
     <message>
+        <source>File</source>
+        <translation>Fichier</translation>
+    </message>
+    <message numerus="yes">
+        <source>and %n more</source>
+        <translation>
+            <numerusform>et %n autre</numerusform>
+            <numerusform>et %n autres</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Details</source>
+        <translation>Détails (en anglais)</translation>
+    </message>
+</context>
+<context>
+    <name>ImageWords</name>
+    <message>
         <source>The update image is good</source>
         <translation>La mise à jour est bonne</translation>
     </message>
@@ -432,31 +485,108 @@
         <translation>Appuyez sur « Continuer » pour voir ce qui sera fait.</translation>
     </message>
     <message>
-        <source>This file cannot be used</source>
-        <translation>Ce fichier ne peut pas être utilisé</translation>
+        <source>This file cannot be checked</source>
+        <translation>Ce fichier ne peut pas être vérifié</translation>
     </message>
     <message>
-        <source>Nothing was sent. This is what is wrong with it:</source>
-        <translation>Rien n’a été envoyé. Voici ce qui ne va pas :</translation>
+        <source>No device plugin is installed that could tell what is in it.</source>
+        <translation>Aucun greffon installé ne peut dire ce qu’il contient.</translation>
+    </message>
+    <message>
+        <source>Install the device plugin of your product.</source>
+        <translation>Installez le greffon de votre produit.</translation>
+    </message>
+    <message>
+        <source>Start this program again.</source>
+        <translation>Relancez ce programme.</translation>
+    </message>
+    <message>
+        <source>This is a folder</source>
+        <translation>C’est un dossier</translation>
+    </message>
+    <message>
+        <source>An update image is one file.</source>
+        <translation>Une mise à jour est un seul fichier.</translation>
+    </message>
+    <message>
+        <source>Press &quot;Choose file&quot;, open the folder and choose the file in it.</source>
+        <translation>Appuyez sur « Choisir un fichier », ouvrez le dossier et choisissez le fichier qui s’y trouve.</translation>
+    </message>
+    <message>
+        <source>This file cannot be read</source>
+        <translation>Ce fichier ne peut pas être lu</translation>
+    </message>
+    <message>
+        <source>It is not there any more, or you may not open it.</source>
+        <translation>Il n’est plus là, ou vous n’avez pas le droit de l’ouvrir.</translation>
+    </message>
+    <message>
+        <source>Check that the file is there and that you may open it.</source>
+        <translation>Vérifiez que le fichier est là et que vous pouvez l’ouvrir.</translation>
+    </message>
+    <message>
+        <source>Press &quot;Choose file&quot;, or drop the file anywhere on this window.</source>
+        <translation>Appuyez sur « Choisir un fichier », ou déposez le fichier n’importe où sur cette fenêtre.</translation>
+    </message>
+    <message>
+        <source>This is a web page</source>
+        <translation>C’est une page web</translation>
+    </message>
+    <message>
+        <source>A browser has saved it in the place of the update image.</source>
+        <translation>Un navigateur l’a enregistrée à la place de la mise à jour.</translation>
+    </message>
+    <message>
+        <source>Download the file again, from the maker of your product.</source>
+        <translation>Téléchargez à nouveau le fichier chez le fabricant de votre produit.</translation>
+    </message>
+    <message>
+        <source>This is an archive</source>
+        <translation>C’est une archive</translation>
+    </message>
+    <message>
+        <source>The update image may be in it.</source>
+        <translation>La mise à jour s’y trouve peut-être.</translation>
+    </message>
+    <message>
+        <source>Unpack the archive.</source>
+        <translation>Décompressez l’archive.</translation>
+    </message>
+    <message>
+        <source>Press &quot;Choose file&quot; and choose the update image that was in it.</source>
+        <translation>Appuyez sur « Choisir un fichier » et choisissez la mise à jour qui s’y trouvait.</translation>
+    </message>
+    <message>
+        <source>This is not an update image</source>
+        <translation>Ce n’est pas une mise à jour</translation>
+    </message>
+    <message>
+        <source>There is no MIDI message in it.</source>
+        <translation>Il ne contient aucun message MIDI.</translation>
     </message>
     <message>
         <source>Get the file again, from the maker of your product.</source>
         <translation>Procurez-vous à nouveau le fichier auprès du fabricant de votre produit.</translation>
     </message>
     <message>
-        <source>File</source>
-        <translation>Fichier</translation>
+        <source>This image is for another product</source>
+        <translation>Cette mise à jour est pour un autre produit</translation>
     </message>
     <message>
-        <source>Problem</source>
-        <translation>Problème</translation>
+        <source>Its messages are for a product of another kind.</source>
+        <translation>Ses messages sont destinés à un produit d’un autre type.</translation>
     </message>
-    <message numerus="yes">
-        <source>and %n more</source>
-        <translation>
-            <numerusform>et %n autre</numerusform>
-            <numerusform>et %n autres</numerusform>
-        </translation>
+    <message>
+        <source>Get the image that is made for your product.</source>
+        <translation>Procurez-vous la mise à jour faite pour votre produit.</translation>
+    </message>
+    <message>
+        <source>This update image is damaged</source>
+        <translation>Cette mise à jour est endommagée</translation>
+    </message>
+    <message>
+        <source>Some of it is missing or was changed.</source>
+        <translation>Une partie manque ou a été modifiée.</translation>
     </message>
 </context>
 <context>
@@ -470,10 +600,6 @@
         <translation>La mise à jour %1 est gardée jusqu’à ce qu’un produit soit trouvé.</translation>
     </message>
     <message>
-        <source>The file cannot be used: %1</source>
-        <translation>Le fichier ne peut pas être utilisé : %1</translation>
-    </message>
-    <message>
         <source>No file can be taken while an update runs.</source>
         <translation>Aucun fichier ne peut être pris pendant une mise à jour.</translation>
     </message>
@@ -482,16 +608,24 @@
         <translation>Déposez un seul fichier à la fois.</translation>
     </message>
     <message>
-        <source>The trace cannot be read: %1</source>
-        <translation>La trace ne peut pas être lue : %1</translation>
-    </message>
-    <message>
         <source>The record was saved: %1</source>
         <translation>Le rapport a été enregistré : %1</translation>
     </message>
     <message>
         <source>The record was not saved: %1. Choose another place.</source>
         <translation>Le rapport n’a pas été enregistré : %1. Choisissez un autre endroit.</translation>
+    </message>
+    <message>
+        <source>The file %1 cannot be used.</source>
+        <translation>Le fichier %1 ne peut pas être utilisé.</translation>
+    </message>
+    <message>
+        <source>That is not a file on this computer. Download it first, then drop the file.</source>
+        <translation>Ce n’est pas un fichier de cet ordinateur. Téléchargez-le d’abord, puis déposez le fichier.</translation>
+    </message>
+    <message>
+        <source>The trace cannot be read. It is damaged in this line: %1</source>
+        <translation>La trace ne peut pas être lue. Elle est endommagée à cette ligne : %1</translation>
     </message>
 </context>
 <context>
@@ -840,10 +974,6 @@
         <translation>Version actuelle</translation>
     </message>
     <message>
-        <source>What happened</source>
-        <translation>Ce qui s’est passé</translation>
-    </message>
-    <message>
         <source>State of the product</source>
         <translation>État du produit</translation>
     </message>
@@ -862,6 +992,14 @@
     <message>
         <source>Try &amp;again</source>
         <translation>&amp;Réessayer</translation>
+    </message>
+    <message>
+        <source>Serial number that answers</source>
+        <translation>Numéro de série qui répond</translation>
+    </message>
+    <message>
+        <source>Details</source>
+        <translation>Détails (en anglais)</translation>
     </message>
 </context>
 <context>

@@ -3,7 +3,6 @@
 #include "host/product/PluginFolder.h"
 
 #include <QCommandLineParser>
-#include <QFileInfo>
 #include <QTextStream>
 
 #include <cstdlib>
@@ -57,7 +56,7 @@ Arguments readArguments(const QStringList& words)
     const QString plugin = parser.value(QStringLiteral("plugin"));
     arguments.pluginPlace = plugin.isEmpty() ? hx::pluginFolder() : plugin;
     if (!files.isEmpty())
-        arguments.image = QFileInfo(files.first()).absoluteFilePath();
+        arguments.image = files.first();
     return arguments;
 }
 

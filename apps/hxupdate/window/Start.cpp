@@ -7,10 +7,13 @@
 #include "apps/hxupdate/window/Language.h"
 #include "apps/hxupdate/window/UpdateWindow.h"
 
+#include "host/base/FileName.h"
+
 #include <QApplication>
 #include <QIcon>
 
 #include <algorithm>
+#include <csignal>
 #include <cstring>
 
 namespace hxupdate {
@@ -23,6 +26,23 @@ void nameProgram()
     QCoreApplication::setOrganizationDomain(QStringLiteral("tarv.com"));
     QCoreApplication::setApplicationName(QStringLiteral("hxupdate"));
     QCoreApplication::setApplicationVersion(QStringLiteral(HXUPDATE_VERSION));
+}
+
+// A record that the disk or a limit has no room for is told, and ends nothing.
+void ignoreFileSizeLimit()
+{
+#ifdef SIGXFSZ
+    std::signal(SIGXFSZ, SIG_IGN);
+#endif
+}
+
+// What is left for us, byte for byte: names of files need not be text.
+QStringList wordsOf(int argc, char** argv)
+{
+    QStringList words;
+    for (int i = 0; i < argc; ++i)
+        words << hx::fileNameText(argv[i]);
+    return words;
 }
 
 // Help and version are also printed where there is no screen.
@@ -49,9 +69,8 @@ Surroundings surroundingsOf(const Arguments& arguments)
     return surroundings;
 }
 
-int runWindow(QApplication& application)
+int runWindow(QApplication& application, const Arguments& arguments)
 {
-    const Arguments arguments = readArguments(QCoreApplication::arguments());
     QGuiApplication::setDesktopFileName(QStringLiteral("com.tarv.hxupdate"));
     speak(application, QLocale::system());
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/hxupdate.svg")));
@@ -69,13 +88,14 @@ int runWindow(QApplication& application)
 int start(int argc, char** argv)
 {
     nameProgram();
+    ignoreFileSizeLimit();
     if (asksForText(argc, argv)) {
         const QCoreApplication application(argc, argv);
-        readArguments(QCoreApplication::arguments());
+        readArguments(wordsOf(argc, argv));
         return 0;
     }
     QApplication application(argc, argv);
-    return runWindow(application);
+    return runWindow(application, readArguments(wordsOf(argc, argv)));
 }
 
 } // namespace hxupdate

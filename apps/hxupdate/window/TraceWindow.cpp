@@ -2,6 +2,7 @@
 
 #include "apps/hxupdate/window/TraceTable.h"
 
+#include "host/base/PrintableText.h"
 #include "host/trace/TraceSvg.h"
 
 #include <QFileInfo>
@@ -26,7 +27,7 @@ TraceWindow::TraceWindow(const QString& path, const hx::TraceFile& trace, QWidge
 {
     setObjectName(QStringLiteral("traceWindow"));
     setAttribute(Qt::WA_DeleteOnClose);
-    const QString name = QFileInfo(path).fileName();
+    const QString name = hx::printable(QFileInfo(path).fileName());
     setWindowTitle(tr("Trace %1").arg(name));
     auto* tabs = new QTabWidget;
     tabs->setAccessibleName(tr("Views of the trace"));

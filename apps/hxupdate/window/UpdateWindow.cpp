@@ -10,9 +10,9 @@
 #include "apps/hxupdate/parts/StopQuestion.h"
 #include "apps/hxupdate/window/StepBar.h"
 #include "apps/hxupdate/window/TraceWindow.h"
+#include "apps/hxupdate/words/ImageWords.h"
 #include "apps/hxupdate/words/NoticeWords.h"
 
-#include <QAccessible>
 #include <QCloseEvent>
 #include <QMimeData>
 #include <QStyle>
@@ -26,9 +26,9 @@ constexpr QSize firstWindowSize(680, 580);
 
 } // namespace
 
-UpdateWindow::UpdateWindow(UpdateModel& model, bool isSimulated)
-    : m_model(model), m_stepBar(new StepBar), m_stack(new QStackedWidget), m_notice(newTextLabel()),
-      m_lookTimer(this)
+UpdateWindow::UpdateWindow(UpdateModel& model, bool isSimulated, Announce announce)
+    : m_model(model), m_announce(std::move(announce)), m_stepBar(new StepBar),
+      m_stack(new QStackedWidget), m_notice(newTextLabel()), m_lookTimer(this)
 {
     setObjectName(QStringLiteral("updateWindow"));
     setAcceptDrops(true);
@@ -79,12 +79,18 @@ void UpdateWindow::connectModel()
         connect(&m_model, changed, this, [this] { refresh(); });
     connect(&m_model, &UpdateModel::traceTaken, this,
             [this](const QString& path, const hx::TraceFile& trace) { showTrace(path, trace); });
-    connect(&m_model, &UpdateModel::noticed, this, [this](Notice notice, const QString& detail) {
-        m_notice->setText(noticeText(notice, detail));
-        m_notice->show();
-        QAccessibleEvent alert(m_notice, QAccessible::Alert);
-        QAccessible::updateAccessibility(&alert);
-    });
+    connect(&m_model, &UpdateModel::noticed, this,
+            [this](Notice notice, const QString& detail) { showNotice(notice, detail); });
+}
+
+void UpdateWindow::showNotice(Notice notice, const QString& detail)
+{
+    QString text = noticeText(notice, detail);
+    if (notice == Notice::ImageBad)
+        text += QLatin1Char(' ') + adviceOf(m_model.image().fault, {}).sentence;
+    m_notice->setText(text);
+    m_notice->show();
+    m_announce(m_notice);
 }
 
 void UpdateWindow::startLooking()
@@ -134,8 +140,7 @@ void UpdateWindow::announce()
     if (std::exchange(m_announced, page()->title()) == page()->title())
         return;
     page()->takeFocus();
-    QAccessibleEvent alert(page(), QAccessible::Alert);
-    QAccessible::updateAccessibility(&alert);
+    m_announce(page());
 }
 
 void UpdateWindow::showTrace(const QString& path, const hx::TraceFile& trace)
@@ -162,10 +167,12 @@ void UpdateWindow::dropEvent(QDropEvent* event)
 {
     event->acceptProposedAction();
     const QList<QUrl> urls = event->mimeData()->urls();
-    if (urls.size() == 1)
+    if (urls.size() != 1)
+        m_model.tell(Notice::OneFileOnly);
+    else if (urls.first().isLocalFile())
         m_model.takeFile(urls.first().toLocalFile());
     else
-        m_model.tell(Notice::OneFileOnly);
+        m_model.tell(Notice::NoFile);
 }
 
 } // namespace hxupdate

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "apps/hxupdate/model/UpdateModel.h"
+#include "apps/hxupdate/parts/Announcement.h"
 
 #include <QCoreApplication>
 #include <QStackedWidget>
@@ -21,7 +22,7 @@ class UpdateWindow final : public QWidget {
 
 public:
     // `isSimulated`: the window says at all times that no real product is at work.
-    UpdateWindow(UpdateModel& model, bool isSimulated);
+    UpdateWindow(UpdateModel& model, bool isSimulated, Announce announce = tellAssistiveTechnology);
 
     // Looks at once, and then every second, which products are connected.
     void startLooking();
@@ -37,12 +38,14 @@ private:
     void connectModel();
     void showStep();
     void refresh();
+    void showNotice(Notice notice, const QString& detail);
     QString titleText() const;
     void announce();
     void showTrace(const QString& path, const hx::TraceFile& trace);
     Page* page() const;
 
     UpdateModel& m_model;
+    Announce m_announce;
     StepBar* m_stepBar;
     QStackedWidget* m_stack;
     QLabel* m_notice;

@@ -1,5 +1,7 @@
 #include "apps/hxupdate/words/Advice.h"
 
+#include "host/base/PrintableText.h"
+
 #include <QCoreApplication>
 
 namespace hxupdate {
@@ -8,7 +10,7 @@ namespace {
 
 QString withName(QString text, const QString& productName)
 {
-    return text.replace(QLatin1String("%1"), productName);
+    return text.replace(QLatin1String("%1"), hx::printable(productName));
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "apps/hxupdate/words/NoticeWords.h"
 
+#include "host/base/PrintableText.h"
+
 #include <QCoreApplication>
 
 namespace hxupdate {
@@ -11,10 +13,13 @@ const char* const noticeTexts[] = {
     "",
     QT_TRANSLATE_NOOP("NoticeWords", "The product is no longer connected. Connect it again."),
     QT_TRANSLATE_NOOP("NoticeWords", "The image %1 is kept until a product is found."),
-    QT_TRANSLATE_NOOP("NoticeWords", "The file cannot be used: %1"),
+    QT_TRANSLATE_NOOP("NoticeWords", "The file %1 cannot be used."),
     QT_TRANSLATE_NOOP("NoticeWords", "No file can be taken while an update runs."),
+    QT_TRANSLATE_NOOP(
+        "NoticeWords",
+        "That is not a file on this computer. Download it first, then drop the file."),
     QT_TRANSLATE_NOOP("NoticeWords", "Drop one file at a time."),
-    QT_TRANSLATE_NOOP("NoticeWords", "The trace cannot be read: %1"),
+    QT_TRANSLATE_NOOP("NoticeWords", "The trace cannot be read. It is damaged in this line: %1"),
     QT_TRANSLATE_NOOP("NoticeWords", "The record was saved: %1"),
     QT_TRANSLATE_NOOP("NoticeWords", "The record was not saved: %1. Choose another place."),
 };
@@ -27,7 +32,9 @@ static_assert(sizeof noticeTexts / sizeof noticeTexts[0] == size_t(lastNotice) +
 QString noticeText(Notice notice, const QString& detail)
 {
     const QString text = QCoreApplication::translate("NoticeWords", noticeTexts[size_t(notice)]);
-    return notice == Notice::None ? QString() : QString(text).replace(QLatin1String("%1"), detail);
+    return notice == Notice::None
+               ? QString()
+               : QString(text).replace(QLatin1String("%1"), hx::printable(detail));
 }
 
 } // namespace hxupdate

@@ -1,5 +1,7 @@
 #include "apps/hxupdate/words/Units.h"
 
+#include "host/base/PrintableText.h"
+
 #include <QCoreApplication>
 #include <QLocale>
 
@@ -47,8 +49,9 @@ QString changeText(Change change)
     return UnitWords::tr("Recover: no valid code is installed");
 }
 
-QString verbText(Change change, QString productName)
+QString verbText(Change change, const QString& product)
 {
+    QString productName = hx::printable(product);
     productName.replace(QLatin1Char('&'), QLatin1String("&&"));
     switch (change) {
     case Change::Upgrade:

@@ -15,6 +15,6 @@ QString durationText(qint64 microseconds);
 QString changeText(Change change);
 
 // What the button says that starts it: the verb, and the product's name.
-QString verbText(Change change, QString productName);
+QString verbText(Change change, const QString& product);
 
 } // namespace hxupdate

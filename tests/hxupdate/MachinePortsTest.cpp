@@ -1,0 +1,109 @@
+// The ports of a machine that this file makes up: which there are, and which input answers.
+#include "apps/hxupdate/model/MachinePorts.h"
+
+#include "host/product/PluginLoader.h"
+#include "ports/SimulatedPort.h"
+#include "tests/support/QtPrinting.h"
+#include "tests/support/Valdrin.h"
+
+#include <gtest/gtest.h>
+
+using namespace hxupdate;
+
+namespace {
+
+class MachinePortsTest : public testing::Test {
+protected:
+    MachinePortsTest()
+    {
+        system.list = [this] { return backends; };
+        system.open = [this](const hx::PortAddress& address) { return open(address); };
+    }
+
+    std::unique_ptr<hx::MidiPort> openPort(const QString& port)
+    {
+        return MachinePorts(system).open(port, m_loaded.plugin->device(), &error);
+    }
+
+    QList<hx::MidiBackend> backends = {{"alsa", "ALSA", {"Valdrin in"}, {"Valdrin"}, {}},
+                                       {"jack", "Jack", {"Synth in"}, {"Synth", "Lights"}, {}}};
+    MidiSystem system;
+    QStringList opened;
+    QStringList answering = {"Valdrin in"}; // inputs by which a product answers
+    QStringList held;
+    QString error;
+
+private:
+    hx::OpenedPort open(const hx::PortAddress& address)
+    {
+        opened << address.input;
+        hx::OpenedPort result;
+        if (held.contains(address.input)) {
+            result.error = QStringLiteral("another program holds it");
+            return result;
+        }
+        const hx::sim::SimulatedProduct product(hx::sim::valdrin());
+        hx::sim::FaultPlan plan;
+        if (!answering.contains(address.input))
+            plan << *hx::sim::parseFault(QStringLiteral("silent"), &error);
+        result.port = std::make_unique<hx::SimulatedPort>(hx::sim::FaultyProduct(product, plan),
+                                                          hx::SimulatedPortOptions{{0, 0}, 0});
+        return result;
+    }
+
+    hx::PluginLoadResult m_loaded = hx::loadPlugin(QStringLiteral(HX_PLUGIN_FILE));
+};
+
+} // namespace
+
+TEST_F(MachinePortsTest, EveryOutputIsNamedWithItsSystem)
+{
+    EXPECT_EQ(MachinePorts(system).list(),
+              QStringList({"alsa:Valdrin", "jack:Synth", "jack:Lights"}));
+}
+
+TEST_F(MachinePortsTest, TheOnlyInputIsOpenedWithoutAQuestion)
+{
+    answering.clear();
+    EXPECT_NE(openPort("alsa:Valdrin"), nullptr);
+    EXPECT_EQ(opened, QStringList({"Valdrin in"}));
+    EXPECT_EQ(error, QString());
+}
+
+TEST_F(MachinePortsTest, OfSeveralInputsTheOneThatAnswersIsTaken)
+{
+    backends[0].inputs = QStringList({"Valdrin in 1", "Valdrin in 2", "Valdrin in 3"});
+    answering = QStringList({"Valdrin in 2"});
+    ASSERT_NE(openPort("alsa:Valdrin"), nullptr) << error.toStdString();
+    EXPECT_EQ(opened.last(), "Valdrin in 2");
+}
+
+TEST_F(MachinePortsTest, WhereNoInputAnswersTheReasonIsTold)
+{
+    backends[0].inputs = QStringList({"Valdrin in 1", "Valdrin in 2"});
+    EXPECT_EQ(openPort("alsa:Valdrin"), nullptr);
+    EXPECT_TRUE(error.contains("Valdrin in 2")) << error.toStdString();
+}
+
+TEST_F(MachinePortsTest, APortThatHasGoneIsTold)
+{
+    EXPECT_EQ(openPort("alsa:Other"), nullptr);
+    EXPECT_TRUE(error.contains("alsa:Other")) << error.toStdString();
+    EXPECT_TRUE(opened.isEmpty());
+}
+
+TEST_F(MachinePortsTest, APortThatIsHeldIsTold)
+{
+    held = QStringList({"Valdrin in"});
+    EXPECT_EQ(openPort("alsa:Valdrin"), nullptr);
+    EXPECT_EQ(error, "another program holds it");
+}
+
+TEST_F(MachinePortsTest, TheMachinesOwnPortsAreReachedByTheMidiLibrary)
+{
+    const MidiSystem own = midiSystemOfMachine();
+    EXPECT_FALSE(own.list().isEmpty()); // systems, with ports or without
+    const hx::OpenedPort none = own.open({"no such system", "out", "in"});
+    EXPECT_EQ(none.port, nullptr);
+    EXPECT_TRUE(none.error.contains("no such system")) << none.error.toStdString();
+}
