@@ -47,7 +47,7 @@ Result<> ProductStateFile::lockAndRead(sim::SimulatedProduct& product)
         return fileProblem(QStringLiteral("it has no name"));
     if (!isFileOrNothing(m_path))
         return fileProblem(QStringLiteral("it is no regular file"));
-    const Result<> locked = m_lock.take(m_path);
+    Result<> locked = m_lock.take(m_path);
     if (!locked)
         return locked;
     return isThere(m_path) ? read(product) : writeWhole(product);
@@ -59,7 +59,7 @@ Result<> ProductStateFile::read(sim::SimulatedProduct& product)
     if (!state)
         return state.problem();
     QFile writable; // what cannot be written is of no use
-    const Result<> opened = openFile(writable, m_path, QIODevice::ReadWrite);
+    Result<> opened = openFile(writable, m_path, QIODevice::ReadWrite);
     if (!opened)
         return opened;
     if (state->size() > maxStateFileBytes)

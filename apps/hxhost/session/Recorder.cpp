@@ -32,7 +32,7 @@ Recorder::~Recorder()
 
 Result<> Recorder::openTrace(const QString& name, const QString& title)
 {
-    const Result<> ready = m_output.setUp(name);
+    Result<> ready = m_output.setUp(name);
     if (ready) {
         m_writer = std::make_unique<TraceWriter>(m_output, 0);
         m_writer->comment(title);

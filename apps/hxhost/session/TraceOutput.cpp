@@ -44,7 +44,7 @@ Result<> TraceOutput::setUp(const QString& name)
     if (!isFull)
         return openFile(m_file, name, QIODevice::WriteOnly);
     QFile file;
-    const Result<> opened = openFile(file, name, QIODevice::WriteOnly | QIODevice::Append);
+    Result<> opened = openFile(file, name, QIODevice::WriteOnly | QIODevice::Append);
     if (opened && access(place.parent_path().c_str(), W_OK) != 0)
         return fileProblem(
             QStringLiteral("the trace that is there cannot be kept: its folder is read-only"));
