@@ -42,7 +42,12 @@ Arguments readArguments(const QStringList& words)
 {
     QCommandLineParser parser;
     describe(parser);
-    parser.process(words);
+    if (!parser.parse(words))
+        refuse(parser.errorText());
+    if (parser.isSet(QStringLiteral("help")))
+        parser.showHelp();
+    if (parser.isSet(QStringLiteral("version")))
+        parser.showVersion();
     const QString port = parser.value(QStringLiteral("port"));
     if (parser.isSet(QStringLiteral("port")) && port != QLatin1String("simulator"))
         refuse(QStringLiteral("--port takes \"simulator\", not \"%1\". A real product's port is "
@@ -50,7 +55,7 @@ Arguments readArguments(const QStringList& words)
                    .arg(port));
     const QStringList files = parser.positionalArguments();
     if (files.size() > 1)
-        refuse(QStringLiteral("one image at a time, not %1").arg(files.size()));
+        refuse(QStringLiteral("One image at a time, not %1.").arg(files.size()));
     Arguments arguments;
     arguments.isSimulated = !port.isEmpty();
     const QString plugin = parser.value(QStringLiteral("plugin"));
