@@ -105,8 +105,19 @@ TEST(Pages, ConnectShowsEachOfSeveralProducts)
     WindowBench bench;
     bench.ports->plug(QStringLiteral("alsa:Valdrin Update 24:0"));
     bench.goTo(Step::Connect);
-    EXPECT_TRUE(bench.allText().contains(productPort));
-    EXPECT_TRUE(bench.allText().contains("alsa:Valdrin Update 24:0"));
+    EXPECT_TRUE(bench.allText().contains("30410001, 1.0.2.3, " + productPort));
+    EXPECT_TRUE(bench.allText().contains("30410001, 1.0.2.3, alsa:Valdrin Update 24:0"));
+}
+
+TEST(Pages, ConnectShowsThatAProductInRecoveryHasNoVersion)
+{
+    WindowBench bench;
+    bench.goTo(Step::Updating);
+    bench.model->stop();
+    bench.finish();
+    bench.click("again");
+    ASSERT_TRUE(waitUntil([&] { return bench.model->connection().product() != nullptr; }));
+    EXPECT_EQ(factOf(bench, "Installed version"), "none that is valid");
 }
 
 TEST(Pages, ConnectShowsTheHostsWordsOfWhatIsWrongAsDetails)

@@ -2,12 +2,11 @@
 #pragma once
 
 #include "apps/hxupdate/pages/Page.h"
+#include "apps/hxupdate/parts/FactList.h"
 
 #include <QCoreApplication>
 
 namespace hxupdate {
-
-class FactList;
 
 class ConnectPage final : public Page {
     Q_DECLARE_TR_FUNCTIONS(ConnectPage)
@@ -19,6 +18,7 @@ public:
 private:
     void choosePort();
     void showFacts();
+    Facts factsOf(const ProductFacts& product) const;
 
     FactList* m_facts;
     QPushButton* m_otherPort;

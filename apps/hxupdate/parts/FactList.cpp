@@ -4,7 +4,17 @@
 
 #include "host/base/PrintableText.h"
 
+#include <QCoreApplication>
+
 namespace hxupdate {
+
+namespace {
+
+struct FactListWords {
+    Q_DECLARE_TR_FUNCTIONS(FactList)
+};
+
+} // namespace
 
 FactList::FactList() : m_rows(new QGridLayout(this))
 {
@@ -20,7 +30,7 @@ void FactList::show(const Facts& facts)
     qDeleteAll(findChildren<QLabel*>());
     int row = 0;
     for (const auto& fact : facts) {
-        auto* name = new QLabel(fact.first + QLatin1Char(':'));
+        auto* name = new QLabel(FactListWords::tr("%1:").arg(fact.first));
         name->setTextFormat(Qt::PlainText);
         m_rows->addWidget(name, row, 0, Qt::AlignTop);
         m_rows->addWidget(newTextLabel(hx::printable(fact.second)), row, 1);

@@ -66,6 +66,10 @@
         <source>Details</source>
         <translation>Einzelheiten (englisch)</translation>
     </message>
+    <message>
+        <source>none that is valid</source>
+        <translation>keine gültige</translation>
+    </message>
 </context>
 <context>
     <name>ConnectWords</name>
@@ -407,6 +411,13 @@
     <message>
         <source>Everything was sent, but what answers now is not the product that the image is for. Do not take it for updated.</source>
         <translation>Alles wurde gesendet, aber was jetzt antwortet, ist nicht das Produkt, für das das Update ist. Halten Sie es nicht für aktualisiert.</translation>
+    </message>
+</context>
+<context>
+    <name>FactList</name>
+    <message>
+        <source>%1:</source>
+        <translation>%1:</translation>
     </message>
 </context>
 <context>

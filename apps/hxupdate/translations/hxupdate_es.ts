@@ -44,7 +44,7 @@
     </message>
     <message>
         <source>not known</source>
-        <translation>desconocido</translation>
+        <translation>no disponible</translation>
     </message>
     <message>
         <source>Product</source>
@@ -65,6 +65,10 @@
     <message>
         <source>Details</source>
         <translation>Detalles (en inglés)</translation>
+    </message>
+    <message>
+        <source>none that is valid</source>
+        <translation>ninguna válida</translation>
     </message>
 </context>
 <context>
@@ -410,6 +414,13 @@
     </message>
 </context>
 <context>
+    <name>FactList</name>
+    <message>
+        <source>%1:</source>
+        <translation>%1:</translation>
+    </message>
+</context>
+<context>
     <name>FileDialogs</name>
     <message>
         <source>Choose the update image</source>
@@ -678,7 +689,7 @@
     </message>
     <message>
         <source>not known</source>
-        <translation>desconocido</translation>
+        <translation>no disponible</translation>
     </message>
     <message>
         <source>Installed version</source>
@@ -721,7 +732,7 @@
     </message>
     <message>
         <source>about %1</source>
-        <translation>unos %1</translation>
+        <translation>aprox. %1</translation>
     </message>
     <message>
         <source>Nothing has been sent yet. Check that this is what you want.</source>
@@ -928,7 +939,7 @@
     </message>
     <message>
         <source>about %1 left</source>
-        <translation>quedan unos %1</translation>
+        <translation>tiempo restante: aprox. %1</translation>
     </message>
     <message>
         <source>%1 is being updated</source>

@@ -44,7 +44,7 @@
     </message>
     <message>
         <source>not known</source>
-        <translation>inconnu</translation>
+        <translation>non disponible</translation>
     </message>
     <message>
         <source>Product</source>
@@ -65,6 +65,10 @@
     <message>
         <source>Details</source>
         <translation>Détails (en anglais)</translation>
+    </message>
+    <message>
+        <source>none that is valid</source>
+        <translation>aucune qui soit valide</translation>
     </message>
 </context>
 <context>
@@ -410,6 +414,13 @@
     </message>
 </context>
 <context>
+    <name>FactList</name>
+    <message>
+        <source>%1:</source>
+        <translation>%1 :</translation>
+    </message>
+</context>
+<context>
     <name>FileDialogs</name>
     <message>
         <source>Choose the update image</source>
@@ -678,7 +689,7 @@
     </message>
     <message>
         <source>not known</source>
-        <translation>inconnu</translation>
+        <translation>non disponible</translation>
     </message>
     <message>
         <source>Installed version</source>
