@@ -85,6 +85,32 @@ void expectTabReachesAll(const QWidget& window)
     }
 }
 
+QPalette highContrast()
+{
+    QPalette palette(Qt::black, Qt::black);
+    for (const QPalette::ColorRole text :
+         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(text, Qt::white);
+    palette.setColor(QPalette::Base, Qt::black);
+    return palette;
+}
+
+void expectWhiteOnBlack(QLabel* label)
+{
+    const QImage picture = label->grab().toImage();
+    int white = 0;
+    int black = 0;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            const int light = qGray(picture.pixel(x, y));
+            white += light > 200 ? 1 : 0;
+            black += light < 50 ? 1 : 0;
+        }
+    }
+    EXPECT_GT(white, 0) << label->text().toStdString();
+    EXPECT_GT(black, white) << label->text().toStdString();
+}
+
 } // namespace
 
 TEST(Accessibility, EveryControlOnEveryPageHasAnOwnName)
@@ -145,6 +171,24 @@ TEST(Accessibility, ColoursAreThoseOfTheDesktop)
         EXPECT_FALSE(widget->testAttribute(Qt::WA_SetPalette))
             << widget->objectName().toStdString();
     }
+}
+
+TEST(Accessibility, InHighContrastEveryTextIsSeen)
+{
+    const QPalette before = QApplication::palette();
+    QApplication::setPalette(highContrast());
+    for (const Scene& scene : scenes()) {
+        SCOPED_TRACE(scene.name);
+        WindowBench bench(true);
+        scene.bringAbout(bench);
+        bench.settle();
+        for (QLabel* label : bench.window.findChildren<QLabel*>()) {
+            if (label->isVisible() && !label->text().isEmpty())
+                expectWhiteOnBlack(label);
+        }
+        endScene(bench);
+    }
+    QApplication::setPalette(before);
 }
 
 TEST(Accessibility, DialogsHaveNamesAndMnemonicsToo)

@@ -2,14 +2,17 @@
 #include "tests/hxupdate/Scenes.h"
 
 #include "apps/hxupdate/window/Language.h"
+#include "apps/hxupdate/words/ConditionWords.h"
 #include "apps/hxupdate/words/ConnectWords.h"
 #include "apps/hxupdate/words/EndingWords.h"
+#include "apps/hxupdate/words/ImageWords.h"
 #include "apps/hxupdate/words/NoticeWords.h"
 #include "apps/hxupdate/words/Units.h"
 
 #include <QApplication>
 #include <QRegularExpression>
 #include <QScrollArea>
+#include <QSet>
 #include <QTranslator>
 
 using namespace hxupdate;
@@ -49,6 +52,8 @@ QList<Advice> allAdvice()
     QList<Advice> all;
     for (int finding = 0; finding <= int(lastFinding); ++finding)
         all << adviceOf(connectionWith(Finding(finding)));
+    for (int fault = 0; fault <= int(lastImageFault); ++fault)
+        all << adviceOf(ImageFault(fault), "Valdrin");
     for (int ending = 0; ending <= int(lastEnding); ++ending)
         all << adviceOf(Ending(ending), "Valdrin");
     return all;
@@ -134,7 +139,7 @@ QStringList captured(const QString& text, const QString& pattern)
 
 } // namespace
 
-TEST(Language, EveryFindingAndEndingHasTitleSentenceAndStepsInEveryLanguage)
+TEST(Language, EveryFindingFaultAndEndingHasTitleSentenceAndStepsInEveryLanguage)
 {
     const QList<Advice> english = allAdvice();
     for (const QString& language : languages) {
@@ -160,6 +165,50 @@ TEST(Language, EveryNoticeIsTranslated)
         }
     }
     EXPECT_EQ(noticeText(Notice::None, {}), QString());
+}
+
+TEST(Language, EveryConditionOfAProductIsTranslatedAndHasWordsOfItsOwn)
+{
+    const int last = int(hx::ProductCondition::Unclear);
+    for (const QString& language : languages) {
+        QSet<QString> texts;
+        for (int condition = 0; condition <= last; ++condition) {
+            const QString english = conditionText(hx::ProductCondition(condition));
+            const Speaking speaking(language);
+            const QString text = conditionText(hx::ProductCondition(condition));
+            EXPECT_NE(text, english) << language.toStdString();
+            texts << text;
+        }
+        EXPECT_EQ(texts.size(), last + 1) << language.toStdString();
+    }
+}
+
+TEST(Language, EveryChangeIsTranslatedAndTheProductIsNamed)
+{
+    for (const QString& language : languages) {
+        for (const Change change :
+             {Change::Upgrade, Change::Downgrade, Change::Reinstall, Change::Recover}) {
+            const QString english = changeText(change);
+            const QString verb = verbText(change, "Valdrin");
+            const Speaking speaking(language);
+            EXPECT_NE(changeText(change), english) << language.toStdString();
+            EXPECT_NE(verbText(change, "Valdrin"), verb) << language.toStdString();
+            EXPECT_TRUE(verbText(change, "Valdrin").contains("Valdrin"));
+        }
+    }
+}
+
+TEST(Language, NoTwoTitlesOfEndingsAreMixedUp)
+{
+    for (const QString& language : languages) {
+        const Speaking speaking(language);
+        QSet<QString> told;
+        for (int ending = 0; ending <= int(lastEnding); ++ending) {
+            const Advice advice = adviceOf(Ending(ending), "Valdrin");
+            told << advice.title + advice.sentence;
+        }
+        EXPECT_EQ(told.size(), int(lastEnding) + 1) << language.toStdString();
+    }
 }
 
 TEST(Language, EveryTextIsTranslatedAndHasTheSamePlacesToFill)

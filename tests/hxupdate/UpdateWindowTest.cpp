@@ -322,6 +322,56 @@ TEST(UpdateWindow, UnpluggedInTheReviewIsTold)
               "The product is no longer connected. Connect it again.");
 }
 
+TEST(UpdateWindow, TheProductThatComesBackWithItsOldVersionIsNoSuccess)
+{
+    WindowBench bench;
+    bench.goTo(Step::Verifying);
+    bench.product->product() = hx::sim::SimulatedProduct(hx::sim::valdrin());
+    bench.finish();
+    EXPECT_EQ(bench.textOf("title"), "The update is not proven");
+    EXPECT_EQ(bench.textOf("sentence"), "Everything was sent, but the product does not report what "
+                                        "it should. Do not take it for updated.");
+    EXPECT_EQ(bench.page()->findChild<QLabel*>("mark")->accessibleName(), "No success");
+    EXPECT_TRUE(bench.button("save")->isEnabled());
+}
+
+TEST(UpdateWindow, UnpluggedMidwayIsToldAndGoesOnWhenItIsBack)
+{
+    WindowBench bench;
+    bench.goTo(Step::Updating);
+    bench.ports->unplug(productPort);
+    bench.finish();
+    EXPECT_EQ(bench.textOf("title"), "The connection was lost");
+    bench.ports->plug(productPort, std::make_shared<TestProduct>(
+                                       hx::sim::FaultyProduct(bench.product->product())));
+    bench.click("again");
+    ASSERT_TRUE(isProductFound(bench));
+    EXPECT_EQ(bench.textOf("title"), "Valdrin has to be recovered");
+    bench.click("continue");
+    ASSERT_TRUE(bench.isAt(Step::Review));
+    bench.click("start");
+    ASSERT_TRUE(bench.isAt(Step::Verdict));
+    EXPECT_EQ(bench.textOf("title"), "Valdrin was updated");
+}
+
+TEST(UpdateWindow, SavingOnAFullDiskIsToldAndCanBeTriedAgain)
+{
+    WindowBench bench;
+    bench.goTo(Step::Updating);
+    bench.finish();
+    bench.model->saveRecord(QStringLiteral("/dev/full"));
+    ASSERT_TRUE(waitUntil([&] { return bench.notices.contains(Notice::RecordNotSaved); }));
+    const QString notice = bench.window.findChild<QLabel*>("notice")->text();
+    EXPECT_TRUE(notice.startsWith("The record was not saved: ")) << notice.toStdString();
+    EXPECT_TRUE(notice.endsWith(". Choose another place.")) << notice.toStdString();
+    EXPECT_TRUE(bench.button("save")->isEnabled());
+    bench.click("save");
+    const QString path = bench.files.path("again.trace");
+    typePath(bench.dialog<QFileDialog>("recordDialog"), path);
+    ASSERT_TRUE(waitUntil([&] { return bench.notices.contains(Notice::RecordSaved); }));
+    EXPECT_EQ(TestFiles::contentOf(path), bench.model->end().record);
+}
+
 TEST(UpdateWindow, AnUpdateAfterAnInterruptedOne)
 {
     WindowBench bench;
