@@ -18,35 +18,38 @@ Answer answerBy(MidiPort& port, DeviceInterface& device)
     return reader.isServed(identity) ? Answer::Served : Answer::OtherProduct;
 }
 
-AnsweringPort openOne(const PortAddress& address, const OpenAddress& open)
+Result<AnsweringPort> openOne(const PortAddress& address, const OpenAddress& open)
 {
-    AnsweringPort result;
-    static_cast<OpenedPort&>(result) = open(address);
-    result.input = address.input;
-    return result;
+    Result<std::unique_ptr<MidiPort>> port = open(address);
+    if (!port)
+        return port.problem();
+    return AnsweringPort{std::move(*port), address.input};
 }
 
-QString answeredByNone(const QList<PortAddress>& addresses)
+Problem answeredByNone(const QList<PortAddress>& addresses)
 {
     QStringList inputs;
     for (const PortAddress& address : addresses)
         inputs << address.backend + QLatin1Char(':') + address.input;
-    return QStringLiteral("what is sent to %1:%2 is answered by none of the inputs that may belong "
-                          "to it: %3; name the one that does with --in-port")
-        .arg(addresses.first().backend, addresses.first().output, inputs.join(QLatin1String(", ")));
+    return {ExitCode::NoPort,
+            QStringLiteral("what is sent to %1:%2 is answered by none of the inputs that may "
+                           "belong to it: %3; name the one that does with --in-port")
+                .arg(addresses.first().backend, addresses.first().output,
+                     inputs.join(QLatin1String(", "))),
+            QString(), QString()};
 }
 
 // One message may be lost, so each is asked again after all the others.
-AnsweringPort findAnswering(const QList<PortAddress>& addresses, DeviceInterface& device,
-                            const OpenAddress& open)
+Result<AnsweringPort> findAnswering(const QList<PortAddress>& addresses, DeviceInterface& device,
+                                    const OpenAddress& open)
 {
     const PortAddress* other = nullptr;
     for (int attempt = 0; attempt < questionAttempts; ++attempt) {
         for (const PortAddress& address : addresses) {
-            AnsweringPort found = openOne(address, open);
-            if (!found.port)
+            Result<AnsweringPort> found = openOne(address, open);
+            if (!found)
                 return found;
-            const Answer answer = answerBy(*found.port, device);
+            const Answer answer = answerBy(*found->port, device);
             if (answer == Answer::Served)
                 return found;
             if (answer == Answer::OtherProduct)
@@ -55,19 +58,17 @@ AnsweringPort findAnswering(const QList<PortAddress>& addresses, DeviceInterface
     }
     if (other != nullptr)
         return openOne(*other, open);
-    AnsweringPort none;
-    none.error = answeredByNone(addresses);
-    return none;
+    return answeredByNone(addresses);
 }
 
 } // namespace
 
-AnsweringPort openAnswering(const PortSelection& selection, DeviceInterface& device,
-                            const OpenAddress& open)
+Result<AnsweringPort> openAnswering(const PortSelection& selection, DeviceInterface& device,
+                                    const OpenAddress& open)
 {
     if (selection.others.isEmpty())
-        return openOne(*selection.address, open);
-    return findAnswering(QList<PortAddress>{*selection.address} + selection.others, device, open);
+        return openOne(selection.address, open);
+    return findAnswering(QList<PortAddress>{selection.address} + selection.others, device, open);
 }
 
 } // namespace hx

@@ -10,22 +10,17 @@
 
 namespace hx {
 
-// A port, or why there is none.
-struct OpenedPort {
+struct AnsweringPort {
     std::unique_ptr<MidiPort> port;
-    QString error;
-};
-
-struct AnsweringPort : OpenedPort {
     QString input; // its name
 };
 
-using OpenAddress = std::function<OpenedPort(const PortAddress&)>;
+using OpenAddress = std::function<Result<std::unique_ptr<MidiPort>>(const PortAddress&)>;
 
-// `selection` has an address. When it is the only one, it is opened and nothing is sent. Else
+// When the selection has one address alone, it is opened and nothing is sent. Else
 // "identify" is sent with each input in turn, until a product that `device` serves answers; when
 // none does, the input by which another product answered is taken.
-AnsweringPort openAnswering(const PortSelection& selection, DeviceInterface& device,
-                            const OpenAddress& open);
+Result<AnsweringPort> openAnswering(const PortSelection& selection, DeviceInterface& device,
+                                    const OpenAddress& open);
 
 } // namespace hx

@@ -41,7 +41,7 @@ Candidates allPorts(const QList<MidiBackend>& backends, Ports direction)
     return all;
 }
 
-Candidates thatFit(const Candidates& all, const Fits& fits)
+Candidates fittingOf(const Candidates& all, const Fits& fits)
 {
     Candidates fitting;
     for (const Candidate& candidate : all) {
@@ -53,7 +53,7 @@ Candidates thatFit(const Candidates& all, const Fits& fits)
 
 Candidates ofBackend(const Candidates& all, const QString& backend)
 {
-    return thatFit(all, [&](const Candidate& candidate) { return candidate.backend == backend; });
+    return fittingOf(all, [&](const Candidate& candidate) { return candidate.backend == backend; });
 }
 
 // The ports that fit `wanted` most closely: whole names, else stable names, else parts of names.
@@ -72,7 +72,7 @@ Candidates closest(const Candidates& all, const QString& wanted)
                c.port.contains(wanted.mid(prefix.size()), Qt::CaseInsensitive);
     };
     for (const Fits& fits : {whole, stable, part}) {
-        const Candidates fitting = thatFit(all, fits);
+        const Candidates fitting = fittingOf(all, fits);
         if (!fitting.isEmpty())
             return fitting;
     }
@@ -87,40 +87,35 @@ QString listText(const Candidates& candidates)
     return texts.join(QLatin1String(", "));
 }
 
-PortSelection nothingFits(const Direction& direction, const QString& wanted, const Candidates& all,
-                          const QList<MidiBackend>& backends)
+Problem nothingFits(const Direction& direction, const QString& wanted, const Candidates& all,
+                    const QList<MidiBackend>& backends)
 {
-    PortSelection selection;
-    selection.what = QStringLiteral("no MIDI %1 port fits \"%2\"").arg(direction.name, wanted);
-    selection.expected = all.isEmpty() ? QStringLiteral("a MIDI port, and there is none")
-                                       : QStringLiteral("one of: ") + listText(all);
-    selection.next = QStringLiteral("connect the product and look at 'hxhost ports', or use "
-                                    "'--port simulator'");
+    QString expected = all.isEmpty() ? QStringLiteral("a MIDI port, and there is none")
+                                     : QStringLiteral("one of: ") + listText(all);
     for (const MidiBackend& backend : backends) {
         if (!backend.unavailable.isEmpty())
-            selection.expected +=
+            expected +=
                 QStringLiteral("; %1 cannot be used: %2").arg(backend.name, backend.unavailable);
     }
-    return selection;
+    return {ExitCode::NoPort,
+            QStringLiteral("no MIDI %1 port fits \"%2\"").arg(direction.name, wanted), expected,
+            QStringLiteral("connect the product and look at 'hxhost ports', or use "
+                           "'--port simulator'")};
 }
 
-PortSelection severalFit(const Direction& direction, const QString& wanted,
-                         const Candidates& fitting)
+Problem severalFit(const Direction& direction, const QString& wanted, const Candidates& fitting)
 {
-    PortSelection selection;
-    selection.what =
-        QStringLiteral("%1 MIDI %2 ports fit \"%3\": %4")
-            .arg(QString::number(fitting.size()), direction.name, wanted, listText(fitting));
-    selection.expected = QStringLiteral("a name that fits one port");
-    selection.next =
-        QStringLiteral("give the whole name of one of them with %1").arg(direction.option);
-    return selection;
+    return {ExitCode::NoPort,
+            QStringLiteral("%1 MIDI %2 ports fit \"%3\": %4")
+                .arg(QString::number(fitting.size()), direction.name, wanted, listText(fitting)),
+            QStringLiteral("a name that fits one port"),
+            QStringLiteral("give the whole name of one of them with %1").arg(direction.option)};
 }
 
-// The one port that `choose` finds among all of the direction, or the error.
-PortSelection oneOf(const Direction& direction, const QString& wanted,
-                    const QList<MidiBackend>& backends,
-                    const std::function<Candidates(const Candidates&)>& choose)
+// The one port that `choose` finds among all of the direction.
+Result<PortSelection> oneOf(const Direction& direction, const QString& wanted,
+                            const QList<MidiBackend>& backends,
+                            const std::function<Candidates(const Candidates&)>& choose)
 {
     const Candidates all = allPorts(backends, direction.ports);
     const Candidates fitting = choose(all);
@@ -129,10 +124,8 @@ PortSelection oneOf(const Direction& direction, const QString& wanted,
     if (fitting.size() > 1)
         return severalFit(direction, wanted, fitting);
     PortSelection selection;
-    PortAddress address;
-    address.backend = fitting.first().backend;
-    address.*direction.member = fitting.first().port;
-    selection.address = address;
+    selection.address.backend = fitting.first().backend;
+    selection.address.*direction.member = fitting.first().port;
     return selection;
 }
 
@@ -169,43 +162,46 @@ Candidates inputsBeside(const Candidates& inputs, const QString& output, const Q
 
 } // namespace
 
-PortSelection selectPort(const QList<MidiBackend>& backends, const QString& output,
-                         const QString& input)
+Result<PortSelection> selectPort(const QList<MidiBackend>& backends, const QString& output,
+                                 const QString& input)
 {
     if (input.isEmpty())
         return selectProductPort(backends, output, output);
-    PortSelection chosen = oneOf(outputDirection, output, backends,
-                                 [&](const Candidates& all) { return closest(all, output); });
-    if (!chosen.address)
+    Result<PortSelection> chosen =
+        oneOf(outputDirection, output, backends,
+              [&](const Candidates& all) { return closest(all, output); });
+    if (!chosen)
         return chosen;
-    const PortAddress& address = *chosen.address;
-    PortSelection selection = oneOf(inputDirection, input, backends, [&](const Candidates& all) {
-        return closest(ofBackend(all, address.backend), input);
-    });
-    if (selection.address)
-        selection.address->output = address.output;
+    const PortAddress& address = chosen->address;
+    Result<PortSelection> selection =
+        oneOf(inputDirection, input, backends, [&](const Candidates& all) {
+            return closest(ofBackend(all, address.backend), input);
+        });
+    if (selection)
+        selection->address.output = address.output;
     return selection;
 }
 
-PortSelection selectProductPort(const QList<MidiBackend>& backends, const QString& output,
-                                const QString& input)
+Result<PortSelection> selectProductPort(const QList<MidiBackend>& backends, const QString& output,
+                                        const QString& input)
 {
-    PortSelection selection = oneOf(outputDirection, output, backends,
-                                    [&](const Candidates& all) { return closest(all, output); });
-    if (!selection.address)
+    Result<PortSelection> selection =
+        oneOf(outputDirection, output, backends,
+              [&](const Candidates& all) { return closest(all, output); });
+    if (!selection)
         return selection;
-    PortAddress& address = *selection.address;
+    PortAddress& address = selection->address;
     const Candidates all = allPorts(backends, inputDirection.ports);
     const Candidates inputs = inputsBeside(ofBackend(all, address.backend), address.output, input);
     if (inputs.isEmpty())
         return nothingFits(inputDirection, input, all, backends);
     address.input = inputs.first().port;
     for (const Candidate& other : inputs.mid(1))
-        selection.others << PortAddress{address.backend, address.output, other.port};
+        selection->others << PortAddress{address.backend, address.output, other.port};
     return selection;
 }
 
-PortSelection selectInput(const QList<MidiBackend>& backends, const QString& input)
+Result<PortSelection> selectInput(const QList<MidiBackend>& backends, const QString& input)
 {
     return oneOf(inputDirection, input, backends,
                  [&](const Candidates& all) { return closest(all, input); });

@@ -1,20 +1,15 @@
 // Finds the port that a person means.
 #pragma once
 
+#include "host/base/Result.h"
 #include "ports/PortList.h"
 #include "ports/RtMidiPort.h"
 
-#include <optional>
-
 namespace hx {
 
-// Either an address, or why there is none.
 struct PortSelection {
-    std::optional<PortAddress> address;
+    PortAddress address;
     QList<PortAddress> others; // with other inputs that may be the one; less likely ones later
-    QString what;
-    QString expected;
-    QString next;
 };
 
 // `output` and `input` are each the name of a port, a part of one in whatever case, or
@@ -22,15 +17,15 @@ struct PortSelection {
 // in one backend: several that fit are an error that lists them all. An empty `input` means the one
 // that belongs to the output; where several may, the likeliest is in `address` and the rest in
 // `others`.
-PortSelection selectPort(const QList<MidiBackend>& backends, const QString& output,
-                         const QString& input);
+Result<PortSelection> selectPort(const QList<MidiBackend>& backends, const QString& output,
+                                 const QString& input);
 
 // The same for the names that a plugin gives its product's ports: several inputs that fit are no
 // error.
-PortSelection selectProductPort(const QList<MidiBackend>& backends, const QString& output,
-                                const QString& input);
+Result<PortSelection> selectProductPort(const QList<MidiBackend>& backends, const QString& output,
+                                        const QString& input);
 
 // The same for an input alone; the address then has no output.
-PortSelection selectInput(const QList<MidiBackend>& backends, const QString& input);
+Result<PortSelection> selectInput(const QList<MidiBackend>& backends, const QString& input);
 
 } // namespace hx

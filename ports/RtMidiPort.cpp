@@ -39,45 +39,48 @@ RtMidi::Api apiNamed(const QString& backend)
     return api;
 }
 
-// Runs `openPorts`, and turns whatever the library says meanwhile into `error`.
+// Runs `openPorts`, and returns whatever the library says meanwhile.
 template <typename Open>
-bool opened(const Open& openPorts, QString* error)
+QString complaintOf(const Open& openPorts)
 {
     const RtMidiSilence silence;
     try {
         openPorts();
     } catch (const RtMidiError& thrown) {
-        *error = (silence.text() + QLatin1Char(' ') + QString::fromStdString(thrown.getMessage()))
-                     .trimmed();
-        return false;
+        return (silence.text() + QLatin1Char(' ') + QString::fromStdString(thrown.getMessage()))
+            .trimmed();
     }
-    *error = silence.text();
-    return error->isEmpty();
+    return silence.text();
 }
 
 } // namespace
 
-std::unique_ptr<RtMidiPort> RtMidiPort::open(const PortAddress& address, const Pace& pace,
-                                             QString* error)
+Result<std::unique_ptr<MidiPort>> RtMidiPort::open(const PortAddress& address, const Pace& pace)
 {
     silenceMidiLibraries();
     std::unique_ptr<RtMidiPort> port(new RtMidiPort(address, pace));
-    if (!opened([&] { port->connectTo(apiNamed(address.backend)); }, error))
-        return nullptr;
-    *error = port->takeLibraryError();
-    return error->isEmpty() ? std::move(port) : nullptr;
+    const QString complaint = complaintOf([&] { port->connectTo(apiNamed(address.backend)); });
+    return portOrProblem(std::move(port), complaint);
 }
 
-std::unique_ptr<RtMidiPort> RtMidiPort::openVirtual(const QString& backend, const QString& name,
-                                                    const Pace& pace, QString* error)
+// The library may complain of a port that it opened all the same: it is not used.
+Result<std::unique_ptr<MidiPort>> RtMidiPort::portOrProblem(std::unique_ptr<RtMidiPort> port,
+                                                            const QString& complaint)
+{
+    const QString what = complaint.isEmpty() ? port->takeLibraryError() : complaint;
+    if (!what.isEmpty())
+        return Problem{ExitCode::NoPort, what, QString(), QString()};
+    return std::unique_ptr<MidiPort>(std::move(port));
+}
+
+Result<std::unique_ptr<MidiPort>> RtMidiPort::openVirtual(const QString& backend,
+                                                          const QString& name, const Pace& pace)
 {
     silenceMidiLibraries();
     std::unique_ptr<RtMidiPort> port(new RtMidiPort({backend, name, name}, pace));
     port->m_isVirtual = true;
-    if (!opened([&] { port->offer(apiNamed(backend), name); }, error))
-        return nullptr;
-    *error = port->takeLibraryError();
-    return error->isEmpty() ? std::move(port) : nullptr;
+    const QString complaint = complaintOf([&] { port->offer(apiNamed(backend), name); });
+    return portOrProblem(std::move(port), complaint);
 }
 
 RtMidiPort::RtMidiPort(const PortAddress& address, const Pace& pace)

@@ -1,6 +1,7 @@
 // A real pair of MIDI ports: ALSA, JACK, CoreMIDI, whatever RtMidi reaches.
 #pragma once
 
+#include "host/base/Result.h"
 #include "host/bus/MidiPort.h"
 #include "ports/ChunkQueue.h"
 #include "ports/JackServerWatch.h"
@@ -30,13 +31,12 @@ constexpr OutputBuffer rtMidiBuffer = {16383, 4, 200 * microsecondsPerMillisecon
 
 class RtMidiPort final : public MidiPort {
 public:
-    // Opens both directions; null, with the reason in `error`, when one cannot be opened.
-    static std::unique_ptr<RtMidiPort> open(const PortAddress& address, const Pace& pace,
-                                            QString* error);
+    // Opens both directions; fails when one cannot be opened.
+    static Result<std::unique_ptr<MidiPort>> open(const PortAddress& address, const Pace& pace);
 
     // Makes a pair of ports that other programs connect to. Output: what this program sends.
-    static std::unique_ptr<RtMidiPort> openVirtual(const QString& backend, const QString& name,
-                                                   const Pace& pace, QString* error);
+    static Result<std::unique_ptr<MidiPort>> openVirtual(const QString& backend,
+                                                         const QString& name, const Pace& pace);
 
     // Waits until what was sent has left.
     ~RtMidiPort() override;
@@ -49,6 +49,8 @@ public:
 private:
     RtMidiPort(const PortAddress& address, const Pace& pace);
 
+    static Result<std::unique_ptr<MidiPort>> portOrProblem(std::unique_ptr<RtMidiPort> port,
+                                                           const QString& complaint);
     void connectTo(RtMidi::Api api);
     void offer(RtMidi::Api api, const QString& name);
     void setUp(RtMidi::Api api, const std::string& inputClient, const std::string& outputClient);

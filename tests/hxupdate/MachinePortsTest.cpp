@@ -34,21 +34,18 @@ protected:
     QString error;
 
 private:
-    hx::OpenedPort open(const hx::PortAddress& address)
+    hx::Result<std::unique_ptr<hx::MidiPort>> open(const hx::PortAddress& address)
     {
         opened << address.input;
-        hx::OpenedPort result;
-        if (held.contains(address.input)) {
-            result.error = QStringLiteral("another program holds it");
-            return result;
-        }
+        if (held.contains(address.input))
+            return hx::Problem{hx::ExitCode::NoPort, QStringLiteral("another program holds it"),
+                               QString(), QString()};
         const hx::sim::SimulatedProduct product(hx::sim::valdrin());
         hx::sim::FaultPlan plan;
         if (!answering.contains(address.input))
             plan << *hx::sim::parseFault(QStringLiteral("silent"), &error);
-        result.port = std::make_unique<hx::SimulatedPort>(hx::sim::FaultyProduct(product, plan),
-                                                          hx::SimulatedPortOptions{{0, 0}, 0});
-        return result;
+        return std::unique_ptr<hx::MidiPort>(std::make_unique<hx::SimulatedPort>(
+            hx::sim::FaultyProduct(product, plan), hx::SimulatedPortOptions{{0, 0}, 0}));
     }
 
     hx::PluginLoadResult m_loaded = hx::loadPlugin(QStringLiteral(HX_PLUGIN_FILE));
@@ -103,7 +100,8 @@ TEST_F(MachinePortsTest, TheMachinesOwnPortsAreReachedByTheMidiLibrary)
 {
     const MidiSystem own = midiSystemOfMachine();
     EXPECT_FALSE(own.list().isEmpty()); // systems, with ports or without
-    const hx::OpenedPort none = own.open({"no such system", "out", "in"});
-    EXPECT_EQ(none.port, nullptr);
-    EXPECT_TRUE(none.error.contains("no such system")) << none.error.toStdString();
+    const auto none = own.open({"no such system", "out", "in"});
+    ASSERT_FALSE(none);
+    EXPECT_TRUE(none.problem().what.contains("no such system"))
+        << none.problem().what.toStdString();
 }

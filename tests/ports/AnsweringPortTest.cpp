@@ -21,7 +21,7 @@ protected:
         m_faults[QString::fromLatin1(input)] = fault;
     }
 
-    AnsweringPort open(const QStringList& inputs)
+    Result<AnsweringPort> open(const QStringList& inputs)
     {
         PortSelection selection;
         selection.address = PortAddress{"core", "Boot loader", inputs.first()};
@@ -34,15 +34,14 @@ protected:
     QStringList asked;
 
 private:
-    OpenedPort openOne(const PortAddress& address)
+    Result<std::unique_ptr<MidiPort>> openOne(const PortAddress& address)
     {
         asked << address.input;
-        OpenedPort opened;
         if (m_faults.count(address.input) == 0)
-            opened.error = QStringLiteral("held by another program");
-        else
-            opened.port = std::make_unique<SimulatedPort>(productWith(m_faults[address.input]));
-        return opened;
+            return Problem{ExitCode::NoPort, QStringLiteral("held by another program"), QString(),
+                           QString()};
+        return std::unique_ptr<MidiPort>(
+            std::make_unique<SimulatedPort>(productWith(m_faults[address.input])));
     }
 
     PluginLoadResult m_loaded = loadPlugin(QStringLiteral(HX_PLUGIN_FILE));
@@ -54,7 +53,7 @@ private:
 TEST_F(Answering, AnInputThatIsTheOnlyOneIsOpenedUnasked)
 {
     plugIn("a", "silent");
-    EXPECT_NE(open({"a"}).port, nullptr);
+    EXPECT_TRUE(open({"a"}));
     EXPECT_EQ(asked, QStringList{"a"});
 }
 
@@ -63,9 +62,9 @@ TEST_F(Answering, TheFirstInputByWhichTheProductAnswersIsTaken)
     plugIn("a", "silent");
     plugIn("b", "noise");
     plugIn("c", "noise");
-    const AnsweringPort found = open({"a", "b", "c"});
-    ASSERT_NE(found.port, nullptr) << found.error.toStdString();
-    EXPECT_EQ(found.input, "b");
+    const Result<AnsweringPort> found = open({"a", "b", "c"});
+    ASSERT_TRUE(found) << found.problem().what.toStdString();
+    EXPECT_EQ(found->input, "b");
     EXPECT_EQ(asked, QStringList({"a", "b"}));
 }
 
@@ -73,18 +72,18 @@ TEST_F(Answering, AnotherProductIsTakenWhenTheRightOneDoesNotAnswer)
 {
     plugIn("a", "silent");
     plugIn("b", "wrong-model");
-    EXPECT_EQ(open({"a", "b"}).input, "b");
+    EXPECT_EQ(open({"a", "b"})->input, "b");
     plugIn("a", "noise");
-    EXPECT_EQ(open({"b", "a"}).input, "a");
+    EXPECT_EQ(open({"b", "a"})->input, "a");
 }
 
 TEST_F(Answering, EachInputIsAskedThreeTimesAndThenAllAreListed)
 {
     plugIn("a", "silent");
     plugIn("b", "silent");
-    const AnsweringPort found = open({"a", "b"});
-    EXPECT_EQ(found.port, nullptr);
-    EXPECT_EQ(found.error.toStdString(),
+    const Result<AnsweringPort> found = open({"a", "b"});
+    ASSERT_FALSE(found);
+    EXPECT_EQ(found.problem().what.toStdString(),
               "what is sent to core:Boot loader is answered by none of the inputs that may belong "
               "to it: core:a, core:b; name the one that does with --in-port");
     EXPECT_EQ(asked, QStringList({"a", "b", "a", "b", "a", "b"}));
@@ -93,9 +92,9 @@ TEST_F(Answering, EachInputIsAskedThreeTimesAndThenAllAreListed)
 TEST_F(Answering, AnInputThatCannotBeOpenedEndsTheSearch)
 {
     plugIn("a", "silent");
-    const AnsweringPort found = open({"a", "b"});
-    EXPECT_EQ(found.port, nullptr);
-    EXPECT_EQ(found.error, "held by another program");
+    const Result<AnsweringPort> found = open({"a", "b"});
+    ASSERT_FALSE(found);
+    EXPECT_EQ(found.problem().what, "held by another program");
 }
 
 } // namespace hx

@@ -37,10 +37,10 @@ struct ListedPorts {
 
 std::string chosen(const QString& output, const QString& input = QString())
 {
-    const PortSelection selection = selectPort(studio(), output, input);
-    if (!selection.address)
-        return selection.what.toStdString();
-    const PortAddress& address = *selection.address;
+    const Result<PortSelection> selection = selectPort(studio(), output, input);
+    if (!selection)
+        return selection.problem().what.toStdString();
+    const PortAddress& address = selection->address;
     return (address.backend + "|" + address.output + "|" + address.input).toStdString();
 }
 
@@ -62,21 +62,24 @@ TEST(PortSelector, AWholeNameIsTakenThoughItIsAPartOfAnother)
 {
     const QStringList ports = {"Boot loader 2", "Boot loader", "Boot loader-01:in"};
     for (const QString& wanted : {ports[0], ports[1], ports[2], QString("core:Boot loader")}) {
-        const PortSelection selection = selectPort({backend("core", ports, ports)}, wanted, wanted);
-        ASSERT_TRUE(selection.address.has_value()) << selection.what.toStdString();
-        EXPECT_TRUE(wanted.endsWith(selection.address->output)) << wanted.toStdString();
-        EXPECT_EQ(selection.address->output, selection.address->input);
+        const Result<PortSelection> selection =
+            selectPort({backend("core", ports, ports)}, wanted, wanted);
+        ASSERT_TRUE(selection) << selection.problem().what.toStdString();
+        EXPECT_TRUE(wanted.endsWith(selection->address.output)) << wanted.toStdString();
+        EXPECT_EQ(selection->address.output, selection->address.input);
     }
 }
 
 TEST(PortSelector, TwoThatFitAreAnErrorThatListsBoth)
 {
-    const PortSelection selection = selectPort(studio(), "USB MIDI", QString());
-    EXPECT_FALSE(selection.address.has_value());
-    EXPECT_EQ(selection.what.toStdString(), "2 MIDI output ports fit \"USB MIDI\": alsa:USB "
-                                            "MIDI:Port 1 24:0, alsa:USB MIDI:Port 2 24:1");
-    EXPECT_EQ(selection.expected.toStdString(), "a name that fits one port");
-    EXPECT_EQ(selection.next.toStdString(), "give the whole name of one of them with --port");
+    const Result<PortSelection> selection = selectPort(studio(), "USB MIDI", QString());
+    EXPECT_FALSE(selection);
+    EXPECT_EQ(selection.problem().what.toStdString(),
+              "2 MIDI output ports fit \"USB MIDI\": alsa:USB "
+              "MIDI:Port 1 24:0, alsa:USB MIDI:Port 2 24:1");
+    EXPECT_EQ(selection.problem().expected.toStdString(), "a name that fits one port");
+    EXPECT_EQ(selection.problem().next.toStdString(),
+              "give the whole name of one of them with --port");
 }
 
 TEST(PortSelector, NoneThatFitsIsAnErrorThatListsAll)
@@ -84,13 +87,14 @@ TEST(PortSelector, NoneThatFitsIsAnErrorThatListsAll)
     QList<MidiBackend> backends = {backend("jack", {"Synth:in"}, {"Synth:out"}),
                                    backend("alsa", {}, {})};
     backends[1].unavailable = "no sequencer";
-    const PortSelection selection = selectPort(backends, "Valdrin", QString());
-    EXPECT_EQ(selection.what.toStdString(), "no MIDI output port fits \"Valdrin\"");
-    EXPECT_EQ(selection.expected.toStdString(),
+    const Result<PortSelection> selection = selectPort(backends, "Valdrin", QString());
+    EXPECT_EQ(selection.problem().what.toStdString(), "no MIDI output port fits \"Valdrin\"");
+    EXPECT_EQ(selection.problem().expected.toStdString(),
               "one of: jack:Synth:in; alsa cannot be used: no sequencer");
-    EXPECT_EQ(selection.next.toStdString(), "connect the product and look at 'hxhost ports', or "
-                                            "use '--port simulator'");
-    EXPECT_EQ(selectPort({}, "Valdrin", QString()).expected.toStdString(),
+    EXPECT_EQ(selection.problem().next.toStdString(),
+              "connect the product and look at 'hxhost ports', or "
+              "use '--port simulator'");
+    EXPECT_EQ(selectPort({}, "Valdrin", QString()).problem().expected.toStdString(),
               "a MIDI port, and there is none");
 }
 
@@ -106,8 +110,9 @@ TEST(PortSelector, InputCanBeNamed)
     EXPECT_EQ(chosen("midi_playback_1", "replies"),
               "jack|system:midi_playback_1|Synth replies:out");
     EXPECT_EQ(chosen("Synth:in", "USB"), "no MIDI input port fits \"USB\"");
-    const PortSelection several = selectPort(studio(), "Valdrin", "USB");
-    EXPECT_EQ(several.next.toStdString(), "give the whole name of one of them with --in-port");
+    const Result<PortSelection> several = selectPort(studio(), "Valdrin", "USB");
+    EXPECT_EQ(several.problem().next.toStdString(),
+              "give the whole name of one of them with --in-port");
 }
 
 // JACK counts the second client of a name.
@@ -117,42 +122,43 @@ TEST(PortSelector, OfTwoDevicesOfOneNameTheWholeNameSelectsEach)
     const QStringList inputs = {"Valdrin Update replies:out", "Valdrin Update replies-01:out"};
     const QList<MidiBackend> backends = {backend("jack", outputs, inputs)};
     for (int i = 0; i < 2; ++i) {
-        const PortSelection whole = selectPort(backends, "jack:" + outputs[i], "jack:" + inputs[i]);
-        ASSERT_TRUE(whole.address.has_value()) << whole.what.toStdString();
-        EXPECT_EQ(whole.address->output, outputs[i]);
-        EXPECT_EQ(whole.address->input, inputs[i]);
-        EXPECT_TRUE(whole.others.isEmpty());
-        EXPECT_EQ(selectInput(backends, inputs[i]).address->input, inputs[i]);
-        const PortSelection asking = selectPort(backends, outputs[i], QString());
-        ASSERT_TRUE(asking.address.has_value()) << asking.what.toStdString();
-        EXPECT_EQ(asking.address->input, inputs[i]);
-        ASSERT_EQ(asking.others.size(), 1);
-        EXPECT_EQ(asking.others.first().output, outputs[i]);
-        EXPECT_EQ(asking.others.first().input, inputs[1 - i]);
+        const Result<PortSelection> whole =
+            selectPort(backends, "jack:" + outputs[i], "jack:" + inputs[i]);
+        ASSERT_TRUE(whole) << whole.problem().what.toStdString();
+        EXPECT_EQ(whole->address.output, outputs[i]);
+        EXPECT_EQ(whole->address.input, inputs[i]);
+        EXPECT_TRUE(whole->others.isEmpty());
+        EXPECT_EQ(selectInput(backends, inputs[i])->address.input, inputs[i]);
+        const Result<PortSelection> asking = selectPort(backends, outputs[i], QString());
+        ASSERT_TRUE(asking) << asking.problem().what.toStdString();
+        EXPECT_EQ(asking->address.input, inputs[i]);
+        ASSERT_EQ(asking->others.size(), 1);
+        EXPECT_EQ(asking->others.first().output, outputs[i]);
+        EXPECT_EQ(asking->others.first().input, inputs[1 - i]);
     }
-    EXPECT_FALSE(selectPort(backends, "Valdrin Update", QString()).address.has_value());
+    EXPECT_FALSE(selectPort(backends, "Valdrin Update", QString()));
 }
 
 TEST(PortSelector, ThePluginsNameOfAnInputMayFitSeveral)
 {
     const QList<MidiBackend> backends = {
         backend("core", {"Boot loader"}, {"Wire 1", "Wire 2", "Other"})};
-    const PortSelection selection = selectProductPort(backends, "Boot loader", "Wire");
-    ASSERT_TRUE(selection.address.has_value()) << selection.what.toStdString();
-    EXPECT_EQ(selection.address->input, "Wire 1");
-    ASSERT_EQ(selection.others.size(), 1);
-    EXPECT_EQ(selection.others.first().input, "Wire 2");
-    EXPECT_EQ(selectProductPort(backends, "Boot loader", "Radio").what,
+    const Result<PortSelection> selection = selectProductPort(backends, "Boot loader", "Wire");
+    ASSERT_TRUE(selection) << selection.problem().what.toStdString();
+    EXPECT_EQ(selection->address.input, "Wire 1");
+    ASSERT_EQ(selection->others.size(), 1);
+    EXPECT_EQ(selection->others.first().input, "Wire 2");
+    EXPECT_EQ(selectProductPort(backends, "Boot loader", "Radio").problem().what,
               "no MIDI input port fits \"Radio\"");
 }
 
 TEST(PortSelector, InputAloneHasNoOutput)
 {
-    const PortSelection selection = selectInput(studio(), "Synth");
-    ASSERT_TRUE(selection.address.has_value());
-    EXPECT_EQ(selection.address->backend, "jack");
-    EXPECT_EQ(selection.address->input, "Synth replies:out");
-    EXPECT_TRUE(selection.address->output.isEmpty());
+    const Result<PortSelection> selection = selectInput(studio(), "Synth");
+    ASSERT_TRUE(selection);
+    EXPECT_EQ(selection->address.backend, "jack");
+    EXPECT_EQ(selection->address.input, "Synth replies:out");
+    EXPECT_TRUE(selection->address.output.isEmpty());
 }
 
 TEST(PortNames, PortsOfOneNameAreNumberedAndEachNumberSelectsItsPort)
@@ -161,12 +167,12 @@ TEST(PortNames, PortsOfOneNameAreNumberedAndEachNumberSelectsItsPort)
     const QStringList names = portNames(ports);
     EXPECT_EQ(names, QStringList({"Boot loader", "Synth", "Boot loader (2)", "Boot loader (3)"}));
     for (const QString& name : names) {
-        const PortSelection selection =
+        const Result<PortSelection> selection =
             selectPort({backend("core", names, names)}, "core:" + name, QString());
-        ASSERT_TRUE(selection.address.has_value()) << selection.what.toStdString();
-        EXPECT_EQ(selection.address->output, name);
-        EXPECT_EQ(selection.address->input, name);
-        EXPECT_TRUE(selection.others.isEmpty());
+        ASSERT_TRUE(selection) << selection.problem().what.toStdString();
+        EXPECT_EQ(selection->address.output, name);
+        EXPECT_EQ(selection->address.input, name);
+        EXPECT_TRUE(selection->others.isEmpty());
     }
 }
 

@@ -59,14 +59,12 @@ QString answerText(const IdentityReading& identity, DeviceInterface& device, boo
 
 QJsonObject probed(const PortSelection& selection, const QString& name, DeviceInterface& device)
 {
-    const AnsweringPort opened = openAnswering(selection, device, [](const PortAddress& address) {
-        OpenedPort port;
-        port.port = RtMidiPort::open(address, Pace(), &port.error);
-        return port;
-    });
-    if (!opened.port)
-        return {{"name", name}, {"served", false}, {"answer", opened.error}};
-    PortBus bus(*opened.port);
+    const Result<AnsweringPort> opened =
+        openAnswering(selection, device,
+                      [](const PortAddress& address) { return RtMidiPort::open(address, Pace()); });
+    if (!opened)
+        return {{"name", name}, {"served", false}, {"answer", opened.problem().what}};
+    PortBus bus(*opened->port);
     ProductReader reader(device, bus);
     const IdentityReading identity = reader.identity();
     const bool isServed = identity.good() && reader.isServed(identity);
@@ -80,11 +78,12 @@ QJsonArray probeRows(const QList<MidiBackend>& backends, DeviceInterface& device
     for (const MidiBackend& backend : backends) {
         for (const QString& output : backend.outputs) {
             const QString name = backend.name + QLatin1Char(':') + output;
-            const PortSelection selection = selectPort(backends, name, QString());
-            if (selection.address)
-                rows << probed(selection, name, device);
+            const Result<PortSelection> selection = selectPort(backends, name, QString());
+            if (selection)
+                rows << probed(*selection, name, device);
             else
-                rows << QJsonObject{{"name", name}, {"served", false}, {"answer", selection.what}};
+                rows << QJsonObject{
+                    {"name", name}, {"served", false}, {"answer", selection.problem().what}};
         }
     }
     return rows;

@@ -81,7 +81,7 @@ void addResult(Report& report, const sim::FaultyProduct& product, int replies)
     report.add(QStringLiteral("product.unplugged"), product.isGone());
 }
 
-void serve(CommandContext& context, const SimulateOptions& options, RtMidiPort& port,
+void serve(CommandContext& context, const SimulateOptions& options, MidiPort& port,
            sim::FaultyProduct& product, ProductStateFile* state)
 {
     const InterruptFlag interrupt;
@@ -109,23 +109,24 @@ void serve(CommandContext& context, const SimulateOptions& options, RtMidiPort& 
                      QStringLiteral("start the MIDI server again, then this command"));
 }
 
-std::unique_ptr<RtMidiPort> openVirtual(CommandContext& context, const SimulateOptions& options,
-                                        const DeviceInterface& device)
+std::unique_ptr<MidiPort> openVirtual(CommandContext& context, const SimulateOptions& options,
+                                      const DeviceInterface& device)
 {
     const QString backend = chosenBackend(context, options);
     if (backend.isEmpty())
         return nullptr;
     const QString name =
         options.name.empty() ? device.productPortName() : QString::fromStdString(options.name);
-    QString error;
-    auto port = RtMidiPort::openVirtual(backend, name, options.pace, &error);
-    if (!port)
-        context.fail(ExitCode::NoPort,
-                     QStringLiteral("no virtual port can be made on %1: %2").arg(backend, error),
-                     QStringLiteral("a running MIDI server of that kind"),
-                     QStringLiteral("start it, or choose another with --backend; 'hxhost ports' "
-                                    "shows what can be used"));
-    return port;
+    Result<std::unique_ptr<MidiPort>> port = RtMidiPort::openVirtual(backend, name, options.pace);
+    if (port)
+        return std::move(*port);
+    context.fail(
+        ExitCode::NoPort,
+        QStringLiteral("no virtual port can be made on %1: %2").arg(backend, port.problem().what),
+        QStringLiteral("a running MIDI server of that kind"),
+        QStringLiteral("start it, or choose another with --backend; 'hxhost ports' "
+                       "shows what can be used"));
+    return nullptr;
 }
 
 void simulate(CommandContext& context, const SimulateOptions& options)
@@ -145,7 +146,7 @@ void simulate(CommandContext& context, const SimulateOptions& options)
             return failState(context, path, opened.problem().what);
         state = std::move(*opened);
     }
-    const std::unique_ptr<RtMidiPort> port = openVirtual(context, options, plugin->device());
+    const std::unique_ptr<MidiPort> port = openVirtual(context, options, plugin->device());
     if (!port)
         return;
     context.report.add(QStringLiteral("port"), port->name());

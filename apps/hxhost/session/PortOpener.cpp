@@ -44,7 +44,7 @@ PortPointer openStateful(CommandContext& context, const sim::FaultyProduct& prod
 }
 
 // The names that the plugin gives its product's ports, when the person gave none.
-PortSelection select(const ConnectionOptions& options, const DeviceInterface& device)
+Result<PortSelection> select(const ConnectionOptions& options, const DeviceInterface& device)
 {
     const QString output = fileNameText(options.port);
     const QString input = fileNameText(options.inPort);
@@ -55,13 +55,6 @@ PortSelection select(const ConnectionOptions& options, const DeviceInterface& de
                       input);
 }
 
-bool requireSelection(CommandContext& context, const PortSelection& selection)
-{
-    if (!selection.address)
-        context.fail(ExitCode::NoPort, selection.what, selection.expected, selection.next);
-    return selection.address.has_value();
-}
-
 PortPointer failOpening(CommandContext& context, const QString& error)
 {
     context.fail(ExitCode::NoPort, QStringLiteral("the port cannot be opened: ") + error,
@@ -70,23 +63,25 @@ PortPointer failOpening(CommandContext& context, const QString& error)
     return nullptr;
 }
 
-PortPointer openSelected(CommandContext& context, const PortSelection& selection, const Pace& pace,
-                         DeviceInterface& device)
+PortPointer openSelected(CommandContext& context, const Result<PortSelection>& selection,
+                         const Pace& pace, DeviceInterface& device)
 {
-    if (!requireSelection(context, selection))
+    if (!selection) {
+        context.report.fail(selection.problem());
         return nullptr;
-    AnsweringPort opened = openAnswering(selection, device, [&pace](const PortAddress& address) {
-        OpenedPort port;
-        port.port = RtMidiPort::open(address, pace, &port.error);
-        return port;
-    });
-    if (!opened.port)
-        return failOpening(context, opened.error);
-    if (!selection.others.isEmpty())
-        context.recorder.note(BusEventKind::Decided,
-                              QStringLiteral("of %1 inputs, answers come by %2")
-                                  .arg(QString::number(selection.others.size() + 1), opened.input));
-    return std::move(opened.port);
+    }
+    Result<AnsweringPort> opened =
+        openAnswering(*selection, device, [&pace](const PortAddress& address) {
+            return RtMidiPort::open(address, pace);
+        });
+    if (!opened)
+        return failOpening(context, opened.problem().what);
+    if (!selection->others.isEmpty())
+        context.recorder.note(
+            BusEventKind::Decided,
+            QStringLiteral("of %1 inputs, answers come by %2")
+                .arg(QString::number(selection->others.size() + 1), opened->input));
+    return std::move(opened->port);
 }
 
 QJsonArray differingBytes(const ReplayDivergence& divergence)
@@ -191,12 +186,7 @@ PortPointer openInput(CommandContext& context, const ConnectionOptions& options,
     if (isMadeUpPort(name))
         return openMadeUp(context, options, device, true);
     const QString wanted = name.isEmpty() ? device.productInPortName() : name;
-    const PortSelection selection = selectInput(listMidiBackends(), wanted);
-    if (!requireSelection(context, selection))
-        return nullptr;
-    QString error;
-    PortPointer port = RtMidiPort::open(*selection.address, options.pace, &error);
-    return port ? std::move(port) : failOpening(context, error);
+    return openSelected(context, selectInput(listMidiBackends(), wanted), options.pace, device);
 }
 
 } // namespace hx::host

@@ -7,9 +7,7 @@ namespace hxupdate {
 MidiSystem midiSystemOfMachine()
 {
     const auto open = [](const hx::PortAddress& address) {
-        hx::OpenedPort opened;
-        opened.port = hx::RtMidiPort::open(address, hx::Pace(), &opened.error);
-        return opened;
+        return hx::RtMidiPort::open(address, hx::Pace());
     };
     return {hx::listMidiBackends, open};
 }
@@ -29,14 +27,16 @@ QStringList MachinePorts::list()
 std::unique_ptr<hx::MidiPort> MachinePorts::open(const QString& port, DeviceInterface& device,
                                                  QString* error)
 {
-    const hx::PortSelection selection = hx::selectPort(m_system.list(), port, QString());
-    if (!selection.address) {
-        *error = selection.what;
+    const auto selection = hx::selectPort(m_system.list(), port, QString());
+    if (!selection) {
+        *error = selection.problem().what;
         return nullptr;
     }
-    hx::AnsweringPort opened = hx::openAnswering(selection, device, m_system.open);
-    *error = opened.error;
-    return std::move(opened.port);
+    hx::Result<hx::AnsweringPort> opened = hx::openAnswering(*selection, device, m_system.open);
+    if (opened)
+        return std::move(opened->port);
+    *error = opened.problem().what;
+    return nullptr;
 }
 
 } // namespace hxupdate
