@@ -70,6 +70,9 @@ public:
     // Inverts a bit of the code that is held, as a failing memory cell does.
     void damageCode(int position) { m_memory.damage(position); }
 
+    // Puts code into the memory past the boot loader, as one does on the bench.
+    void setCode(const StoredCode& code) { m_memory.setCode(code); }
+
     // Makes it a product of another model of the family from now on.
     void setModel(quint8 model) { m_identity.model = model; }
 

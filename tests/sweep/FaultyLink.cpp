@@ -14,6 +14,11 @@ const QByteArray identityHead = QByteArray::fromHex("F07E");
 constexpr char dataCommand = 0x0A;
 constexpr char checkCommand = 0x0C;
 
+bool isGoodAcknowledgement(const QByteArray& reply)
+{
+    return reply.size() == commandAt + 4 && reply.mid(commandAt + 1, 2) == QByteArray("\x0C\0", 2);
+}
+
 bool isPowerCut(const Fault& fault)
 {
     return fault.kind == FaultKind::PowerCut || fault.kind == FaultKind::HalfWrite ||
@@ -162,22 +167,25 @@ void FaultyLink::hear(const Piece& piece)
 // The faults that lie in the product, not on the way to it, happen here.
 void FaultyLink::hearBytes(const Piece& piece)
 {
-    const quint8 model = m_product.identity().model;
+    const quint8 model = m_product.sound().identity().model;
     for (const Fault& fault : piece.atHearing) {
         if (isPowerCut(fault))
             m_product.failPowerAfter(fault.value, cutWriteOf(fault.kind));
         else
-            m_product.setModel(otherModel);
+            m_product.sound().setModel(otherModel);
     }
     QVector<hx::sim::SimulatedReply> replies = m_product.receive(piece.bytes);
-    m_product.setModel(model);
+    m_product.sound().setModel(model);
     m_product.failPowerAfter(-1);
     for (const Fault& fault : piece.atEnd) {
-        if (isPowerCut(fault) || isFalseAnswer(fault))
+        if ((isPowerCut(fault) && !m_product.answersFirst()) || isFalseAnswer(fault))
             replies.clear(); // power fails behind the last write too: the answer is lost
     }
-    for (const hx::sim::SimulatedReply& reply : replies)
+    for (const hx::sim::SimulatedReply& reply : replies) {
+        if (isGoodAcknowledgement(reply.bytes))
+            m_acknowledged.push_back({piece.bytes, m_product.code()});
         answer(reply.bytes, reply.delayUs);
+    }
     strikeAtEnd(piece.atEnd);
 }
 
@@ -187,9 +195,9 @@ void FaultyLink::strikeAtEnd(const std::vector<Fault>& faults)
         if (isPowerCut(fault))
             m_product.powerCycle();
         if (fault.kind == FaultKind::BadCell)
-            m_product.damageCode(fault.value);
+            m_product.sound().damageCode(fault.value);
         if (isFalseAnswer(fault))
-            answer(falseAnswer(fault), m_product.settings().replyDelayUs);
+            answer(falseAnswer(fault), m_product.sound().settings().replyDelayUs);
     }
 }
 

@@ -3,8 +3,8 @@
 #pragma once
 
 #include "host/bus/MidiPort.h"
-#include "simulator/SimulatedProduct.h"
 #include "tests/sweep/FaultyLane.h"
+#include "tests/sweep/ProductOnTrial.h"
 
 #include <map>
 
@@ -22,6 +22,12 @@ struct WireEvent {
 
 using WireRecord = std::vector<WireEvent>;
 
+// A message that the product acknowledged as good, and what its memory held then.
+struct Acknowledged {
+    QByteArray message;
+    hx::sim::StoredCode code;
+};
+
 // What a command is about; Any: nothing that an update asks or sends.
 Topic topicOf(const QByteArray& command);
 
@@ -29,7 +35,7 @@ class FaultyLink final : public hx::MidiPort {
 public:
     static constexpr hx::Microseconds byteTime = 320;
 
-    FaultyLink(hx::sim::SimulatedProduct& product, const Scenario& scenario)
+    FaultyLink(ProductOnTrial& product, const Scenario& scenario)
         : m_product(product), m_out(Direction::Out, scenario), m_in(Direction::In, scenario)
     {
     }
@@ -43,6 +49,7 @@ public:
     void repair();
 
     const WireRecord& record() const { return m_record; }
+    const std::vector<Acknowledged>& acknowledged() const { return m_acknowledged; }
 
 private:
     struct Travelling {
@@ -60,12 +67,13 @@ private:
     QByteArray falsified(QByteArray reply) const;
     QByteArray falseAnswer(const Fault& fault) const;
 
-    hx::sim::SimulatedProduct& m_product;
+    ProductOnTrial& m_product;
     FaultyLane m_out;
     FaultyLane m_in;
     hx::ManualClock m_clock;
     std::multimap<hx::Microseconds, Travelling> m_travelling; // by the moment of arrival
     WireRecord m_record;
+    std::vector<Acknowledged> m_acknowledged;
     QByteArray m_command;
     hx::Microseconds m_sentAt = 0;
     hx::Microseconds m_deafUntil = 0;

@@ -33,8 +33,10 @@ protected:
     void SetUp() override
     {
         ASSERT_TRUE(loaded().ok()) << loaded().error.toStdString();
-        laboratory = std::make_unique<Laboratory>(loaded().plugin->device());
+        laboratory = std::make_unique<Laboratory>(device());
     }
+
+    static DeviceInterface& device() { return loaded().plugin->device(); }
 
     TrialReport tryLine(const char* line)
     {
@@ -135,6 +137,19 @@ TEST_F(Sweep, TwoFaultsInOneMessageBothStrike)
     const TrialReport late = tryLine("in 4.3 delay 500000 x1 + in 4.5 drop x1");
     EXPECT_EQ(complaintsOf(late), "");
     EXPECT_EQ(late.outcome, hx::UpdateOutcome::Succeeded);
+}
+
+TEST_F(Sweep, EveryBrokenProductIsFoundAndNoneIsCalledUpdated)
+{
+    EXPECT_GE(allFlaws().size(), 20u);
+    for (const Flaw& flaw : allFlaws()) {
+        EXPECT_EQ(complaintsOf(tryLine(flaw.scenario)), "") << flaw.name << ": the sound product";
+        laboratory = std::make_unique<Laboratory>(device(), &flaw);
+        const TrialReport report = tryLine(flaw.scenario);
+        EXPECT_NE(complaintsOf(report), "") << flaw.name;
+        EXPECT_NE(report.outcome, hx::UpdateOutcome::Succeeded) << flaw.name;
+        laboratory = std::make_unique<Laboratory>(device());
+    }
 }
 
 TEST_F(Sweep, AChangedVersionDoesNotHideThatTheProductHoldsTheImage)

@@ -19,6 +19,7 @@ using hx::UpdateOutcome;
 // both checksums twice, three times each. What is asked after a failure is less.
 constexpr int mostQuestions = 3 + 3 + 10 + 2 * 3 * 3;
 constexpr int mostAttempts = 4;
+constexpr int fullDataSize = 112;
 constexpr hx::Microseconds questionTime = 8 * FaultyLink::byteTime;
 constexpr hx::Microseconds longestBeforeSending = 250 * 1000;
 
@@ -305,17 +306,39 @@ private:
     QStringList m_complaints;
 };
 
+// What the product acknowledged as good and does not hold.
+QStringList brokenWords(const std::vector<Acknowledged>& acknowledged, const hx::UpdateImage& image)
+{
+    QStringList words;
+    for (const Acknowledged& word : acknowledged) {
+        const auto found = std::find_if(
+            image.messages.begin(), image.messages.end(),
+            [&word](const HxMidiData& message) { return message.bytes == word.message; });
+        const auto index = static_cast<int>(found - image.messages.begin());
+        const bool isData = topicOf(word.message) == Topic::Data;
+        const bool isClosing = topicOf(word.message) == Topic::Closing;
+        const int start = index * fullDataSize;
+        const bool isKept = isClosing
+                                ? word.code.valid
+                                : word.code.bytes.mid(start) == image.code.mid(start, fullDataSize);
+        if (found != image.messages.end() && (isData || isClosing) && !isKept)
+            words << QStringLiteral("the product acknowledged message %1 and does not hold it")
+                         .arg(index + 1);
+    }
+    return words;
+}
+
 } // namespace
 
-Laboratory::Laboratory(DeviceInterface& device)
-    : m_device(device), m_image(smallImage(hx::describeProduct(device))),
+Laboratory::Laboratory(DeviceInterface& device, const Flaw* flaw)
+    : m_device(device), m_flaw(flaw), m_image(smallImage(hx::describeProduct(device))),
       m_fresh(hx::sim::valdrin())
 {
 }
 
 TrialReport Laboratory::tryScenario(const Scenario& scenario)
 {
-    hx::sim::SimulatedProduct product = m_fresh;
+    ProductOnTrial product(m_fresh, m_flaw);
     FaultyLink link(product, scenario);
     const auto update = [&] {
         hx::PortBus bus(link); // a new run knows nothing of the one before
@@ -325,9 +348,16 @@ TrialReport Laboratory::tryScenario(const Scenario& scenario)
         return result;
     };
     const hx::UpdateResult result = update();
-    TrialReport report{result.outcome, result.reason, result.productState, {}, link.record()};
+    TrialReport report;
+    report.outcome = result.outcome;
+    report.reason = result.reason;
+    report.productState = result.productState;
+    report.record = link.record();
+    report.isFalseSuccess = result.succeeded() && !holds(product.code(), m_image);
     report.complaints = Examination(scenario, m_image, result, report.record)
                             .complaints(m_fresh.code(), product.code(), link.clock().now());
+    if (!scenario.has(FaultKind::BadCell))
+        report.complaints << brokenWords(link.acknowledged(), m_image);
     link.repair();
     const hx::UpdateResult again = update();
     if (!again.succeeded() || !holds(product.code(), m_image))

@@ -17,13 +17,15 @@ struct TrialReport {
     QString reason;         // the host's
     QString productState;   // the host's
     QStringList complaints; // what was not as it must be; empty: the scenario passed
-    WireRecord record;      // of the first update
+    bool isFalseSuccess = false;
+    WireRecord record; // of the first update
 };
 
 class Laboratory {
 public:
     // `device` is the plugin; it must outlive this object.
-    explicit Laboratory(DeviceInterface& device);
+    // Without a flaw the product is sound.
+    explicit Laboratory(DeviceInterface& device, const Flaw* flaw = nullptr);
 
     TrialReport tryScenario(const Scenario& scenario);
 
@@ -38,6 +40,7 @@ public:
 
 private:
     DeviceInterface& m_device;
+    const Flaw* m_flaw;
     hx::UpdateImage m_image;
     hx::sim::SimulatedProduct m_fresh;
 };

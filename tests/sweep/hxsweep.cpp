@@ -17,9 +17,11 @@ using sweep::Scenario;
 using sweep::TrialReport;
 
 constexpr int mostShown = 40;
+constexpr long pairsOfBroken = 1000;
 
 struct Options {
     QString scenario; // empty: all
+    QString flaw;     // of the product; empty: it is sound
     QString plugin;
     long every;
     long first;
@@ -32,6 +34,7 @@ struct Options {
 struct Totals {
     long passed = 0;
     long failed = 0;
+    long falseSuccesses = 0;
     std::map<QString, std::map<QString, long>> outcomes; // by fault
 };
 
@@ -59,6 +62,7 @@ void tryOne(Laboratory& laboratory, const Scenario& scenario, Totals* totals)
 {
     const TrialReport report = laboratory.tryScenario(scenario);
     const bool passed = report.complaints.isEmpty();
+    totals->falseSuccesses += report.isFalseSuccess ? 1 : 0;
     ++(passed ? totals->passed : totals->failed);
     ++totals->outcomes[kindsText(scenario)][hx::updateOutcomeText(report.outcome)];
     if (!passed && totals->failed <= mostShown)
@@ -73,8 +77,8 @@ void showTotals(const Totals& totals, double seconds)
             out() << "  " << outcome.first << " " << outcome.second;
         out() << "\n";
     }
-    out() << totals.passed << " passed, " << totals.failed << " failed, in "
-          << QString::number(seconds, 'f', 1) << " s\n";
+    out() << totals.passed << " passed, " << totals.failed << " failed, " << totals.falseSuccesses
+          << " false successes, in " << QString::number(seconds, 'f', 1) << " s\n";
 }
 
 using Visit = std::function<void(const Scenario&)>;
@@ -82,8 +86,9 @@ using Visit = std::function<void(const Scenario&)>;
 void forEachPair(Laboratory& laboratory, const Options& options, const Visit& visit)
 {
     const sweep::Pairs pairs(laboratory, static_cast<quint64>(options.seed));
-    out() << options.pairs << " pairs of " << pairs.faultCount() << " faults, drawn with seed "
-          << options.seed << "\n";
+    if (options.flaw.isEmpty())
+        out() << options.pairs << " pairs of " << pairs.faultCount() << " faults, drawn with seed "
+              << options.seed << "\n";
     for (long number = 0; number < options.pairs; ++number)
         visit(pairs.pair(static_cast<quint64>(number)));
 }
@@ -148,6 +153,58 @@ int showScenario(Laboratory& laboratory, const Options& options)
     return report.complaints.isEmpty() ? 0 : 1;
 }
 
+const sweep::Flaw* flawNamed(const QString& name)
+{
+    for (const sweep::Flaw& flaw : sweep::allFlaws()) {
+        if (name == QLatin1String(flaw.name))
+            return &flaw;
+    }
+    return nullptr;
+}
+
+// What a set of scenarios finds wrong with a broken product.
+Totals findings(Laboratory& laboratory, const Options& options)
+{
+    Totals totals;
+    forEachChosen(laboratory, options, [&](const Scenario& scenario) {
+        const TrialReport report = laboratory.tryScenario(scenario);
+        ++(report.complaints.isEmpty() ? totals.passed : totals.failed);
+        totals.falseSuccesses += report.isFalseSuccess ? 1 : 0;
+    });
+    return totals;
+}
+
+// A broken product is found when any scenario fails, and is never called updated when it is not.
+int tryBroken(DeviceInterface& device, Options options)
+{
+    int missed = 0;
+    for (const sweep::Flaw& flaw : sweep::allFlaws()) {
+        Laboratory laboratory(device, &flaw);
+        Options permanent = options;
+        permanent.isPermanent = true;
+        Options pairs = options;
+        pairs.pairs = pairsOfBroken * options.every;
+        const Totals found[] = {findings(laboratory, options), findings(laboratory, permanent),
+                                findings(laboratory, pairs)};
+        long failed = 0;
+        long falseSuccesses = 0;
+        out() << QString::fromLatin1(flaw.name).leftJustified(24);
+        for (const Totals& totals : found) {
+            out() << QStringLiteral("%1 of %2  ")
+                         .arg(totals.failed)
+                         .arg(totals.failed + totals.passed);
+            failed += totals.failed;
+            falseSuccesses += totals.falseSuccesses;
+        }
+        out() << falseSuccesses << "  " << flaw.what << "\n";
+        out().flush();
+        missed += failed == 0 || falseSuccesses > 0 ? 1 : 0;
+    }
+    out() << sweep::allFlaws().size() << " broken products, " << missed
+          << " not found or called updated\n";
+    return missed == 0 ? 0 : 1;
+}
+
 // The number that was given for an option, or nothing when it is not at least `least`.
 std::optional<long> number(const QCommandLineParser& line, const QString& name, long least)
 {
@@ -162,14 +219,16 @@ std::optional<Options> readOptions(const QCoreApplication& application)
     line.setApplicationDescription(
         "Tries a small update with one fault at every byte of every message.");
     line.addHelpOption();
-    line.addOptions({{"scenario", "only this one, with its whole course", "SCENARIO"},
-                     {"plugin", "the plugin library", "FILE", HX_PLUGIN_FILE},
-                     {"every", "only every Nth scenario", "N", "1"},
-                     {"first", "of these, beginning with this one, from 0", "N", "0"},
-                     {"permanent", "faults that never heal, on one direction and topic"},
-                     {"pairs", "so many pairs of faults, drawn", "N", "0"},
-                     {"seed", "what they are drawn with", "N", "1"},
-                     {"list", "name the scenarios, try none"}});
+    line.addOptions(
+        {{"scenario", "only this one, with its whole course", "SCENARIO"},
+         {"broken", "with a product that breaks this promise; \"all\": all of them", "NAME"},
+         {"plugin", "the plugin library", "FILE", HX_PLUGIN_FILE},
+         {"every", "only every Nth scenario", "N", "1"},
+         {"first", "of these, beginning with this one, from 0", "N", "0"},
+         {"permanent", "faults that never heal, on one direction and topic"},
+         {"pairs", "so many pairs of faults, drawn", "N", "0"},
+         {"seed", "what they are drawn with", "N", "1"},
+         {"list", "name the scenarios, try none"}});
     line.process(application);
     const auto every = number(line, "every", 1);
     const auto first = number(line, "first", 0);
@@ -177,8 +236,15 @@ std::optional<Options> readOptions(const QCoreApplication& application)
     const auto seed = number(line, "seed", 0);
     if (!every || !first || !pairs || !seed || !line.positionalArguments().isEmpty())
         return std::nullopt;
-    return Options{line.value("scenario"),  line.value("plugin"), *every, *first, *pairs, *seed,
-                   line.isSet("permanent"), line.isSet("list")};
+    return Options{line.value("scenario"),
+                   line.value("broken"),
+                   line.value("plugin"),
+                   *every,
+                   *first,
+                   *pairs,
+                   *seed,
+                   line.isSet("permanent"),
+                   line.isSet("list")};
 }
 
 } // namespace
@@ -197,7 +263,15 @@ int main(int argc, char** argv)
         out() << loaded.error << "\n";
         return 2;
     }
-    Laboratory laboratory(loaded.plugin->device());
+    if (options.flaw == QLatin1String("all"))
+        return tryBroken(loaded.plugin->device(), options);
+    const sweep::Flaw* flaw = flawNamed(options.flaw);
+    if (!options.flaw.isEmpty() && flaw == nullptr) {
+        out() << "no flaw is called " << options.flaw
+              << "; \"--broken all\" tries and names them\n";
+        return 2;
+    }
+    Laboratory laboratory(loaded.plugin->device(), flaw);
     return options.scenario.isEmpty() ? sweepAll(laboratory, options)
                                       : showScenario(laboratory, options);
 }
