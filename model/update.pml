@@ -5,7 +5,7 @@
  *   VALID     code is never marked valid while it is erased, partly written or not the image's;
  *   RECOVERY  once the faults have stopped, one more run succeeds, whatever the first one left behind.
  *
- * N (data messages of the image) and RETRIES (of one message) are given by model/check.py.
+ * N (data messages of the image) and RETRIES (of one message) are given by model/check.
  */
 
 /* Messages by number: data messages are 0 to N-1, then come these. All acknowledgements are ACK. */
@@ -44,7 +44,7 @@ mtype lastForm = silence;
 #define holdsImage  (isImage && codeIsWhole)
 
 inline restart() { running = false; checked = false; next = 0; lastTaken = NOTHING; lastForm = silence }
-inline write()   { if :: faults && !cut -> cut = true; restart() :: true fi }
+inline write()   { printf("write\n"); if :: faults && !cut -> printf("cut\n"); cut = true; restart() :: true fi }
 #define ifPower(statement) if :: !cut -> statement :: else fi
 
 inline erase() {
@@ -78,7 +78,7 @@ inline takeData() {
 inline take() {
   if
   :: form == garbled -> status = bad
-  :: form != garbled && number == lastTaken && form == lastForm -> status = good
+  :: form != garbled && number != 0 && number == lastTaken && form == lastForm -> status = good
   :: else ->
      if
      :: number < N -> takeData()
@@ -92,20 +92,23 @@ inline take() {
      :: !cut && status == failed -> restart()
      fi
   fi;
-  assert(!valid || (!partly && (!isImage || held == N)));                    /* VALID */
+  assert(!valid || (!partly && (!isImage || (held == N && imageVersion && imageChecksum)))); /* VALID */
   if
-  :: faults && status == good && number == CLOSING -> damaged = true /* a cell fails later */
+  :: faults && status == good && number != FILECHECK -> printf("cell\n"); damaged = true /* it fails later */
   :: true
   fi
 }
 
 inline answer(n, what) {
+  printf("answer %d\n", n);
   if
   :: nfull(toHost) -> toHost!n,what
-  :: faults || full(toHost) -> skip /* lost */
-  :: faults && empty(toHost) -> toHost!n,what; toHost!n,what
-  :: faults && n == ACK && nfull(toHost) -> if :: toHost!n,good :: toHost!n,bad :: toHost!n,failed fi
-  :: faults && n != ACK && nfull(toHost) -> toHost!n,other
+  :: faults || full(toHost) -> printf("lose\n")
+  :: faults && empty(toHost) -> toHost!n,what; toHost!n,what; printf("double\n")
+  :: faults && n == ACK && nfull(toHost) ->
+     if :: toHost!n,good; printf("false 0\n") :: toHost!n,bad; printf("false 1\n")
+     :: toHost!n,failed; printf("false 2\n") fi
+  :: faults && n != ACK && nfull(toHost) -> toHost!n,other; printf("other\n")
   fi
 }
 
@@ -123,7 +126,7 @@ end:
   do
   :: atomic {
        toProduct?number,form ->
-       cut = false; status = bad;
+       printf("take %d\n", number); cut = false; status = bad;
        if
        :: number <= CLOSING -> take(); if :: !cut -> answer(ACK, status) :: else fi
        :: number > CLOSING && form != sound -> skip
@@ -138,12 +141,14 @@ end:
 
 inline send(n) {
   atomic {
+    do :: toHost?kind,got -> printf("hear\n") :: empty(toHost) -> break od; /* old input */
+    printf("send %d\n", n);
     if
     :: nfull(toProduct) -> toProduct!n,sound
-    :: faults || full(toProduct) -> skip
-    :: faults && empty(toProduct) -> toProduct!n,sound; toProduct!n,sound
-    :: faults && nfull(toProduct) -> toProduct!n,garbled
-    :: faults && nfull(toProduct) && n < N -> toProduct!n,changed
+    :: faults || full(toProduct) -> printf("lose\n")
+    :: faults && empty(toProduct) -> toProduct!n,sound; toProduct!n,sound; printf("double\n")
+    :: faults && nfull(toProduct) -> toProduct!n,garbled; printf("garble\n")
+    :: faults && nfull(toProduct) && n < N -> toProduct!n,changed; printf("change\n")
     fi
   }
 }
@@ -153,8 +158,8 @@ inline send(n) {
 
 inline await(n) {
   do
-  :: atomic { toHost?kind,got -> if :: kind == n -> break :: else fi }
-  :: atomic { faults || quiet -> got = silence; break }
+  :: atomic { toHost?kind,got -> printf("hear\n"); if :: kind == n -> break :: else fi }
+  :: atomic { faults || quiet -> printf("silence\n"); got = silence; break }
   od
 }
 
@@ -181,7 +186,7 @@ inline update() {
 
 active proctype host() {
   byte step, tries, kind; mtype got = silence; bool proven;
-  if :: sameVersion = true :: sameVersion = false fi;
+  if :: sameVersion = true; printf("same version\n") :: sameVersion = false fi;
   update();
   assert(!proven || (valid && holdsImage));                                  /* SUCCESS */
   faults = false;

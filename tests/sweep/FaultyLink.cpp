@@ -72,6 +72,11 @@ Topic topicOf(const QByteArray& command)
     return subCommand == dataCommand ? Topic::Data : Topic::Any;
 }
 
+bool isSameCode(const hx::sim::StoredCode& a, const hx::sim::StoredCode& b)
+{
+    return a.valid == b.valid && a.bytes == b.bytes && a.version == b.version && a.crc == b.crc;
+}
+
 void FaultyLink::repair()
 {
     m_out.repair();
@@ -177,6 +182,7 @@ void FaultyLink::hearBytes(const Piece& piece)
     QVector<hx::sim::SimulatedReply> replies = m_product.receive(piece.bytes);
     m_product.sound().setModel(model);
     m_product.failPowerAfter(-1);
+    noteValidCode();
     for (const Fault& fault : piece.atEnd) {
         if ((isPowerCut(fault) && !m_product.answersFirst()) || isFalseAnswer(fault))
             replies.clear(); // power fails behind the last write too: the answer is lost
@@ -189,11 +195,23 @@ void FaultyLink::hearBytes(const Piece& piece)
     strikeAtEnd(piece.atEnd);
 }
 
+// What it holds, and what it would hold at the next look: an unsteady bit may be another one then.
+void FaultyLink::noteValidCode()
+{
+    hx::sim::SimulatedProduct look = m_product.sound();
+    look.receive(identityHead + QByteArray::fromHex("7F0601F7"));
+    for (const hx::sim::StoredCode& code : {m_product.code(), look.code()}) {
+        if (code.valid && (m_validCodes.empty() || !isSameCode(m_validCodes.back(), code)))
+            m_validCodes.push_back(code);
+    }
+}
+
 void FaultyLink::strikeAtEnd(const std::vector<Fault>& faults)
 {
     for (const Fault& fault : faults) {
         if (isPowerCut(fault))
             m_product.powerCycle();
+        noteValidCode();
         if (fault.kind == FaultKind::BadCell)
             m_product.sound().damageCode(fault.value);
         if (isFalseAnswer(fault))
@@ -240,6 +258,7 @@ void FaultyLink::happen(const Piece& piece)
         break;
     case Piece::Then::PowerOff:
         m_product.powerCycle();
+        noteValidCode();
         break;
     case Piece::Then::Deaf:
         m_deafUntil = m_clock.now() + piece.duration;

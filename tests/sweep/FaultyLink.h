@@ -31,6 +31,8 @@ struct Acknowledged {
 // What a command is about; Any: nothing that an update asks or sends.
 Topic topicOf(const QByteArray& command);
 
+bool isSameCode(const hx::sim::StoredCode& a, const hx::sim::StoredCode& b);
+
 class FaultyLink final : public hx::MidiPort {
 public:
     static constexpr hx::Microseconds byteTime = 320;
@@ -51,6 +53,9 @@ public:
     const WireRecord& record() const { return m_record; }
     const std::vector<Acknowledged>& acknowledged() const { return m_acknowledged; }
 
+    // Everything that the product has called valid code, one after the other.
+    const std::vector<hx::sim::StoredCode>& validCodes() const { return m_validCodes; }
+
 private:
     struct Travelling {
         Direction direction;
@@ -61,6 +66,7 @@ private:
     void moveTo(hx::Microseconds time);
     void hear(const Piece& piece);
     void hearBytes(const Piece& piece);
+    void noteValidCode();
     void strikeAtEnd(const std::vector<Fault>& faults);
     void answer(const QByteArray& message, hx::Microseconds delay);
     void happen(const Piece& piece);
@@ -74,6 +80,7 @@ private:
     std::multimap<hx::Microseconds, Travelling> m_travelling; // by the moment of arrival
     WireRecord m_record;
     std::vector<Acknowledged> m_acknowledged;
+    std::vector<hx::sim::StoredCode> m_validCodes;
     QByteArray m_command;
     hx::Microseconds m_sentAt = 0;
     hx::Microseconds m_deafUntil = 0;

@@ -40,11 +40,6 @@ bool holds(const hx::sim::StoredCode& code, const hx::UpdateImage& image)
            code.crc == image.statedCrc && code.kind == hx::sim::kindFwu;
 }
 
-bool isSame(const hx::sim::StoredCode& a, const hx::sim::StoredCode& b)
-{
-    return a.valid == b.valid && a.bytes == b.bytes && a.version == b.version && a.crc == b.crc;
-}
-
 // A message that once is late, lost in part or in pieces, or has real-time bytes in it, is made
 // good by asking or sending again.
 bool isOvercome(const Fault& fault)
@@ -219,9 +214,10 @@ private:
     {
         demand(!m_result.succeeded() || holds(now, m_image),
                QStringLiteral("FALSE SUCCESS: the memory does not hold the image"));
-        demand(!now.valid || holds(now, m_image) || isSame(before, now) || isDamaged(before, now),
+        demand(!now.valid || holds(now, m_image) || isSameCode(before, now) ||
+                   isDamaged(before, now),
                QStringLiteral("the product calls code valid that is neither old nor new"));
-        demand(m_result.touched || isSame(before, now) || isDamaged(before, now),
+        demand(m_result.touched || isSameCode(before, now) || isDamaged(before, now),
                QStringLiteral("it says that nothing was sent, but the memory changed"));
     }
 
@@ -267,13 +263,15 @@ private:
                                                   : "without valid code")));
     }
 
-    // Nothing is called unfinished that the product holds whole and says so.
+    // Nothing is called unfinished that the product holds whole and says so. Who only hears other
+    // answers each time cannot know it.
     void checkStateText(const hx::sim::StoredCode& now)
     {
         const bool isIntact = m_result.productCondition == ProductCondition::CodeIntact;
         const bool saysUnfinished = m_result.productState.startsWith(
             QLatin1String("The update was begun and not finished"));
-        demand(!isIntact || !saysUnfinished || !holds(now, m_image),
+        const bool mayKnow = !m_scenario.isLasting() || isToldClearly(now);
+        demand(!isIntact || !saysUnfinished || !holds(now, m_image) || !mayKnow,
                QStringLiteral("it calls an update unfinished that the product holds whole"));
     }
 
@@ -328,6 +326,18 @@ QStringList brokenWords(const std::vector<Acknowledged>& acknowledged, const hx:
     return words;
 }
 
+// Code that was called valid meanwhile and is neither the old one nor the image's.
+QStringList wronglyValid(const std::vector<hx::sim::StoredCode>& codes,
+                         const hx::sim::StoredCode& before, const hx::UpdateImage& image)
+{
+    const bool isWrong = std::any_of(codes.begin(), codes.end(), [&](const auto& code) {
+        return !isSameCode(code, before) && !holds(code, image);
+    });
+    return isWrong ? QStringList(QStringLiteral("the product called code valid on the way that is "
+                                                "neither old nor new"))
+                   : QStringList();
+}
+
 } // namespace
 
 Laboratory::Laboratory(DeviceInterface& device, const Flaw* flaw)
@@ -357,7 +367,8 @@ TrialReport Laboratory::tryScenario(const Scenario& scenario)
     report.complaints = Examination(scenario, m_image, result, report.record)
                             .complaints(m_fresh.code(), product.code(), link.clock().now());
     if (!scenario.has(FaultKind::BadCell))
-        report.complaints << brokenWords(link.acknowledged(), m_image);
+        report.complaints << brokenWords(link.acknowledged(), m_image)
+                          << wronglyValid(link.validCodes(), m_fresh.code(), m_image);
     link.repair();
     const hx::UpdateResult again = update();
     if (!again.succeeded() || !holds(product.code(), m_image))
