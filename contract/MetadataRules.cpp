@@ -14,10 +14,9 @@ using InstanceFunction = QObject* (*)();
 
 InstanceFunction instanceFunction(const LoadedPlugin& plugin)
 {
+    // The plugin keeps its library loaded. Unloading is its part alone: Qt 6 unmaps what others use.
     QLibrary library(plugin.filePath());
-    const auto function = reinterpret_cast<InstanceFunction>(library.resolve("qt_plugin_instance"));
-    library.unload(); // the plugin itself keeps it loaded
-    return function;
+    return reinterpret_cast<InstanceFunction>(library.resolve("qt_plugin_instance"));
 }
 
 void* castTo(const RuleSubject& subject, const char* name)

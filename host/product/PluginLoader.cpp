@@ -1,5 +1,7 @@
 #include "host/product/PluginLoader.h"
 
+#include "host/product/LibraryFile.h"
+#include "host/product/PluginQtVersion.h"
 #include "host/product/PluginTrial.h"
 
 #include <QDir>
@@ -65,15 +67,36 @@ PluginLoadResult checkIsLibrary(const QString& path)
                       .arg(file.size()));
 }
 
+PluginLoadResult otherQt(const QString& path, const QtVersion& made)
+{
+    return failed(
+        PluginFault::OtherQt,
+        QStringLiteral("%1 is made for Qt %2, this host runs Qt %3. Install the plugin made "
+                       "for Qt %4, or use the host made for Qt %5.")
+            .arg(path, made.text(), runningQt().text())
+            .arg(runningQt().majorNumber)
+            .arg(made.majorNumber));
+}
+
 // Looks at the metadata alone: no code of the plugin runs.
 PluginLoadResult checkMetaData(const QPluginLoader& loader, const QString& path)
 {
     const QJsonObject metaData = loader.metaData();
+    const std::optional<QtVersion> made = qtVersionOfPlugin(metaData, path);
+    if (made && made->majorNumber != runningQt().majorNumber)
+        return otherQt(path, *made);
     if (metaData.isEmpty())
         return failed(PluginFault::NoMetadata,
                       QStringLiteral("%1 carries no plugin metadata (%2). It is another kind of "
                                      "library, or damaged; install the plugin again.")
                           .arg(path, loader.errorString()));
+    if (isCutOff(path))
+        return failed(
+            PluginFault::NoMetadata,
+            QStringLiteral("%1 is cut off: it has %2 bytes and lacks its end. Install the "
+                           "plugin again.")
+                .arg(path)
+                .arg(QFileInfo(path).size()));
     const QString iid = metaData.value(iidKey).toString();
     if (!iid.startsWith(deviceInterfacePrefix()))
         return failed(PluginFault::WrongInterface,
