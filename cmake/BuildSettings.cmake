@@ -27,6 +27,10 @@ endif()
 # So that a program's linker can leave out what it does not use.
 add_compile_options($<$<CONFIG:Release>:-ffunction-sections> $<$<CONFIG:Release>:-fdata-sections>)
 add_compile_definitions(QT_DEPRECATED_WARNINGS QT_NO_KEYWORDS)
+# Nothing that was deprecated in Qt 5.12 is there; Qt 5 warns of all that was deprecated up to 5.15.
+if(HX_QT EQUAL 6)
+  add_compile_definitions(QT_DISABLE_DEPRECATED_BEFORE=0x050C00)
+endif()
 
 list(APPEND CMAKE_MODULE_PATH ${CMAKE_CURRENT_LIST_DIR})
 include(${CMAKE_CURRENT_LIST_DIR}/Install.cmake)
@@ -52,5 +56,5 @@ function(hx_link_small program)
   hx_small(${program})
   target_link_options(${program} PRIVATE
     $<IF:$<PLATFORM_ID:Darwin>,-Wl$<COMMA>-dead_strip,-Wl$<COMMA>--gc-sections>
-    $<$<AND:$<CONFIG:Release>,$<CXX_COMPILER_ID:GNU>>:-Os;-flto=auto;-flto-partition=one>)
+    $<$<AND:$<CONFIG:Release>,$<CXX_COMPILER_ID:GNU>>:-Os;-flto=auto>)
 endfunction()

@@ -13,11 +13,13 @@ endif()
 
 # Components: plugin (to run it), devel (to build with it), tools (the programs).
 
+# What the package is called.
+set(HX_KIT HxMidiKit${HX_QT_SUFFIX})
 # Folder names as short as `host` stay out of the include folder that all packages share.
-set(HX_INSTALL_INCLUDEDIR ${CMAKE_INSTALL_INCLUDEDIR}/hxmidikit)
+set(HX_INSTALL_INCLUDEDIR ${CMAKE_INSTALL_INCLUDEDIR}/hxmidikit${HX_QT_SUFFIX})
 # Device plugins, of this project and of others; the host program looks for them here.
-set(HX_INSTALL_PLUGINDIR ${CMAKE_INSTALL_LIBDIR}/hxmidikit/plugins)
-set(HX_INSTALL_CMAKEDIR ${CMAKE_INSTALL_LIBDIR}/cmake/HxMidiKit)
+set(HX_INSTALL_PLUGINDIR ${CMAKE_INSTALL_LIBDIR}/hxmidikit${HX_QT_SUFFIX}/plugins)
+set(HX_INSTALL_CMAKEDIR ${CMAKE_INSTALL_LIBDIR}/cmake/${HX_KIT})
 set(HX_INSTALL_PKGCONFIGDIR ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
 # hx_relative_install_path(RESULT FROM TO): how to get from one installed folder to another, so that
@@ -33,13 +35,15 @@ endfunction()
 
 # hx_install_library(TARGET DESCRIPTION TEXT [REQUIRES PACKAGE...] [EXPORT NAME] HEADERS FILE...):
 # a library that other projects link. The headers go into a folder named as the room's, so that they
-# are included by the same name as here. REQUIRES names the pkg-config packages it leans on.
+# are included by the same name as here. REQUIRES names the pkg-config packages it leans on; its own
+# are those of the same major version of Qt.
 function(hx_install_library target)
   cmake_parse_arguments(ARG "" "DESCRIPTION;EXPORT" "REQUIRES;HEADERS" ${ARGN})
   if(NOT ARG_EXPORT)
     set(ARG_EXPORT HxMidiKitTargets)
   endif()
   add_library(HxMidiKit::${target} ALIAS ${target})
+  set_target_properties(${target} PROPERTIES OUTPUT_NAME ${target}${HX_QT_SUFFIX})
   get_filename_component(room ${CMAKE_CURRENT_SOURCE_DIR} NAME)
   install(TARGETS ${target} EXPORT ${ARG_EXPORT}
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT devel
@@ -53,13 +57,14 @@ function(hx_install_library target)
 endfunction()
 
 function(hx_install_pkgconfig target description requires)
+  list(TRANSFORM requires APPEND "${HX_QT_SUFFIX}" REGEX "^Hx")
   string(REPLACE ";" ", " PC_REQUIRES "${requires}")
-  set(PC_NAME ${target})
+  set(PC_NAME ${target}${HX_QT_SUFFIX})
   set(PC_DESCRIPTION "${description}")
   set(PC_LIBS "")
   get_target_property(type ${target} TYPE)
   if(NOT type STREQUAL INTERFACE_LIBRARY)
-    set(PC_LIBS "-L\${libdir} -l${target}")
+    set(PC_LIBS "-L\${libdir} -l${PC_NAME}")
   endif()
   hx_relative_install_path(PC_PREFIX ${HX_INSTALL_PKGCONFIGDIR} .)
   foreach(folder IN ITEMS CMAKE_INSTALL_LIBDIR HX_INSTALL_INCLUDEDIR HX_INSTALL_PLUGINDIR)
@@ -69,8 +74,8 @@ function(hx_install_pkgconfig target description requires)
     endif()
   endforeach()
   configure_file(${PROJECT_SOURCE_DIR}/cmake/library.pc.in
-    ${PROJECT_BINARY_DIR}/pkgconfig/${target}.pc @ONLY)
-  install(FILES ${PROJECT_BINARY_DIR}/pkgconfig/${target}.pc
+    ${PROJECT_BINARY_DIR}/pkgconfig/${PC_NAME}.pc @ONLY)
+  install(FILES ${PROJECT_BINARY_DIR}/pkgconfig/${PC_NAME}.pc
     DESTINATION ${HX_INSTALL_PKGCONFIGDIR} COMPONENT devel)
 endfunction()
 
@@ -99,16 +104,23 @@ endfunction()
 
 # hx_install_package(): call it last, when every target is known.
 function(hx_install_package)
+  math(EXPR otherQt "11 - ${QT_VERSION_MAJOR}")
+  set(otherKit HxMidiKit-qt6)
+  if(QT_VERSION_MAJOR EQUAL 6)
+    set(otherKit HxMidiKit)
+  endif()
+  list(TRANSFORM HX_QT_CORE REPLACE ".*::" "" OUTPUT_VARIABLE qtModules)
+  list(JOIN qtModules " " qtModules)
   configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/HxMidiKitConfig.cmake.in
-    ${PROJECT_BINARY_DIR}/HxMidiKitConfig.cmake
+    ${PROJECT_BINARY_DIR}/${HX_KIT}Config.cmake
     INSTALL_DESTINATION ${HX_INSTALL_CMAKEDIR}
     PATH_VARS HX_INSTALL_PLUGINDIR)
   # Before 1.0 a minor version may change the interfaces.
-  write_basic_package_version_file(${PROJECT_BINARY_DIR}/HxMidiKitConfigVersion.cmake
+  write_basic_package_version_file(${PROJECT_BINARY_DIR}/${HX_KIT}ConfigVersion.cmake
     COMPATIBILITY SameMinorVersion)
   install(FILES
-    ${PROJECT_BINARY_DIR}/HxMidiKitConfig.cmake
-    ${PROJECT_BINARY_DIR}/HxMidiKitConfigVersion.cmake
+    ${PROJECT_BINARY_DIR}/${HX_KIT}Config.cmake
+    ${PROJECT_BINARY_DIR}/${HX_KIT}ConfigVersion.cmake
     ${PROJECT_SOURCE_DIR}/cmake/FindRtMidi.cmake
     DESTINATION ${HX_INSTALL_CMAKEDIR} COMPONENT devel)
   install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT devel

@@ -11,7 +11,7 @@ endif()
 function(hx_option name default text)
   if(HX_IS_TOP)
     set(${name} ${default} CACHE STRING "${text}")
-  elseif(NOT DEFINED ${name})
+  elseif("${${name}}" STREQUAL "") # also where the project around has left it empty in its cache
     set(${name} ${default} PARENT_SCOPE)
   endif()
 endfunction()

@@ -13,6 +13,7 @@ endif()
 # The oldest that is built with, what Debian's packages are called, and the modules that 6 has moved.
 if(HX_QT EQUAL 5)
   set(HX_QT_VERSION 5.12)
+  set(HX_QT_SUFFIX "")
   set(HX_QT_CORE Core)
   set(HX_QT_SVG Svg)
   set(corePackages "qtbase5-dev")
@@ -20,6 +21,7 @@ if(HX_QT EQUAL 5)
   set(HX_QT_TRANSLATION_PACKAGE qttools5-dev-tools)
 else()
   set(HX_QT_VERSION 6.4)
+  set(HX_QT_SUFFIX -qt6) # of what is installed, so that both majors find room beside each other
   set(HX_QT_CORE Core Core5Compat) # QRegExp
   set(HX_QT_SVG SvgWidgets)
   set(corePackages "qt6-base-dev qt6-5compat-dev")
@@ -33,5 +35,7 @@ find_package(QT NAMES Qt${HX_QT} ${HX_QT_VERSION} REQUIRED COMPONENTS Core) # QT
 if(HX_HAS_APPS)
   hx_find_package(Qt${HX_QT} "${windowPackages}" ${HX_QT_VERSION} COMPONENTS DBus ${HX_QT_SVG} Widgets)
 endif()
+list(TRANSFORM HX_QT_CORE REPLACE "(.+)" "Qt${QT_VERSION_MAJOR}\\1 >= ${HX_QT_VERSION}"
+  OUTPUT_VARIABLE HX_QT_PKGCONFIG)
 list(TRANSFORM HX_QT_CORE PREPEND Qt${QT_VERSION_MAJOR}::)
 list(TRANSFORM HX_QT_SVG PREPEND Qt${QT_VERSION_MAJOR}::)

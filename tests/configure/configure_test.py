@@ -78,6 +78,29 @@ class Configure(unittest.TestCase):
         said = self.configure("-DHX_PARTS=plugins", succeeds=False)
         self.assertIn('HX_PARTS is "plugins". Expected: plugin (', said)
 
+    def test_qt_5_unless_6_is_asked_for(self):
+        for options, major in (((), 5), (("-DHX_QT=6",), 6)):
+            self.configure("-DHX_PARTS=plugin", *options)
+            commands = (self.folder / "build/compile_commands.json").read_text(encoding="utf-8")
+            self.assertEqual({str(major)}, set(re.findall(r"/qt(\d)/QtCore ", commands)))
+        said = self.configure("-DHX_PARTS=plugin", "-DHX_QT=4", succeeds=False)
+        self.assertIn('HX_QT is "4". Expected: 5 (Qt 5.12 to 5.15) or 6 (Qt 6.4 or newer).', said)
+
+    def test_a_missing_qt_6_names_its_packages(self):
+        said = self.configure("-DHX_PARTS=plugin", "-DHX_QT=6", "-DCMAKE_DISABLE_FIND_PACKAGE_Qt6=ON",
+                              succeeds=False)
+        self.assertIn("Debian: apt install qt6-base-dev qt6-5compat-dev.", said)
+
+    def test_a_project_around_this_one_has_chosen_its_qt(self):
+        around = self.folder / "around"
+        around.mkdir()
+        (around / "main.cpp").write_text("int main() {}\n", encoding="utf-8")
+        project = PARENT.replace("add_subdirectory", "find_package(Qt6 REQUIRED COMPONENTS Core)\nadd_subdirectory")
+        (around / "CMakeLists.txt").write_text(project, encoding="utf-8")
+        self.configure(f"-DHX_SOURCE={SOURCE}", source=around)
+        commands = (self.folder / "build/compile_commands.json").read_text(encoding="utf-8")
+        self.assertEqual({"6"}, set(re.findall(r"/qt(\d)/QtCore ", commands)))
+
     def test_warnings_are_errors_only_when_asked_for(self):
         for option, are_errors in ((), False), (("-DHX_WERROR=ON",), True):
             self.configure("-DHX_PARTS=plugin", *option)
@@ -94,7 +117,7 @@ class Configure(unittest.TestCase):
         before = self.cache()
         project.write_text(PARENT, encoding="utf-8")
         self.configure(f"-DHX_SOURCE={SOURCE}", source=around)
-        added = {name for name in self.cache() - before if not re.fullmatch(r"Qt5\w*_DIR|\w+_DIR", name)}
+        added = {name for name in self.cache() - before if not re.fullmatch(r"\w+_DIR", name)}
         self.assertEqual({"HX_SOURCE"}, added)
         tests = subprocess.run(["ctest", "--test-dir", self.folder / "build", "-N"], stdout=subprocess.PIPE,
                                stderr=subprocess.STDOUT, text=True).stdout

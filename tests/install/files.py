@@ -4,33 +4,33 @@ import json
 import re
 import unittest
 
-from outside import BUILD, ENVIRONMENT, LIBDIR, PREFIX, SOURCE, VERSION, installed_plugin, run
+from outside import BUILD, ENVIRONMENT, KIT, LIBDIR, PREFIX, SOURCE, SUFFIX, VERSION, installed_plugin, run
 
-INCLUDES = "include/hxmidikit/"
+INCLUDES = f"include/hxmidikit{SUFFIX}/"
 LIBRARIES = ["HxMidiData", "HxDeviceInterface", "HxHost", "HxSimulator", "HxPorts"]
 
 # Every installed file fits one of these, and each of these has a file.
 PLACES = [
     "bin/hxhost",
     "bin/hxmidi",
-    "include/hxmidikit/mididata/HxMidiData.h",
-    "include/hxmidikit/deviceinterface/Bus.h",
-    "include/hxmidikit/deviceinterface/DeviceInterface.h",
-    "include/hxmidikit/deviceinterface/FwUpdateProtocol.h",
-    "include/hxmidikit/host/*.h",
-    "include/hxmidikit/simulator/*.h",
-    "include/hxmidikit/ports/*.h",
-    "LIB/libHxMidiData.a",
-    "LIB/libHxHost.a",
-    "LIB/libHxSimulator.a",
-    "LIB/libHxPorts.a",
-    "LIB/hxmidikit/plugins/libtarv_valdrinboot_3041.*",
-    "LIB/cmake/HxMidiKit/HxMidiKitConfig.cmake",
-    "LIB/cmake/HxMidiKit/HxMidiKitConfigVersion.cmake",
-    "LIB/cmake/HxMidiKit/HxMidiKit*Targets.cmake",
-    "LIB/cmake/HxMidiKit/HxMidiKit*Targets-*.cmake",
-    "LIB/cmake/HxMidiKit/FindRtMidi.cmake",
-    *(f"LIB/pkgconfig/{library}.pc" for library in LIBRARIES),
+    INCLUDES + "mididata/HxMidiData.h",
+    INCLUDES + "deviceinterface/Bus.h",
+    INCLUDES + "deviceinterface/DeviceInterface.h",
+    INCLUDES + "deviceinterface/FwUpdateProtocol.h",
+    INCLUDES + "host/*.h",
+    INCLUDES + "simulator/*.h",
+    INCLUDES + "ports/*.h",
+    f"LIB/libHxMidiData{SUFFIX}.a",
+    f"LIB/libHxHost{SUFFIX}.a",
+    f"LIB/libHxSimulator{SUFFIX}.a",
+    f"LIB/libHxPorts{SUFFIX}.a",
+    f"LIB/hxmidikit{SUFFIX}/plugins/libtarv_valdrinboot_3041.*",
+    f"LIB/cmake/{KIT}/{KIT}Config.cmake",
+    f"LIB/cmake/{KIT}/{KIT}ConfigVersion.cmake",
+    f"LIB/cmake/{KIT}/HxMidiKit*Targets.cmake",
+    f"LIB/cmake/{KIT}/HxMidiKit*Targets-*.cmake",
+    f"LIB/cmake/{KIT}/FindRtMidi.cmake",
+    *(f"LIB/pkgconfig/{library}{SUFFIX}.pc" for library in LIBRARIES),
     "share/doc/HxMidiKit/examples/minimal-host/*",
     "bin/hxupdate",
     "share/applications/com.tarv.hxupdate.desktop",
@@ -97,7 +97,7 @@ class Installed(unittest.TestCase):
                 self.assertIn(INCLUDES + included, headers, name)
 
     def test_all_headers_compile_together(self):
-        flags = run("pkg-config", "--cflags", "HxPorts").split()
+        flags = run("pkg-config", "--cflags", "HxPorts" + SUFFIX).split()
         program = PREFIX.parent / "all-headers.cpp"
         program.write_text("".join(
             f'#include "{name[len(INCLUDES):]}"\n'
@@ -106,7 +106,7 @@ class Installed(unittest.TestCase):
             "-fsyntax-only", *flags, program)
 
     def test_pkg_config_knows_every_library(self):
-        for library in LIBRARIES:
+        for library in (name + SUFFIX for name in LIBRARIES):
             self.assertEqual(f"{VERSION}\n", run("pkg-config", "--modversion", library))
             run("pkg-config", "--exists", "--print-errors", library)
             folder = run("pkg-config", "--variable=plugindir", library).strip()

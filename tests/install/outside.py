@@ -9,6 +9,9 @@ SOURCE = pathlib.Path(os.environ["HX_SOURCE"])
 STAGE = pathlib.Path(os.environ["HX_STAGE"])
 VERSION = os.environ["HX_VERSION"]
 LIBDIR = os.environ["HX_LIBDIR"]
+QT = int(os.environ["HX_QT"])
+SUFFIX = "" if QT == 5 else f"-qt{QT}"
+KIT = "HxMidiKit" + SUFFIX
 PREFIX = STAGE / "prefix"
 EXAMPLES = PREFIX / "share/doc/HxMidiKit/examples"
 HERE = pathlib.Path(__file__).parent
@@ -21,15 +24,16 @@ ENVIRONMENT = dict(
 )
 
 
-def run(*command, folder=STAGE, status=0):
-    """Standard output of a command that must end with `status`; else fails, with all its output."""
+def run(*command, folder=STAGE, status=0, said=False):
+    """Standard output of a command that must end with `status`; else fails, with all its output. With `said` what
+    it printed as errors too."""
     done = subprocess.run(
         [str(part) for part in command], cwd=folder, env=ENVIRONMENT, text=True,
         stdout=subprocess.PIPE, stderr=subprocess.PIPE, check=False)
     if done.returncode != status:
         raise AssertionError(
             f"{command} ended with {done.returncode}, not {status}:\n{done.stdout}{done.stderr}")
-    return done.stdout
+    return done.stdout + (done.stderr if said else "")
 
 
 def fresh_copy(source, name):
@@ -42,12 +46,12 @@ def fresh_copy(source, name):
 def build(project, name):
     """Builds a copy of the project; returns the folder with what came out."""
     folder = fresh_copy(project, name)
-    run("cmake", "-S", ".", "-B", "build", folder=folder)
+    run("cmake", "-S", ".", "-B", "build", f"-DKIT={KIT}", folder=folder)
     run("cmake", "--build", "build", folder=folder)
     return folder / "build"
 
 
 def installed_plugin():
-    plugins = list((PREFIX / LIBDIR / "hxmidikit/plugins").iterdir())
+    plugins = list((PREFIX / LIBDIR / f"hxmidikit{SUFFIX}/plugins").iterdir())
     assert len(plugins) == 1, plugins
     return plugins[0]

@@ -4,7 +4,8 @@ import re
 import shlex
 import unittest
 
-from outside import ENVIRONMENT, EXAMPLES, HERE, STAGE, VERSION, build, fresh_copy, installed_plugin, run
+from outside import (ENVIRONMENT, EXAMPLES, HERE, KIT, QT, STAGE, SUFFIX, VERSION, build, fresh_copy,
+                     installed_plugin, run)
 
 BUFFER_OUTPUT = "F0 7E 46 45 F7 fits\n"
 
@@ -124,13 +125,13 @@ class Installed(unittest.TestCase):
 
     def test_a_program_builds_with_pkg_config(self):
         program = STAGE / "built-with-pkg-config"
-        flags = run("pkg-config", "--cflags", "--libs", "HxMidiData").split()
+        flags = run("pkg-config", "--cflags", "--libs", "HxMidiData" + SUFFIX).split()
         run(ENVIRONMENT["CXX"], "-std=c++17", "-fPIC", *shlex.split(ENVIRONMENT["CXXFLAGS"]),
             HERE / "mididata-program/main.cpp", *flags, "-o", program)
         self.assertEqual(BUFFER_OUTPUT, run(program))
 
     def test_only_the_ports_need_the_midi_library(self):
-        without = ("cmake", "-S", ".", "-B", "build", "-DCMAKE_DISABLE_FIND_PACKAGE_RtMidi=ON")
+        without = ("cmake", "-S", ".", "-B", "build", f"-DKIT={KIT}", "-DCMAKE_DISABLE_FIND_PACKAGE_RtMidi=ON")
         run(*without, folder=fresh_copy(HERE / "mididata-program", "without-rtmidi"))
         run(*without, folder=fresh_copy(EXAMPLES / "simulated-host", "ports-without-rtmidi"),
             status=1)
@@ -144,7 +145,24 @@ class Installed(unittest.TestCase):
         folder = fresh_copy(HERE / "mididata-program", "some-version")
         project = folder / "CMakeLists.txt"
         text = project.read_text(encoding="utf-8")
-        self.assertIn("HxMidiKit REQUIRED", text)
-        project.write_text(text.replace("HxMidiKit REQUIRED", f"HxMidiKit {version} REQUIRED"),
-                           encoding="utf-8")
-        run("cmake", "-S", ".", "-B", "build", folder=folder, status=status)
+        self.assertIn("${KIT} REQUIRED", text)
+        project.write_text(text.replace("${KIT} REQUIRED", f"${{KIT}} {version} REQUIRED"), encoding="utf-8")
+        run("cmake", "-S", ".", "-B", "build", f"-DKIT={KIT}", folder=folder, status=status)
+
+    def test_a_project_of_the_other_qt_is_refused(self):
+        self.configure_with_qt(QT, status=0)
+        said = self.configure_with_qt(11 - QT, status=1)
+        other = "HxMidiKit" if QT == 6 else "HxMidiKit-qt6"
+        self.assertIn(f"{KIT} is made for Qt {QT}, and this project uses Qt {11 - QT}: "
+                      f"find_package({other}) instead.", " ".join(said.split()))
+
+    def configure_with_qt(self, major, status):
+        """A project that has found this Qt, then finds the kit; a target stands for a Qt that is not here."""
+        folder = fresh_copy(HERE / "mididata-program", f"with-qt{major}")
+        project = folder / "CMakeLists.txt"
+        text = project.read_text(encoding="utf-8")
+        found = f"find_package(Qt{major} REQUIRED COMPONENTS Core)\n"
+        if major != QT:
+            found = f"add_library(Qt{major}::Core INTERFACE IMPORTED)\n"
+        project.write_text(text.replace("find_package(", found + "find_package(", 1), encoding="utf-8")
+        return run("cmake", "-S", ".", "-B", "build", f"-DKIT={KIT}", folder=folder, status=status, said=True)
