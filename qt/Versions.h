@@ -17,4 +17,11 @@ inline QString replaced(const QString& text, const QRegExp& pattern, const QStri
 #endif
 }
 
+// The second of the two functions that a plugin's library exports; the first is qt_plugin_instance.
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+constexpr char pluginMetadataFunction[] = "qt_plugin_query_metadata_v2";
+#else
+constexpr char pluginMetadataFunction[] = "qt_plugin_query_metadata";
+#endif
+
 } // namespace hx

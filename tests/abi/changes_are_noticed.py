@@ -3,6 +3,7 @@
 Argument 2 is the build folder.
 """
 import pathlib
+import re
 import shutil
 import subprocess
 import sys
@@ -11,6 +12,9 @@ import tempfile
 SOURCE, BUILD = (pathlib.Path(name) for name in sys.argv[1:])
 NEEDED = ["abi", "scripts", "mididata", "deviceinterface", "plugin"]
 SKIPPED = 77
+QT = re.search(r"^HX_QT:\w+=(\d)$", (BUILD / "CMakeCache.txt").read_text(encoding="utf-8"), re.MULTILINE).group(1)
+RECORD = "abi/public-abi.txt" if QT == "5" else "abi/public-abi-qt6.txt"
+ARRAY = 8 if QT == "5" else 24  # bytes of a QByteArray
 
 # What is changed: file, text, new text, and a line of the difference that must be shown.
 CHANGES = {
@@ -22,7 +26,7 @@ CHANGES = {
     "a member is added at the end": (
         "mididata/HxMidiData.h",
         "quint64 auxC = 0;", "quint64 auxC = 0;\n    int added = 0;",
-        "+HxMidiData: 48 bytes, aligned to 8"),
+        f"+HxMidiData: {ARRAY + 40} bytes, aligned to 8"),
     "a member is added in between": (
         "deviceinterface/FwUpdateProtocol.h",
         "ResponceData fileCheck;", "int timeoutMsNow = 0;\n    ResponceData fileCheck;",
@@ -32,11 +36,11 @@ CHANGES = {
         "Fwd = 2,", "Fwd = 3,",
         "+     3  Fwd"),
     "a function is no longer there": (
-        "abi/public-abi.txt",
+        RECORD,
         "HxMidiData::chomp(int)\n", "HxMidiData::chomp(int)\nHxMidiData::chop(int)\n",
         "-HxMidiData::chop(int)"),
     "a symbol is exported that was not": (
-        "abi/public-abi.txt",
+        RECORD,
         "qt_plugin_instance\n", "",
         "+qt_plugin_instance"),
 }

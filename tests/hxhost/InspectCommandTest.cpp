@@ -24,7 +24,7 @@ TEST_F(InspectCommand, ShowsMetadataIdentityAndNames)
         "plugin.className      ValdrinBootInterface\n"
         "plugin.keys           bootValdrinPlugin\n"
         "plugin.qtVersion      " +
-        QByteArray(QT_VERSION_STR).left(4) + ".0\n";
+        QString(QT_VERSION_STR).section('.', 0, 1).toLatin1() + ".0\n";
     EXPECT_EQ(ended.out.left(head.size()).toStdString(), head.toStdString());
     EXPECT_TRUE(ended.out.contains("device.productName    Valdrin\n"
                                    "device.nickName       MyValdrinBoot\n"

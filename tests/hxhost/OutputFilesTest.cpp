@@ -73,7 +73,7 @@ TEST_F(OutputFiles, TheProgramAndItsLibrariesAreNotOverwritten)
     expectRefused("\"$0\" identify --port simulator --trace bin/hxhost", program);
     expectRefused("ln bin/hxhost other && \"$0\" inspect --trace other", program);
     expectRefused("\"$0\" identify --port simulator --trace \"$(ldd \"$0\" | sed -n "
-                  "'s/.*libQt5Core[^ ]* => \\([^ ]*\\).*/\\1/p')\"",
+                  "'s/.*libQt[56]Core[.][^ ]* => \\([^ ]*\\).*/\\1/p')\"",
                   program);
     EXPECT_EQ(read(program), before);
 }

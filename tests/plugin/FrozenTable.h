@@ -10,11 +10,13 @@
 #define CALLS_THROUGH_FROZEN_TABLE
 #endif
 
-// `object` as an object of the second declaration. Where it came from is hidden from the optimiser,
-// which would otherwise conclude that no call through that declaration can reach it.
+// `object` as an object of the second declaration. To the optimiser the two have nothing to do with each
+// other: without the barrier it leaves out what an inlined constructor writes to the one, the pointer to
+// the table before all, because nobody reads it there, and concludes that no call through the other can
+// reach it.
 template <typename Frozen>
 Frozen* throughFrozenTable(void* object)
 {
-    void* volatile hidden = object;
-    return static_cast<Frozen*>(hidden);
+    asm volatile("" : "+r"(object) : : "memory");
+    return static_cast<Frozen*>(object);
 }

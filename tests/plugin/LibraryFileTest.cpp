@@ -1,4 +1,5 @@
 // The library file itself: what it is called, what it exports, what Qt's own tool reads from it.
+#include "qt/Versions.h"
 #include "tests/support/QtPrinting.h"
 
 #include <QFile>
@@ -43,15 +44,16 @@ TEST(LibraryFile, exportsQtsTwoEntryPointsAndNothingElse)
             names += QString(line.section(' ', 0, 0)).remove(QRegularExpression("^_(?=qt_)"));
     }
     names.sort();
-    EXPECT_EQ(names, (QStringList{"qt_plugin_instance", "qt_plugin_query_metadata"}));
+    EXPECT_EQ(names, (QStringList{"qt_plugin_instance", hx::pluginMetadataFunction}));
 }
 
 TEST(LibraryFile, qtsOwnToolReadsTheMetadata)
 {
     const QString tool = QStandardPaths::findExecutable(
-        "qtplugininfo", {QStringLiteral(HX_QT_BINARY_FOLDER), "/usr/lib/qt5/bin", "/usr/bin"});
+        "qtplugininfo", {QStringLiteral(HX_QT_BINARY_FOLDER), HX_QT_BINARY_FOLDER "/../bin"});
     if (tool.isEmpty())
-        GTEST_SKIP() << "qtplugininfo is not installed (Debian package qttools5-dev-tools)";
+        GTEST_SKIP()
+            << "qtplugininfo is not installed (Debian: qttools5-dev-tools, qt6-tools-dev-tools)";
     const QString text = outputOf(tool, {"--full-json", pluginFile});
     EXPECT_TRUE(text.contains("\"IID\": \"com.tarv.qtio.DeviceInterface.ValdrinBootInterface\""));
     EXPECT_TRUE(text.contains("\"className\": \"ValdrinBootInterface\""));
