@@ -32,8 +32,6 @@ NOT_RUN = {
     "scripts/run": "installs packages",
     "scripts/build": "builds the tree that this test is part of",
     "scripts/test": "builds and runs the tests that this test is one of",
-    "scripts/test-asan": "the same under the sanitizers; .ci/run runs it",
-    "scripts/test-tsan": "builds the tree another time",
     ".ci/run": "runs all tests",
     "scripts/analyse": "takes minutes; .ci/run runs it",
     "scripts/check-format": "needs clang-format; .ci/run runs it",
