@@ -56,5 +56,5 @@ function(hx_link_small program)
   hx_small(${program})
   target_link_options(${program} PRIVATE
     $<IF:$<PLATFORM_ID:Darwin>,-Wl$<COMMA>-dead_strip,-Wl$<COMMA>--gc-sections>
-    $<$<AND:$<CONFIG:Release>,$<CXX_COMPILER_ID:GNU>>:-Os;-flto=auto>)
+    $<$<AND:$<CONFIG:Release>,$<CXX_COMPILER_ID:GNU>>:-Os;-flto=auto;-flto-partition=one>)
 endfunction()

@@ -64,7 +64,7 @@ TEST(Drop, BeforeAProductIsFoundAGoodFileIsKept)
     WindowBench bench;
     bench.drop({bench.image()});
     ASSERT_TRUE(isTaken(bench));
-    EXPECT_EQ(noticeOf(bench), "The image 1.0.2.4.syx is kept until a product is found.");
+    EXPECT_EQ(noticeOf(bench), "The image 1.0.2.4.syx is kept for the next update.");
 }
 
 TEST(Drop, InTheReviewAnotherFileIsReviewed)

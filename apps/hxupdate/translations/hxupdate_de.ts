@@ -607,8 +607,8 @@
         <translation>Das Produkt ist nicht mehr angeschlossen. Schließen Sie es wieder an.</translation>
     </message>
     <message>
-        <source>The image %1 is kept until a product is found.</source>
-        <translation>Das Update %1 wird aufgehoben, bis ein Produkt gefunden ist.</translation>
+        <source>The image %1 is kept for the next update.</source>
+        <translation>Das Update %1 wird für die nächste Aktualisierung aufgehoben.</translation>
     </message>
     <message>
         <source>No file can be taken while an update runs.</source>

@@ -607,8 +607,8 @@
         <translation>El producto ya no está conectado. Conéctelo de nuevo.</translation>
     </message>
     <message>
-        <source>The image %1 is kept until a product is found.</source>
-        <translation>La actualización %1 se guarda hasta que se encuentre un producto.</translation>
+        <source>The image %1 is kept for the next update.</source>
+        <translation>El archivo %1 se guarda para la próxima actualización.</translation>
     </message>
     <message>
         <source>No file can be taken while an update runs.</source>

@@ -417,7 +417,7 @@
     <name>FactList</name>
     <message>
         <source>%1:</source>
-        <translation>%1 :</translation>
+        <translation>%1&#xa0;:</translation>
     </message>
 </context>
 <context>
@@ -607,8 +607,8 @@
         <translation>Le produit n’est plus branché. Rebranchez-le.</translation>
     </message>
     <message>
-        <source>The image %1 is kept until a product is found.</source>
-        <translation>La mise à jour %1 est gardée jusqu’à ce qu’un produit soit trouvé.</translation>
+        <source>The image %1 is kept for the next update.</source>
+        <translation>Le fichier %1 est gardé pour la prochaine mise à jour.</translation>
     </message>
     <message>
         <source>No file can be taken while an update runs.</source>
