@@ -43,18 +43,28 @@ function(hx_precompile target)
     $<$<CXX_COMPILER_ID:Clang>:SHELL:-Xclang -fno-pch-timestamp>)
 endfunction()
 
+# Whether objects of what the window is made of also hold what its linker can go on with. Not where
+# whoever builds has decided for everything.
+set(HX_SHRINKS FALSE)
+if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND NOT CMAKE_INTERPROCEDURAL_OPTIMIZATION
+    AND NOT CMAKE_CXX_FLAGS MATCHES "-flto")
+  set(HX_SHRINKS $<CONFIG:Release>)
+endif()
+
 # hx_small(TARGET): what the window is made of. Its size counts, and it waits for a MIDI wire, not for
-# the processor. Objects are ordinary ones that also hold what the linker can go on with.
+# the processor. Other programs link it as ever: gcc would shrink each of them, which takes seconds.
 function(hx_small target)
   target_compile_options(${target} PRIVATE
-    $<$<CONFIG:Release>:-Os>
-    $<$<AND:$<CONFIG:Release>,$<CXX_COMPILER_ID:GNU>>:-flto=auto;-ffat-lto-objects>)
+    $<$<CONFIG:Release>:-Os> $<$<BOOL:${HX_SHRINKS}>:-flto=auto;-ffat-lto-objects>)
+  target_link_options(${target} INTERFACE
+    $<BUILD_INTERFACE:$<$<AND:$<BOOL:${HX_SHRINKS}>,$<NOT:$<BOOL:$<TARGET_PROPERTY:HX_SMALL>>>>:-fno-lto>>)
 endfunction()
 
 # hx_link_small(PROGRAM): leaves out what the program does not use, and shrinks the rest as a whole.
 function(hx_link_small program)
   hx_small(${program})
+  set_target_properties(${program} PROPERTIES HX_SMALL TRUE)
   target_link_options(${program} PRIVATE
     $<IF:$<PLATFORM_ID:Darwin>,-Wl$<COMMA>-dead_strip,-Wl$<COMMA>--gc-sections>
-    $<$<AND:$<CONFIG:Release>,$<CXX_COMPILER_ID:GNU>>:-Os;-flto=auto;-flto-partition=one>)
+    $<$<BOOL:${HX_SHRINKS}>:-Os;-flto=auto;-flto-partition=one>)
 endfunction()

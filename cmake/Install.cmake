@@ -53,7 +53,22 @@ function(hx_install_library target)
     get_filename_component(folder ${header} DIRECTORY)
     install(FILES ${header} DESTINATION ${HX_INSTALL_INCLUDEDIR}/${room}/${folder} COMPONENT devel)
   endforeach()
+  hx_install_ordinary_objects(${target})
   hx_install_pkgconfig(${target} "${ARG_DESCRIPTION}" "${ARG_REQUIRES}")
+endfunction()
+
+# Takes out of the installed library what gcc can link on with: another version of gcc would refuse it.
+function(hx_install_ordinary_objects target)
+  get_target_property(type ${target} TYPE)
+  if(NOT HX_SHRINKS OR NOT CMAKE_OBJCOPY OR NOT type STREQUAL STATIC_LIBRARY)
+    return()
+  endif()
+  set(library "${CMAKE_INSTALL_LIBDIR}/$<TARGET_FILE_NAME:${target}>")
+  if(NOT IS_ABSOLUTE ${CMAKE_INSTALL_LIBDIR})
+    set(library "\${CMAKE_INSTALL_PREFIX}/${library}")
+  endif()
+  install(CODE "execute_process(COMMAND \"${CMAKE_OBJCOPY}\" --remove-section=.gnu.lto_*
+    --remove-section=.gnu.debuglto_* \"\$ENV{DESTDIR}${library}\")" COMPONENT devel)
 endfunction()
 
 function(hx_install_pkgconfig target description requires)

@@ -133,6 +133,37 @@ TEST(UpdateWindow, AnotherPortIsAskedOnlyWhenItIsChosen)
     EXPECT_TRUE(isProductFound(bench));
 }
 
+TEST(UpdateWindow, APortWhoseNameWouldSteerTheTextIsWrittenOutAndAskedByItsOwnName)
+{
+    const QString port = QStringLiteral("alsa:Inter\u202Eface\n20:0");
+    WindowBench bench;
+    bench.ports->plug(port);
+    bench.look();
+    bench.click("otherPort");
+    const auto* dialog = bench.dialog<QDialog>("portDialog");
+    EXPECT_EQ(dialog->findChild<QListWidget*>("ports")->item(0)->text(),
+              "alsa:Inter\\u202Eface\\x0A20:0");
+    bench.click("ask");
+    ASSERT_TRUE(isProductFound(bench));
+    EXPECT_EQ(bench.model->connection().product()->port, port);
+    EXPECT_TRUE(bench.allText().contains("alsa:Inter\\u202Eface\\x0A20:0"));
+}
+
+TEST(UpdateWindow, TwoProductsAreToldApartByPickingOne)
+{
+    WindowBench bench;
+    bench.ports->plug(productPort);
+    const QString second = QStringLiteral("alsa:Valdrin Update 24:0");
+    bench.ports->plug(second);
+    bench.look();
+    EXPECT_EQ(bench.textOf("title"), "More than one product answered");
+    bench.click("otherPort");
+    bench.dialog<QDialog>("portDialog")->findChild<QListWidget*>("ports")->setCurrentRow(1);
+    bench.click("ask");
+    ASSERT_TRUE(isProductFound(bench));
+    EXPECT_EQ(bench.model->connection().product()->port, second);
+}
+
 TEST(UpdateWindow, ADamagedImageIsToldAsTheHostTellsIt)
 {
     WindowBench bench;
