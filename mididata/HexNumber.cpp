@@ -38,7 +38,9 @@ HexNumber readHexNumber(std::string_view token)
             return {static_cast<unsigned int>(byte), true};
     }
     HexNumber number{};
-    const QString text = QString::fromLatin1(token.data(), static_cast<int>(token.size()));
+    // Qt 6 no longer passes over every blank that Qt 5 does: A0 and 85 among them.
+    const QString text =
+        QString::fromLatin1(token.data(), static_cast<int>(token.size())).trimmed();
     number.value = static_cast<unsigned int>(text.toInt(&number.ok, 16));
     return number;
 }

@@ -220,6 +220,15 @@ TEST(HexText, textInTheBuffersOwnStorageIsReadAsACopyOfItWouldBe)
     EXPECT_EQ(data.bytes, hex("7E0023"));
 }
 
+// Qt 6 itself takes "\xA0" "7E" for no number.
+TEST(HexText, aTokenMayBeginOrEndWithAnyBlankOfLatin1)
+{
+    HxMidiData data;
+    data.setText("F0,\xA0"
+                 "7E,06\x85,\t01,02\v");
+    EXPECT_EQ(data.bytes, hex("F07E060102"));
+}
+
 TEST(HexText, is0xHexStrLooksAtTheFirstTwoOfThreeCharacters)
 {
     const auto is0x = [](const char* text) {

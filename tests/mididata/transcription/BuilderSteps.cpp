@@ -94,7 +94,7 @@ void vSetData(QByteArray& bytes, const char* fmt, va_list args)
             bytes.append(text);
         } else {
             bool ok = false;
-            const int value = token.toInt(&ok, 16);
+            const int value = token.trimmed().toInt(&ok, 16);
             if (ok)
                 appendNum(bytes, static_cast<unsigned int>(value));
         }

@@ -80,7 +80,7 @@ QByteArray setText(const char* text)
         if (token.isEmpty())
             continue;
         bool ok = false;
-        const int value = token.toInt(&ok, 16);
+        const int value = token.trimmed().toInt(&ok, 16);
         if (!ok) {
             qDebug() << "HxMidiData::HxMidiData(const char*,int) - error converting hex string: "
                      << string;
