@@ -2,6 +2,8 @@
 
 #include "host/base/HexText.h"
 
+#include <initializer_list>
+
 namespace hx {
 
 namespace {
@@ -118,6 +120,17 @@ bool UpdateVerification::kindFits()
                                    .arg(codeTypeTag(told), codeTypeTag(m_image->kind)));
 }
 
+// A port that is gone says more than what was not answered before it went.
+bool UpdateVerification::wasReadToTheEnd()
+{
+    for (const Reading* reading : std::initializer_list<const Reading*>{
+             &m_result.versionAfter, &m_result.stored, &m_result.calculated}) {
+        if (reading->state == ReadingState::PortLost)
+            return m_steps.endOn(*reading, UpdateOutcome::PortLost);
+    }
+    return true;
+}
+
 bool UpdateVerification::passes(UpdateOutcome whenSilent)
 {
     if (!identifyAgain(whenSilent))
@@ -125,7 +138,7 @@ bool UpdateVerification::passes(UpdateOutcome whenSilent)
     readAll();
     if (!versionAgrees() || !checksumsAgree())
         readAll(); // one answer that was changed on the way must not condemn good code
-    return checkVersion() && checkChecksums();
+    return wasReadToTheEnd() && checkVersion() && checkChecksums();
 }
 
 } // namespace hx

@@ -23,6 +23,7 @@ private:
     void readAll();
     bool versionAgrees() const;
     bool checksumsAgree() const;
+    bool wasReadToTheEnd();
     bool checkVersion();
     bool checkChecksums();
     CodeType kindTold();

@@ -191,6 +191,8 @@ void FaultyLink::hearBytes(const Piece& piece)
         if (isGoodAcknowledgement(reply.bytes))
             m_acknowledged.push_back({piece.bytes, m_product.code()});
         answer(reply.bytes, reply.delayUs);
+        if (topicOf(reply.bytes) == Topic::Calculated)
+            m_codeWhenCalculated = m_product.code();
     }
     strikeAtEnd(piece.atEnd);
 }

@@ -53,6 +53,9 @@ public:
     const WireRecord& record() const { return m_record; }
     const std::vector<Acknowledged>& acknowledged() const { return m_acknowledged; }
 
+    // What the product held when it last answered with the checksum of it.
+    const hx::sim::StoredCode& codeWhenCalculated() const { return m_codeWhenCalculated; }
+
     // Everything that the product has called valid code, one after the other.
     const std::vector<hx::sim::StoredCode>& validCodes() const { return m_validCodes; }
 
@@ -81,6 +84,7 @@ private:
     WireRecord m_record;
     std::vector<Acknowledged> m_acknowledged;
     std::vector<hx::sim::StoredCode> m_validCodes;
+    hx::sim::StoredCode m_codeWhenCalculated;
     QByteArray m_command;
     hx::Microseconds m_sentAt = 0;
     hx::Microseconds m_deafUntil = 0;

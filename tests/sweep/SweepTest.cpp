@@ -139,6 +139,43 @@ TEST_F(Sweep, TwoFaultsInOneMessageBothStrike)
     EXPECT_EQ(late.outcome, hx::UpdateOutcome::Succeeded);
 }
 
+// Late data erased the product while its last answer, true when it was given, was on its way.
+TEST_F(Sweep, WhatComesAfterTheLastAnswerIsNotTheHostsToKnow)
+{
+    const TrialReport report = tryLine("in 10.4 delay 2190000 x2 + out 3.0 delay 2200001 x2");
+    EXPECT_EQ(complaintsOf(report), "");
+    EXPECT_FALSE(report.isFalseSuccess);
+}
+
+// The sum of the file check is the same, the version is another one: only the host sees it.
+TEST_F(Sweep, APortThatIsGoneSaysMoreThanTheAnswerThatDidNotComeBefore)
+{
+    const TrialReport report = tryLine("in 9.4 deaf 30000000 x1 + in 10.7 vanish x1");
+    EXPECT_EQ(complaintsOf(report), "");
+    EXPECT_EQ(report.outcome, hx::UpdateOutcome::PortLost);
+}
+
+TEST_F(Sweep, AVersionChangedUnderTheSameSumIsNoSuccess)
+{
+    const TrialReport report = tryLine("out 5.18 flip 02 x* + out 5.20 flip 02 x*");
+    EXPECT_EQ(complaintsOf(report), "");
+    EXPECT_EQ(report.outcome, hx::UpdateOutcome::VerificationFailed);
+}
+
+TEST_F(Sweep, CodeOfAnotherKindOnTheWayIsNoSuccess)
+{
+    const TrialReport report = tryLine("out 9.0 reorder x2 + out 3.6 flip 01 x*");
+    EXPECT_EQ(complaintsOf(report), "");
+    EXPECT_NE(report.outcome, hx::UpdateOutcome::Succeeded);
+}
+
+TEST_F(Sweep, WhereEveryAnswerIsChangedTheHostSaysWhatTheAnswersSay)
+{
+    for (const char* line :
+         {"in 6.7 answer 02 x1 + in 8.9 flip 01 x*", "in 9.7 merge x1 + in 6.9 flip 01 x*"})
+        EXPECT_EQ(complaintsOf(tryLine(line)), "") << line;
+}
+
 TEST_F(Sweep, EveryBrokenProductIsFoundAndNoneIsCalledUpdated)
 {
     EXPECT_GE(allFlaws().size(), 20u);
