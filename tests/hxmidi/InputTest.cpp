@@ -50,6 +50,21 @@ TEST_F(Input, ReadsAFileWithOtherBytesAsRaw)
     EXPECT_EQ(hxmidi({"convert"}, "\x7F").out, "7F\n");
 }
 
+TEST_F(Input, WarnsOfAStandardMidiFile)
+{
+    const QByteArray content("MThd\0\0\0\6", 8);
+    const std::string name = file("take.mid", content);
+    const CommandRun run = hxmidi({"convert", "@" + name});
+    EXPECT_EQ(run.out, "4D 54 68 64 00 00 00 06\n");
+    EXPECT_EQ(run.err,
+              "warning: \"" + name +
+                  "\" is a Standard MIDI File: between its messages there are times, "
+                  "lengths and headers\n"
+                  "  next: save its messages as a .syx file; --raw reads the bytes without "
+                  "this warning\n");
+    EXPECT_EQ(hxmidi({"convert", "--raw", "@" + name}).err, "");
+}
+
 TEST_F(Input, ReadsTextAsRawWhenTold)
 {
     EXPECT_EQ(hxmidi({"convert", "--raw"}, "41").out, "34 31\n");
@@ -111,7 +126,7 @@ TEST_F(Input, NamesFileLineAndColumnOfAnError)
     const std::string name = file("bad.txt", "F0 7E\n  ZZ\n");
     EXPECT_EQ(hxmidi({"convert", "@" + name}).err,
               "error: " + name +
-                  ":2:3: \"ZZ\" is no hex number\n"
+                  ":2:3: \"ZZ\" is not a hex number\n"
                   "    ZZ\n"
                   "    ^~\n"
                   "  expected: digits 0 to 9 and A to F\n"

@@ -223,10 +223,22 @@ private:
             return;
         const QByteArray text = textOf(content);
         const bool raw = m_form == InputForm::Raw || (m_form == InputForm::Auto && !isText(text));
+        if (m_form == InputForm::Auto && content.startsWith("MThd"))
+            warnOfMidiFile(name);
         if (raw)
             m_data.append(HxMidiData(content));
         else
             readText({name, text});
+    }
+
+    // Else lengths and times would be shown as parts of messages, without a word.
+    void warnOfMidiFile(const QString& name)
+    {
+        m_findings.warning(QStringLiteral("%1 is a Standard MIDI File: between its messages there "
+                                          "are times, lengths and headers")
+                               .arg(quoted(name.toUtf8())),
+                           QStringLiteral("save its messages as a .syx file; --raw reads the "
+                                          "bytes without this warning"));
     }
 
     bool isTooMuch(qsizetype more)
