@@ -106,10 +106,15 @@ Option Command::addWord(const std::string& names, const std::vector<std::string>
         take(typed.at(0));
         return true;
     };
+    const auto problem = [known](const std::string& word) {
+        const bool isKnown = std::find(known.begin(), known.end(), word) != known.end();
+        return isKnown ? std::string()
+                       : '"' + word + "\" is not one of: " + CLI::detail::join(known, ", ");
+    };
     return Option(m_app->add_option(names, takeFirst, help)
                       ->type_name(CLI::detail::join(known, "|"))
                       ->transform(unguarded)
-                      ->check(CLI::IsMember(known).description("")));
+                      ->check(problem));
 }
 
 std::string Command::name() const

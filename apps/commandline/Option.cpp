@@ -36,8 +36,12 @@ Option& Option::showDefault(const std::string& text)
 
 Option& Option::range(long long least, long long most)
 {
-    m_option->check(CLI::Range(least, most).description(""));
-    return *this;
+    const CLI::Range range(least, most);
+    return check([range, least, most](const std::string& word) {
+        return range(word).empty() ? std::string()
+                                   : '"' + word + "\" is not a number from " +
+                                         std::to_string(least) + " to " + std::to_string(most);
+    });
 }
 
 Option& Option::check(const std::function<std::string(const std::string&)>& problem)

@@ -4,6 +4,8 @@
 #include "host/base/FileLock.h"
 #include "tests/hxhost/HxHost.h"
 
+#include <QRegularExpression>
+
 #include <set>
 #include <stdexcept>
 
@@ -89,8 +91,34 @@ TEST_F(ExitCodes, UsageTellsWordsThatAreNotExpected)
 {
     EXPECT_EQ(hxhost({"image", "inspect", "x", "y", "--z"}).err,
               "error: not expected here: \"y\" \"--z\"\n"
-              "  expected: a command, its arguments and its options\n"
+              "  expected: a command, then its arguments and options\n"
               "  next: see 'hxhost image inspect --help'\n");
+}
+
+TEST_F(ExitCodes, UsageSaysWhichValuesAnOptionTakes)
+{
+    const QByteArray rest = "  expected: a command, then its arguments and options\n"
+                            "  next: see 'hxhost image build --help'\n";
+    EXPECT_EQ(hxhost({"image", "build", "x", "-o", "y", "--kind", "fw"}).err,
+              "error: --kind: \"fw\" is not one of: fwd, fwu\n" + rest);
+    EXPECT_TRUE(
+        hxhost({"identify", "--rate", "fast"})
+            .err.startsWith("error: --rate: \"fast\" is not a number from 0 to 100000000\n"));
+    EXPECT_TRUE(hxhost({"identify", "--gap", "-1"})
+                    .err.startsWith("error: --gap: \"-1\" is not a number from 0 to 60000\n"));
+}
+
+TEST_F(ExitCodes, HelpIsImperativeForEveryCommand)
+{
+    for (const QStringList& words : {QStringList{"--help"}, QStringList{"image", "--help"}}) {
+        const QString help = QString::fromUtf8(hxhost(words).out);
+        const QRegularExpression row(QStringLiteral("^  [a-z]+ +([A-Z][a-z]+) "),
+                                     QRegularExpression::MultilineOption);
+        int commands = 0;
+        for (auto found = row.globalMatch(help); found.hasNext(); ++commands)
+            EXPECT_FALSE(found.next().captured(1).endsWith(QLatin1Char('s'))) << qPrintable(help);
+        EXPECT_GE(commands, 2);
+    }
 }
 
 TEST_F(ExitCodes, FileNamesInBracketsAndAfterTwoDashesAreTakenAsTheyAre)

@@ -28,7 +28,7 @@ TEST(Convert, RefusesAnUnknownForm)
 {
     EXPECT_EQ(hxmidi({"convert", "--to", "octal", "00"}).code, 2);
     EXPECT_EQ(hxmidi({"convert", "--to", "octal", "00"}).firstComplaint(),
-              "error: --to: octal not in {c,compact,decimal,hex,raw}");
+              "error: --to: \"octal\" is not one of: c, compact, decimal, hex, raw");
     EXPECT_EQ(hxmidi({"convert", "--from", "octal", "00"}).code, 2);
 }
 

@@ -51,7 +51,7 @@ QString joined(const std::vector<std::string>& words, const QString& separator)
 } // namespace
 
 CommandLine::CommandLine()
-    : m_parser("hxhost", "Updates the firmware of MIDI products through device plugins")
+    : m_parser("hxhost", "Update the firmware of MIDI products through device plugins")
 {
     m_parser.setVersion(HXHOST_VERSION);
     m_parser.explain("'hxhost COMMAND --help' lists a command's options.\n\n" +
@@ -112,7 +112,7 @@ Problem CommandLine::usageProblem(const ParseResult& parsed) const
     const auto innermost = m_parser.innermost();
     const std::string path = innermost ? "hxhost " + innermost->fullName() : "hxhost";
     const QString help = QStringLiteral("see '%1 --help'").arg(path.c_str());
-    const QString anyWords = QStringLiteral("a command, its arguments and its options");
+    const QString anyWords = QStringLiteral("a command, then its arguments and options");
     const QString text = fileNameText(parsed.text);
     switch (parsed.state) {
     case ParseResult::State::NoCommand:

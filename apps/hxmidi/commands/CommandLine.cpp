@@ -46,7 +46,7 @@ QString surplusText(const std::vector<std::string>& words)
     return text;
 }
 
-const QString anyCommandLine = QStringLiteral("a command, its arguments and its options");
+const QString anyCommandLine = QStringLiteral("a command, then its arguments and options");
 
 constexpr int mostJsonRows = 100000;
 
@@ -68,8 +68,7 @@ QByteArray jsonDocument(const std::string& command, const Outcome& outcome)
 } // namespace
 
 CommandLine::CommandLine(const Streams& streams)
-    : m_streams(streams),
-      m_parser("hxmidi", "Reads, builds, matches and shows MIDI bytes as hex text")
+    : m_streams(streams), m_parser("hxmidi", "Read, build, match and show MIDI bytes as hex text")
 {
     m_parser.setVersion("hxmidi " HXMIDI_VERSION);
     m_parser.explain(std::string(dataHelp) + '\n' + exitCodeHelp);
