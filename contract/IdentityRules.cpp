@@ -162,7 +162,7 @@ std::vector<Rule> identityRules()
         {"maps.served", "the name maps name the identifiers of getGenderList()", judgeMapsServed},
         {"defaults", "rawFidpid(), hasBootcode() and lastProgrammingMsg() fit the rest",
          judgeDefaults},
-        {"lasterror", "setLastError() replaces the text, behind its place", judgeLastError},
+        {"lasterror", "setLastError() replaces the text, with its place in front", judgeLastError},
     };
 }
 

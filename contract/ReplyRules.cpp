@@ -88,7 +88,7 @@ void judgeVersion(const RuleSubject& subject, RuleResult* result)
                         .arg(version));
 }
 
-bool asksForNothing(const QVector<AnsweringBus::Exchange>& exchanges)
+bool isEmptyExchange(const QVector<AnsweringBus::Exchange>& exchanges)
 {
     return exchanges.size() == 1 && exchanges.first().command.isEmpty() &&
            exchanges.first().pattern.isEmpty() && exchanges.first().timeoutMs == noTimeout;
@@ -101,7 +101,7 @@ void judgeSerialNumber(const RuleSubject& subject, RuleResult* result)
     const BusOnLoan loan(device, bus);
     const QString number = device.esn();
     const bool isListed = device.lookup(QStringLiteral("get.esn.cmd")).isValid();
-    if (number.isEmpty() && asksForNothing(bus.exchanges) && !isListed) {
+    if (number.isEmpty() && isEmptyExchange(bus.exchanges) && !isListed) {
         result->quirks << QStringLiteral(
             "esn() asks by \"get.esn.cmd\" and its offset, keys that the dictionary lacks, so it "
             "sends nothing and is always empty; hosts read the number by \"esn.read\"");
@@ -173,7 +173,7 @@ void judgeCommandsSent(const RuleSubject& subject, RuleResult* result)
     AnsweringBus bus(subject.device());
     readAll(subject.device(), bus);
     for (const AnsweringBus::Exchange& exchange : bus.exchanges) {
-        if (asksForNothing({exchange})) {
+        if (isEmptyExchange({exchange})) {
             result->quirks << QStringLiteral("the serial-number read sends an empty command and "
                                              "would wait without end; hosts do not send it");
             continue;

@@ -59,7 +59,7 @@ bool receiveLines(int pipeEnd, const SendLine& receive)
     return done;
 }
 
-QString howItEnded(int status, bool done, unsigned seconds)
+QString endingText(int status, bool done, unsigned seconds)
 {
     if (WIFSIGNALED(status) && WTERMSIG(status) == SIGALRM)
         return QStringLiteral("it did not return within %1 seconds").arg(seconds);
@@ -89,7 +89,7 @@ QString runSeparately(const std::function<void(const SendLine&)>& work, const Se
     int status = 0;
     while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
     }
-    return howItEnded(status, done, seconds);
+    return endingText(status, done, seconds);
 }
 
 } // namespace hx

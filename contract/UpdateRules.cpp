@@ -161,7 +161,7 @@ std::vector<Rule> updateRules()
          judgeDescription},
         {"update.answers", "good, bad and failed answers can be told apart, and each is any answer",
          judgeAnswers},
-        {"update.short", "no messages, or too short ones, are no image and leave an error text",
+        {"update.short", "no messages, or too short ones, are not an image and leave an error text",
          judgeTooShort},
         {"update.unknown", "an unknown image gives Unknown and 0x7F007F", judgeUnknown},
         {"refusal", "isNak() is true for a refusal and for nothing, false for an answer",

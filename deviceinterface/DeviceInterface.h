@@ -20,7 +20,7 @@
  * virtual destructor among them. A plugin object is destroyed through its QObject base.
  *
  * Nothing here throws or locks. Failure is a result: false, 0, an empty text or buffer, an invalid
- * variant. A plugin is to be called from one thread at a time.
+ * variant. Call a plugin from one thread at a time.
  */
 class DeviceInterface {
 public:
@@ -49,8 +49,8 @@ public:
     virtual QString esn() = 0;
 
     /**
-     * Short name of the plugin. It may lie in the plugin's library: a host that unloads the library
-     * copies its characters. The other texts may be kept as they are.
+     * Short name of the plugin. Its characters may be part of the plugin's library: copy them
+     * before the library is unloaded. The other texts need no copy.
      */
     virtual QString nickName() = 0;
 
@@ -94,10 +94,10 @@ public:
         lastError = QStringLiteral("deviceinterface/DeviceInterface.h:322 - ") + message;
     }
 
-    /** One entry of the plugin's protocol dictionary, by its dotted key; invalid without one. */
+    /** One entry of the plugin's protocol dictionary, by its dotted key; invalid when missing. */
     virtual QVariant lookup(QString key) const = 0;
 
-    /** The entry as an integer; 0 for a text that is no number and for a missing key. */
+    /** The entry as an integer; 0 for a text that is not a number and for a missing key. */
     virtual int lookupInt(QString key) const = 0;
 
     /** The entry as a text, a number in decimal; empty for a missing key. */

@@ -19,8 +19,8 @@ enum CodeType : int {
 
 /**
  * One expected reply, as a regular expression over a message's hex text (upper case, two digits a
- * byte, no separators). The text may hold blanks for the reader's sake; whoever matches removes
- * them.
+ * byte, no separators). The text may contain blanks, for people who read it: remove them before
+ * you match.
  */
 struct ResponceData {
     /** An empty pattern. */
@@ -53,7 +53,7 @@ struct FwUpdateProtocol {
     ResponceData responseFailed; /**< the update is over */
     ResponceData responseGood;   /**< taken: send the next message */
 
-    /** The image's own file-check message, as it stands in the list of update messages. */
+    /** The image's own file-check message, as it is in the list of update messages. */
     ResponceData fileCheck;
 
     /** How long to wait for an acknowledgement, in milliseconds. */

@@ -112,7 +112,7 @@ const char* Builder::appendPlainPieces(const char* at)
     return at;
 }
 
-// Appends what one piece stands for. False when it is a field whose text argument has no bytes.
+// Appends the bytes of one piece. False when it is a field whose text argument has no bytes.
 bool Builder::appendPiece(const Piece& piece)
 {
     const hx::BuilderField* const field = hx::findBuilderField(piece.key);
@@ -271,7 +271,7 @@ void HxMidiData::vSetData(const char* fmt, va_list args)
 {
     if (fmt == nullptr)
         return;
-    const QByteArray outlived = bytes; // the format and the texts may lie in it
+    const QByteArray original = bytes; // keeps the format and the texts that may lie in it
     ListedArguments arguments(args);
     hx::appendMessage(*this, fmt, arguments,
                       [fmt](const hx::TextProblem& problem) { logBuilderProblem(problem, fmt); });

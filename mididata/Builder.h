@@ -13,7 +13,7 @@ class HxMidiData;
 
 namespace hx {
 
-// A field of a format, and where it stands in it.
+// A field of a format, and its place there.
 struct FieldPlace {
     const BuilderField& field;
     qint64 offset;

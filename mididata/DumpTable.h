@@ -8,7 +8,7 @@
 namespace hx {
 
 constexpr int ruledColumns = 16; // the only number of columns with a heading and a gap
-constexpr int gapColumn = 8;     // the gap stands before this one
+constexpr int gapColumn = 8;     // the gap is before this one
 constexpr std::u16string_view tableHeading =
     u"      00 01 02 03 04 05 06 07   08 09 0A 0B 0C 0D 0E 0F\n"
     u"\t ------------------------ - -----------------------\n";

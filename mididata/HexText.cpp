@@ -172,7 +172,7 @@ HxMidiData::HxMidiData(const char* text)
 
 void HxMidiData::setText(const char* text)
 {
-    const QByteArray outlived = bytes; // the text may lie in it
+    const QByteArray original = bytes; // keeps the text that may lie in it
     const std::string_view given = trimmed(viewOf(text));
     clear();
     const auto isSeparator = [](char c) { return c == ' ' || c == ','; };

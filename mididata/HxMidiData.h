@@ -111,7 +111,7 @@ public:
     QByteArray bytes;
     /** For the owner's use; set to 0 by construction, clear(), setText() and setData(). */
     quint64 auxA = 0;
-    /** The input that delivered the bytes, or null. Reset where auxA is; never dereferenced. */
+    /** The input that delivered the bytes, or null. Reset when auxA is reset; never dereferenced. */
     HxMidiIn* source = nullptr;
     /** For the owner's use; set to 0 by construction only. */
     quint64 auxB = 0;
@@ -180,8 +180,8 @@ public:
     void vSetData(const char* fmt, va_list args);
 
     /**
-     * Appends the other buffer's bytes, which may be this buffer's own; returns this buffer. A sum
-     * longer than an array can be changes nothing.
+     * Appends the other buffer's bytes, which may be this buffer's own; returns this buffer. A result
+     * that is too long for an array changes nothing.
      */
     HxMidiData& append(const HxMidiData& other);
 

@@ -9,7 +9,7 @@
 
 namespace hx {
 
-// A character outside classes and repetitions that stands for itself.
+// A character outside classes and repetitions that means itself.
 struct PatternLiteral {
     qint64 offset;
     char character; // in upper case

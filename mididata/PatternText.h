@@ -1,4 +1,4 @@
-// What a pattern text stands for, and what is wrong with one. Not installed.
+// What a pattern text means, and what is wrong with one. Not installed.
 #pragma once
 
 #include "mididata/TextProblem.h"

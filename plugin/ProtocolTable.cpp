@@ -17,7 +17,7 @@ struct Entry {
 } // namespace
 
 // In the order in which they are inserted: a later entry replaces an earlier one with the same key.
-// "rawgender.read" stands twice with the same text; of the two "rawgender.read.response" the
+// "rawgender.read" is listed twice with the same text; of the two "rawgender.read.response" the
 // second, full pattern is the one that counts. ".." is any byte; "vv" marks value bytes; what other
 // notation means is said at HxMidiData::match and HxMidiData::setData.
 //

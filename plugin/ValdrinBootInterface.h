@@ -37,9 +37,9 @@ public:
     //
     // It reads its command, reply pattern and offset under three "get.esn." keys that this
     // product's dictionary does not hold. So it logs three missing keys and asks the bus to send an
-    // empty command; a host that wants the number reads "esn.read" itself. And it takes but 8
-    // characters of hex text, which denote 8 bytes only where they hold signs ("-d-e" gives
-    // "FFFFFFF3FFFFFFF2"); it then logs a line for each pair of these bytes that is no hex text.
+    // empty command; a host that wants the number reads "esn.read" itself. It also takes
+    // only 8 characters of hex text. They give 8 bytes only when they contain signs: "-d-e" gives
+    // "FFFFFFF3FFFFFFF2". It then logs a line for each pair of these bytes that is not hex text.
     // Kept as the hosts know it.
     //
     // `bus` must not be null: that is asserted in debug builds and not checked otherwise.

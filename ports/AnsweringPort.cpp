@@ -26,13 +26,13 @@ Result<AnsweringPort> openOne(const PortAddress& address, const OpenAddress& ope
     return AnsweringPort{std::move(*port), address.input};
 }
 
-Problem answeredByNone(const QList<PortAddress>& addresses)
+Problem silenceProblem(const QList<PortAddress>& addresses)
 {
     QStringList inputs;
     for (const PortAddress& address : addresses)
         inputs << address.backend + QLatin1Char(':') + address.input;
     return {ExitCode::NoPort,
-            QStringLiteral("what is sent to %1:%2 is answered by none of the inputs that may "
+            QStringLiteral("no answer to %1:%2 came through any of the inputs that may "
                            "belong to it: %3; name the one that does with --in-port")
                 .arg(addresses.first().backend, addresses.first().output,
                      inputs.join(QLatin1String(", "))),
@@ -58,7 +58,7 @@ Result<AnsweringPort> findAnswering(const QList<PortAddress>& addresses, DeviceI
     }
     if (other != nullptr)
         return openOne(*other, open);
-    return answeredByNone(addresses);
+    return silenceProblem(addresses);
 }
 
 } // namespace

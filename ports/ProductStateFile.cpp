@@ -46,7 +46,7 @@ Result<> ProductStateFile::lockAndRead(sim::SimulatedProduct& product)
     if (m_path.isEmpty())
         return fileProblem(QStringLiteral("it has no name"));
     if (!isFileOrNothing(m_path))
-        return fileProblem(QStringLiteral("it is no regular file"));
+        return fileProblem(QStringLiteral("it is not a regular file"));
     Result<> locked = m_lock.take(m_path);
     if (!locked)
         return locked;

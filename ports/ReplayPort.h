@@ -30,7 +30,7 @@ struct ReplayHandlers {
 // What arrived in a session, for a port that is only listened to: all else is left out.
 TraceFile arrivalsOf(const TraceFile& trace);
 
-// Time stands still but for what the trace and the waits say: a reply comes when the message before
+// Time moves only as the trace and the waits say: a reply comes when the message before
 // it has been sent, at its recorded time. What the trace's host met, a lost port, a message that
 // could not be sent, an interrupt, is met again. After a divergence nothing can be sent any more.
 class ReplayPort final : public MidiPort {

@@ -94,7 +94,7 @@ bool StateReader::read(StoredCode* code)
 bool StateReader::readWhole()
 {
     if (!m_text.startsWith(title + '\n'))
-        return fail(QString::fromLatin1("this is no state file: it begins with %1, expected %2")
+        return fail(QString::fromLatin1("this is not a state file: it begins with %1, expected %2")
                         .arg(quoted(m_text.left(longestQuote).split('\n').first()), quoted(title)));
     constexpr qint64 textPerByte = 3;
     const auto endAt = m_text.indexOf("\nend ") + 1;

@@ -1,4 +1,4 @@
-// Who the product is. Every name and number that tells it from other products stands here.
+// Who the product is. Every name and number that differs from other products is here.
 #pragma once
 
 #include <QtGlobal>

@@ -9,7 +9,7 @@ namespace {
 constexpr int commandPosition = 6;
 constexpr char imageCommand = 0x43;
 
-// The image ends in the bare header with F7 behind it; its other messages carry the image command.
+// The image ends with the bare header and F7; its other messages carry the image command.
 bool isImage(const HxMidiData& first, const HxMidiData& last)
 {
     return last.bytes == HxMidiData(PRODUCT_HEADER " F7").bytes &&

@@ -29,7 +29,7 @@ public:
     void sleepUntil(Microseconds until) override;
 };
 
-// A clock that stands still until it is told to move: waiting takes no time. Simulated ports and
+// A clock that moves only when it is told to: waiting takes no time. Simulated ports and
 // tests run on it.
 class ManualClock final : public Clock {
 public:

@@ -145,7 +145,7 @@ Result<QByteArray> readWholeFile(const QString& name, qint64 limit)
     if (fs::is_directory(path, unseen))
         return fileProblem(QStringLiteral("it is a folder"));
     if (fs::exists(path, unseen) && !fs::is_regular_file(path, unseen))
-        return fileProblem(QStringLiteral("it is no regular file"));
+        return fileProblem(QStringLiteral("it is not a regular file"));
     QFile file;
     const Result<> opened = openFile(file, name, QIODevice::ReadOnly);
     if (!opened)

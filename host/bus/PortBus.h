@@ -20,7 +20,7 @@ namespace hx {
 enum class ExchangeEnd {
     Answered,
     EmptyCommand, // nothing was sent and nothing waited for
-    BadPattern,   // the pattern is no regular expression; nothing was sent
+    BadPattern,   // the pattern is not a regular expression; nothing was sent
     SendFailed,
     TimedOut,
     PortLost,
@@ -31,7 +31,7 @@ enum class ExchangeEnd {
 using ReplyTest = std::function<bool(const HxMidiData&)>;
 
 // A test for a pattern over compact hex text: blanks are taken out of it first, letters match in
-// either case, "XX" stands for "..". A message fits when the pattern matches from its first byte
+// either case, "XX" means "..". A message fits when the pattern matches from its first byte
 // on; bytes after the matched part are allowed. An empty pattern fits every message.
 ReplyTest replyTest(const QString& pattern);
 
@@ -39,8 +39,8 @@ ReplyTest replyTest(const QString& pattern);
 ReplyTest replyTest(const ResponceData& pattern);
 
 // What holds for every exchange:
-//   - input that came before the command is taken away first and reported, an unfinished message
-//     included, so that a late old reply is never taken for the answer;
+//   - input that came before the command, an unfinished message too, is discarded and reported
+//     first, so that a late reply to an earlier command is never taken for the answer;
 //   - a message that does not fit is ignored and reported, and the wait goes on to its deadline;
 //   - an empty command is answered at once with an empty reply, whatever the timeout;
 //   - an empty reply means that it failed: `errorText` then says what was waited for, how long and
@@ -114,8 +114,8 @@ private:
     Wait m_wait;
 };
 
-// Has the bus watch `flag` for as long as this lives, and then again what it watched before. Null:
-// meanwhile nothing interrupts.
+// While this lives the bus watches `flag`; afterwards it watches again what it watched before.
+// Null: nothing interrupts meanwhile.
 class InterruptWatch {
 public:
     InterruptWatch(PortBus& bus, const std::atomic<bool>* flag)

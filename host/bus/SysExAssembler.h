@@ -55,7 +55,7 @@ struct AssemblerLimits {
     Microseconds idle = 1000 * microsecondsPerMillisecond; // longest pause inside a message
 };
 
-// One state machine behind every port. Whatever comes in:
+// One state machine for every port. Whatever comes in:
 //   - each byte is in exactly one event (after `flush`), in order within its message;
 //   - events depend on the bytes and their times alone, not on how they were cut into chunks;
 //   - after any garbage the next whole message arrives;

@@ -31,7 +31,7 @@ QByteArray packed(const QByteArray& code)
     return result;
 }
 
-// Puts the sum and the F7 behind a message that is otherwise complete.
+// Appends the sum and the F7 to a message that is otherwise complete.
 HxMidiData closed(HxMidiData message, int sumStart)
 {
     message.append(HxMidiData(message.sumOfSection(sumStart, -1)));

@@ -28,7 +28,7 @@ bool unpack(const QByteArray& packed, QByteArray* code)
     return true;
 }
 
-// Five 7-bit groups as one number. All 35 bits count: what stands above the 32 of an address,
+// Five 7-bit groups as one number. All 35 bits count: what is above the 32 of an address,
 // length or CRC-32 makes it another number, and the product reads it so.
 qint64 fiveGroups(const HxMidiData& message, int position)
 {
@@ -71,7 +71,7 @@ void ImageChecker::problem(int index, int position, const QString& text, const Q
 void ImageChecker::checkMessage(int index)
 {
     if (m_closing >= 0)
-        return problem(index, 0, QStringLiteral("it stands behind the closing message."));
+        return problem(index, 0, QStringLiteral("it comes after the closing message."));
     if (!checkHead(index))
         skipData();
     else if (message(index).bytes == image::closingMessage(m_product.header))
@@ -131,7 +131,7 @@ void ImageChecker::checkCommand(int index)
     checkKind(index);
     if (m_fileCheck >= 0)
         return problem(index, at(image::subCommandOffset),
-                       QStringLiteral("it stands behind the file check; expected the closing "
+                       QStringLiteral("it comes after the file check; expected the closing "
                                       "message."));
     if (isData)
         return checkData(index);
@@ -255,18 +255,17 @@ void ImageChecker::checkNumber(int index)
     m_codeIsWhole = false;
     m_nextAddress = qint64(number) * image::codeBytesPerMessage;
     if (number < expected)
-        return problem(
-            index, at(image::numberOffset),
-            QStringLiteral("data message number %1 stands behind number %2: the order is "
-                           "wrong.")
-                .arg(number)
-                .arg(expected - 1));
+        return problem(index, at(image::numberOffset),
+                       QStringLiteral("data message number %1 comes after number %2: the order is "
+                                      "wrong.")
+                           .arg(number)
+                           .arg(expected - 1));
     const QString missing =
         number - expected == 1
             ? QStringLiteral("number %1 is missing").arg(expected)
             : QStringLiteral("numbers %1 to %2 are missing").arg(expected).arg(number - 1);
     problem(index, at(image::numberOffset),
-            QStringLiteral("data message number %1 stands where number %2 is expected: %3.")
+            QStringLiteral("data message number %1 is where number %2 should be: %3.")
                 .arg(number)
                 .arg(expected)
                 .arg(missing),
@@ -333,7 +332,7 @@ void ImageChecker::checkFileCheckFields(int index)
             m_result.version += QLatin1Char('.');
         if (digits.at(i) < '0' || digits.at(i) > '9')
             problem(index, at(image::versionOffset) + i,
-                    QStringLiteral("the version byte %1 is no ASCII digit.")
+                    QStringLiteral("the version byte %1 is not an ASCII digit.")
                         .arg(hexByte(static_cast<quint8>(digits.at(i)))));
     }
     if (byteAt(index, at(image::layoutOffset)) != image::layoutVersion)

@@ -39,7 +39,7 @@ private:
     bool isFileCheck(int index, int subCommand) const;
     QString knownKinds() const;
 
-    // A place behind the header, as a position in the message.
+    // A place after the header, as a position in the message.
     int at(int offset) const { return saturated(m_product.header.size()) + offset; }
     quint8 byteAt(int index, int position) const;
     void problem(int index, int position, const QString& text, const QString& advice = QString());

@@ -30,10 +30,10 @@ bool hasStatusByte(const QByteArray& content)
 ImageFile notSysEx(const QByteArray& content)
 {
     const bool isText = FileText(content).isMarked() || !hasStatusByte(content);
-    const qint64 offset = isText ? firstByteThatIsNoHexText(content) : 0;
+    const qint64 offset = isText ? firstNonTextByte(content) : 0;
     const auto byte = static_cast<quint8>(content.at(static_cast<int>(offset)));
     return refused(offset,
-                   QStringLiteral("the file is no SysEx: byte %1 belongs to no message; expected "
+                   QStringLiteral("the file is not SysEx: byte %1 belongs to no message; expected "
                                   "F0, hex text or a Standard MIDI File.")
                        .arg(hexByte(byte)),
                    QStringLiteral("Check that this is the update image and not another file."));
@@ -83,7 +83,7 @@ ImageFile parseImageFile(const QByteArray& content)
         file = readMidiFile(content);
     else if (content.startsWith(static_cast<char>(sysExStart)))
         file = readRawSysEx(content);
-    else if (firstByteThatIsNoHexText(content) < 0)
+    else if (firstNonTextByte(content) < 0)
         file = readHexText(content);
     else
         file = notSysEx(content);

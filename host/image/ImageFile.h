@@ -47,7 +47,7 @@ struct ImageFile {
 // Files above this size are refused unread: four times the largest image, as hex text.
 constexpr qint64 maxImageFileBytes = qint64(16) * 1024 * 1024;
 
-// What comes behind so many messages is refused too: the largest image has 9365.
+// What comes after so many messages is refused too: the largest image has 9365.
 constexpr size_t maxImageFileMessages = 65536;
 
 // Reads from memory. The format is told by the content alone.

@@ -1,4 +1,4 @@
-// The three readers behind parseImageFile, one for each form of file.
+// The three readers of parseImageFile, one for each form of file.
 #pragma once
 
 #include "host/image/ImageFile.h"
@@ -7,7 +7,7 @@ namespace hx {
 
 // Offset of the first byte that cannot stand in hex text, or -1 when the content is hex text: pairs
 // of hex digits with blanks, commas, tabs and line ends between them, in an encoding of FileText.
-qint64 firstByteThatIsNoHexText(const QByteArray& content);
+qint64 firstNonTextByte(const QByteArray& content);
 
 ImageFile readRawSysEx(const QByteArray& content);
 ImageFile readHexText(const QByteArray& content);

@@ -205,7 +205,7 @@ private:
         if (status != sysExEvent && status != packetEvent && status != metaEvent)
             return refuse(
                 statusOffset,
-                QStringLiteral("the event %1 is no SysEx; an image has SysEx events only.")
+                QStringLiteral("the event %1 is not SysEx; an image has SysEx events only.")
                     .arg(QString::number(status, 16).toUpper()));
         if (status == metaEvent && !skipMetaType(end))
             return false;

@@ -23,7 +23,7 @@ int digitValue(char character)
 
 } // namespace
 
-qint64 firstByteThatIsNoHexText(const QByteArray& content)
+qint64 firstNonTextByte(const QByteArray& content)
 {
     const FileText text(content);
     bool half = false; // after the first digit of a pair

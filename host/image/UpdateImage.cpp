@@ -18,7 +18,7 @@ quint32 identifierIn(const QByteArray& message, const QByteArray& header)
 }
 
 // Why images of this product cannot be taken apart; empty when they can.
-QString whyUnknown(const ProductDescription& product)
+QString gapText(const ProductDescription& product)
 {
     if (product.header.isEmpty())
         return QStringLiteral("the plugin does not say how the messages of its product begin: the "
@@ -57,7 +57,7 @@ UpdateImage parseUpdateImage(const ImageFile& file, const ProductDescription& pr
     if (holdsNothing)
         return updateImage;
     updateImage.identifier = identifierIn(file.messages.front().data.bytes, product.header);
-    const QString why = whyUnknown(product);
+    const QString why = gapText(product);
     if (why.isEmpty())
         ImageChecker(file, product, updateImage).check();
     else

@@ -46,7 +46,7 @@ IdentityReading parseIdentity(const HxMidiData& reply)
     const bool isLong = bytes.size() > manufacturerPosition && bytes.at(manufacturerPosition) == 0;
     const int move = isLong ? moveOfLongManufacturer : 0;
     if (!reply.match("F0 7E .. 06 02", true) || bytes.size() != shortReplyBytes + move) {
-        identity.reason = QStringLiteral("the reply is no identity reply");
+        identity.reason = QStringLiteral("the reply is not an identity reply");
         return identity;
     }
     identity.state = ReadingState::Good;

@@ -11,7 +11,7 @@ const char fwdKeys[] = "fwupdate.fwd.";
 
 // "gender" and "gender.response" are left out: they are "gender.read" once more, and the second
 // is a note for people that no message fits.
-QStringList definiteFirst()
+QStringList keysBySpecificity()
 {
     return {
         QStringLiteral("reset"),
@@ -77,12 +77,12 @@ QByteArray refusalMarksOf(DeviceInterface& device, const QByteArray& header)
 
 QStringList messageKeys()
 {
-    return definiteFirst();
+    return keysBySpecificity();
 }
 
 QStringList knownKeys()
 {
-    QStringList keys = definiteFirst();
+    QStringList keys = keysBySpecificity();
     keys << QStringLiteral("gender") << QStringLiteral("gender.response")
          << QStringLiteral("id.dsp.offset.response_flag")
          << QStringLiteral("id.dsp.offset.bank_status") << QStringLiteral("id.dsp.offset.code_size")

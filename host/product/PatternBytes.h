@@ -22,8 +22,8 @@ struct PatternByte {
     bool isFixed() const { return kind == Kind::Fixed; }
 };
 
-// The bytes that a pattern fixes or leaves open, the first of several alternatives counting. They
-// end where the pattern stops to say how many there are ("..*"), or is no pattern of bytes at all.
+// The bytes that a pattern fixes or leaves open; of several alternatives, those of the first. They
+// end where the pattern no longer says how many bytes follow ("..*") or describes something else.
 // `isWhole` is true when the whole pattern was read.
 struct PatternBytes {
     std::vector<PatternByte> bytes;

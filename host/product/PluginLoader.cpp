@@ -191,8 +191,9 @@ QString whyNone(const QStringList& reasons)
         return QStringLiteral("it holds no library.");
     const QString listed = reasons.mid(0, mostListed).join(QLatin1Char(' '));
     const auto more = reasons.size() - mostListed;
-    return more > 0 ? listed + QStringLiteral(" %1 more libraries are none either.").arg(more)
-                    : listed;
+    return more > 0
+               ? listed + QStringLiteral(" %1 more libraries are not plugins either.").arg(more)
+               : listed;
 }
 
 PluginLoadResult loadFromFolder(const QString& folder, PluginCare care)

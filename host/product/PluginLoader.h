@@ -18,7 +18,7 @@ namespace hx {
 enum class PluginFault {
     None,
     Missing,           // no such file or folder, or it cannot be read
-    NotALibrary,       // the file is no shared library at all: a text, a zero-length file
+    NotALibrary,       // the file is not a shared library: a text, a zero-length file
     NoMetadata,        // a library, cut off or whole, that carries no Qt plugin metadata
     OtherQt,           // made for another major version of Qt than the host runs with
     WrongInterface,    // metadata of a plugin made for something else

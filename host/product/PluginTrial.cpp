@@ -48,7 +48,7 @@ void quieten()
     _exit(EXIT_SUCCESS); // what is to be done at the end of the program is not the child's to do
 }
 
-QString howTrialEnded(int status)
+QString trialEndingText(int status)
 {
     if (WIFSIGNALED(status) && WTERMSIG(status) == SIGALRM)
         return QStringLiteral("it did not return within %1 seconds").arg(patienceSeconds);
@@ -70,7 +70,7 @@ QString trialProblem(const std::function<void()>& work)
     int status = 0;
     while (child > 0 && waitpid(child, &status, 0) < 0 && errno == EINTR) {
     }
-    return howTrialEnded(status);
+    return trialEndingText(status);
 }
 
 void askEverything(DeviceInterface& device)

@@ -13,14 +13,14 @@
 
 namespace hx {
 
-// How the messages of an update image of one kind are known, as the plugin's file check shows it.
+// How the messages of an update image of one kind are recognised; read from its file check.
 struct UpdateKind {
     CodeType kind = CodeType::Unknown;
     quint8 command = 0;   // follows the header in every message of the image but the last
     quint8 fileCheck = 0; // follows `command` in the file check
 };
 
-// Plain data: it stays good when the plugin is unloaded.
+// Plain data: it stays valid when the plugin is unloaded.
 struct ProductDescription {
     QString name;
     quint32 identifier = unknownIdentifier;
@@ -34,7 +34,7 @@ struct ProductDescription {
     // By the key of the reply; a reply that the dictionary lacks has none.
     QMap<QString, ReplyLayout> replies;
 
-    // What the dictionary lacks of all that proves an update: "stored checksum", ...
+    // What is needed to prove an update and is not in the dictionary: "stored checksum", ...
     QStringList missingProofs;
 
     // Family and model in the header, which are those of `identifier` unless the plugin is wrong.
@@ -46,7 +46,7 @@ struct ProductDescription {
     // Null when images of this kind cannot be read.
     const UpdateKind* updateKind(CodeType kind) const;
 
-    // In how many 7-bit groups the product reports the checksum of its code; 0: it does not.
+    // How many 7-bit groups a checksum in the product's replies has; 0: it reports none.
     int checksumGroups() const;
 
     // "this plugin names no stored checksum: ..." for people; empty when nothing is missing.

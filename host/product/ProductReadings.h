@@ -20,7 +20,7 @@ enum class ReadingState {
     Refused,      // the product answered with a negative acknowledgement
     Malformed,    // it answered, but the answer does not hold what it should
     NoAnswer,     // nothing that fits came in time
-    OtherProduct, // an identity reply of another product, kept out by the plugin's own pattern
+    OtherProduct, // an identity reply that does not fit the plugin's own pattern
     PortLost,
     Interrupted,
     Unknown, // the plugin's dictionary has no such command
@@ -44,7 +44,7 @@ struct IdentityReading : Reading {
     QByteArray versionBytes; // four
     QString version;         // "1.0.2.3"
 
-    // Whether a product has said what the members above hold.
+    // Whether the members above are from a product's reply.
     bool isTold() const { return good() || state == ReadingState::OtherProduct; }
 };
 
@@ -76,17 +76,17 @@ struct CodeImageReading : Reading {
 };
 
 // Reads over `bus`, each reading with the timeout "command.timeout.ms" of the dictionary. A
-// negative acknowledgement ends the wait: every pattern of the dictionary is widened by the short
-// form of the command. Each question is put up to `questionAttempts` times while no answer comes.
+// negative acknowledgement ends the wait too: besides the dictionary's pattern, the short refusal
+// of the command counts as an answer. A question without an answer is put `questionAttempts` times.
 class ProductReader {
 public:
     ProductReader(DeviceInterface& device, PortBus& bus);
 
     // The first product that answers and that the plugin serves; when only others answer, the last
     // of them (see `isServed`). Asked up to `attempts` times, until a served product answers or
-    // another one has answered the same twice. An answer that the plugin's pattern keeps out
-    // does not end the asking: another product may answer while the right one starts. Its state is
-    // OtherProduct, or NoAnswer with the reply when maker and numbers are those of a served one.
+    // another one has given the same answer twice. An identity reply that does not fit the
+    // plugin's pattern does not end the asking: the right product may still be starting. Its state
+    // is OtherProduct, or NoAnswer with the reply when maker, family and model are served ones.
     IdentityReading identity(int attempts = questionAttempts);
     GenderReading gender();
     VersionReading version();
@@ -123,7 +123,7 @@ private:
 // "1.0.2.3" for four printable bytes; their hex pairs otherwise.
 QString versionTextOf(const QByteArray& versionBytes);
 
-// An identity reply taken apart; state Malformed when it is none.
+// An identity reply taken apart; state Malformed when it is not one.
 IdentityReading parseIdentity(const HxMidiData& reply);
 
 // Everything, for `hxhost info`.

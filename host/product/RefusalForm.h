@@ -1,5 +1,5 @@
 // The short form in which a product refuses a command: its header, the command byte, a mark and F7.
-// Which marks there are is the plugin's to say (`isNak`).
+// The plugin decides which marks refuse (`isNak`).
 #pragma once
 
 #include <QByteArray>

@@ -123,7 +123,7 @@ void TraceWriter::comment(const QString& text)
 }
 
 // Messages are noticed when they are looked at, so one may be told after what happened since its
-// arrival: the trace stands in the order of telling, with times that never go backwards.
+// arrival: the trace is in the order of telling, with times that never go backwards.
 void TraceWriter::busEvent(const BusEvent& event)
 {
     TraceEvent written;

@@ -22,7 +22,7 @@ struct TraceEvent {
 // The word of a kind in a trace: "sent", "received", ...
 QString busEventWord(BusEventKind kind);
 
-// The kind that the word stands for; false when it stands for none.
+// The kind that the word names; false when it names none.
 bool busEventKindOf(const QString& word, BusEventKind* kind);
 
 // Whether events of this kind carry bytes: those that travelled, or that could not.

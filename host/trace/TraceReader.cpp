@@ -132,7 +132,7 @@ private:
         m_event.name = m_line.mid(nameAt, m_position - nameAt);
         skipBlanks();
         if (!parted || m_event.name.isEmpty() || m_event.event.bytes.isEmpty())
-            return refuse(begin, QStringLiteral("bytes before \"=\" and a name behind it"));
+            return refuse(begin, QStringLiteral("bytes before \"=\" and a name after it"));
         return true;
     }
 

@@ -17,7 +17,7 @@ constexpr int keptAfter = 1;     // of them
 constexpr int fewestOmitted = 3; // fewer are drawn
 constexpr int shownBytes = 8;
 
-// A message and all that happened until the next one, or what stands before the first message.
+// A message and all that happened until the next one, or what is before the first message.
 struct Exchange {
     std::vector<SequenceRow> rows;
     qint64 bytes = 0;

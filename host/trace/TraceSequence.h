@@ -20,7 +20,7 @@ struct SequenceRow {
         Dropped,  // bytes that form no message
         Failure,  // no answer in time, port lost, not sent, interrupted
         Note,     // what the host made of it
-        Omission, // stands for `events` of the trace
+        Omission, // takes the place of `events` of the trace
     };
 
     Kind kind = Kind::Note;

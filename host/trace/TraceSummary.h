@@ -21,7 +21,7 @@ struct TraceSummary {
     Microseconds wire = 0;         // that the bytes sent take on a DIN MIDI wire
     Microseconds waiting = 0;      // from each message's last byte to its answer or timeout
     Microseconds slowestReply = 0; // of the answers
-    int slowestLine = 0;           // of the trace, where that answer stands
+    int slowestLine = 0;           // of the trace, of that answer
 
     // Time that was not spent waiting, in parts of the wire time: 1 means that the wire was never
     // idle. 0 when nothing was sent.

@@ -9,7 +9,7 @@
 
 namespace hx {
 
-// One SVG document; the same events give the same bytes. `title` stands at its top.
+// One SVG document; the same events give the same bytes. `title` is at its top.
 QByteArray traceSvg(const QString& title, const std::vector<TraceEvent>& events);
 
 } // namespace hx

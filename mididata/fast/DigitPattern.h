@@ -7,7 +7,7 @@
 //     item     = ( digit | letter | "." | "XX" | class ) [ "*" ]
 //     class    = "[" digit { digit } "]"
 //
-// Blanks may stand anywhere, lower case counts as upper case. A letter that is no hex digit never
+// Blanks may stand anywhere, lower case counts as upper case. A letter that is not a hex digit never
 // fits. A star may follow only what stands for any digit: ".", "XX", a class of all sixteen.
 //
 // So each item is one digit, or a gap of any digits: there is nothing to remember and nothing to go

@@ -57,7 +57,7 @@ public:
     // Whether a run fits from the digit `pos` on.
     bool fit(DigitRun run, qint64 pos) const;
 
-    // The first place at or behind the digit `pos` where a run fits; -1 for none.
+    // The first place at or after the digit `pos` where a run fits; -1 for none.
     qint64 find(DigitRun run, qint64 pos) const;
 
 private:

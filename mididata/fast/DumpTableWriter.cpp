@@ -13,7 +13,7 @@ constexpr std::u16string_view labelEnd = u" | ";
 
 constexpr int mostLabelDigits = 8;
 
-// Three digits or more: the last two are a byte, one at least stands before them.
+// Three digits or more: the last two are a byte, at least one is before them.
 char16_t* writeLabel(char16_t* to, int offset)
 {
     int shift = 8;

@@ -169,7 +169,7 @@ TEST(ImageFile, RefusesAPipeUnread)
     ASSERT_EQ(mkfifo(pipe.toLocal8Bit().constData(), 0600), 0);
     const ImageFile read = readImageFile(pipe);
     ASSERT_EQ(read.problems.size(), 1u);
-    EXPECT_EQ(read.problems[0].text, pipe + " cannot be read: it is no regular file.");
+    EXPECT_EQ(read.problems[0].text, pipe + " cannot be read: it is not a regular file.");
 }
 
 TEST(ImageFile, NamesItsFormats)

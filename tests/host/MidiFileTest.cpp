@@ -126,8 +126,8 @@ TEST(MidiFile, ReadsAWholeImage)
 
 TEST(MidiFile, RefusesChannelEventsAtTheirStatus)
 {
-    expectRefused(midiFile(hex("00904001")), 23, "the event 90 is no SysEx");
-    expectRefused(midiFile(hex("00F00201F7") + hex("004001")), 28, "the event 40 is no SysEx");
+    expectRefused(midiFile(hex("00904001")), 23, "the event 90 is not SysEx");
+    expectRefused(midiFile(hex("00F00201F7") + hex("004001")), 28, "the event 40 is not SysEx");
 }
 
 TEST(MidiFile, RefusesAMessageWithoutEnd)

@@ -252,7 +252,8 @@ TEST_F(PluginLoaderTest, NamesOnlyTheFirstOfManyLibraries)
     expectRefused(files.folder(), PluginFault::NoneInFolder);
     EXPECT_TRUE(error.contains("libc")) << error.toStdString();
     EXPECT_FALSE(error.contains("libd")) << error.toStdString();
-    EXPECT_TRUE(error.contains(". 2 more libraries are none either. Name ")) << error.toStdString();
+    EXPECT_TRUE(error.contains(". 2 more libraries are not plugins either. Name "))
+        << error.toStdString();
 }
 
 TEST_F(PluginLoaderTest, LoadsFromAFolderNamedFromTheWorkingDirectory)

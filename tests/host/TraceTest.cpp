@@ -173,8 +173,8 @@ TEST(TraceReader, RefusesWhatTheGrammarDoesNotAllow)
                 "a byte of two upper-case hex digits, \"=\" or \": \"");
     expectError("1.000000 sent F0 :x\n", 2, 18,
                 "a byte of two upper-case hex digits, \"=\" or \": \"");
-    expectError("1.000000 sent F0 = \n", 2, 18, "bytes before \"=\" and a name behind it");
-    expectError("1.000000 decided = name\n", 2, 18, "bytes before \"=\" and a name behind it");
+    expectError("1.000000 sent F0 = \n", 2, 18, "bytes before \"=\" and a name after it");
+    expectError("1.000000 decided = name\n", 2, 18, "bytes before \"=\" and a name after it");
     expectError("1.000000 decided : a\\b\n", 2, 21, "\\\\ or \\x and two hex digits");
     expectError("1.000000 decided : a\\x1\n", 2, 21, "\\\\ or \\x and two hex digits");
     expectError("1.000000 realtime F8 F8\n", 2, 19, "one byte from F8 to FF");
@@ -189,7 +189,7 @@ TEST(TraceReader, RefusesBlanksAtTheEndNamesWithoutBlankAndEscapesThatAreNoTwoDi
     expectError("1.000000 lost \n", 2, 14, "no blank at the end of the line");
     expectError("1.000000 sent F0  \n", 2, 18, "no blank at the end of the line");
     expectError("1.000000 sent F0 = reset \n", 2, 25, "no blank at the end of the line");
-    expectError("1.000000 sent F0 =reset\n", 2, 18, "bytes before \"=\" and a name behind it");
+    expectError("1.000000 sent F0 =reset\n", 2, 18, "bytes before \"=\" and a name after it");
     expectError("1.000000 log : \\x+f\n", 2, 16, "\\\\ or \\x and two hex digits");
     expectError("1.000000 log : \\x f\n", 2, 16, "\\\\ or \\x and two hex digits");
     EXPECT_EQ(parseTrace("# hxtrace 1\n1.000000 log : a \n").events.at(0).event.text, "a ");

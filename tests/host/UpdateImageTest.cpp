@@ -85,9 +85,10 @@ TEST(UpdateImage, RefusesAnEmptyList)
 TEST(UpdateImage, RefusesAFileThatIsNoSysEx)
 {
     const UpdateImage image = parseUpdateImage(parseImageFile("Hello, world"), samples::product());
-    expectProblem(image, -1, 0,
-                  "the file is no SysEx: byte 48 belongs to no message; expected F0, hex text or a "
-                  "Standard MIDI File.");
+    expectProblem(
+        image, -1, 0,
+        "the file is not SysEx: byte 48 belongs to no message; expected F0, hex text or a "
+        "Standard MIDI File.");
 }
 
 TEST(UpdateImage, RefusesEveryTruncationAndNamesMessageAndByte)
@@ -165,22 +166,21 @@ TEST(UpdateImage, RefusesAMissingMessage)
     QList<HxMidiData> messages = samples::messages();
     messages.removeAt(1);
     expectProblem(parsed(messages), 1, dataBytes + 8,
-                  "data message number 2 stands where number 1 is expected: number 1 is missing.");
+                  "data message number 2 is where number 1 should be: number 1 is missing.");
 }
 
 TEST(UpdateImage, RefusesSeveralMissingMessages)
 {
     QList<HxMidiData> messages = samples::messages(600);
     messages.erase(messages.begin() + 1, messages.begin() + 4);
-    expectProblem(
-        parsed(messages), 1, dataBytes + 8,
-        "data message number 4 stands where number 1 is expected: numbers 1 to 3 are missing.");
+    expectProblem(parsed(messages), 1, dataBytes + 8,
+                  "data message number 4 is where number 1 should be: numbers 1 to 3 are missing.");
 }
 
 TEST(UpdateImage, RefusesAMissingFirstMessage)
 {
     expectProblem(parsed(samples::messages().mid(1)), 0, 8,
-                  "data message number 1 stands where number 0 is expected: number 0 is missing.");
+                  "data message number 1 is where number 0 should be: number 0 is missing.");
 }
 
 TEST(UpdateImage, RefusesAWrongOrder)
@@ -190,7 +190,7 @@ TEST(UpdateImage, RefusesAWrongOrder)
     const UpdateImage image = parsed(messages);
     ASSERT_EQ(image.problems.size(), 3u) << linesOf(image).join("\n").toStdString();
     EXPECT_EQ(image.problems[1].text,
-              "data message number 1 stands behind number 2: the order is wrong.");
+              "data message number 1 comes after number 2: the order is wrong.");
 }
 
 TEST(UpdateImage, RefusesAMessageThatStandsTwice)
@@ -200,7 +200,7 @@ TEST(UpdateImage, RefusesAMessageThatStandsTwice)
     const UpdateImage image = parsed(messages);
     ASSERT_FALSE(image.ok());
     EXPECT_EQ(image.problems[0].text,
-              "data message number 0 stands behind number 0: the order is wrong.");
+              "data message number 0 comes after number 0: the order is wrong.");
 }
 
 TEST(UpdateImage, RefusesAnImageWithoutFileCheckOrClosingMessage)
@@ -273,7 +273,7 @@ TEST(UpdateImage, RefusesMessagesBehindTheClosingMessage)
 {
     QList<HxMidiData> messages = samples::messages();
     messages << messages.last();
-    expectProblem(parsed(messages), 5, 429, "it stands behind the closing message.");
+    expectProblem(parsed(messages), 5, 429, "it comes after the closing message.");
 }
 
 TEST(UpdateImage, RefusesDataBehindTheFileCheck)
@@ -282,7 +282,7 @@ TEST(UpdateImage, RefusesDataBehindTheFileCheck)
     messages.move(3, 2);
     const UpdateImage image = parsed(messages);
     EXPECT_EQ(image.problems[0].text,
-              "it stands behind the file check; expected the closing message.");
+              "it comes after the file check; expected the closing message.");
 }
 
 TEST(UpdateImage, RefusesAGapInTheAddresses)
@@ -385,7 +385,7 @@ TEST(UpdateImage, RefusesAFileCheckOfAnotherLayoutOrVersionForm)
     messages = samples::messages();
     messages[3].bytes[19] = 'x';
     messages[3] = samples::resummed(messages.at(3));
-    expectProblem(parsed(messages), 3, 397 + 19, "the version byte 78 is no ASCII digit.");
+    expectProblem(parsed(messages), 3, 397 + 19, "the version byte 78 is not an ASCII digit.");
 }
 
 TEST(UpdateImage, RefusesAFileCheckOfAnotherSize)

@@ -285,7 +285,7 @@ TEST_F(StrictPattern, LeavesSilenceWhatItIs)
     }
 }
 
-// Of an answer that is no identity reply it is not known that it is another product's.
+// Of an answer that is not an identity reply it is not known that it is another product's.
 TEST_F(StrictPattern, TakesNoOtherAnswerForAnotherProduct)
 {
     const QString port = answeredBy("F0 7E 00 06 02 00 6B 2D F7");

@@ -41,7 +41,7 @@ TEST_F(UpdateCommand, SaysWhyAnImageFileCannotBeRead)
     };
     EXPECT_EQ(whyOf(path("missing.syx")), "No such file or directory");
     EXPECT_EQ(whyOf(path(".")), "it is a folder");
-    EXPECT_EQ(whyOf("/dev/null"), "it is no regular file");
+    EXPECT_EQ(whyOf("/dev/null"), "it is not a regular file");
 }
 
 TEST_F(UpdateCommand, SucceedsWhenChecksumsAgreeAndTheProductAnswersAgain)

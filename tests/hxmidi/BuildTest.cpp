@@ -19,7 +19,7 @@ TEST(Build, PointsAtTheFieldWithoutAnArgument)
                        "  F0 V14 CSTR F7\n"
                        "         ^~~~\n"
                        "  expected: one argument for every field of the format\n"
-                       "  next: add the field's value behind the others\n");
+                       "  next: add the field's value after the others\n");
     EXPECT_EQ(run.out, "");
     EXPECT_EQ(run.code, 2);
 }
@@ -38,7 +38,7 @@ TEST(Build, SaysHowToWriteAHexArgument)
 {
     EXPECT_EQ(
         hxmidi({"build", "V8", "7F"}).err,
-        "error: \"7F\" is no number for V8\n"
+        "error: \"7F\" is not a number for V8\n"
         "  7F\n"
         "  ^~\n"
         "  expected: a number from -2147483648 to 2147483647, decimal or after 0x hexadecimal\n"
@@ -123,7 +123,7 @@ TEST(Build, WarnsOfTheArgumentThatASkippedFieldLeavesOver)
 TEST(Build, PointsIntoAHexTextArgument)
 {
     EXPECT_EQ(hxmidi({"build", "F0 MSTR F7", "41 4G"}).err,
-              "error: \"4G\" is no hex number\n"
+              "error: \"4G\" is not a hex number\n"
               "  41 4G\n"
               "     ^~\n"
               "  expected: digits 0 to 9 and A to F\n"

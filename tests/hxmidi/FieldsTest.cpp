@@ -111,13 +111,13 @@ TEST_P(FieldsBad, IsRefused)
 
 INSTANTIATE_TEST_SUITE_P(
     Fields, FieldsBad,
-    testing::Values(BadField{"int9@0", "\"int9\" is no type of field"},
-                    BadField{"int1@", "\"\" is no number for a position"},
-                    BadField{"int1@x", "\"x\" is no number for a position"},
+    testing::Values(BadField{"int9@0", "\"int9\" is not a type of field"},
+                    BadField{"int1@", "\"\" is not a number for a position"},
+                    BadField{"int1@x", "\"x\" is not a number for a position"},
                     BadField{"int1@-1", "\"-1\" is out of range for a position"},
                     BadField{"int1@99999999999", "\"99999999999\" is out of range for a position"},
-                    BadField{"int1@1+1", "\"1+1\" is no number for a position"},
-                    BadField{"string@1+", "\"\" is no number for a length"},
+                    BadField{"int1@1+1", "\"1+1\" is not a number for a position"},
+                    BadField{"string@1+", "\"\" is not a number for a length"},
                     BadField{"string@1+0", "\"0\" is out of range for a length"}));
 
 TEST(Fields, WantsAtLeastOneField)

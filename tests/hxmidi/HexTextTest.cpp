@@ -7,7 +7,7 @@
 TEST(HexText, PointsAtThePieceThatIsNoNumber)
 {
     const CommandRun run = hxmidi({"convert", "F0", "7E", "7G", "F7"});
-    EXPECT_EQ(run.err, "error: \"7G\" is no hex number\n"
+    EXPECT_EQ(run.err, "error: \"7G\" is not a hex number\n"
                        "  F0 7E 7G F7\n"
                        "        ^~\n"
                        "  expected: digits 0 to 9 and A to F\n"
@@ -19,7 +19,7 @@ TEST(HexText, PointsAtThePieceThatIsNoNumber)
 TEST(HexText, PointsAtAPairThatABlankSeparates)
 {
     EXPECT_EQ(hxmidi({"convert", "F 0G 7"}).err,
-              "error: \"G7\" is no hex number\n"
+              "error: \"G7\" is not a hex number\n"
               "  F 0G 7\n"
               "     ^~~\n"
               "  expected: digits 0 to 9 and A to F\n"
@@ -51,7 +51,7 @@ TEST(HexText, SaysThatMinusOneEndsTheText)
 TEST(HexText, AdvisesCommasBetweenPrefixedNumbers)
 {
     EXPECT_EQ(hxmidi({"convert", "0xF0 0x7E"}).err,
-              "error: \"0xF00x7E\" is no hex number\n"
+              "error: \"0xF00x7E\" is not a hex number\n"
               "  0xF0 0x7E\n"
               "  ^~~~~~~~~\n"
               "  expected: digits 0 to 9 and A to F\n"
@@ -148,7 +148,7 @@ TEST(HexText, ShowsThePartOfALongLineAroundThePiece)
 {
     const std::string zeros(200, '0');
     const CommandRun run = hxmidi({"convert", zeros + "GG" + zeros});
-    EXPECT_EQ(run.err.substr(0, run.err.find("  expected")), "error: \"GG\" is no hex number\n"
+    EXPECT_EQ(run.err.substr(0, run.err.find("  expected")), "error: \"GG\" is not a hex number\n"
                                                              "  ..." +
                                                                  std::string(40, '0') + "GG" +
                                                                  std::string(30, '0') + "...\n  " +

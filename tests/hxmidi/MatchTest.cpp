@@ -18,7 +18,7 @@ TEST(Match, ExitsWithOneWhenThePatternDoesNotFit)
 {
     const CommandRun run = hxmidi({"match", "F0 7E .. 06 03", "F07E000601F7"});
     EXPECT_EQ(run.out, "");
-    EXPECT_EQ(run.err, "note: the pattern fits up to here, but not on\n"
+    EXPECT_EQ(run.err, "note: this word does not fit; the pattern before it does\n"
                        "  F0 7E .. 06 03\n"
                        "              ^~\n");
     EXPECT_EQ(run.code, 1);
@@ -27,7 +27,7 @@ TEST(Match, ExitsWithOneWhenThePatternDoesNotFit)
 TEST(Match, SaysWhenNotEvenTheFirstWordFits)
 {
     EXPECT_EQ(hxmidi({"match", "--start", "7E 00", "F07E00"}).err,
-              "note: the pattern does not fit from its first word\n"
+              "note: the first word of the pattern does not fit\n"
               "  7E 00\n"
               "  ^~\n");
 }
@@ -133,12 +133,12 @@ TEST(Match, RefusesPatternsThatWouldTakeAllMemory)
 TEST(Match, PointsAtWhatNeverFits)
 {
     EXPECT_EQ(hxmidi({"match", "-q", "F0 V V,7E", "F07E"}).err,
-              "warning: \"V V,\" never fits, as it is no hex digit\n"
+              "warning: \"V V,\" never fits, as it is not a hex digit\n"
               "  F0 V V,7E\n"
               "     ^~~~\n"
               "  next: write .. or XX for a byte of any value, . for one digit\n");
     EXPECT_EQ(hxmidi({"match", "-q", "F0 XXX", "F07E"}).err,
-              "warning: \"X\" never fits, as it is no hex digit\n"
+              "warning: \"X\" never fits, as it is not a hex digit\n"
               "  F0 XXX\n"
               "       ^\n"
               "  next: write .. or XX for a byte of any value, . for one digit\n");

@@ -16,7 +16,7 @@ TEST(Output, IsOneJsonDocumentWithItsErrors)
         {QStringLiteral("result"), QJsonObject()},
         {QStringLiteral("errors"),
          QJsonArray{QJsonObject{
-             {QStringLiteral("what"), QStringLiteral("\"7G\" is no hex number")},
+             {QStringLiteral("what"), QStringLiteral("\"7G\" is not a hex number")},
              {QStringLiteral("expected"), QStringLiteral("digits 0 to 9 and A to F")},
              {QStringLiteral("next"),
               QStringLiteral("correct it; with --lenient it is left out, as HxMidiData does")},

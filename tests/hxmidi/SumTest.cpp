@@ -34,7 +34,7 @@ TEST(Sum, TakesASection)
 TEST(Sum, RefusesASectionOutsideOfTheData)
 {
     EXPECT_EQ(hxmidi({"sum", "--start", "3", "--end", "2", "01020408"}).err,
-              "error: there is no section from 3 to before 2 in 4 bytes\n"
+              "error: the section from 3 up to 2 is not inside the data of 4 bytes\n"
               "  expected: a start and an end within the data\n"
               "  next: correct --start or --end; a negative end counts from the end\n");
     EXPECT_EQ(hxmidi({"sum", "--start", "5", "01020408"}).code, 2);

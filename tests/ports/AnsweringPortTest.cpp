@@ -84,7 +84,7 @@ TEST_F(Answering, EachInputIsAskedThreeTimesAndThenAllAreListed)
     const Result<AnsweringPort> found = open({"a", "b"});
     ASSERT_FALSE(found);
     EXPECT_EQ(found.problem().what.toStdString(),
-              "what is sent to core:Boot loader is answered by none of the inputs that may belong "
+              "no answer to core:Boot loader came through any of the inputs that may belong "
               "to it: core:a, core:b; name the one that does with --in-port");
     EXPECT_EQ(asked, QStringList({"a", "b", "a", "b", "a", "b"}));
 }

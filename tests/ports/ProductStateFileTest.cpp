@@ -275,9 +275,9 @@ TEST_F(StateFile, APipeOrADeviceIsRefusedUnread)
     QString error;
     ASSERT_EQ(mkfifo(path().toLocal8Bit().constData(), 0600), 0);
     EXPECT_EQ(openState(path(), product, &error), nullptr);
-    EXPECT_EQ(error, "it is no regular file");
+    EXPECT_EQ(error, "it is not a regular file");
     EXPECT_EQ(openState(QStringLiteral("/dev/null"), product, &error), nullptr);
-    EXPECT_EQ(error, "it is no regular file");
+    EXPECT_EQ(error, "it is not a regular file");
 }
 
 } // namespace hx

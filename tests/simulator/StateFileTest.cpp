@@ -135,7 +135,7 @@ TEST(StateFile, RefusedStateLeavesTheProductAsItWas)
     EXPECT_FALSE(product.restore("nonsense", &error));
     EXPECT_FALSE(product.restore("nonsense", nullptr));
     EXPECT_EQ(error.toStdString(),
-              "this is no state file: it begins with \"nonsense\", expected \"simulated product "
+              "this is not a state file: it begins with \"nonsense\", expected \"simulated product "
               "state 1\"; use a copy of the file, or remove it to begin with a fresh product");
     EXPECT_EQ(product.save(), before);
     EXPECT_TRUE(product.isUpdating());
@@ -143,21 +143,21 @@ TEST(StateFile, RefusedStateLeavesTheProductAsItWas)
 
 TEST(StateFile, EmptyFileIsRefused)
 {
-    EXPECT_EQ(reasonFor(""), "this is no state file: it begins with \"\", expected \"simulated "
+    EXPECT_EQ(reasonFor(""), "this is not a state file: it begins with \"\", expected \"simulated "
                              "product state 1\"");
 }
 
 TEST(StateFile, ErrorsShowNoControlCharactersAndNoMoreThan60Bytes)
 {
     EXPECT_EQ(reasonFor("\x1B[2J\x80\t~" + QByteArray(100, 'x') + "\nmore"),
-              "this is no state file: it begins with \"?[2J??~" + std::string(53, 'x') +
+              "this is not a state file: it begins with \"?[2J??~" + std::string(53, 'x') +
                   "\", expected \"simulated product state 1\"");
 }
 
 TEST(StateFile, OtherFormatVersionIsRefused)
 {
     EXPECT_EQ(reasonFor("simulated product state 2\nend 00000000\n"),
-              "this is no state file: it begins with \"simulated product state 2\", expected "
+              "this is not a state file: it begins with \"simulated product state 2\", expected "
               "\"simulated product state 1\"");
 }
 

@@ -9,7 +9,7 @@
 namespace hx::host {
 
 // The problem with the values that `command` was given: an empty one, as an unset variable of a
-// script leaves behind, a "-" that cannot stand for a standard stream, or a file that is written
+// script leaves over, a "-" that cannot mean a standard stream, or a file that is written
 // although it is read as well.
 std::optional<Problem> argumentProblem(const Command& command, const OutputOptions& output);
 

@@ -141,13 +141,14 @@ void addCheckCommand(CommandLine& line)
 {
     auto options = std::make_shared<CheckOptions>();
     const Command command =
-        line.add("check", "Checks that a plugin keeps the contract with its hosts, rule by rule");
+        line.add("check", "Check that a plugin keeps the contract with its hosts, rule by rule");
     command.addOption("PLUGIN", options->plugin.plugin,
                       "The device plugin, or the folder that holds it; default: the one "
                       "installed with this program");
     command
         .addOption("--image", options->image,
-                   "An update image of the product, where it has another form than usual")
+                   "An update image of the product; needed when its images have another form "
+                   "than usual")
         .valueName("FILE");
     line.setRun(command, [options](CommandContext& context) { check(context, *options); });
 }

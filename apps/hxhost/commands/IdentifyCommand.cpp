@@ -33,7 +33,7 @@ void identify(CommandContext& context, const ConnectionOptions& options)
 void addIdentifyCommand(CommandLine& line)
 {
     auto options = std::make_shared<ConnectionOptions>();
-    const Command command = line.add("identify", "Asks the product on a port who it is");
+    const Command command = line.add("identify", "Ask the product on a port for its identity");
     addConnectionOptions(command, *options);
     line.setRun(command, [options](CommandContext& context) { identify(context, *options); });
 }

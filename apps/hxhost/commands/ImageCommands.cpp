@@ -112,19 +112,20 @@ void build(CommandContext& context, const BuildOptions& options)
 void inspectImage(CommandContext& context, const InspectOptions& options)
 {
     if (const auto product = describeChosen(context, options.plugin))
-        takeImage(context, options.image, *product);
+        readImage(context, options.image, *product);
 }
 
 void addBuildCommand(CommandLine& line, const Command& group)
 {
     auto options = std::make_shared<BuildOptions>();
-    const Command command = line.addTo(group, "build", "Makes an update image out of a code file");
+    const Command command = line.addTo(group, "build", "Make an update image from a code file");
     command.addOption("CODE", options->code, "File of code bytes").required();
     command.addOption("-o,--output", options->output, "Image to write")
         .valueName("FILE")
         .required();
     const std::map<std::string, CodeType> kinds = {{"fwu", CodeType::Fwu}, {"fwd", CodeType::Fwd}};
-    command.addChoice("--kind", kinds, options->kind, "Kind of code image: fwu or fwd").required();
+    command.addChoice("--kind", kinds, options->kind, "Kind of code image, as its maker names it")
+        .required();
     command.addOption("--code-version", options->version, "Version that the code carries")
         .valueName("A.B.C.D")
         .check(checkVersion)
@@ -137,7 +138,7 @@ void addInspectImageCommand(CommandLine& line, const Command& group)
 {
     auto options = std::make_shared<InspectOptions>();
     const Command command =
-        line.addTo(group, "inspect", "Shows what an update image holds and what is wrong");
+        line.addTo(group, "inspect", "Show what an update image holds, and what is wrong with it");
     command.addOption("IMAGE", options->image, "Update image: .syx, hex text or Standard MIDI File")
         .required();
     addPluginOptions(command, options->plugin);
@@ -148,7 +149,7 @@ void addInspectImageCommand(CommandLine& line, const Command& group)
 
 void addImageCommands(CommandLine& line)
 {
-    const Command group = line.addGroup("image", "Makes update images and looks into them");
+    const Command group = line.addGroup("image", "Make update images and inspect them");
     addBuildCommand(line, group);
     addInspectImageCommand(line, group);
 }

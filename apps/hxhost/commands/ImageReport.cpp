@@ -118,7 +118,7 @@ void addImage(Report& report, const LoadedImage& loaded)
         report.addTable(QStringLiteral("image.problems"), columns, problems);
 }
 
-std::optional<LoadedImage> takeImage(CommandContext& context, const std::string& path,
+std::optional<LoadedImage> readImage(CommandContext& context, const std::string& path,
                                      const ProductDescription& product)
 {
     const QString name = fileNameText(path);

@@ -27,7 +27,7 @@ void addImage(Report& report, const LoadedImage& loaded);
 
 // Reads an image, "-" from standard input, and adds it to the report. None, with the problem in the
 // report, when the file cannot be read or the image is not good.
-std::optional<LoadedImage> takeImage(CommandContext& context, const std::string& path,
+std::optional<LoadedImage> readImage(CommandContext& context, const std::string& path,
                                      const ProductDescription& product);
 
 // "1 min 2 s" for 62 seconds; rounded up to whole seconds.

@@ -66,7 +66,7 @@ void reportProduct(CommandContext& context, const ConnectionOptions& options)
 void addInfoCommand(CommandLine& line)
 {
     auto options = std::make_shared<ConnectionOptions>();
-    const Command command = line.add("info", "Reads all that the product tells of itself");
+    const Command command = line.add("info", "Read all that the product reports of itself");
     addConnectionOptions(command, *options);
     line.setRun(command, [options](CommandContext& context) { reportProduct(context, *options); });
 }

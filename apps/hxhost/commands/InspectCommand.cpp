@@ -100,7 +100,7 @@ void addInspectCommand(CommandLine& line)
 {
     auto options = std::make_shared<PluginOptions>();
     const Command command =
-        line.add("inspect", "Loads the plugin and shows its metadata, names and dictionary");
+        line.add("inspect", "Load the plugin and show its metadata, names and dictionary");
     addPluginOptions(command, *options);
     line.setRun(command, [options](CommandContext& context) { reportPlugin(context, *options); });
 }

@@ -144,7 +144,7 @@ void monitor(CommandContext& context, const MonitorOptions& options)
 void addMonitorCommand(CommandLine& line)
 {
     auto options = std::make_shared<MonitorOptions>();
-    const Command command = line.add("monitor", "Prints what arrives on a port, decoded");
+    const Command command = line.add("monitor", "Print what arrives on a port, decoded");
     command.addOption("--count", options->count, "Stop after this many messages; more than 0")
         .valueName("N")
         .range(1, std::numeric_limits<int>::max());

@@ -46,8 +46,7 @@ void addOutputOptions(const Command& command, OutputOptions& options)
         .group(outputGroup);
     command
         .addOption("--field", options.field,
-                   "Print this one value of the result; an empty line where this result does not "
-                   "have it")
+                   "Print only this value of the result; an empty line when the result lacks it")
         .valueName("NAME")
         .group(outputGroup);
     static const std::map<std::string, ProgressMode> modes = {{"auto", ProgressMode::Auto},
@@ -61,7 +60,7 @@ void addOutputOptions(const Command& command, OutputOptions& options)
                    "plain lines), bar, plain, json or none")
         .group(outputGroup);
     addVerbosityOptions(command, options);
-    command.addOption("--trace", options.trace, "Write a record of all that happens")
+    command.addOption("--trace", options.trace, "Write a record of the session")
         .valueName("FILE")
         .group(outputGroup);
 }
@@ -137,8 +136,8 @@ void addConnectionOptions(const Command& command, ConnectionOptions& options)
         .group(connectionGroup);
     command
         .addOption("--in-port", options.inPort,
-                   "The port that answers come from; default: the one that belongs to --port, "
-                   "found by asking where several may")
+                   "The port that answers come from; default: the one that belongs to --port; "
+                   "where several may, each is asked")
         .valueName("NAME")
         .group(connectionGroup);
     addPaceOptions(command, options.pace);

@@ -41,8 +41,8 @@ NamedFile namedBy(const GivenOption& option, const QString& name)
             optionName(option)};
 }
 
-// What stands behind "replay:", "simulator:" or a backend's name; all of it where nothing does.
-QString behindColon(const QString& value)
+// What follows "replay:", "simulator:" or a backend's name; all of it without these.
+QString afterColon(const QString& value)
 {
     return value.mid(value.indexOf(QLatin1Char(':')) + 1);
 }
@@ -51,7 +51,7 @@ void addValue(const GivenOption& option, const QString& value, NamedFiles& files
 {
     files.push_back(namedBy(option, value));
     if (value.contains(QLatin1Char(':')))
-        files.push_back(namedBy(option, behindColon(value)));
+        files.push_back(namedBy(option, afterColon(value)));
 }
 
 // Flags take no value, and the values of the other output options are words.

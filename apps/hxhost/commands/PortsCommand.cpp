@@ -128,8 +128,8 @@ void addPortsCommand(CommandLine& line)
 {
     auto options = std::make_shared<PortsOptions>();
     const Command command =
-        line.add("ports", "Lists MIDI ports and marks those that fit the product");
-    command.addFlag("--probe", options->probe, "Ask what is behind each output who it is");
+        line.add("ports", "List MIDI ports and mark those that fit the product");
+    command.addFlag("--probe", options->probe, "Ask on each output which product is there");
     addPluginOptions(command, options->plugin);
     line.setRun(command, [options](CommandContext& context) { probePorts(context, *options); });
 }

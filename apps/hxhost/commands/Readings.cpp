@@ -28,13 +28,13 @@ bool addState(Report& report, const QString& name, const Reading& reading)
     return reading.good();
 }
 
-QString noWhen(bool isNull, const QString& text)
+QString textOrNone(bool isNull, const QString& text)
 {
     return isNull ? QStringLiteral("(none)") : text;
 }
 
 // The same checksum in replies that are not the same: the rest of a reply is the echoed command.
-bool differInTheEchoAlone(const ChecksumReading& stored, const ChecksumReading& calculated)
+bool differOnlyInEcho(const ChecksumReading& stored, const ChecksumReading& calculated)
 {
     return stored.good() && calculated.good() && stored.groups == calculated.groups &&
            stored.raw.bytes != calculated.raw.bytes;
@@ -101,10 +101,10 @@ void addPluginAnswers(Report& report, const PluginAnswers& answers, const Checks
     report.add(QStringLiteral("plugin.versionNumber"), answers.versionNumber);
     const bool noEsn = answers.esn.isNull();
     report.add(QStringLiteral("plugin.esn"), noEsn ? QJsonValue() : QJsonValue(answers.esn),
-               noWhen(noEsn, answers.esn));
+               textOrNone(noEsn, answers.esn));
     report.add(QStringLiteral("plugin.isCodeValid.fwu"), answers.fwuValid);
     report.add(QStringLiteral("plugin.isCodeValid.fwd"), answers.fwdValid);
-    if (answers.fwuValid || !differInTheEchoAlone(stored, calculated))
+    if (answers.fwuValid || !differOnlyInEcho(stored, calculated))
         return;
     report.add(QStringLiteral("plugin.isCodeValid.note"),
                QStringLiteral("the checksum bytes above agree, and they decide; their replies "

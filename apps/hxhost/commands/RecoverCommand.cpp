@@ -43,7 +43,7 @@ void addRecoverCommand(CommandLine& line)
 {
     auto options = std::make_shared<ConnectionOptions>();
     const Command command =
-        line.add("recover", "Says what state the product is in, and what brings it back");
+        line.add("recover", "Report the state of the product, and how to recover it");
     addConnectionOptions(command, *options);
     line.setRun(command, [options](CommandContext& context) { recover(context, *options); });
 }

@@ -194,7 +194,7 @@ bool isUnaskable(const Reading* reading)
     return reading != nullptr && reading->state == ReadingState::Unknown;
 }
 
-QString whatDisagrees(const UpdateResult& result, const UpdateImage* image)
+QString disagreement(const UpdateResult& result, const UpdateImage* image)
 {
     const Reading* reading = unanswered(result);
     if (isUnaskable(reading))
@@ -227,13 +227,13 @@ Problem notVerified(const UpdateResult& result, const UpdateImage* image)
             ? answerTo(*reading)
             : QStringLiteral("the version of the image, and checksums that are all equal");
     if (isUnaskable(reading))
-        return {ExitCode::VerificationFailed, whatDisagrees(result, image), expected,
+        return {ExitCode::VerificationFailed, disagreement(result, image), expected,
                 QStringLiteral("Install a complete plugin, then run \"hxhost verify IMAGE\".")};
     const QString next = result.touched
                              ? runAgain
                              : QStringLiteral("\"hxhost update IMAGE\" installs an image; \"hxhost "
                                               "recover\" says what state the instrument is in.");
-    return {ExitCode::VerificationFailed, whatDisagrees(result, image), expected, next};
+    return {ExitCode::VerificationFailed, disagreement(result, image), expected, next};
 }
 
 } // namespace

@@ -66,7 +66,8 @@ QString chosenBackend(CommandContext& context, const SimulateOptions& options)
 
 void failState(CommandContext& context, const QString& path, const QString& error)
 {
-    context.fail(ExitCode::FileError, QStringLiteral("the state file \"%1\": %2").arg(path, error),
+    context.fail(ExitCode::FileError,
+                 QStringLiteral("the state file \"%1\" cannot be used: %2").arg(path, error),
                  QStringLiteral("a file written by this program, or a new one in a folder "
                                 "that may be written to"),
                  QStringLiteral("give another name with --state"));
@@ -164,7 +165,7 @@ void addSimulateCommand(CommandLine& line)
 {
     auto options = std::make_shared<SimulateOptions>();
     const Command command =
-        line.add("simulate", "Puts a simulated product on a virtual MIDI port until Ctrl-C");
+        line.add("simulate", "Put a simulated product on a virtual MIDI port until Ctrl-C");
     command
         .addOption("--name", options->name,
                    "Name of the port; default: the name that the plugin gives")

@@ -214,13 +214,15 @@ void support(CommandContext& context, const SupportOptions& options)
 void addSupportCommand(CommandLine& line)
 {
     auto options = std::make_shared<SupportOptions>();
-    const Command command = line.add("support", "Writes a report to attach to a call for help");
+    const Command command = line.add("support", "Write a report to send with a call for help");
     command.addOption("-o,--output", options->output, "Report to write")
         .valueName("FILE")
         .required();
-    command.addOption("--image", options->image, "The image whose checksum goes in")
+    command.addOption("--image", options->image, "The image whose checksum the report states")
         .valueName("FILE");
-    command.addOption("--last-trace", options->trace, "What --trace wrote when it went wrong")
+    command
+        .addOption("--last-trace", options->trace,
+                   "The record that --trace wrote in the run that failed")
         .valueName("FILE");
     addConnectionOptions(command, options->connection);
     line.setRun(command, [options](CommandContext& context) { support(context, *options); });

@@ -122,7 +122,7 @@ void showTrace(CommandContext& context, const TraceOptions& options)
             ExitCode::FileError, QStringLiteral("the trace \"%1\": %2").arg(name, trace.error),
             QStringLiteral("a file that --trace has written"),
             QStringLiteral("give the name of one; docs/formats/trace-format.md says what "
-                           "stands in it"));
+                           "it holds"));
     addEvents(context.report, trace.events, !options.svg.empty());
     addSummary(context.report, summarize(trace.events));
     if (!options.svg.empty())
@@ -135,7 +135,7 @@ void addTraceCommand(CommandLine& line)
 {
     auto options = std::make_shared<TraceOptions>();
     const Command command =
-        line.add("trace", "Shows a recorded session as a table and in numbers, or draws it");
+        line.add("trace", "Show a recorded session as a table and in numbers, or draw it");
     command.addOption("FILE", options->file, "What --trace has written").required();
     command
         .addOption("--svg", options->svg,

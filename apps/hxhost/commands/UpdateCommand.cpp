@@ -156,7 +156,7 @@ void update(CommandContext& context, const UpdateCommandOptions& options)
     Session session(context);
     if (!session.loadPlugin(options.connection.plugin))
         return;
-    const std::optional<LoadedImage> loaded = takeImage(context, options.image, session.product());
+    const std::optional<LoadedImage> loaded = readImage(context, options.image, session.product());
     if (!loaded)
         return;
     const UpdatePlan plan = planUpdate(session.device(), loaded->image);
@@ -180,7 +180,8 @@ void update(CommandContext& context, const UpdateCommandOptions& options)
 void addUpdateCommand(CommandLine& line)
 {
     auto options = std::make_shared<UpdateCommandOptions>();
-    const Command command = line.add("update", "Updates the product with an image, and checks it");
+    const Command command =
+        line.add("update", "Update the product with an image, and check the result");
     command.addOption("IMAGE", options->image, "Update image: .syx, hex text or MIDI file")
         .required();
     command.addFlag("--dry-run", options->dryRun, "Show what would be sent; send nothing");

@@ -8,7 +8,7 @@
 
 namespace hx::host {
 
-// How the version that would be installed stands to the one that is there.
+// How the version to be installed compares with the installed one.
 enum class VersionStep { Unknown, Upgrade, Reinstall, Downgrade };
 
 // Both are numbers with dots between them; Unknown when one of them is something else.

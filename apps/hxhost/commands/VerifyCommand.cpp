@@ -36,7 +36,7 @@ void verify(CommandContext& context, const VerifyOptions& options)
         return;
     std::optional<LoadedImage> loaded;
     if (!options.image.empty()) {
-        loaded = takeImage(context, options.image, session.product());
+        loaded = readImage(context, options.image, session.product());
         if (!loaded)
             return;
     }
@@ -56,7 +56,7 @@ void verify(CommandContext& context, const VerifyOptions& options)
 void addVerifyCommand(CommandLine& line)
 {
     auto options = std::make_shared<VerifyOptions>();
-    const Command command = line.add("verify", "Checks that the code in the product is intact");
+    const Command command = line.add("verify", "Check that the code in the product is intact");
     command.addOption("IMAGE", options->image, "Image whose code the product should hold");
     addConnectionOptions(command, options->connection);
     line.setRun(command, [options](CommandContext& context) { verify(context, *options); });

@@ -16,7 +16,7 @@ QJsonObject definition(const QString& name)
     return definitions.value(name).toObject();
 }
 
-// A node as it stands, or what its "$ref" names: "#/definitions/NAME".
+// The node itself, or what its "$ref" names: "#/definitions/NAME".
 QJsonObject resolved(const QJsonValue& node)
 {
     const QString reference = node.toObject().value(QStringLiteral("$ref")).toString();

@@ -19,7 +19,7 @@ bool writeToTerminal(const QByteArray& text);
 // The line that is typed on standard input; null at its end, and soon after `interrupted` is set.
 QByteArray readTypedLine(const std::atomic<bool>& interrupted);
 
-// Columns of the terminal behind standard error; 80 when it cannot be known.
+// Columns of the terminal on standard error; 80 when it cannot be known.
 int terminalColumns();
 
 // Whether standard error may be coloured. NO_COLOR (not empty) forbids it, CLICOLOR_FORCE (not

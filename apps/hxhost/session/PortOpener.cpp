@@ -24,7 +24,8 @@ using PortPointer = std::unique_ptr<MidiPort>;
 
 void failStateFile(CommandContext& context, const QString& path, const QString& error)
 {
-    context.fail(ExitCode::FileError, QStringLiteral("the state file \"%1\": %2").arg(path, error),
+    context.fail(ExitCode::FileError,
+                 QStringLiteral("the state file \"%1\" cannot be used: %2").arg(path, error),
                  QStringLiteral("a file written by this program, or a new one in a folder "
                                 "that may be written to"),
                  QStringLiteral("give another file name after 'simulator:'"));

@@ -1,4 +1,4 @@
-// A loaded plugin with a product behind it.
+// A loaded plugin, connected to a product.
 #pragma once
 
 #include "apps/hxhost/session/InterruptFlag.h"
@@ -33,7 +33,7 @@ public:
     PortBus& bus() const { return *m_bus; }
     MidiPort& port() const { return *m_port; }
 
-    // Whether a simulated or a replayed product is behind the port, and no real one.
+    // Whether the product on the port is simulated or replayed, not a real one.
     bool isMadeUp() const { return m_isMadeUp; }
 
     // Set by Ctrl-C, a termination signal or the closing of the terminal, from the moment a port is

@@ -105,7 +105,7 @@ void addRangeOptions(const Command& command, DiffOptions& options)
             .range(1, mostInputBytes);
     command
         .addFlag("--tolerant", options.tolerant,
-                 "Exit with 0 when the device's data is the same within its tolerances")
+                 "Compare as the device's data, within its tolerances")
         .excludes(offset)
         .excludes(count);
 }

@@ -173,7 +173,7 @@ std::optional<FieldReference> readFieldReference(const QByteArray& word, Finding
     const int at = saturated(word.indexOf('@'));
     const TypeRow* const row = findType(word.left(at).toLower());
     if (row == nullptr) {
-        findings.error(QStringLiteral("%1 is no type of field").arg(quoted(word.left(at))),
+        findings.error(QStringLiteral("%1 is not a type of field").arg(quoted(word.left(at))),
                        typeNames(), QStringLiteral("write TYPE@POSITION, such as 14bit@7"),
                        Place{source, {0, at}});
         return std::nullopt;

@@ -78,7 +78,7 @@ void addFieldsCommand(CommandLine& line)
                 options->fallback = value;
                 options->hasFallback = true;
             },
-            "The value of number fields outside of the data, which else are errors")
+            "Value of number fields that are outside the data; without it they are errors")
         .valueName("N");
     line.explain(command,
                  "Types of fields:\n"

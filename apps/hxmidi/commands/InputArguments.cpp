@@ -19,17 +19,18 @@ void addInputFormOptions(const Command& command, InputOptions& options)
                                                            {"c", InputForm::CArray}};
     const Option form =
         command
-            .addChoice("--from", forms, options.form,
-                       "How the data is written: auto, raw, hex, decimal or c; auto is hex text "
-                       "unless a file holds a byte that no text has")
+            .addChoice(
+                "--from", forms, options.form,
+                "How the data is written; auto: as raw bytes in a file that is not text, else "
+                "as hex text")
             .group(inputGroup);
     command.addFlag("--raw", options.raw, "The same as --from raw")
         .excludes(form)
         .group(inputGroup);
     command
         .addFlag("--tokens", options.tokens,
-                 "Split hex text at blanks as setText() does, each word a number; the "
-                 "constructors, and this program without --tokens, remove blanks")
+                 "Split hex text at blanks, as setText() does: each word is a number; without it "
+                 "blanks are removed, as by the constructors")
         .group(inputGroup);
     command
         .addFlag("--lenient", options.lenient,

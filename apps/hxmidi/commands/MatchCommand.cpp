@@ -57,11 +57,12 @@ QList<Match> matchesIn(const QList<PlacedMessage>& pieces, const MatchOptions& o
 void explainFailure(const HxMidiData& data, const MatchOptions& options, Findings& findings)
 {
     const SourceText pattern{QString(), QByteArray::fromStdString(options.pattern)};
-    const auto word = firstWordThatFails(data, pattern.text, options.atStart);
+    const auto word = firstFailingWord(data, pattern.text, options.atStart);
     if (word)
         findings.add({Severity::Note,
-                      word->at == 0 ? QStringLiteral("the pattern does not fit from its first word")
-                                    : QStringLiteral("the pattern fits up to here, but not on"),
+                      word->at == 0
+                          ? QStringLiteral("the first word of the pattern does not fit")
+                          : QStringLiteral("this word does not fit; the pattern before it does"),
                       QString(), QString(), Place{pattern, *word}});
 }
 
@@ -133,9 +134,9 @@ void addMatchCommand(CommandLine& line)
         .required()
         .valueName("");
     addInputOptions(command, options->input);
-    command.addFlag("-s,--start", options->atStart, "It must fit from the first byte on");
+    command.addFlag("-s,--start", options->atStart, "The pattern must fit from the first byte on");
     command.addFlag("-e,--each", options->each,
-                    "Look into each message by itself and print those that fit");
+                    "Match each message by itself and print those that fit");
     command.addFlag("-q,--quiet", options->quiet,
                     "Print nothing but errors and warnings; exit with 0 or 1");
     line.setRun(command, [options](Outcome& outcome) { run(*options, outcome); });

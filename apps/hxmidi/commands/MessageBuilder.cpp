@@ -92,7 +92,7 @@ public:
         const double value = place->source.text.toDouble(&ok);
         if (ok && (!std::isfinite(value) || std::fabs(value) <= std::numeric_limits<float>::max()))
             return value;
-        m_findings.error(QStringLiteral("%1 is no number for %2")
+        m_findings.error(QStringLiteral("%1 is not a number for %2")
                              .arg(quoted(place->source.text), harmless(tokenOf(field))),
                          QStringLiteral("a decimal number of single precision, such as 1.5 or "
                                         "-2e10"),
@@ -157,7 +157,7 @@ private:
         }
         m_findings.error(QStringLiteral("there is no argument for %1").arg(quoted(tokenOf(field))),
                          QStringLiteral("one argument for every field of the format"),
-                         QStringLiteral("add the field's value behind the others"),
+                         QStringLiteral("add the field's value after the others"),
                          Place{m_format, {int(field.offset), int(field.length)}});
         return std::nullopt;
     }

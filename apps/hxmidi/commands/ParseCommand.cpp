@@ -45,7 +45,7 @@ void addParseCommand(CommandLine& line)
 {
     const auto options = std::make_shared<InputOptions>();
     const Command command =
-        line.add("parse", "Show the bytes that a text denotes, and in words what is universal");
+        line.add("parse", "Show the bytes of the data, and what its SysEx messages are");
     addInputOptions(command, *options);
     line.setRun(command, [options](Outcome& outcome) { parse(*options, outcome); });
 }

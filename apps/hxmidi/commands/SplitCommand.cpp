@@ -74,11 +74,12 @@ void addSplitCommand(CommandLine& line)
     const auto options = std::make_shared<SplitOptions>();
     const Command command = line.add("split", "Cut data into its messages, or into equal pieces");
     addInputOptions(command, options->input);
-    const Option size = command
-                            .addOption("--size", options->size,
-                                       "Cut into pieces of N bytes, the last perhaps shorter")
-                            .valueName("N")
-                            .range(1, mostInputBytes);
+    const Option size =
+        command
+            .addOption("--size", options->size,
+                       "Cut into pieces of N bytes, of which the last may be shorter")
+            .valueName("N")
+            .range(1, mostInputBytes);
     command
         .addFlag("--status",
                  "Cut before a status byte, and after an F7 that ends a piece (default)")

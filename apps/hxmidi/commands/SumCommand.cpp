@@ -36,7 +36,7 @@ bool isInside(const SumOptions& options, int size, Findings& findings)
     if (options.start <= end && end <= size)
         return true;
     findings.error(
-        QStringLiteral("there is no section from %1 to before %2 in %3 bytes")
+        QStringLiteral("the section from %1 up to %2 is not inside the data of %3 bytes")
             .arg(QString::number(options.start), QString::number(end), QString::number(size)),
         QStringLiteral("a start and an end within the data"),
         QStringLiteral("correct --start or --end; a negative end counts from the end"));
@@ -81,7 +81,7 @@ void addSectionOptions(const Command& command, SumOptions& options)
                 options.end = end;
                 options.hasEnd = true;
             },
-            "Index behind its last byte; a negative one counts from the end of the data")
+            "Index after its last byte; a negative one counts from the end of the data")
         .valueName("INDEX")
         .range(-mostInputBytes, mostInputBytes);
 }

@@ -37,7 +37,7 @@ int characterAt(const QByteArray& text, int at)
     return at;
 }
 
-// The nearest end of one at or behind `at`.
+// The nearest end of one at or after `at`.
 int characterEnd(const QByteArray& text, int at)
 {
     while (isInsideCharacter(text, at))

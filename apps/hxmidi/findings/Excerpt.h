@@ -1,4 +1,4 @@
-// The line in which a piece stands, with a caret under the piece.
+// The line that contains a piece, with a caret under the piece.
 #pragma once
 
 #include "apps/hxmidi/findings/Finding.h"

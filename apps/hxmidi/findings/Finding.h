@@ -17,7 +17,7 @@ struct SourceText {
     QByteArray text;
 };
 
-// Some bytes of a text; a length of 0 points between two of them or behind the last one.
+// Some bytes of a text; a length of 0 points between two of them or after the last one.
 struct Span {
     int at = 0;
     int length = 0;

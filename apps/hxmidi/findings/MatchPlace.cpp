@@ -39,8 +39,8 @@ std::optional<MatchPlace> findMatch(const HxMidiData& data, const QByteArray& pa
     return MatchPlace{digit, expression.matchedLength()};
 }
 
-std::optional<Span> firstWordThatFails(const HxMidiData& data, const QByteArray& pattern,
-                                       bool atStart)
+std::optional<Span> firstFailingWord(const HxMidiData& data, const QByteArray& pattern,
+                                     bool atStart)
 {
     const QVector<Span> words = wordsOf(pattern);
     if (data.bytes.size() > mostBytes || words.size() > mostWords || pattern.contains('|'))

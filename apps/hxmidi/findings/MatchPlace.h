@@ -26,7 +26,7 @@ std::optional<MatchPlace> findMatch(const HxMidiData& data, const QByteArray& pa
 
 // For a pattern that does not fit: the first of its words, between blanks, with which it ceases
 // to. None for data or patterns so large that finding it would take long.
-std::optional<Span> firstWordThatFails(const HxMidiData& data, const QByteArray& pattern,
-                                       bool atStart);
+std::optional<Span> firstFailingWord(const HxMidiData& data, const QByteArray& pattern,
+                                     bool atStart);
 
 } // namespace hx::midi

@@ -70,7 +70,7 @@ Finding numberFinding(TextProblemKind kind, const QByteArray& token, const Place
     if (kind == TextProblemKind::NumberWithoutBytes)
         return {severity, quoted(token) + QStringLiteral(" has no bytes"),
                 QStringLiteral("a number other than -1 (all bits set)"), next, place};
-    return {severity, quoted(token) + QStringLiteral(" is no hex number"),
+    return {severity, quoted(token) + QStringLiteral(" is not a hex number"),
             QStringLiteral("digits 0 to 9 and A to F"), adviceFor(token, next), place};
 }
 

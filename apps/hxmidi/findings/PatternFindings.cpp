@@ -26,7 +26,7 @@ bool refusesPatternCharacter(const SourceText& pattern, Findings& findings)
 Finding notAnExpression(const QByteArray& pattern)
 {
     const QString why = patternExpression(QString::fromLatin1(pattern)).errorString();
-    return {Severity::Error, QStringLiteral("the pattern is no regular expression: ") + why,
+    return {Severity::Error, QStringLiteral("the pattern is not a regular expression: ") + why,
             QStringLiteral("QRegExp's syntax"), QStringLiteral("see docs/formats/pattern.md"),
             std::nullopt};
 }
@@ -43,7 +43,7 @@ Finding tooLarge()
 Finding neverFits(const QByteArray& piece)
 {
     return {Severity::Warning,
-            QStringLiteral("%1 never fits, as it is no hex digit").arg(quoted(piece)), QString(),
+            QStringLiteral("%1 never fits, as it is not a hex digit").arg(quoted(piece)), QString(),
             QStringLiteral("write .. or XX for a byte of any value, . for one digit"),
             std::nullopt};
 }

@@ -45,7 +45,7 @@ std::optional<qint64> readNumber(const Place& place, NumberRange range, const QS
         findings.error(QStringLiteral("%1 is out of range for %2").arg(quoted(text), purpose),
                        expected, QStringLiteral("give a number in that range"), place);
     else
-        findings.error(QStringLiteral("%1 is no number for %2").arg(quoted(text), purpose),
+        findings.error(QStringLiteral("%1 is not a number for %2").arg(quoted(text), purpose),
                        expected,
                        isHexDigits(text) ? QStringLiteral("write 0x") + QString::fromLatin1(text)
                                          : QStringLiteral("correct it"),
