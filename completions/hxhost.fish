@@ -18,7 +18,7 @@ function __hxhost_files
 end
 
 complete -c hxhost -n "__hxhost_at ''" -f
-complete -c hxhost -n "__hxhost_at ''" -a ports -d 'Lists MIDI ports and marks those that fit the product'
+complete -c hxhost -n "__hxhost_at ''" -a ports -d 'List MIDI ports and mark those that fit the product'
 complete -c hxhost -n "__hxhost_at ''" -a identify -d 'Ask the product on a port for its identity'
 complete -c hxhost -n "__hxhost_at ''" -a info -d 'Read all that the product reports of itself'
 complete -c hxhost -n "__hxhost_at ''" -a update -d 'Update the product with an image, and check the result'

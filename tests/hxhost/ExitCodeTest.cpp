@@ -311,7 +311,7 @@ TEST_F(ExitCodes, FileErrorForAStateFileThatAnotherProgramUses)
         ASSERT_TRUE(lock.take(state));
         const ProgramResult ended = hxhost(command);
         EXPECT_EQ(ended.exitCode, 10);
-        EXPECT_TRUE(ended.err.contains("\": another program uses it (process "))
+        EXPECT_TRUE(ended.err.contains("\" cannot be used: another program uses it (process "))
             << ended.err.toStdString();
     }
     EXPECT_EQ(read(state), before);
