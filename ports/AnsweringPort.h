@@ -1,4 +1,7 @@
-// Opens the port of a selection, and finds out by asking which of several inputs carries the answers.
+/** @file
+ * Opens the port of a selection, and finds out by asking which of several inputs carries the
+ * answers.
+ */
 #pragma once
 
 #include "deviceinterface/DeviceInterface.h"
@@ -12,14 +15,16 @@ namespace hx {
 
 struct AnsweringPort {
     std::unique_ptr<MidiPort> port;
-    QString input; // its name
+    QString input; /**< its name */
 };
 
 using OpenAddress = std::function<Result<std::unique_ptr<MidiPort>>(const PortAddress&)>;
 
-// When the selection has one address alone, it is opened and nothing is sent. Else
-// "identify" is sent with each input in turn, until a product that `device` serves answers; when
-// none does, the input by which another product answered is taken.
+/**
+ * When the selection has one address alone, it is opened and nothing is sent. Else
+ * "identify" is sent with each input in turn, until a product that `device` serves answers; when
+ * none does, the input by which another product answered is taken.
+ */
 Result<AnsweringPort> openAnswering(const PortSelection& selection, DeviceInterface& device,
                                     const OpenAddress& open);
 

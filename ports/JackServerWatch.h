@@ -1,5 +1,7 @@
-// Notices when a JACK server goes away. RtMidi does not tell, and a client goes on finding the ports
-// of a server that is gone in the memory it shared with it.
+/** @file
+ * Notices when a JACK server goes away. RtMidi does not tell, and a client goes on finding the ports
+ * of a server that is gone in the memory it shared with it.
+ */
 #pragma once
 
 #include <QLibrary>
@@ -10,13 +12,13 @@ namespace hx {
 
 class JackServerWatch {
 public:
-    // Enters the server as a client without ports.
+    /** Enters the server as a client without ports. */
     JackServerWatch();
     ~JackServerWatch();
     JackServerWatch(const JackServerWatch&) = delete;
     JackServerWatch& operator=(const JackServerWatch&) = delete;
 
-    // False too when there was no server to watch.
+    /** False too when there was no server to watch. */
     bool isGone() const { return m_isGone; }
 
 private:

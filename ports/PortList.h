@@ -1,4 +1,6 @@
-// The MIDI ports of this machine, backend by backend.
+/** @file
+ * The MIDI ports of this machine, backend by backend.
+ */
 #pragma once
 
 #include <QList>
@@ -7,25 +9,29 @@
 
 namespace hx {
 
-// One way to reach MIDI ports: "alsa" and "jack" on Linux, "core" on macOS.
+/** One way to reach MIDI ports: "alsa" and "jack" on Linux, "core" on macOS. */
 struct MidiBackend {
     QString name;
-    QString title;       // for people: "Jack", "ALSA"
-    QStringList inputs;  // ports that bytes come from
-    QStringList outputs; // ports that bytes go to
-    QString unavailable; // why no ports can be had from it; empty when they can
+    QString title;       /**< for people: "Jack", "ALSA" */
+    QStringList inputs;  /**< ports that bytes come from */
+    QStringList outputs; /**< ports that bytes go to */
+    QString unavailable; /**< why no ports can be had from it; empty when they can */
 };
 
-// Every backend that the library was built with, available or not.
+/** Every backend that the library was built with, available or not. */
 QList<MidiBackend> listMidiBackends();
 
-// The part of a port's name that is the same tomorrow: without the client and port numbers that
-// ALSA puts at its end ("Valdrin Update:Valdrin Update 20:0") and the count that JACK gives a
-// second client of one name ("Valdrin Update-01:out").
+/**
+ * The part of a port's name that is the same tomorrow: without the client and port numbers that
+ * ALSA puts at its end ("Valdrin Update:Valdrin Update 20:0") and the count that JACK gives a
+ * second client of one name ("Valdrin Update-01:out").
+ */
 QString stablePortName(const QString& portName);
 
-// Whether the port seems to be the product's: its stable name contains `productPortName`, in
-// whatever case.
+/**
+ * Whether the port seems to be the product's: its stable name contains `productPortName`, in
+ * whatever case.
+ */
 bool fitsProductPort(const QString& portName, const QString& productPortName);
 
 } // namespace hx

@@ -1,4 +1,6 @@
-// The memory of a simulated product in its state file, while one program uses both.
+/** @file
+ * The memory of a simulated product in its state file, while one program uses both.
+ */
 #pragma once
 
 #include "host/base/FileLock.h"
@@ -11,20 +13,26 @@
 
 namespace hx {
 
-// The file holds at any moment what the product's flash would: each change of the memory is written
-// at once, so that it is there after a crash too. A file that nothing changes is not written.
+/**
+ * The file holds at any moment what the product's flash would: each change of the memory is written
+ * at once, so that it is there after a crash too. A file that nothing changes is not written.
+ */
 class ProductStateFile {
 public:
-    // `path` is a name of host/base/FileName.h. Locks the file and makes `product` what it
-    // describes; a file that is not there yet is written for the product as it is. Fails when
-    // another program uses the file, or it is not a state file, or cannot be written.
+    /**
+     * `path` is a name of host/base/FileName.h. Locks the file and makes `product` what it
+     * describes; a file that is not there yet is written for the product as it is. Fails when
+     * another program uses the file, or it is not a state file, or cannot be written.
+     */
     static Result<std::unique_ptr<ProductStateFile>> open(const QString& path,
                                                           sim::SimulatedProduct& product);
 
-    // Writes what has changed since the last call. To be called before the product's answer leaves.
+    /**
+     * Writes what has changed since the last call. To be called before the product's answer leaves.
+     */
     void keep(sim::SimulatedProduct& product);
 
-    // Writes the whole state, when it has changed.
+    /** Writes the whole state, when it has changed. */
     Result<> close(sim::SimulatedProduct& product);
 
 private:
@@ -36,9 +44,10 @@ private:
 
     QString m_path;
     FileLock m_lock;
-    QFile m_end;            // open where the next change goes; closed while there is no such place
-    bool m_changed = false; // since the file was opened
-    bool m_failed = false;  // a change could not be written
+    /** open where the next change goes; closed while there is no such place */
+    QFile m_end;
+    bool m_changed = false; /**< since the file was opened */
+    bool m_failed = false;  /**< a change could not be written */
 };
 
 } // namespace hx

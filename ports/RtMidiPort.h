@@ -1,4 +1,6 @@
-// A real pair of MIDI ports: ALSA, JACK, CoreMIDI, whatever RtMidi reaches.
+/** @file
+ * A real pair of MIDI ports: ALSA, JACK, CoreMIDI, whatever RtMidi reaches.
+ */
 #pragma once
 
 #include "host/base/Result.h"
@@ -13,32 +15,38 @@
 
 namespace hx {
 
-// Where a port is found: the backend's name and the ports' own names, as `listMidiBackends` has
-// them.
+/**
+ * Where a port is found: the backend's name and the ports' own names, as `listMidiBackends` has
+ * them.
+ */
 struct PortAddress {
     QString backend;
-    QString output; // bytes go there; empty: nothing will be sent
-    QString input;  // bytes come from there
+    QString output; /**< bytes go there; empty: nothing will be sent */
+    QString input;  /**< bytes come from there */
 };
 
-// Longest message that JACK's part of the library carries. It drops longer ones without a word, so
-// that they are refused here, for every backend alike.
+/**
+ * Longest message that JACK's part of the library carries. It drops longer ones without a word, so
+ * that they are refused here, for every backend alike.
+ */
 constexpr int largestMessage = 16379;
 
-// What JACK's part of the library buffers between two periods of the server. Periods of up to 8192
-// frames at 44.1 kHz last 186 ms.
+/**
+ * What JACK's part of the library buffers between two periods of the server. Periods of up to 8192
+ * frames at 44.1 kHz last 186 ms.
+ */
 constexpr OutputBuffer rtMidiBuffer = {16383, 4, 200 * microsecondsPerMillisecond};
 
 class RtMidiPort final : public MidiPort {
 public:
-    // Opens both directions; fails when one cannot be opened.
+    /** Opens both directions; fails when one cannot be opened. */
     static Result<std::unique_ptr<MidiPort>> open(const PortAddress& address, const Pace& pace);
 
-    // Makes a pair of ports that other programs connect to. Output: what this program sends.
+    /** Makes a pair of ports that other programs connect to. Output: what this program sends. */
     static Result<std::unique_ptr<MidiPort>> openVirtual(const QString& backend,
                                                          const QString& name, const Pace& pace);
 
-    // Waits until what was sent has left.
+    /** Waits until what was sent has left. */
     ~RtMidiPort() override;
 
     QString name() const override;
@@ -66,12 +74,12 @@ private:
     bool m_isVirtual = false;
     SteadyClock m_clock;
     Pacer m_pacer;
-    Microseconds m_nextLook = 0;               // when to look again whether the port exists
-    std::unique_ptr<JackServerWatch> m_server; // of JACK's ports alone
+    Microseconds m_nextLook = 0;               /**< when to look again whether the port exists */
+    std::unique_ptr<JackServerWatch> m_server; /**< of JACK's ports alone */
     ChunkQueue m_arrived;
     std::mutex m_errorMutex;
     QString m_libraryError;
-    std::unique_ptr<RtMidiIn> m_in; // stops its thread before what the thread uses goes away
+    std::unique_ptr<RtMidiIn> m_in; /**< stops its thread before what the thread uses goes away */
     std::unique_ptr<RtMidiOut> m_out;
 };
 

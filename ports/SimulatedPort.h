@@ -1,5 +1,7 @@
-// A port with a simulated product at its end, in this process and on a clock of its own: waiting
-// takes no time.
+/** @file
+ * A port with a simulated product at its end, in this process and on a clock of its own: waiting
+ * takes no time.
+ */
 #pragma once
 
 #include "host/bus/MidiPort.h"
@@ -11,13 +13,13 @@
 namespace hx {
 
 struct SimulatedPortOptions {
-    Pace pace = {0, 0}; // how fast bytes travel, both ways
-    int chunkSize = 0;  // longest chunk that arrives in one piece; 0: replies are not cut
+    Pace pace = {0, 0}; /**< how fast bytes travel, both ways */
+    int chunkSize = 0;  /**< longest chunk that arrives in one piece; 0: replies are not cut */
 };
 
 class SimulatedPort final : public MidiPort {
 public:
-    // Chunks that wait to be received; what comes when there are as many is lost.
+    /** Chunks that wait to be received; what comes when there are as many is lost. */
     static constexpr int queueLimit = 4096;
 
     explicit SimulatedPort(const sim::FaultyProduct& product,
@@ -26,13 +28,13 @@ public:
     QString name() const override { return QStringLiteral("simulator"); }
     Clock& clock() override { return m_clock; }
 
-    // Moves the clock by the time that the bytes take on the wire.
+    /** Moves the clock by the time that the bytes take on the wire. */
     bool send(const QByteArray& message) override;
 
-    // Moves the clock to the chunk that arrives next, or to the deadline.
+    /** Moves the clock to the chunk that arrives next, or to the deadline. */
     MidiChunk receive(Microseconds deadline) override;
 
-    // What is plugged in, to look at or to change.
+    /** What is plugged in, to look at or to change. */
     sim::FaultyProduct& device() { return m_device; }
     sim::SimulatedProduct& product() { return m_device.product(); }
 
@@ -45,7 +47,7 @@ private:
     SimulatedPortOptions m_options;
     Pacer m_pacer;
     sim::FaultyProduct m_device;
-    std::multimap<Microseconds, QByteArray> m_arriving; // by the moment of arrival
+    std::multimap<Microseconds, QByteArray> m_arriving; /**< by the moment of arrival */
     Microseconds m_nextUnasked = 0;
 };
 

@@ -1,4 +1,6 @@
-// A simulated product whose memory outlives the program, in a state file.
+/** @file
+ * A simulated product whose memory outlives the program, in a state file.
+ */
 #pragma once
 
 #include "ports/ProductStateFile.h"
@@ -13,8 +15,10 @@ class StatefulSimulatedPort final : public MidiPort {
 public:
     using OnSaveError = std::function<void(const QString&)>;
 
-    // Plugs in `product` with the memory that `path` holds, or as it is when there is no such file
-    // yet. When the state cannot be kept, `onSaveError` is told so when the port is closed.
+    /**
+     * Plugs in `product` with the memory that `path` holds, or as it is when there is no such file
+     * yet. When the state cannot be kept, `onSaveError` is told so when the port is closed.
+     */
     static Result<std::unique_ptr<StatefulSimulatedPort>> open(const QString& path,
                                                                sim::FaultyProduct product,
                                                                const SimulatedPortOptions& options,

@@ -1,4 +1,6 @@
-// A simulated product on a bad day: its faults lie between it and the wire.
+/** @file
+ * A simulated product on a bad day: its faults lie between it and the wire.
+ */
 #pragma once
 
 #include "simulator/FaultPlan.h"
@@ -6,11 +8,13 @@
 
 namespace hx::sim {
 
-// Messages, update messages and replies are counted from 1 since this object exists. The faults of
-// a plan act on a message in the plan's order, each on what the one before it has left.
+/**
+ * Messages, update messages and replies are counted from 1 since this object exists. The faults of
+ * a plan act on a message in the plan's order, each on what the one before it has left.
+ */
 class FaultyProduct {
 public:
-    // How often the noise fault sends bytes that nobody asked for.
+    /** How often the noise fault sends bytes that nobody asked for. */
     static constexpr qint64 noisePeriodUs = 20000;
 
     explicit FaultyProduct(const SimulatedProduct& product, const FaultPlan& plan = {})
@@ -18,13 +22,13 @@ public:
     {
     }
 
-    // As SimulatedProduct::receive. Replies whose bytes are damaged are no whole messages.
+    /** As SimulatedProduct::receive. Replies whose bytes are damaged are no whole messages. */
     QVector<SimulatedReply> receive(const QByteArray& bytes);
 
-    // Bytes that the product sends every `noisePeriodUs`, whatever it is sent; mostly none.
+    /** Bytes that the product sends every `noisePeriodUs`, whatever it is sent; mostly none. */
     QByteArray unaskedBytes() const;
 
-    // The product was unplugged: it neither hears nor answers, and its port is gone.
+    /** The product was unplugged: it neither hears nor answers, and its port is gone. */
     bool isGone() const { return m_isGone; }
 
     SimulatedProduct& product() { return m_product; }

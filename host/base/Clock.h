@@ -1,11 +1,13 @@
-// Time as the host sees it: a monotonic clock that tests and simulated ports replace.
+/** @file
+ * Time as the host sees it: a monotonic clock that tests and simulated ports replace.
+ */
 #pragma once
 
 #include <QtGlobal>
 
 namespace hx {
 
-// Microseconds since an arbitrary start; never goes backwards.
+/** Microseconds since an arbitrary start; never goes backwards. */
 using Microseconds = qint64;
 
 constexpr Microseconds microsecondsPerMillisecond = 1000;
@@ -15,22 +17,24 @@ class Clock {
 public:
     virtual ~Clock() = default;
 
-    // The present moment.
+    /** The present moment. */
     virtual Microseconds now() = 0;
 
-    // Returns when `until` has come; at once when it lies in the past.
+    /** Returns when `until` has come; at once when it lies in the past. */
     virtual void sleepUntil(Microseconds until) = 0;
 };
 
-// The machine's monotonic clock.
+/** The machine's monotonic clock. */
 class SteadyClock final : public Clock {
 public:
     Microseconds now() override;
     void sleepUntil(Microseconds until) override;
 };
 
-// A clock that moves only when it is told to: waiting takes no time. Simulated ports and
-// tests run on it.
+/**
+ * A clock that moves only when it is told to: waiting takes no time. Simulated ports and
+ * tests run on it.
+ */
 class ManualClock final : public Clock {
 public:
     Microseconds now() override { return m_now; }

@@ -1,4 +1,6 @@
-// Every way a command can end. Scripts rely on the numbers.
+/** @file
+ * Every way a command can end. Scripts rely on the numbers.
+ */
 #pragma once
 
 namespace hx {
@@ -18,7 +20,7 @@ enum class ExitCode : int {
     ReplayDiverged = 11,
     NotConfirmed = 12,
     ContractBroken = 13,
-    Interrupted = 130, // what a shell reports for a program that Ctrl-C has ended
+    Interrupted = 130, /**< what a shell reports for a program that Ctrl-C has ended */
 };
 
 } // namespace hx

@@ -1,4 +1,6 @@
-// Keeps a second program away from a file.
+/** @file
+ * Keeps a second program away from a file.
+ */
 #pragma once
 
 #include "host/base/Result.h"
@@ -8,11 +10,13 @@
 
 namespace hx {
 
-// Where the lock of the file that `name` leads to, by whatever links, lies.
+/** Where the lock of the file that `name` leads to, by whatever links, lies. */
 QString lockName(const QString& name);
 
-// The lock of FILE is FILE.lock beside it, held by the system for as long as the program lives: a
-// program that is killed leaves the file, but not the lock.
+/**
+ * The lock of FILE is FILE.lock beside it, held by the system for as long as the program lives: a
+ * program that is killed leaves the file, but not the lock.
+ */
 class FileLock {
 public:
     FileLock() = default;
@@ -20,15 +24,17 @@ public:
     FileLock(const FileLock&) = delete;
     FileLock& operator=(const FileLock&) = delete;
 
-    // Locks the file that `name` leads to, by whatever links; it need not be there. Fails when
-    // another program has it or a lock cannot be made. Once only.
+    /**
+     * Locks the file that `name` leads to, by whatever links; it need not be there. Fails when
+     * another program has it or a lock cannot be made. Once only.
+     */
     Result<> take(const QString& name);
 
 private:
     Result<> takeOnce();
     bool isStillThere(const QString& lock) const;
 
-    QString m_name; // of the lock; empty while there is none to give back
+    QString m_name; /**< of the lock; empty while there is none to give back */
     QFile m_file;
 };
 

@@ -1,4 +1,6 @@
-// A value, or the problem for which there is none.
+/** @file
+ * A value, or the problem for which there is none.
+ */
 #pragma once
 
 #include "host/base/Problem.h"
@@ -8,7 +10,7 @@
 
 namespace hx {
 
-// True when there is a value, which `*` and `->` give; else `problem()` says why.
+/** True when there is a value, which `*` and `->` give; else `problem()` says why. */
 template <typename T = void>
 class [[nodiscard]] Result {
 public:
@@ -27,7 +29,7 @@ private:
     Problem m_problem;
 };
 
-// Of what is done for its effect alone: true when all of it was done.
+/** Of what is done for its effect alone: true when all of it was done. */
 template <>
 class [[nodiscard]] Result<void> {
 public:
@@ -35,7 +37,8 @@ public:
     Result(Problem problem) : m_problem(std::move(problem)) {}
 
     explicit operator bool() const { return !m_problem; }
-    const Problem& problem() const { return *m_problem; } // of a failure alone
+    /** of a failure alone */
+    const Problem& problem() const { return *m_problem; }
 
 private:
     std::optional<Problem> m_problem;

@@ -1,4 +1,6 @@
-// The host's Bus over a MIDI port: one command out, the first message that fits back.
+/** @file
+ * The host's Bus over a MIDI port: one command out, the first message that fits back.
+ */
 #pragma once
 
 #include "deviceinterface/Bus.h"
@@ -16,69 +18,77 @@
 
 namespace hx {
 
-// How an exchange ended.
+/** How an exchange ended. */
 enum class ExchangeEnd {
     Answered,
-    EmptyCommand, // nothing was sent and nothing waited for
-    BadPattern,   // the pattern is not a regular expression; nothing was sent
+    EmptyCommand, /**< nothing was sent and nothing waited for */
+    BadPattern,   /**< the pattern is not a regular expression; nothing was sent */
     SendFailed,
     TimedOut,
     PortLost,
     Interrupted,
 };
 
-// Says whether a message is the reply that is waited for.
+/** Says whether a message is the reply that is waited for. */
 using ReplyTest = std::function<bool(const HxMidiData&)>;
 
-// A test for a pattern over compact hex text: blanks are taken out of it first, letters match in
-// either case, "XX" means "..". A message fits when the pattern matches from its first byte
-// on; bytes after the matched part are allowed. An empty pattern fits every message.
+/**
+ * A test for a pattern over compact hex text: blanks are taken out of it first, letters match in
+ * either case, "XX" means "..". A message fits when the pattern matches from its first byte
+ * on; bytes after the matched part are allowed. An empty pattern fits every message.
+ */
 ReplyTest replyTest(const QString& pattern);
 
-// The same for a compiled pattern, which keeps its syntax.
+/** The same for a compiled pattern, which keeps its syntax. */
 ReplyTest replyTest(const ResponceData& pattern);
 
-// What holds for every exchange:
-//   - input that came before the command, an unfinished message too, is discarded and reported
-//     first, so that a late reply to an earlier command is never taken for the answer;
-//   - a message that does not fit is ignored and reported, and the wait goes on to its deadline;
-//   - an empty command is answered at once with an empty reply, whatever the timeout;
-//   - an empty reply means that it failed: `errorText` then says what was waited for, how long and
-//     what came instead, and `lastEnd` how it ended. After an answer `errorText` is empty.
+/**
+ * What holds for every exchange:
+ *   - input that came before the command, an unfinished message too, is discarded and reported
+ *     first, so that a late reply to an earlier command is never taken for the answer;
+ *   - a message that does not fit is ignored and reported, and the wait goes on to its deadline;
+ *   - an empty command is answered at once with an empty reply, whatever the timeout;
+ *   - an empty reply means that it failed: `errorText` then says what was waited for, how long and
+ *     what came instead, and `lastEnd` how it ended. After an answer `errorText` is empty.
+ */
 class PortBus final : public Bus {
 public:
     explicit PortBus(MidiPort& port, AssemblerLimits limits = {});
 
-    // `timeoutMs` counts from the end of sending; 0xFFFFFFFF is 49 days.
+    /** `timeoutMs` counts from the end of sending; 0xFFFFFFFF is 49 days. */
     BusData transact(BusData command, QString responsePattern, unsigned timeoutMs) override;
     BusData transactExpect(BusData const& command, ResponceData const& expected,
                            unsigned timeoutMs) override;
 
-    // The same with any test; `expected` names in errors what is waited for.
+    /** The same with any test; `expected` names in errors what is waited for. */
     BusData exchange(const BusData& command, const ReplyTest& fits, const QString& expected,
                      unsigned timeoutMs);
 
-    // Sends nothing, waits `duration`, and returns all that came. Ends early when the port is lost
-    // (`errorText` then says so) or on an interrupt. Observers see it as ignored input.
+    /**
+     * Sends nothing, waits `duration`, and returns all that came. Ends early when the port is lost
+     * (`errorText` then says so) or on an interrupt. Observers see it as ignored input.
+     */
     AssembledEvents listen(Microseconds duration);
 
     ExchangeEnd lastEnd() const { return m_lastEnd; }
     MidiPort& port() const { return m_port; }
 
-    // The observer is told everything from now on; it must outlive the bus or be removed.
+    /** The observer is told everything from now on; it must outlive the bus or be removed. */
     void addObserver(BusObserver* observer);
     void removeObserver(BusObserver* observer);
     bool isObserved() const { return !m_observers.empty(); }
 
-    // Tells the observers something that did not travel: a decision, a line of a log.
+    /** Tells the observers something that did not travel: a decision, a line of a log. */
     void note(BusEventKind kind, const QString& text);
 
-    // A wait ends soon after `*flag` becomes true. Null: nothing interrupts. Returns the flag that
-    // was watched before.
+    /**
+     * A wait ends soon after `*flag` becomes true. Null: nothing interrupts. Returns the flag that
+     * was watched before.
+     */
     const std::atomic<bool>* watchInterrupt(const std::atomic<bool>* flag);
 
 private:
-    // What the wait under way is for, and what came that was not it.
+    /** What the wait under way is for, and what came that was not it. */
     struct Wait {
         QString expected;
         unsigned timeoutMs = 0;
@@ -107,15 +117,17 @@ private:
 
     MidiPort& m_port;
     SysExAssembler m_assembler;
-    std::deque<AssembledEvent> m_queue; // arrived, not looked at yet
+    std::deque<AssembledEvent> m_queue; /**< arrived, not looked at yet */
     std::vector<BusObserver*> m_observers;
     const std::atomic<bool>* m_interrupt = nullptr;
     ExchangeEnd m_lastEnd = ExchangeEnd::Answered;
     Wait m_wait;
 };
 
-// While this lives the bus watches `flag`; afterwards it watches again what it watched before.
-// Null: nothing interrupts meanwhile.
+/**
+ * While this lives the bus watches `flag`; afterwards it watches again what it watched before.
+ * Null: nothing interrupts meanwhile.
+ */
 class InterruptWatch {
 public:
     InterruptWatch(PortBus& bus, const std::atomic<bool>* flag)

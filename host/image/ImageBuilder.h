@@ -1,4 +1,6 @@
-// Makes an update image out of code bytes.
+/** @file
+ * Makes an update image out of code bytes.
+ */
 #pragma once
 
 #include "host/product/ProductDescription.h"
@@ -10,21 +12,23 @@
 
 namespace hx {
 
-// Either the messages, or the reason why there are none.
+/** Either the messages, or the reason why there are none. */
 struct BuiltImage {
     QList<HxMidiData> messages;
     QString error;
 
     bool ok() const { return error.isEmpty(); }
-    // The content of a raw .syx file.
+    /** The content of a raw .syx file. */
     QByteArray fileContent() const;
 };
 
-// Whether `version` is four digits, with dots between them or not: "1.0.2.4" or "1024".
+/** Whether `version` is four digits, with dots between them or not: "1.0.2.4" or "1024". */
 bool isImageVersion(const QString& version);
 
-// An image for `product`. `version` as isImageVersion wants it. Code is 1 to 1,048,576 bytes; the
-// kind is one that the plugin names a file check for.
+/**
+ * An image for `product`. `version` as isImageVersion wants it. Code is 1 to 1,048,576 bytes; the
+ * kind is one that the plugin names a file check for.
+ */
 BuiltImage buildImage(const ProductDescription& product, const QByteArray& code, CodeType kind,
                       const QString& version);
 

@@ -1,4 +1,6 @@
-// The record of a session: one readable line an event. docs/formats/trace-format.md is its grammar.
+/** @file
+ * The record of a session: one readable line an event. docs/formats/trace-format.md is its grammar.
+ */
 #pragma once
 
 #include "host/bus/BusEvent.h"
@@ -14,47 +16,47 @@
 namespace hx {
 
 struct TraceEvent {
-    BusEvent event; // its time counts from the start of the trace
-    QString name;   // dictionary key that the bytes fit; empty when none does
-    int line = 0;   // in the file, from 1
+    BusEvent event; /**< its time counts from the start of the trace */
+    QString name;   /**< dictionary key that the bytes fit; empty when none does */
+    int line = 0;   /**< in the file, from 1 */
 };
 
-// The word of a kind in a trace: "sent", "received", ...
+/** The word of a kind in a trace: "sent", "received", ... */
 QString busEventWord(BusEventKind kind);
 
-// The kind that the word names; false when it names none.
+/** The kind that the word names; false when it names none. */
 bool busEventKindOf(const QString& word, BusEventKind* kind);
 
-// Whether events of this kind carry bytes: those that travelled, or that could not.
+/** Whether events of this kind carry bytes: those that travelled, or that could not. */
 bool carriesBytes(BusEventKind kind);
 
-// Whether they carry bytes that came.
+/** Whether they carry bytes that came. */
 bool isArrival(BusEventKind kind);
 
-// Whether they tell of the wire, and not only of what the host or the plugin made of it.
+/** Whether they tell of the wire, and not only of what the host or the plugin made of it. */
 bool concernsWire(BusEventKind kind);
 
-// The first line of every trace.
+/** The first line of every trace. */
 constexpr char traceHeader[] = "# hxtrace 1";
 
-// One line without its line end.
+/** One line without its line end. */
 QString traceLine(const TraceEvent& event);
 
-// The name that a trace gives a message; empty when it has none.
+/** The name that a trace gives a message; empty when it has none. */
 using NameOfMessage = std::function<QString(const QByteArray&)>;
 
-// Writes events as they happen, each line at once, so that a record survives a crash.
+/** Writes events as they happen, each line at once, so that a record survives a crash. */
 class TraceWriter final : public BusObserver {
 public:
-    // `start` is the moment that the trace calls 0.
+    /** `start` is the moment that the trace calls 0. */
     TraceWriter(QIODevice& out, Microseconds start);
 
-    // From now on messages are written with these names; without a function they have none.
+    /** From now on messages are written with these names; without a function they have none. */
     void setNames(const NameOfMessage& nameOf) { m_nameOf = nameOf; }
     void comment(const QString& text);
     void busEvent(const BusEvent& event) override;
 
-    // False once a line could not be written.
+    /** False once a line could not be written. */
     bool ok() const { return m_ok; }
 
 private:
@@ -67,20 +69,20 @@ private:
     bool m_ok = true;
 };
 
-// A trace read back, or the first thing that is wrong with it.
+/** A trace read back, or the first thing that is wrong with it. */
 struct TraceFile {
     std::vector<TraceEvent> events;
-    QString error; // with line and column; empty when the trace is good
+    QString error; /**< with line and column; empty when the trace is good */
     int errorLine = 0;
     int errorColumn = 0;
 
     bool ok() const { return error.isEmpty(); }
 };
 
-// Longer files are refused.
+/** Longer files are refused. */
 constexpr qint64 maxTraceBytes = Q_INT64_C(256) * 1024 * 1024;
 
-// Strict: whatever the grammar does not allow is an error.
+/** Strict: whatever the grammar does not allow is an error. */
 TraceFile parseTrace(const QByteArray& content);
 TraceFile readTrace(const QString& path);
 

@@ -1,4 +1,6 @@
-// Sends the messages of an update image, one after the other, each until it is acknowledged.
+/** @file
+ * Sends the messages of an update image, one after the other, each until it is acknowledged.
+ */
 #pragma once
 
 #include "host/bus/PortBus.h"
@@ -10,31 +12,33 @@
 namespace hx {
 
 struct UpdateProgress {
-    qint64 bytes = 0; // acknowledged as good
+    qint64 bytes = 0; /**< acknowledged as good */
     qint64 totalBytes = 0;
-    int message = 0; // acknowledged as good; the first is 1
+    int message = 0; /**< acknowledged as good; the first is 1 */
     int totalMessages = 0;
-    int retries = 0;                  // so far, over all messages
-    double bytesPerSecond = 0;        // over the whole run; 0 before the first acknowledgement
-    qint64 remainingMicroseconds = 0; // at this rate; 0 when it is not known
+    int retries = 0;                  /**< so far, over all messages */
+    double bytesPerSecond = 0;        /**< over the whole run; 0 before the first acknowledgement */
+    qint64 remainingMicroseconds = 0; /**< at this rate; 0 when it is not known */
 };
 
 struct UpdateResult;
 
 struct UpdateOptions {
-    int maxRetries = 3; // of one message, when its acknowledgement is bad or does not come
-    const std::atomic<bool>* interrupted = nullptr; // stops after the message in flight
+    int maxRetries = 3; /**< of one message, when its acknowledgement is bad or does not come */
+    const std::atomic<bool>* interrupted = nullptr; /**< stops after the message in flight */
     std::function<void(const UpdateProgress&)> progress;
-    // Asked once the product has told who it is, its serial number included, and before anything of
-    // the image is sent; false ends the run. Without it the serial number is not read.
+    /**
+     * Asked once the product has told who it is, its serial number included, and before anything of
+     * the image is sent; false ends the run. Without it the serial number is not read.
+     */
     std::function<bool(const UpdateResult&)> confirm;
 };
 
 enum class SendEnd {
     AllGood,
-    Failed,   // the product said that the update is over
-    Bad,      // a message was answered as damaged every time it was sent
-    NoAnswer, // a message was not answered, however often it was sent
+    Failed,   /**< the product said that the update is over */
+    Bad,      /**< a message was answered as damaged every time it was sent */
+    NoAnswer, /**< a message was not answered, however often it was sent */
     PortLost,
     Interrupted,
 };
@@ -42,11 +46,11 @@ enum class SendEnd {
 struct SendReport {
     SendEnd end = SendEnd::AllGood;
     UpdateProgress progress;
-    bool touched = false; // a message was sent, whole or in part
-    int message = 0;      // number of the message it ended at, from 1; 0 when all were good
-    int attempts = 0;     // how often that message was sent
-    HxMidiData lastReply; // the last acknowledgement; empty when the last message had none
-    QString reason;       // empty when all were good
+    bool touched = false; /**< a message was sent, whole or in part */
+    int message = 0;      /**< number of the message it ended at, from 1; 0 when all were good */
+    int attempts = 0;     /**< how often that message was sent */
+    HxMidiData lastReply; /**< the last acknowledgement; empty when the last message had none */
+    QString reason;       /**< empty when all were good */
 };
 
 class UpdateSender {
