@@ -125,7 +125,7 @@ def reason_not_to_run(command):
 
 
 def options_of(command):
-    return re.findall(r"(?<= )--?[a-z][a-z-]*", command.split("#")[0])
+    return re.findall(r"(?<= )--?[a-z][a-z0-9-]*", command.split("#")[0])
 
 
 def complaint_about_options(command, known):
