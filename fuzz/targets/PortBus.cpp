@@ -75,7 +75,7 @@ public:
     {
         if (event.kind == BusEventKind::RealTime)
             realTime += event.bytes;
-        else if (event.kind != BusEventKind::Sent)
+        else if (event.kind != BusEventKind::Sent && event.kind != BusEventKind::SendFailed)
             others += event.bytes;
         if (event.kind == BusEventKind::Received)
             received += event.bytes;
