@@ -1,6 +1,8 @@
 #include "contract/ContractCheck.h"
 
 #include "contract/SeparateProcess.h"
+#include "host/base/HexText.h"
+#include "host/image/UpdateImage.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -51,6 +53,18 @@ RuleResult unpackedResult(const Rule& rule, const QJsonObject& object)
     return result;
 }
 
+// How the messages of the image begin, when all of them begin otherwise than the plugin's do.
+QString otherHead(DeviceInterface& device, const QList<HxMidiData>& image)
+{
+    if (image.isEmpty())
+        return QString();
+    const ProductDescription product = describeProduct(device);
+    if (!parseUpdateImage(imageFileOf(image), product).isForOtherProduct)
+        return QString();
+    return QStringLiteral("%1, not with %2")
+        .arg(hexText(image.first().bytes.left(product.header.size())), hexText(product.header));
+}
+
 // Runs in the process of its own: sends what was loaded, then a line for each rule.
 void examine(const QString& path, const QList<HxMidiData>& image, const RuleStart& start,
              const SendLine& send)
@@ -60,8 +74,12 @@ void examine(const QString& path, const QList<HxMidiData>& image, const RuleStar
         send(packed({{"loadError", loaded.error}}));
         return;
     }
-    send(packed(
-        {{"filePath", loaded.plugin->filePath()}, {"className", loaded.plugin->className()}}));
+    const QString head = otherHead(loaded.plugin->device(), image);
+    send(packed({{"filePath", loaded.plugin->filePath()},
+                 {"className", loaded.plugin->className()},
+                 {"otherHead", head}}));
+    if (!head.isEmpty())
+        return;
     const RuleSubject subject{*loaded.plugin, image};
     for (const Rule& rule : contractRules()) {
         start(rule.name);
@@ -76,6 +94,7 @@ void takeLoaded(const QJsonObject& object, ContractFinding* finding)
     finding->filePath = object.value("filePath").toString();
     finding->className = object.value("className").toString();
     finding->loadError = object.value("loadError").toString();
+    finding->otherHead = object.value("otherHead").toString();
 }
 
 // The last rule is kept only when the plugin can also be unloaded.
@@ -114,7 +133,8 @@ ContractFinding checkContract(const QString& path, const QList<HxMidiData>& imag
         isLoaded = true;
     };
     finding.crash = runSeparately(work, receive, secondsForARule);
-    if (isLoaded && finding.loadError.isEmpty() && !finding.crash.isEmpty())
+    const bool isJudged = finding.loadError.isEmpty() && finding.otherHead.isEmpty();
+    if (isLoaded && isJudged && !finding.crash.isEmpty())
         addCrash(rules, &finding);
     return finding;
 }

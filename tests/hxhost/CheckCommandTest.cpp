@@ -237,10 +237,23 @@ TEST_F(CheckCommand, ErrorNamesTheRulesAndWhatToRead)
 TEST_F(CheckCommand, ImageGivenMustBeOneThatThePluginKnows)
 {
     EXPECT_EQ(json({"check", HX_PLUGIN_FILE, "--image", image()}).value("exitCode").toInt(), 0);
-    const QString other = write("other.syx", QByteArray("\xF0\x7D\x01\x02\x03\x04\x05\xF7", 8));
-    const QJsonObject document = json({"check", HX_PLUGIN_FILE, "--image", other});
+    const QString odd = write("odd.syx", QByteArray::fromHex("F0006B2D30410102030405F7"));
+    const QJsonObject document = json({"check", HX_PLUGIN_FILE, "--image", odd});
     EXPECT_EQ(rulesIn("failed", document), (QStringList{"update.described", "update.answers"}));
     EXPECT_EQ(hxhost({"check", HX_PLUGIN_FILE, "--image", path("none")}).exitCode, 10);
+}
+
+TEST_F(CheckCommand, AnImageForAnotherProductBreaksNoRule)
+{
+    const QString other = write("other.syx", QByteArray::fromHex("F00021 7F010102030405F7"));
+    const ProgramResult ended = hxhost({"check", HX_PLUGIN_FILE, "--image", other});
+    EXPECT_EQ(ended.exitCode, 9);
+    EXPECT_EQ(ended.err.toStdString(),
+              "error: the image \"" + other.toStdString() +
+                  "\" is for another product: its messages begin with F0 00 21 7F 01 01, not with "
+                  "F0 00 6B 2D 30 41\n"
+                  "  expected: an update image of the product that the plugin serves\n"
+                  "  next: give another file with --image, or none\n");
 }
 
 TEST_F(CheckCommand, NoPluginIsNoBrokenContract)

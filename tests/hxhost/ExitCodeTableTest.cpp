@@ -90,6 +90,7 @@ const Case cases[] = {
     {"check", 2, "PLUGIN PLUGIN"},
     {"check", 3, "BAD"},
     {"check", 6, "PLUGIN --image BAD"},
+    {"check", 9, "PLUGIN --image OTHER"},
     {"check", 10, "PLUGIN --image NOWHERE"},
     {"check", 13, "PLUGIN --image ODD"},
     {"ports", 0, ""},
@@ -131,7 +132,7 @@ protected:
         if (word == "OTHER")
             return write("other", read(image(300)).replace("\x2D\x30\x41", "\x2D\x30\x42"));
         if (word == "ODD")
-            return write("odd", QByteArray("\xF0\x7D\x01\x02\x03\x04\x05\xF7", 8));
+            return write("odd", QByteArray::fromHex("F0006B2D30410102030405F7"));
         if (word == "TRACE")
             return recorded();
         if (word == "STOPPED")

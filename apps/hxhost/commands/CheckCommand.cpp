@@ -124,6 +124,13 @@ void check(CommandContext& context, const CheckOptions& options)
     });
     if (!finding.loadError.isEmpty())
         return failWithoutPlugin(context, finding.loadError);
+    if (!finding.otherHead.isEmpty())
+        return context.fail(
+            ExitCode::WrongProduct,
+            QStringLiteral("the image \"%1\" is for another product: its messages begin with %2")
+                .arg(fileNameText(options.image), finding.otherHead),
+            QStringLiteral("an update image of the product that the plugin serves"),
+            QStringLiteral("give another file with --image, or none"));
     if (finding.results.empty())
         return context.fail(
             ExitCode::ContractBroken,
