@@ -3,6 +3,7 @@
 
 #include "host/base/FileName.h"
 #include "host/base/WholeFile.h"
+#include "qt/Saturated.h"
 
 using namespace hxupdate;
 
@@ -77,7 +78,8 @@ TEST(TakenFiles, DamageIsToldWhereverItIs)
     FileBench bench;
     bench.goTo(Step::ChooseImage);
     const QByteArray good = samples::content(samples::messages());
-    for (int place = 0; place < good.size(); place += good.size() / 16) {
+    const int size = hx::saturated(good.size());
+    for (int place = 0; place < size; place += size / 16) {
         QByteArray damaged = good;
         damaged[place] = char(damaged.at(place) ^ 1);
         EXPECT_NE(bench.faultOf(damaged), ImageFault::None) << place;
