@@ -24,7 +24,8 @@ const QLatin1String addressField("NIB24");
 QString spacedTemplate(QString text)
 {
     static const QRegularExpression piece(QStringLiteral("(NIB24|.(?=NIB24)|..)"),
-                                          QRegularExpression::CaseInsensitiveOption);
+                                          QRegularExpression::CaseInsensitiveOption |
+                                              QRegularExpression::DotMatchesEverythingOption);
     if (!text.contains(QLatin1Char(' ')) && text.contains(addressField, Qt::CaseInsensitive))
         text.replace(piece, QStringLiteral("\\1 "));
     return text;

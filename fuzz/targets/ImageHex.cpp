@@ -39,10 +39,18 @@ bool readPairs(const QByteArray& text, QByteArray* bytes)
     return high < 0;
 }
 
+// Texts of two bytes a character are read as hex text too; here are those of one.
+bool hasWideCharacters(const QByteArray& text)
+{
+    return text.size() > 1 && (text.startsWith("\xFF\xFE") || text.startsWith("\xFE\xFF") ||
+                               (text.at(0) == 0) != (text.at(1) == 0));
+}
+
 void run(FuzzInput& input)
 {
     const QByteArray text = textOf(input);
-    if (text.isEmpty() || text.startsWith('\xF0') || text.startsWith("MThd"))
+    if (text.isEmpty() || text.startsWith('\xF0') || text.startsWith("MThd") ||
+        hasWideCharacters(text))
         return;
     const ImageFile file = parseImageFile(text);
     checkImageFile(text, file);

@@ -17,13 +17,14 @@ const char header[] = "# hxtrace 1\n";
 bool isAllowed(const QString& line)
 {
     static const QRegularExpression withBytes(
-        QStringLiteral("^ *[0-9]{1,9}\\.[0-9]{6} +(?:sent|received|ignored|dropped|realtime)"
+        QStringLiteral("^ *[0-9]{1,9}\\.[0-9]{6} +(?:sent|received|ignored|dropped|realtime|unsent)"
                        "(?: +[0-9A-F]{2})+(?: += +[^\\x00-\\x20\\x7F]+)?"
                        "(?: +: (?:[^\\\\]|\\\\\\\\|\\\\x[0-9A-Fa-f]{2})*)?\\z"),
         QRegularExpression::DotMatchesEverythingOption);
     static const QRegularExpression withoutBytes(
-        QStringLiteral("^ *[0-9]{1,9}\\.[0-9]{6} +(?:timeout|lost|unsent|interrupted|decided|log)"
-                       "(?: +: (?:[^\\\\]|\\\\\\\\|\\\\x[0-9A-Fa-f]{2})*)?\\z"),
+        QStringLiteral(
+            "^ *[0-9]{1,9}\\.[0-9]{6} +(?:timeout|lost|unsent|interrupted|accepted|decided|log)"
+            "(?: +: (?:[^\\\\]|\\\\\\\\|\\\\x[0-9A-Fa-f]{2})*)?\\z"),
         QRegularExpression::DotMatchesEverythingOption);
     return line.startsWith(QLatin1Char('#')) || withBytes.match(line).hasMatch() ||
            withoutBytes.match(line).hasMatch();
