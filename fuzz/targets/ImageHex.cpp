@@ -39,18 +39,19 @@ bool readPairs(const QByteArray& text, QByteArray* bytes)
     return high < 0;
 }
 
-// Texts of two bytes a character are read as hex text too; here are those of one.
-bool hasWideCharacters(const QByteArray& text)
+// Texts with a byte-order mark or two bytes a character are read as hex text too, but not here.
+bool hasOtherEncoding(const QByteArray& text)
 {
-    return text.size() > 1 && (text.startsWith("\xFF\xFE") || text.startsWith("\xFE\xFF") ||
-                               (text.at(0) == 0) != (text.at(1) == 0));
+    return text.startsWith("\xEF\xBB\xBF") || text.startsWith("\xFF\xFE") ||
+           text.startsWith("\xFE\xFF") ||
+           (text.size() > 1 && (text.at(0) == 0) != (text.at(1) == 0));
 }
 
 void run(FuzzInput& input)
 {
     const QByteArray text = textOf(input);
     if (text.isEmpty() || text.startsWith('\xF0') || text.startsWith("MThd") ||
-        hasWideCharacters(text))
+        hasOtherEncoding(text))
         return;
     const ImageFile file = parseImageFile(text);
     checkImageFile(text, file);
