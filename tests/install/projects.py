@@ -70,6 +70,8 @@ class Installed(unittest.TestCase):
         rename, build_and_inspect = commands_of(folder / "README.md")
         run("bash", "-e", "-c", rename, folder=folder)
         give_new_identity(folder)
+        if SUFFIX:
+            build_and_inspect = build_and_inspect.replace("-B build", f"-B build -DKIT={KIT}")
         self.assertIn("Orbit", run("bash", "-e", "-c", build_and_inspect, folder=folder))
 
         plugin = next((folder / "build").glob("liborbitboot.*"))
