@@ -136,6 +136,15 @@ TEST(PowerCut, AnUnsteadyMarkReadsDifferentlyEachTimeUntilItIsErased)
     EXPECT_FALSE(product.isCodeValid());
 }
 
+TEST(PowerCut, InsideTheClearingOfAMarkTheCodeIsNoLongerValid)
+{
+    SimulatedProduct product = productAfter(0);
+    ASSERT_TRUE(product.isCodeValid());
+    product.failPowerAfter(0, CutWrite::Half);
+    EXPECT_TRUE(product.receive(newImage.first()).isEmpty());
+    EXPECT_FALSE(product.isCodeValid());
+}
+
 TEST(PowerCut, InsideTheClearingOfAClearMarkCallsNothingValid)
 {
     SimulatedProduct product = productAfter(1);
