@@ -22,10 +22,10 @@ public:
     QString name() const override { return QStringLiteral("acknowledging"); }
     hx::Clock& clock() override { return m_clock; }
 
-    bool send(const QByteArray&) override
+    qint64 send(const QByteArray& message) override
     {
         m_isWaiting = true;
-        return true;
+        return message.size();
     }
 
     hx::MidiChunk receive(hx::Microseconds) override

@@ -27,10 +27,13 @@ void Pacer::waitForWire(int bytes)
     m_clock.sleepUntil(m_wireFree);
 }
 
-void Pacer::drain()
+bool Pacer::drain(Microseconds deadline)
 {
-    if (m_hasSent)
-        m_clock.sleepUntil(std::max(m_wireFree, m_lastSent + m_buffer.emptying));
+    if (!m_hasSent)
+        return true;
+    const Microseconds empty = std::max(m_wireFree, m_lastSent + m_buffer.emptying);
+    m_clock.sleepUntil(std::min(empty, deadline));
+    return empty <= deadline;
 }
 
 int Pacer::inBuffer()

@@ -27,8 +27,11 @@ public:
     /** Tells that it was handed over, and returns when its last byte is on its way. */
     void waitForWire(int bytes);
 
-    /** Returns when nothing that was handed over can still be in the library's buffer. */
-    void drain();
+    /**
+     * Returns when nothing that was handed over can still be in the library's buffer. False when
+     * `deadline` comes first.
+     */
+    bool drain(Microseconds deadline);
 
 private:
     struct Sent {

@@ -50,7 +50,7 @@ bool ProductServer::sendDue()
     while (!m_due.empty() && m_due.begin()->first <= m_port.clock().now()) {
         const QByteArray bytes = m_due.begin()->second;
         m_due.erase(m_due.begin());
-        if (!m_port.send(bytes)) {
+        if (m_port.send(bytes) < bytes.size()) {
             errorText = m_port.errorText;
             return false;
         }

@@ -66,24 +66,26 @@ const TraceEvent* ReplayPort::next()
     return nullptr;
 }
 
-bool ReplayPort::send(const QByteArray& message)
+qint64 ReplayPort::send(const QByteArray& message)
 {
     errorText = m_ended;
     if (!m_ended.isEmpty())
-        return false;
+        return 0;
     const TraceEvent* event = next();
     while (event != nullptr && event->event.kind != BusEventKind::Sent) {
         ++m_next;
         if (failsToSend(*event, message))
-            return false;
+            return 0;
         event = next();
     }
     ++m_sent;
-    if (event == nullptr || event->event.bytes != message)
-        return diverge(event, message);
+    if (event == nullptr || event->event.bytes != message) {
+        diverge(event, message);
+        return 0;
+    }
     m_clock.sleepUntil(event->event.time);
     ++m_next;
-    return true;
+    return message.size();
 }
 
 bool ReplayPort::failsToSend(const TraceEvent& event, const QByteArray& message)
@@ -95,7 +97,7 @@ bool ReplayPort::failsToSend(const TraceEvent& event, const QByteArray& message)
     return true;
 }
 
-bool ReplayPort::diverge(const TraceEvent* recorded, const QByteArray& message)
+void ReplayPort::diverge(const TraceEvent* recorded, const QByteArray& message)
 {
     ReplayDivergence divergence;
     divergence.message = m_sent;
@@ -106,7 +108,6 @@ bool ReplayPort::diverge(const TraceEvent* recorded, const QByteArray& message)
     }
     m_ended = errorText = QStringLiteral("the replay diverged: ") + divergence.text();
     m_handlers.diverged(divergence);
-    return false;
 }
 
 MidiChunk ReplayPort::receive(Microseconds deadline)

@@ -39,7 +39,11 @@ public:
 
     QString name() const override { return QStringLiteral("replay:") + m_path; }
     Clock& clock() override { return m_clock; }
-    bool send(const QByteArray& message) override;
+    PortIdentity identity() const override
+    {
+        return {QStringLiteral("replay"), QString(), m_path, QString()};
+    }
+    qint64 send(const QByteArray& message) override;
     MidiChunk receive(Microseconds deadline) override;
     bool atEnd() const override;
 
@@ -50,7 +54,7 @@ private:
     const TraceEvent* next();
     bool isDue(const TraceEvent& event, Microseconds deadline);
     bool failsToSend(const TraceEvent& event, const QByteArray& message);
-    bool diverge(const TraceEvent* recorded, const QByteArray& message);
+    void diverge(const TraceEvent* recorded, const QByteArray& message);
     MidiChunk deliver(const TraceEvent& event);
     MidiChunk wait(Microseconds deadline);
     void raiseInterrupt();

@@ -1,6 +1,7 @@
 #include "ports/RtMidiPort.h"
 
 #include "ports/MidiLibraryLog.h"
+#include "ports/PortIdentities.h"
 #include "ports/PortNames.h"
 #include "qt/Saturated.h"
 
@@ -91,7 +92,7 @@ RtMidiPort::RtMidiPort(const PortAddress& address, const Pace& pace)
 RtMidiPort::~RtMidiPort()
 {
     if (m_out)
-        m_pacer.drain();
+        m_pacer.drain(m_clock.now() + rtMidiBuffer.emptying);
 }
 
 void RtMidiPort::setUp(RtMidi::Api api, const std::string& inputClient,
@@ -130,18 +131,35 @@ QString RtMidiPort::name() const
     return m_address.backend + QLatin1Char(':') + port;
 }
 
-bool RtMidiPort::send(const QByteArray& message)
+PortIdentity RtMidiPort::identity() const
+{
+    return identityOfPort(m_address.backend,
+                          m_address.output.isEmpty() ? m_address.input : m_address.output);
+}
+
+qint64 RtMidiPort::send(const QByteArray& message)
 {
     errorText.clear();
-    if (refuse(message) || isGone())
-        return false;
+    if (refuse(message) || hasGone())
+        return 0;
     const int size = saturated(message.size());
     m_pacer.waitForTurn(size);
     const auto* bytes = reinterpret_cast<const unsigned char*>(message.constData());
     m_out->sendMessage(bytes, size_t(message.size()));
     m_pacer.waitForWire(size);
     errorText = takeLibraryError();
-    return errorText.isEmpty();
+    return errorText.isEmpty() ? message.size() : 0;
+}
+
+bool RtMidiPort::drain(Microseconds deadline)
+{
+    errorText.clear();
+    if (hasGone())
+        return false;
+    const bool isEmpty = m_pacer.drain(deadline);
+    if (!isEmpty)
+        errorText = QStringLiteral("the port %1 has not sent all in time").arg(name());
+    return isEmpty;
 }
 
 MidiChunk RtMidiPort::receive(Microseconds deadline)
@@ -151,7 +169,7 @@ MidiChunk RtMidiPort::receive(Microseconds deadline)
         const Microseconds left = deadline - m_clock.now();
         if (const auto chunk = m_arrived.take(std::min(left, presenceInterval)))
             return *chunk;
-        if (isGone() || left <= presenceInterval)
+        if (hasGone() || left <= presenceInterval)
             return {};
     }
 }
@@ -176,15 +194,17 @@ bool RtMidiPort::isPresent()
            (m_address.output.isEmpty() || hasPort(*m_out, m_address.output));
 }
 
-bool RtMidiPort::isGone()
+bool RtMidiPort::hasGone()
 {
     const bool serverGone = m_server && m_server->isGone();
     if (m_clock.now() < m_nextLook && !serverGone)
         return false;
     m_nextLook = m_clock.now() + presenceInterval;
+    m_isGone = false;
     if (!serverGone && isPresent())
         return false;
     m_nextLook = 0;
+    m_isGone = true;
     takeLibraryError();
     errorText = serverGone
                     ? QStringLiteral("the MIDI server of the port %1 has gone away").arg(name())

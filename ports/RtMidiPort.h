@@ -46,13 +46,16 @@ public:
     static Result<std::unique_ptr<MidiPort>> openVirtual(const QString& backend,
                                                          const QString& name, const Pace& pace);
 
-    /** Waits until what was sent has left. */
+    /** Waits until what was sent has left, which takes `rtMidiBuffer.emptying` at most. */
     ~RtMidiPort() override;
 
     QString name() const override;
+    PortIdentity identity() const override;
     Clock& clock() override { return m_clock; }
-    bool send(const QByteArray& message) override;
+    qint64 send(const QByteArray& message) override;
+    bool drain(Microseconds deadline) override;
     MidiChunk receive(Microseconds deadline) override;
+    bool isGone() const override { return m_isGone; }
 
 private:
     RtMidiPort(const PortAddress& address, const Pace& pace);
@@ -64,7 +67,7 @@ private:
     void setUp(RtMidi::Api api, const std::string& inputClient, const std::string& outputClient);
     bool refuse(const QByteArray& message);
     bool isPresent();
-    bool isGone();
+    bool hasGone();
     QString takeLibraryError();
 
     static void takeInput(double, std::vector<unsigned char>* bytes, void* port);
@@ -72,6 +75,7 @@ private:
 
     PortAddress m_address;
     bool m_isVirtual = false;
+    bool m_isGone = false;
     SteadyClock m_clock;
     Pacer m_pacer;
     Microseconds m_nextLook = 0;               /**< when to look again whether the port exists */

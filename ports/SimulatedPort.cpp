@@ -19,17 +19,17 @@ bool SimulatedPort::isPresent()
     return !m_device.isGone();
 }
 
-bool SimulatedPort::send(const QByteArray& message)
+qint64 SimulatedPort::send(const QByteArray& message)
 {
     if (!isPresent())
-        return false;
+        return 0;
     const int size = saturated(message.size());
     m_pacer.waitForTurn(size);
     m_pacer.waitForWire(size);
     const QVector<sim::SimulatedReply> replies = m_device.receive(message);
     for (const sim::SimulatedReply& reply : replies)
         queueReply(reply);
-    return isPresent();
+    return isPresent() ? size : 0;
 }
 
 void SimulatedPort::queueReply(const sim::SimulatedReply& reply)

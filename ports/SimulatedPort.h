@@ -28,11 +28,15 @@ public:
     QString name() const override { return QStringLiteral("simulator"); }
     Clock& clock() override { return m_clock; }
 
+    PortIdentity identity() const override { return {name(), QString(), name(), QString()}; }
+
     /** Moves the clock by the time that the bytes take on the wire. */
-    bool send(const QByteArray& message) override;
+    qint64 send(const QByteArray& message) override;
 
     /** Moves the clock to the chunk that arrives next, or to the deadline. */
     MidiChunk receive(Microseconds deadline) override;
+
+    bool isGone() const override { return m_device.isGone(); }
 
     /** What is plugged in, to look at or to change. */
     sim::FaultyProduct& device() { return m_device; }

@@ -30,12 +30,12 @@ StatefulSimulatedPort::~StatefulSimulatedPort()
         m_onSaveError(closed.problem().what);
 }
 
-bool StatefulSimulatedPort::send(const QByteArray& message)
+qint64 StatefulSimulatedPort::send(const QByteArray& message)
 {
-    const bool sent = m_port.send(message);
+    const qint64 accepted = m_port.send(message);
     m_file->keep(m_port.product());
     errorText = m_port.errorText;
-    return sent;
+    return accepted;
 }
 
 MidiChunk StatefulSimulatedPort::receive(Microseconds deadline)

@@ -28,8 +28,10 @@ public:
 
     QString name() const override { return QStringLiteral("simulator:") + m_path; }
     Clock& clock() override { return m_port.clock(); }
-    bool send(const QByteArray& message) override;
+    PortIdentity identity() const override { return {m_port.name(), m_path, name(), QString()}; }
+    qint64 send(const QByteArray& message) override;
     MidiChunk receive(Microseconds deadline) override;
+    bool isGone() const override { return m_port.isGone(); }
 
 private:
     StatefulSimulatedPort(const QString& path, const sim::FaultyProduct& product,

@@ -37,13 +37,13 @@ bool FaultyWire::isPresent()
     return !m_isLost;
 }
 
-bool FaultyWire::send(const QByteArray& message)
+qint64 FaultyWire::send(const QByteArray& message)
 {
     ++m_messagesSent;
     const int fault = nextFault();
     m_isLost = m_isLost || fault >= losePort;
     if (!isPresent())
-        return false;
+        return 0;
     m_clock.sleepUntil(m_clock.now() + wireDelay);
     if (fault >= insertBefore && fault < cut) // somebody else answers, or answers too
         queue(m_input->take(1 + m_input->byte() % 32), false, wireDelay);
@@ -61,7 +61,7 @@ bool FaultyWire::send(const QByteArray& message)
     } else if (fault >= shorten && fault < delay) {
         hear(message.left(m_input->byte() % message.size()));
     }
-    return true;
+    return message.size();
 }
 
 void FaultyWire::hear(const QByteArray& message)

@@ -21,7 +21,7 @@ public:
 
     QString name() const override { return QStringLiteral("faulty"); }
     Clock& clock() override { return m_clock; }
-    bool send(const QByteArray& message) override;
+    qint64 send(const QByteArray& message) override;
     MidiChunk receive(Microseconds deadline) override;
 
     // From now on it is noticed when `proof` arrives although the product did not say it: then the

@@ -19,11 +19,11 @@ public:
     QString name() const override { return QStringLiteral("any"); }
     Clock& clock() override { return m_clock; }
 
-    bool send(const QByteArray& message) override
+    qint64 send(const QByteArray& message) override
     {
         sent += message;
         errorText = m_input.byte() == 0xFF ? QStringLiteral("full") : QString();
-        return errorText.isEmpty();
+        return errorText.isEmpty() ? message.size() : 0;
     }
 
     MidiChunk receive(Microseconds deadline) override

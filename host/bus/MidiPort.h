@@ -4,6 +4,7 @@
 #pragma once
 
 #include "host/base/Clock.h"
+#include "host/bus/PortIdentity.h"
 
 #include <QByteArray>
 #include <QString>
@@ -24,14 +25,28 @@ public:
     /** The name a person chose the port by. */
     virtual QString name() const = 0;
 
+    /** What the port is found again by. A port that has nothing else is known by its name. */
+    virtual PortIdentity identity() const { return {QString(), QString(), name(), QString()}; }
+
     /** The clock by which this port stamps and waits. */
     virtual Clock& clock() = 0;
 
     /**
      * Sends one whole message, at the port's pace, and returns when its last byte is on its way.
-     * False when it could not be sent; `errorText` then says why.
+     * Returns how many of its bytes the port accepted; fewer than all of them: `errorText` says
+     * why.
      */
-    virtual bool send(const QByteArray& message) = 0;
+    virtual qint64 send(const QByteArray& message) = 0;
+
+    /**
+     * Waits until all that was accepted has left this machine. False when `deadline` comes first or
+     * the port is gone; `errorText` then says so. A port that holds nothing back has nothing to
+     * wait for.
+     */
+    virtual bool drain(Microseconds /*deadline*/) { return true; }
+
+    /** Whether the port went away: nothing travels through it any more. */
+    virtual bool isGone() const { return false; }
 
     /**
      * Waits until bytes arrive or `deadline` has come. A chunk without bytes means that nothing

@@ -102,7 +102,7 @@ BusData PortBus::exchange(const BusData& command, const ReplyTest& fits, const Q
         return fail(ExchangeEnd::EmptyCommand, BusEventKind::Decided,
                     QStringLiteral("the command is empty; nothing was sent or waited for"));
     discardStaleInput();
-    if (!m_port.send(command.bytes))
+    if (m_port.send(command.bytes) < command.bytes.size())
         return failSending(command.bytes);
     announce(BusEventKind::Sent, command.bytes, QString());
     m_wait = {expected, timeoutMs, {}, 0};

@@ -268,6 +268,17 @@ TEST_F(PortBusTest, SaysWhyACommandCouldNotBeSent)
     EXPECT_EQ(recorder.first(BusEventKind::SendFailed).text, "longer than 16379 bytes");
 }
 
+TEST_F(PortBusTest, AMessageAcceptedInPartWasNotSent)
+{
+    for (const qint64 accepted : {0, 1, 7}) {
+        port.accepts = accepted;
+        EXPECT_TRUE(transact().bytes.isEmpty());
+        EXPECT_EQ(bus.lastEnd(), ExchangeEnd::SendFailed) << accepted;
+        EXPECT_EQ(bus.errorText, "F0 00 6B 2D 30 41 30 F7 could not be sent: full");
+    }
+    EXPECT_TRUE(port.sent.empty());
+}
+
 TEST_F(PortBusTest, AnInterruptEndsAWaitSoon)
 {
     std::atomic<bool> flag{true};

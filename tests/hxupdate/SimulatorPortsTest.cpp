@@ -44,7 +44,7 @@ TEST_F(SimulatorPortsTest, HasOnePortWithThePluginsProduct)
 TEST_F(SimulatorPortsTest, BytesTakeAsLongAsOnAWire)
 {
     const auto port = open();
-    ASSERT_TRUE(port->send(QByteArray(1000, '\x01')));
+    ASSERT_EQ(port->send(QByteArray(1000, '\x01')), 1000);
     EXPECT_EQ(real->now(), 1000 * 320);
 }
 
@@ -60,7 +60,7 @@ TEST_F(SimulatorPortsTest, WaitsTakeAsLongAsTheyAre)
 TEST_F(SimulatorPortsTest, TheProductKeepsWhatItWasToldAfterThePortIsClosed)
 {
     const hx::Microseconds first = open()->clock().now();
-    ASSERT_TRUE(open()->send(QByteArray(10, '\x01')));
+    ASSERT_EQ(open()->send(QByteArray(10, '\x01')), 10);
     EXPECT_GT(open()->clock().now(), first);
 }
 

@@ -11,7 +11,7 @@ public:
 
     QString name() const override { return m_name; }
     hx::Clock& clock() override { return m_product->clock(); }
-    bool send(const QByteArray& message) override { return m_product->send(message, &errorText); }
+    qint64 send(const QByteArray& message) override { return m_product->send(message, &errorText); }
     hx::MidiChunk receive(hx::Microseconds deadline) override
     {
         return m_product->receive(deadline, &errorText);
@@ -26,7 +26,7 @@ const QString portIsGone = QStringLiteral("the port is gone");
 
 } // namespace
 
-bool TestProduct::send(const QByteArray& message, QString* error)
+qint64 TestProduct::send(const QByteArray& message, QString* error)
 {
     if (gate.messages == 0) {
         gate.reached.release();
@@ -35,15 +35,15 @@ bool TestProduct::send(const QByteArray& message, QString* error)
     if (gate.messages >= 0)
         --gate.messages;
     if (isDeadEnd)
-        return true;
+        return message.size();
     if (!isPluggedIn) {
         *error = portIsGone;
-        return false;
+        return 0;
     }
     ++messages;
-    const bool sent = m_port.send(message);
+    const qint64 accepted = m_port.send(message);
     *error = m_port.errorText;
-    return sent;
+    return accepted;
 }
 
 hx::MidiChunk TestProduct::receive(hx::Microseconds deadline, QString* error)

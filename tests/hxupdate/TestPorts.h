@@ -24,7 +24,7 @@ class TestProduct {
 public:
     explicit TestProduct(const hx::sim::FaultyProduct& product) : m_port(product, {{0, 0}, 0}) {}
 
-    bool send(const QByteArray& message, QString* error);
+    qint64 send(const QByteArray& message, QString* error);
     hx::MidiChunk receive(hx::Microseconds deadline, QString* error);
     hx::Clock& clock() { return m_port.clock(); }
 

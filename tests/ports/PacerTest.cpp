@@ -89,15 +89,17 @@ TEST(Pacer, DrainWaitsUntilWhatWasSentHasLeft)
 {
     ManualClock clock;
     Pacer idle(clock, Pace(), {1000, 4, 200000});
-    idle.drain();
+    EXPECT_TRUE(idle.drain(0));
     EXPECT_EQ(clock.now(), 0);
     Pacer pacer(clock, Pace{0, 0}, {1000, 4, 200000});
     send(pacer, 10);
-    pacer.drain();
+    EXPECT_FALSE(pacer.drain(199999));
+    EXPECT_EQ(clock.now(), 199999);
+    EXPECT_TRUE(pacer.drain(200000));
     EXPECT_EQ(clock.now(), 200000);
     Pacer slow(clock, Pace(), {10000, 4, 200000});
     send(slow, 1000);
-    slow.drain();
+    EXPECT_TRUE(slow.drain(1000000));
     EXPECT_EQ(clock.now(), 520000);
 }
 

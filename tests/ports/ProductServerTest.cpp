@@ -173,7 +173,7 @@ TEST_F(StatefulPort, ProductKeepsItsMemoryFromOnePortToTheNext)
         const auto port = open(inFolder("state"));
         ASSERT_NE(port, nullptr) << openError.toStdString();
         EXPECT_EQ(port->name(), "simulator:" + inFolder("state"));
-        ASSERT_TRUE(port->send(startsUpdate));
+        ASSERT_EQ(port->send(startsUpdate), startsUpdate.size());
     }
     EXPECT_EQ(saveError, "");
     const auto port = open(inFolder("state"));
@@ -213,7 +213,7 @@ TEST_F(StatefulPort, StateThatCannotBeWrittenAtTheEndIsReported)
     ASSERT_TRUE(QDir().mkpath(folder));
     auto port = open(folder + "/state");
     ASSERT_NE(port, nullptr) << openError.toStdString();
-    ASSERT_TRUE(port->send(startsUpdate));
+    ASSERT_EQ(port->send(startsUpdate), startsUpdate.size());
     ASSERT_TRUE(QDir(folder).removeRecursively());
     port.reset();
     EXPECT_EQ(saveError, "No such file or directory");

@@ -22,7 +22,7 @@ TEST(SimulatedPort, ReplyComesAfterTheProductsDelay)
 {
     SimulatedPort port{sim::FaultyProduct(sim::SimulatedProduct(sim::valdrin()))};
     EXPECT_EQ(port.name(), QStringLiteral("simulator"));
-    ASSERT_TRUE(port.send(identify));
+    ASSERT_EQ(port.send(identify), identify.size());
     EXPECT_EQ(port.clock().now(), 0);
     const MidiChunk chunk = port.receive(microsecondsPerSecond);
     EXPECT_EQ(chunk.bytes, identityReply);
@@ -123,8 +123,8 @@ TEST(SimulatedPort, DelayedReplyIsOvertakenByTheNext)
 TEST(SimulatedPort, VanishedProductTakesThePortWithIt)
 {
     SimulatedPort port(productWith("vanish:2"));
-    ASSERT_TRUE(port.send(identify));
-    EXPECT_FALSE(port.send(identify));
+    ASSERT_EQ(port.send(identify), identify.size());
+    EXPECT_EQ(port.send(identify), 0);
     const QString gone = QStringLiteral("the port \"simulator\" is gone: the simulated product was "
                                         "unplugged; plug it in again and start over");
     EXPECT_EQ(port.errorText, gone);
@@ -133,7 +133,7 @@ TEST(SimulatedPort, VanishedProductTakesThePortWithIt)
     EXPECT_TRUE(chunk.bytes.isEmpty());
     EXPECT_EQ(port.errorText, gone);
     EXPECT_EQ(port.clock().now(), 0);
-    EXPECT_FALSE(port.send(identify));
+    EXPECT_EQ(port.send(identify), 0);
 }
 
 TEST(SimulatedPort, NoiseComesUnaskedEvery20Milliseconds)
@@ -163,7 +163,7 @@ TEST(SimulatedPort, RepliesThatNobodyTakesAreLostInTheEnd)
 {
     SimulatedPort port{sim::FaultyProduct(sim::SimulatedProduct(sim::valdrin()))};
     for (int i = 0; i < SimulatedPort::queueLimit + 100; ++i)
-        ASSERT_TRUE(port.send(identify));
+        ASSERT_EQ(port.send(identify), identify.size());
     int received = 0;
     while (!port.receive(microsecondsPerSecond).bytes.isEmpty())
         ++received;

@@ -13,17 +13,21 @@ public:
     QString name() const override { return QStringLiteral("scripted"); }
     hx::Clock& clock() override { return m_clock; }
 
-    bool send(const QByteArray& message) override
+    qint64 send(const QByteArray& message) override
     {
         if (!sendError.isEmpty()) {
             errorText = sendError;
-            return false;
+            return 0;
+        }
+        if (accepts >= 0 && accepts < message.size()) {
+            errorText = QStringLiteral("full");
+            return accepts;
         }
         sent.push_back(message);
         m_clock.sleepUntil(m_clock.now() + message.size() * microsecondsPerByte);
         if (answer)
             answer(message, static_cast<int>(sent.size()) - 1);
-        return true;
+        return message.size();
     }
 
     hx::MidiChunk receive(hx::Microseconds deadline) override
@@ -65,6 +69,7 @@ public:
 
     std::vector<QByteArray> sent;
     QString sendError;            // sending fails with this from now on, unless empty
+    qint64 accepts = -1;          // bytes that it takes of a message; -1: all
     hx::Microseconds lostAt = -1; // the port is gone from here on; -1: never
     hx::Microseconds microsecondsPerByte = 0;
     int receives = 0;

@@ -98,10 +98,10 @@ bool FaultyLink::isPresent()
     return false;
 }
 
-bool FaultyLink::send(const QByteArray& message)
+qint64 FaultyLink::send(const QByteArray& message)
 {
     if (!isPresent())
-        return false;
+        return 0;
     m_command = message;
     moveTo(m_clock.now() + message.size() * byteTime);
     m_sentAt = m_clock.now();
@@ -117,7 +117,7 @@ bool FaultyLink::send(const QByteArray& message)
         else
             hear(piece);
     }
-    return isPresent();
+    return isPresent() ? message.size() : 0;
 }
 
 // Bytes reach the product while the host does not listen.

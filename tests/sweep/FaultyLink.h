@@ -44,7 +44,7 @@ public:
 
     QString name() const override { return QStringLiteral("faulty link"); }
     hx::Clock& clock() override { return m_clock; }
-    bool send(const QByteArray& message) override;
+    qint64 send(const QByteArray& message) override;
     hx::MidiChunk receive(hx::Microseconds deadline) override;
 
     // Ends the faults and plugs the product in again; bytes on their way stay so.

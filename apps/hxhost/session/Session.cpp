@@ -6,10 +6,18 @@
 
 namespace hx::host {
 
+namespace {
+
+constexpr Microseconds longestDrain = 2 * microsecondsPerSecond;
+
+} // namespace
+
 Session::Session(CommandContext& context) : m_context(context) {}
 
 Session::~Session()
 {
+    if (m_port && !m_port->isGone() && !m_port->drain(m_port->clock().now() + longestDrain))
+        m_context.recorder.note(BusEventKind::Log, m_port->errorText);
     m_context.recorder.detach();
     if (m_plugin)
         m_plugin->device().bus = nullptr;

@@ -16,12 +16,15 @@ public:
     QString name() const override { return m_port.name(); }
     hx::Clock& clock() override { return m_port.clock(); }
 
-    bool send(const QByteArray& message) override
+    hx::PortIdentity identity() const override { return m_port.identity(); }
+    bool isGone() const override { return m_port.isGone(); }
+
+    qint64 send(const QByteArray& message) override
     {
         const hx::Microseconds start = m_port.clock().now();
-        const bool sent = m_port.send(message);
+        const qint64 accepted = m_port.send(message);
         follow(start);
-        return sent;
+        return accepted;
     }
 
     hx::MidiChunk receive(hx::Microseconds deadline) override

@@ -1,0 +1,17 @@
+/** @file
+ * What tells a port from all others, wherever in a list it stands today.
+ */
+#pragma once
+
+#include <QString>
+
+namespace hx {
+
+struct PortIdentity {
+    QString backend;      /**< what it is reached by: "alsa", "jack", "core", "device", ... */
+    QString stableId;     /**< of the socket it is plugged into and its maker; empty: not known */
+    QString name;         /**< without the numbers that a system gives anew each time */
+    QString serialNumber; /**< of the USB device that offers it; empty: not known */
+};
+
+} // namespace hx
