@@ -147,7 +147,6 @@ TEST_F(Sweep, WhatComesAfterTheLastAnswerIsNotTheHostsToKnow)
     EXPECT_FALSE(report.isFalseSuccess);
 }
 
-// The sum of the file check is the same, the version is another one: only the host sees it.
 TEST_F(Sweep, APortThatIsGoneSaysMoreThanTheAnswerThatDidNotComeBefore)
 {
     const TrialReport report = tryLine("in 9.4 deaf 30000000 x1 + in 10.7 vanish x1");
@@ -155,6 +154,7 @@ TEST_F(Sweep, APortThatIsGoneSaysMoreThanTheAnswerThatDidNotComeBefore)
     EXPECT_EQ(report.outcome, hx::UpdateOutcome::PortLost);
 }
 
+// The sum of the file check is the same, the version is another one: only the host sees it.
 TEST_F(Sweep, AVersionChangedUnderTheSameSumIsNoSuccess)
 {
     const TrialReport report = tryLine("out 5.18 flip 02 x* + out 5.20 flip 02 x*");
