@@ -17,11 +17,12 @@ bool isWhole(const QByteArray& message)
                         [](char byte) { return (byte & 0x80) != 0; });
 }
 
-void checkProblem(const QByteArray& content, const ImageProblem& problem)
+void checkProblem(const QByteArray& content, const Problem& problem)
 {
-    require(problem.offset >= -1 && problem.offset <= content.size(), "a problem has its place");
-    require(!problem.text.isEmpty() && !problem.advice.isEmpty(), "a problem says what to do");
-    require(!problem.line().contains(QLatin1Char('\n')), "a problem is one line");
+    require(problem.place.offset >= -1 && problem.place.offset <= content.size(),
+            "a problem has its place");
+    require(!problem.what.isEmpty() && !problem.next.isEmpty(), "a problem says what to do");
+    require(!imageProblemLine(problem).contains(QLatin1Char('\n')), "a problem is one line");
 }
 
 } // namespace
@@ -35,12 +36,12 @@ void checkImageFile(const QByteArray& content, const ImageFile& file)
         requireSame(message.offsets.size(), static_cast<size_t>(message.data.bytes.size()),
                     "every byte has a place");
     }
-    for (const ImageProblem& problem : file.problems)
+    for (const Problem& problem : file.problems)
         checkProblem(content, problem);
 
     const UpdateImage image = parseUpdateImage(file, description());
     require(image.problems.size() >= file.problems.size(), "no problem is lost");
-    for (const ImageProblem& problem : image.problems)
+    for (const Problem& problem : image.problems)
         checkProblem(content, problem);
     if (image.ok())
         require(image.kind != CodeType::Unknown && image.hasFileCheck &&

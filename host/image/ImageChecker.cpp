@@ -64,8 +64,8 @@ quint8 ImageChecker::byteAt(int index, int position) const
 void ImageChecker::problem(int index, int position, const QString& text, const QString& advice)
 {
     const FileMessage& place = m_file.messages[static_cast<size_t>(index)];
-    addProblem(m_result.problems, {place.number, place.offsetOf(position), text,
-                                   advice.isEmpty() ? QString::fromLatin1(damaged) : advice});
+    addProblem(m_result.problems, {place.number, place.offsetOf(position)}, text,
+               advice.isEmpty() ? QString::fromLatin1(damaged) : advice);
 }
 
 void ImageChecker::checkMessage(int index)
@@ -103,7 +103,7 @@ bool ImageChecker::checkHead(int index)
 void ImageChecker::reportOtherHeads()
 {
     if (m_otherHeads > 1 && m_firstOtherHead < m_result.problems.size())
-        m_result.problems[m_firstOtherHead].text +=
+        m_result.problems[m_firstOtherHead].what +=
             QStringLiteral(" %1 more messages have another head too.").arg(m_otherHeads - 1);
 }
 
@@ -364,13 +364,11 @@ void ImageChecker::checkEnd()
 void ImageChecker::checkTotals()
 {
     if (m_result.code.size() > image::maxCodeBytes)
-        addProblem(m_result.problems,
-                   {-1, -1,
-                    QStringLiteral("the image carries %1 code bytes; the product "
-                                   "holds %2.")
-                        .arg(m_result.code.size())
-                        .arg(image::maxCodeBytes),
-                    QString::fromLatin1(otherProduct)});
+        addProblem(m_result.problems, {},
+                   QStringLiteral("the image carries %1 code bytes; the product holds %2.")
+                       .arg(m_result.code.size())
+                       .arg(image::maxCodeBytes),
+                   QString::fromLatin1(otherProduct));
     if (!m_codeIsWhole || !m_result.hasFileCheck || m_result.dataMessages == 0)
         return;
     if (m_result.statedLength != m_result.code.size())

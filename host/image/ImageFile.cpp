@@ -16,7 +16,7 @@ namespace {
 ImageFile refused(qint64 offset, const QString& text, const QString& advice)
 {
     ImageFile file;
-    addProblem(file.problems, {-1, offset, text, advice});
+    addProblem(file.problems, {-1, offset}, text, advice);
     return file;
 }
 

@@ -3,7 +3,7 @@
  */
 #pragma once
 
-#include "host/image/ImageProblem.h"
+#include "host/image/ImageProblems.h"
 #include "mididata/HxMidiData.h"
 
 #include <QByteArray>

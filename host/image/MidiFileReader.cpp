@@ -48,9 +48,8 @@ public:
 private:
     bool refuse(qint64 offset, const QString& text)
     {
-        addProblem(m_file.problems,
-                   {-1, offset, text,
-                    QStringLiteral("Check that this is the update image; get it again if it is.")});
+        addProblem(m_file.problems, {-1, offset}, text,
+                   QStringLiteral("Check that this is the update image; get it again if it is."));
         return false;
     }
 

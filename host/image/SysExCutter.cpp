@@ -75,9 +75,8 @@ void SysExCutter::addStray(quint8 byte, qint64 offset)
 
 void SysExCutter::problem(qint64 offset, const QString& text)
 {
-    addProblem(m_file.problems,
-               {m_number, offset, text,
-                QStringLiteral("The file is damaged: get the update image again.")});
+    addProblem(m_file.problems, {m_number, offset}, text,
+               QStringLiteral("The file is damaged: get the update image again."));
 }
 
 } // namespace hx

@@ -51,8 +51,8 @@ ImageFile readHexText(const QByteArray& content)
     }
     cutter.finish();
     if (file.messages.empty() && file.problems.empty())
-        addProblem(file.problems, {-1, -1, QStringLiteral("the file holds no message."),
-                                   QStringLiteral("Get the update image again.")});
+        addProblem(file.problems, {}, QStringLiteral("the file holds no message."),
+                   QStringLiteral("Get the update image again."));
     return file;
 }
 

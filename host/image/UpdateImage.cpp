@@ -51,9 +51,9 @@ UpdateImage parseUpdateImage(const ImageFile& file, const ProductDescription& pr
     }
     const bool holdsNothing = file.messages.empty();
     if (holdsNothing && file.problems.empty())
-        addProblem(updateImage.problems,
-                   {-1, -1, QStringLiteral("the image is empty: it has no message."),
-                    QStringLiteral("Get the update image again from where it came from.")});
+        addProblem(updateImage.problems, {},
+                   QStringLiteral("the image is empty: it has no message."),
+                   QStringLiteral("Get the update image again from where it came from."));
     if (holdsNothing)
         return updateImage;
     updateImage.identifier = identifierIn(file.messages.front().data.bytes, product.header);
@@ -61,8 +61,7 @@ UpdateImage parseUpdateImage(const ImageFile& file, const ProductDescription& pr
     if (why.isEmpty())
         ImageChecker(file, product, updateImage).check();
     else
-        addProblem(updateImage.problems,
-                   {-1, -1, why, QStringLiteral("Install a complete plugin.")});
+        addProblem(updateImage.problems, {}, why, QStringLiteral("Install a complete plugin."));
     return updateImage;
 }
 

@@ -6,7 +6,7 @@
 #include "deviceinterface/FwUpdateProtocol.h"
 #include "host/base/WirePace.h"
 #include "host/image/ImageFile.h"
-#include "host/image/ImageProblem.h"
+#include "host/image/ImageProblems.h"
 #include "host/product/ProductDescription.h"
 
 #include <QByteArray>

@@ -71,8 +71,8 @@ UpdatePlan planUpdate(DeviceInterface& device, const UpdateImage& image)
     plan.messages = saturated(image.messages.size());
     plan.bytes = image.bytes;
     plan.wireMicroseconds = image.wireMicroseconds();
-    for (const ImageProblem& problem : image.problems)
-        plan.refusals << problem.line();
+    for (const Problem& problem : image.problems)
+        plan.refusals << imageProblemLine(problem);
     plan.isForOtherProduct = image.isForOtherProduct;
     if (!image.ok())
         return plan;

@@ -25,7 +25,7 @@ void expectRead(const QByteArray& content, qint64 offsetOfSecond)
 {
     const ImageFile file = parseImageFile(content);
     EXPECT_EQ(file.format, ImageFormat::HexText);
-    EXPECT_TRUE(file.problems.empty()) << file.problems.front().line().toStdString();
+    EXPECT_TRUE(file.problems.empty()) << imageProblemLine(file.problems.front()).toStdString();
     ASSERT_EQ(messagesOf(file), inText);
     EXPECT_EQ(file.messages[1].offsetOf(0), offsetOfSecond);
 }
@@ -34,7 +34,7 @@ void expectRefusedAt(const QByteArray& content, qint64 offset)
 {
     const ImageFile file = parseImageFile(content);
     ASSERT_FALSE(file.problems.empty());
-    EXPECT_EQ(file.problems[0].offset, offset);
+    EXPECT_EQ(file.problems[0].place.offset, offset);
     EXPECT_TRUE(file.messages.empty());
 }
 

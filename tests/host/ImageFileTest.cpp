@@ -18,9 +18,10 @@ void expectRefused(const QByteArray& content, qint64 offset)
 {
     const ImageFile file = parseImageFile(content);
     ASSERT_EQ(file.problems.size(), 1u);
-    EXPECT_EQ(file.problems[0].offset, offset) << file.problems[0].line().toStdString();
+    EXPECT_EQ(file.problems[0].place.offset, offset)
+        << imageProblemLine(file.problems[0]).toStdString();
     EXPECT_TRUE(file.messages.empty());
-    EXPECT_FALSE(file.problems[0].advice.isEmpty());
+    EXPECT_FALSE(file.problems[0].next.isEmpty());
 }
 
 } // namespace
@@ -88,7 +89,7 @@ TEST(ImageFile, SaysWhereAMessageIsCutOffByTheEndOfTheFile)
     const ImageFile file = parseImageFile(hex("F001F7F00203"));
     EXPECT_EQ(messagesOf(file), QList<QByteArray>({hex("F001F7")}));
     ASSERT_EQ(file.problems.size(), 1u);
-    EXPECT_EQ(file.problems[0].line(),
+    EXPECT_EQ(imageProblemLine(file.problems[0]),
               "message 2, byte 5 of the file: the message is cut off by the end of the file, after "
               "3 bytes; expected F7. The file is damaged: get the update image again.");
 }
@@ -98,10 +99,10 @@ TEST(ImageFile, SaysWhereAMessageIsCutOffByAnotherAndGoesOn)
     const ImageFile file = parseImageFile(hex("F001F002F7F00390F004F7"));
     EXPECT_EQ(messagesOf(file), QList<QByteArray>({hex("F002F7"), hex("F004F7")}));
     ASSERT_EQ(file.problems.size(), 2u);
-    EXPECT_EQ(file.problems[0].message, 0);
-    EXPECT_EQ(file.problems[0].offset, 2);
-    EXPECT_EQ(file.problems[1].message, 2);
-    EXPECT_EQ(file.problems[1].offset, 7);
+    EXPECT_EQ(file.problems[0].place.message, 0);
+    EXPECT_EQ(file.problems[0].place.offset, 2);
+    EXPECT_EQ(file.problems[1].place.message, 2);
+    EXPECT_EQ(file.problems[1].place.offset, 7);
     EXPECT_EQ(file.messages[1].number, 3);
 }
 
@@ -109,9 +110,9 @@ TEST(ImageFile, ReportsEachRunOfBytesOutsideOfMessagesOnce)
 {
     const ImageFile file = parseImageFile(hex("F001F7010203F002F70405"));
     ASSERT_EQ(file.problems.size(), 2u);
-    EXPECT_EQ(file.problems[0].offset, 3);
-    EXPECT_EQ(file.problems[0].text, "byte 01 belongs to no message; expected F0.");
-    EXPECT_EQ(file.problems[1].offset, 9);
+    EXPECT_EQ(file.problems[0].place.offset, 3);
+    EXPECT_EQ(file.problems[0].what, "byte 01 belongs to no message; expected F0.");
+    EXPECT_EQ(file.problems[1].place.offset, 9);
 }
 
 TEST(ImageFile, ReadsAFileFromDisk)
@@ -126,7 +127,7 @@ TEST(ImageFile, RefusesAFileThatCannotBeRead)
     TestFiles files;
     const ImageFile file = readImageFile(files.path("nothing.syx"));
     ASSERT_EQ(file.problems.size(), 1u);
-    EXPECT_TRUE(file.problems[0].text.contains(files.path("nothing.syx")));
+    EXPECT_TRUE(file.problems[0].what.contains(files.path("nothing.syx")));
     EXPECT_EQ(readImageFile(files.folder()).problems.size(), 1u);
 }
 
@@ -138,14 +139,14 @@ TEST(ImageFile, RefusesAFileAboveTheLimitUnread)
     ASSERT_TRUE(file.resize(maxImageFileBytes + 1));
     const ImageFile read = readImageFile(file.fileName());
     ASSERT_EQ(read.problems.size(), 1u);
-    EXPECT_TRUE(read.problems[0].text.contains("larger than 16777216 bytes"));
+    EXPECT_TRUE(read.problems[0].what.contains("larger than 16777216 bytes"));
 }
 
 TEST(ImageFile, ListsOnlyTheFirstOfVeryManyProblems)
 {
     const ImageFile file = parseImageFile(QByteArray(100000, '\xF0'));
     ASSERT_EQ(file.problems.size(), mostImageProblems);
-    EXPECT_EQ(file.problems.back().text, "there are more problems than these.");
+    EXPECT_EQ(file.problems.back().what, "there are more problems than these.");
     EXPECT_FALSE(parseUpdateImage(file, samples::product()).ok());
 }
 
@@ -155,9 +156,9 @@ TEST(ImageFile, KeepsOnlyTheFirstOfVeryManyMessages)
     const ImageFile file = parseImageFile(message.repeated(int(maxImageFileMessages) + 10));
     EXPECT_EQ(file.messages.size(), maxImageFileMessages);
     ASSERT_EQ(file.problems.size(), 1u);
-    EXPECT_EQ(file.problems[0].text,
+    EXPECT_EQ(file.problems[0].what,
               "the file holds more than 65536 messages, which no image does.");
-    EXPECT_EQ(file.problems[0].offset, 131072);
+    EXPECT_EQ(file.problems[0].place.offset, 131072);
     EXPECT_TRUE(parseImageFile(message.repeated(int(maxImageFileMessages))).problems.empty());
 }
 
@@ -169,7 +170,7 @@ TEST(ImageFile, RefusesAPipeUnread)
     ASSERT_EQ(mkfifo(pipe.toLocal8Bit().constData(), 0600), 0);
     const ImageFile read = readImageFile(pipe);
     ASSERT_EQ(read.problems.size(), 1u);
-    EXPECT_EQ(read.problems[0].text, pipe + " cannot be read: it is not a regular file.");
+    EXPECT_EQ(read.problems[0].what, pipe + " cannot be read: it is not a regular file.");
 }
 
 TEST(ImageFile, NamesItsFormats)

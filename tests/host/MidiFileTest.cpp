@@ -51,7 +51,7 @@ QList<QByteArray> readMessages(const QByteArray& content)
 {
     const ImageFile file = parseImageFile(content);
     EXPECT_EQ(file.format, ImageFormat::MidiFile);
-    EXPECT_TRUE(file.problems.empty()) << file.problems.front().line().toStdString();
+    EXPECT_TRUE(file.problems.empty()) << imageProblemLine(file.problems.front()).toStdString();
     return messagesOf(file);
 }
 
@@ -59,8 +59,8 @@ void expectRefused(const QByteArray& content, qint64 offset, const char* text)
 {
     const ImageFile file = parseImageFile(content);
     ASSERT_FALSE(file.problems.empty());
-    EXPECT_EQ(file.problems[0].offset, offset);
-    EXPECT_TRUE(file.problems[0].text.contains(text)) << file.problems[0].text.toStdString();
+    EXPECT_EQ(file.problems[0].place.offset, offset);
+    EXPECT_TRUE(file.problems[0].what.contains(text)) << file.problems[0].what.toStdString();
 }
 
 } // namespace

@@ -29,7 +29,7 @@ public:
 QString problemOf(StubPlugin& plugin)
 {
     const ImageFile file = imageFileOf(samples::messages());
-    return parseUpdateImage(file, describeProduct(plugin)).problems.front().line();
+    return imageProblemLine(parseUpdateImage(file, describeProduct(plugin)).problems.front());
 }
 
 } // namespace
@@ -93,7 +93,7 @@ TEST(ProductDescription, KnowsMakersOfOneByte)
     EXPECT_EQ(built.messages.first().bytes, hex("F07B1205500A000000000000000350707E0142F7"));
     EXPECT_EQ(built.messages.last().bytes, hex("F07B1205F7"));
     const UpdateImage image = parseUpdateImage(imageFileOf(built.messages), product);
-    EXPECT_TRUE(image.ok()) << image.problems.front().line().toStdString();
+    EXPECT_TRUE(image.ok()) << imageProblemLine(image.problems.front()).toStdString();
     EXPECT_EQ(image.kind, CodeType::Fwd);
     EXPECT_EQ(image.version, "1.0.2.4");
     EXPECT_EQ(image.identifier, 0x120005u);

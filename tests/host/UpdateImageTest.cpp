@@ -13,8 +13,8 @@ namespace {
 QStringList linesOf(const UpdateImage& image)
 {
     QStringList lines;
-    for (const ImageProblem& problem : image.problems)
-        lines << problem.line();
+    for (const Problem& problem : image.problems)
+        lines << imageProblemLine(problem);
     return lines;
 }
 
@@ -27,10 +27,10 @@ UpdateImage parsed(const QList<HxMidiData>& messages)
 void expectProblem(const UpdateImage& image, int message, qint64 offset, const char* text)
 {
     ASSERT_EQ(image.problems.size(), 1u) << linesOf(image).join("\n").toStdString();
-    EXPECT_EQ(image.problems[0].message, message);
-    EXPECT_EQ(image.problems[0].offset, offset);
-    EXPECT_EQ(image.problems[0].text, text);
-    EXPECT_FALSE(image.problems[0].advice.isEmpty());
+    EXPECT_EQ(image.problems[0].place.message, message);
+    EXPECT_EQ(image.problems[0].place.offset, offset);
+    EXPECT_EQ(image.problems[0].what, text);
+    EXPECT_FALSE(image.problems[0].next.isEmpty());
     EXPECT_FALSE(image.ok());
 }
 
@@ -98,10 +98,10 @@ TEST(UpdateImage, RefusesEveryTruncationAndNamesMessageAndByte)
         const UpdateImage image =
             parseUpdateImage(parseImageFile(content.left(size)), samples::product());
         ASSERT_FALSE(image.ok()) << size;
-        ASSERT_GE(image.problems.back().message, 0) << size;
-        ASSERT_GE(image.problems.back().offset, 0) << size;
-        ASSERT_LT(image.problems.back().offset, size);
-        ASSERT_FALSE(image.problems.back().advice.isEmpty());
+        ASSERT_GE(image.problems.back().place.message, 0) << size;
+        ASSERT_GE(image.problems.back().place.offset, 0) << size;
+        ASSERT_LT(image.problems.back().place.offset, size);
+        ASSERT_FALSE(image.problems.back().next.isEmpty());
     }
 }
 
@@ -113,10 +113,11 @@ TEST(UpdateImage, RefusesEveryFlippedBitAndNamesMessageAndByte)
         damaged[bit / 8] = static_cast<char>(damaged.at(bit / 8) ^ (1 << (bit % 8)));
         const UpdateImage image = parseUpdateImage(parseImageFile(damaged), samples::product());
         ASSERT_FALSE(image.ok()) << bit;
-        const ImageProblem& problem = image.problems.front();
-        ASSERT_TRUE(problem.message >= 0 || bit < 8) << problem.line().toStdString();
-        ASSERT_GE(problem.offset, 0) << bit;
-        ASSERT_FALSE(problem.advice.isEmpty());
+        const Problem& problem = image.problems.front();
+        ASSERT_TRUE(problem.place.message >= 0 || bit < 8)
+            << imageProblemLine(problem).toStdString();
+        ASSERT_GE(problem.place.offset, 0) << bit;
+        ASSERT_FALSE(problem.next.isEmpty());
     }
 }
 
@@ -126,10 +127,10 @@ TEST(UpdateImage, NamesTheMessageWhoseSumIsWrong)
     messages[1].bytes[20] = static_cast<char>(messages.at(1).bytes.at(20) ^ 1);
     const UpdateImage image = parsed(messages);
     ASSERT_EQ(image.problems.size(), 1u) << linesOf(image).join("\n").toStdString();
-    EXPECT_EQ(image.problems[0].message, 1);
-    EXPECT_EQ(image.problems[0].offset, dataBytes + 144);
-    EXPECT_TRUE(image.problems[0].text.endsWith("a byte from 154 on is wrong."))
-        << image.problems[0].text.toStdString();
+    EXPECT_EQ(image.problems[0].place.message, 1);
+    EXPECT_EQ(image.problems[0].place.offset, dataBytes + 144);
+    EXPECT_TRUE(image.problems[0].what.endsWith("a byte from 154 on is wrong."))
+        << image.problems[0].what.toStdString();
 }
 
 TEST(UpdateImage, FindsDamageThatTheSumsDoNotShow)
@@ -142,8 +143,8 @@ TEST(UpdateImage, FindsDamageThatTheSumsDoNotShow)
     bytes[21] = static_cast<char>(bytes.at(21) - 1);
     const UpdateImage image = parsed(messages);
     ASSERT_EQ(image.problems.size(), 1u);
-    EXPECT_EQ(image.problems[0].message, 3);
-    EXPECT_TRUE(image.problems[0].text.startsWith("the file check states the CRC-32 "));
+    EXPECT_EQ(image.problems[0].place.message, 3);
+    EXPECT_TRUE(image.problems[0].what.startsWith("the file check states the CRC-32 "));
 }
 
 TEST(UpdateImage, RefusesAChecksumThatIsOneTooLargeOrTooSmall)
@@ -156,8 +157,8 @@ TEST(UpdateImage, RefusesAChecksumThatIsOneTooLargeOrTooSmall)
         messages[3] = samples::resummed(messages.at(3));
         const UpdateImage image = parsed(messages);
         ASSERT_EQ(image.problems.size(), 1u);
-        EXPECT_EQ(image.problems[0].message, 3);
-        EXPECT_TRUE(image.problems[0].text.startsWith("the file check states the CRC-32 "));
+        EXPECT_EQ(image.problems[0].place.message, 3);
+        EXPECT_TRUE(image.problems[0].what.startsWith("the file check states the CRC-32 "));
     }
 }
 
@@ -189,7 +190,7 @@ TEST(UpdateImage, RefusesAWrongOrder)
     std::swap(messages[1], messages[2]);
     const UpdateImage image = parsed(messages);
     ASSERT_EQ(image.problems.size(), 3u) << linesOf(image).join("\n").toStdString();
-    EXPECT_EQ(image.problems[1].text,
+    EXPECT_EQ(image.problems[1].what,
               "data message number 1 comes after number 2: the order is wrong.");
 }
 
@@ -199,7 +200,7 @@ TEST(UpdateImage, RefusesAMessageThatStandsTwice)
     messages.insert(1, messages.at(0));
     const UpdateImage image = parsed(messages);
     ASSERT_FALSE(image.ok());
-    EXPECT_EQ(image.problems[0].text,
+    EXPECT_EQ(image.problems[0].what,
               "data message number 0 comes after number 0: the order is wrong.");
 }
 
@@ -219,7 +220,7 @@ TEST(UpdateImage, RefusesAnImageWithoutDataMessages)
 {
     const UpdateImage image = parsed(samples::messages().mid(3));
     ASSERT_EQ(image.problems.size(), 1u) << linesOf(image).join("\n").toStdString();
-    EXPECT_EQ(image.problems[0].text, "the image has no data message.");
+    EXPECT_EQ(image.problems[0].what, "the image has no data message.");
 }
 
 TEST(UpdateImage, RefusesTheImageOfAnotherModel)
@@ -241,7 +242,7 @@ TEST(UpdateImage, RefusesTheImageOfAnotherMaker)
         message.bytes[1] = 0x41;
     const UpdateImage image = parsed(messages);
     ASSERT_FALSE(image.ok());
-    EXPECT_EQ(image.problems[0].offset, 1);
+    EXPECT_EQ(image.problems[0].place.offset, 1);
 }
 
 TEST(UpdateImage, RefusesMessagesOfBothKinds)
@@ -264,9 +265,9 @@ TEST(UpdateImage, RefusesAMessageThatNoImageHas)
     QList<HxMidiData> messages = samples::messages();
     messages[1].bytes[7] = 0x0B;
     const UpdateImage image = parsed(messages);
-    EXPECT_TRUE(image.problems[0].text.startsWith(
+    EXPECT_TRUE(image.problems[0].what.startsWith(
         "it is neither a data message nor a file check nor the "));
-    EXPECT_EQ(image.problems[0].offset, dataBytes + 7);
+    EXPECT_EQ(image.problems[0].place.offset, dataBytes + 7);
 }
 
 TEST(UpdateImage, RefusesMessagesBehindTheClosingMessage)
@@ -281,7 +282,7 @@ TEST(UpdateImage, RefusesDataBehindTheFileCheck)
     QList<HxMidiData> messages = samples::messages();
     messages.move(3, 2);
     const UpdateImage image = parsed(messages);
-    EXPECT_EQ(image.problems[0].text,
+    EXPECT_EQ(image.problems[0].what,
               "it comes after the file check; expected the closing message.");
 }
 
@@ -303,7 +304,7 @@ TEST(UpdateImage, RefusesAShortMessageInTheMiddle)
         second.bytes[9] = 1;
         second.bytes[14] = static_cast<char>(count);
         messages << samples::resummed(second) << tail.mid(1);
-        EXPECT_EQ(parsed(messages).problems[0].text,
+        EXPECT_EQ(parsed(messages).problems[0].what,
                   QString("it carries %1 code bytes; every data message but the last carries 112.")
                       .arg(count));
     }
@@ -326,7 +327,7 @@ TEST(UpdateImage, RefusesACountOfZeroOrAbove112)
         messages[1] = samples::resummed(messages.at(1));
         const UpdateImage image = parsed(messages);
         ASSERT_EQ(image.problems.size(), 1u);
-        EXPECT_EQ(image.problems[0].offset, dataBytes + 15);
+        EXPECT_EQ(image.problems[0].place.offset, dataBytes + 15);
     }
 }
 

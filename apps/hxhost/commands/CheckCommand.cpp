@@ -107,7 +107,7 @@ bool takeMessages(CommandContext& context, const std::string& path, QList<HxMidi
     context.fail(ExitCode::ImageRefused,
                  QStringLiteral("the image \"%1\" cannot be used: %2")
                      .arg(name, file.problems.empty() ? QStringLiteral("it holds no SysEx message")
-                                                      : file.problems.front().line()),
+                                                      : imageProblemLine(file.problems.front())),
                  QStringLiteral("whole SysEx messages as raw bytes, hex text or a MIDI file"),
                  QStringLiteral("give another file with --image, or none"));
     return false;

@@ -18,11 +18,13 @@ QJsonValue orNull(qint64 number)
 QJsonArray problemRows(const ImageProblems& problems)
 {
     QJsonArray rows;
-    for (const ImageProblem& problem : problems)
-        rows << QJsonObject{{"message", orNull(problem.message < 0 ? -1 : problem.message + 1)},
-                            {"offset", orNull(problem.offset)},
-                            {"text", problem.text},
-                            {"advice", problem.advice}};
+    for (const Problem& problem : problems) {
+        const Place& place = problem.place;
+        rows << QJsonObject{{"message", orNull(place.message < 0 ? -1 : place.message + 1)},
+                            {"offset", orNull(place.offset)},
+                            {"text", problem.what},
+                            {"advice", problem.next}};
+    }
     return rows;
 }
 
@@ -60,20 +62,20 @@ bool requireGoodImage(CommandContext& context, const LoadedImage& loaded)
         return true;
     if (failForeign(context, loaded.path, loaded.file.format))
         return false;
-    const ImageProblem& first = problems.front();
-    ImageProblem withoutAdvice = first;
-    withoutAdvice.advice.clear();
-    QString what =
-        QStringLiteral("the image \"%1\" is refused: %2").arg(loaded.path, withoutAdvice.line());
+    const Problem& first = problems.front();
+    Problem withoutAdvice = first;
+    withoutAdvice.next.clear();
+    QString what = QStringLiteral("the image \"%1\" is refused: %2")
+                       .arg(loaded.path, imageProblemLine(withoutAdvice));
     if (problems.size() > 1)
         what += QStringLiteral(" (and %1 more)").arg(problems.size() - 1);
     context.fail(loaded.image.isForOtherProduct ? ExitCode::WrongProduct : ExitCode::ImageRefused,
                  what,
                  QStringLiteral("a whole update image: data messages, file check, closing message"),
-                 first.advice.isEmpty()
+                 first.next.isEmpty()
                      ? QStringLiteral("get the file again; 'hxhost image inspect' lists every "
                                       "problem")
-                     : first.advice);
+                     : first.next);
     return false;
 }
 
