@@ -41,17 +41,18 @@ QString ReplayDivergence::text() const
              byteText(recorded, position), byteText(sent, position));
 }
 
-TraceFile arrivalsOf(const TraceFile& trace)
+TraceEvents arrivalsOf(const TraceEvents& trace)
 {
-    TraceFile arrivals;
-    for (const TraceEvent& event : trace.events) {
+    TraceEvents arrivals;
+    for (const TraceEvent& event : trace) {
         if (isArrival(event.event.kind))
-            arrivals.events.push_back(event);
+            arrivals.push_back(event);
     }
     return arrivals;
 }
 
-ReplayPort::ReplayPort(const QString& path, const TraceFile& trace, const ReplayHandlers& handlers)
+ReplayPort::ReplayPort(const QString& path, const TraceEvents& trace,
+                       const ReplayHandlers& handlers)
     : m_path(path), m_trace(trace), m_handlers(handlers)
 {
 }
@@ -59,9 +60,9 @@ ReplayPort::ReplayPort(const QString& path, const TraceFile& trace, const Replay
 // The event to be played next; those that did not travel are passed over.
 const TraceEvent* ReplayPort::next()
 {
-    for (; m_next < m_trace.events.size(); ++m_next) {
-        if (concernsWire(m_trace.events[m_next].event.kind))
-            return &m_trace.events[m_next];
+    for (; m_next < m_trace.size(); ++m_next) {
+        if (concernsWire(m_trace[m_next].event.kind))
+            return &m_trace[m_next];
     }
     return nullptr;
 }
@@ -166,15 +167,15 @@ MidiChunk ReplayPort::wait(Microseconds deadline)
 
 bool ReplayPort::atEnd() const
 {
-    return std::none_of(m_trace.events.begin() + std::ptrdiff_t(m_next), m_trace.events.end(),
+    return std::none_of(m_trace.begin() + std::ptrdiff_t(m_next), m_trace.end(),
                         [](const TraceEvent& event) { return concernsWire(event.event.kind); });
 }
 
 int ReplayPort::messagesLeft() const
 {
     int left = 0;
-    for (size_t i = m_next; i < m_trace.events.size(); ++i)
-        left += m_trace.events[i].event.kind == BusEventKind::Sent ? 1 : 0;
+    for (size_t i = m_next; i < m_trace.size(); ++i)
+        left += m_trace[i].event.kind == BusEventKind::Sent ? 1 : 0;
     return left;
 }
 

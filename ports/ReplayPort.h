@@ -28,14 +28,14 @@ struct ReplayHandlers {
 };
 
 // What arrived in a session, for a port that is only listened to: all else is left out.
-TraceFile arrivalsOf(const TraceFile& trace);
+TraceEvents arrivalsOf(const TraceEvents& trace);
 
 // Time moves only as the trace and the waits say: a reply comes when the message before
 // it has been sent, at its recorded time. What the trace's host met, a lost port, a message that
 // could not be sent, an interrupt, is met again. After a divergence nothing can be sent any more.
 class ReplayPort final : public MidiPort {
 public:
-    ReplayPort(const QString& path, const TraceFile& trace, const ReplayHandlers& handlers);
+    ReplayPort(const QString& path, const TraceEvents& trace, const ReplayHandlers& handlers);
 
     QString name() const override { return QStringLiteral("replay:") + m_path; }
     Clock& clock() override { return m_clock; }
@@ -60,7 +60,7 @@ private:
     void raiseInterrupt();
 
     QString m_path;
-    TraceFile m_trace;
+    TraceEvents m_trace;
     ReplayHandlers m_handlers;
     ManualClock m_clock;
     size_t m_next = 0; // event that was not played yet

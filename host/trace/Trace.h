@@ -3,6 +3,7 @@
  */
 #pragma once
 
+#include "host/base/Result.h"
 #include "host/bus/BusEvent.h"
 
 #include <QByteArray>
@@ -69,21 +70,18 @@ private:
     bool m_ok = true;
 };
 
-/** A trace read back, or the first thing that is wrong with it. */
-struct TraceFile {
-    std::vector<TraceEvent> events;
-    QString error; /**< with line and column; empty when the trace is good */
-    int errorLine = 0;
-    int errorColumn = 0;
-
-    bool ok() const { return error.isEmpty(); }
-};
+using TraceEvents = std::vector<TraceEvent>;
 
 /** Longer files are refused. */
 constexpr qint64 maxTraceBytes = Q_INT64_C(256) * 1024 * 1024;
 
-/** Strict: whatever the grammar does not allow is an error. */
-TraceFile parseTrace(const QByteArray& content);
-TraceFile readTrace(const QString& path);
+/**
+ * A trace read back. Strict: the first thing that the grammar does not allow is the problem, whose
+ * place has its line and column.
+ */
+Result<TraceEvents> parseTrace(const QByteArray& content);
+
+/** The same of a file; the problem then says which. */
+Result<TraceEvents> readTrace(const QString& path);
 
 } // namespace hx

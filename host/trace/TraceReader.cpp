@@ -205,11 +205,17 @@ private:
     int m_errorColumn = 0;
 };
 
-void refuse(TraceFile& file, int line, int column, const QString& what)
+Problem notATrace(const QString& what, const Place& place = {})
 {
-    file.errorLine = line;
-    file.errorColumn = column;
-    file.error = QStringLiteral("line %1, column %2: %3").arg(line).arg(column).arg(what);
+    return {ExitCode::FileError, what, QStringLiteral("a file that --trace has written"),
+            QStringLiteral("give the name of one; docs/formats/trace-format.md says what it holds"),
+            place};
+}
+
+Problem refused(int line, int column, const QString& what)
+{
+    return notATrace(QStringLiteral("line %1, column %2: %3").arg(line).arg(column).arg(what),
+                     {-1, -1, line, column});
 }
 
 // Where the bytes stop being UTF-8, as a column from 1; 0 when they are all of `text`.
@@ -223,36 +229,28 @@ int columnOfBadText(const QByteArray& bytes, const QString& text)
     return saturated(QString::fromUtf8(bytes.constData(), size).size() + 1);
 }
 
-bool readLine(TraceFile& file, const QByteArray& bytes, int number)
+Result<> readLine(TraceEvents& events, const QByteArray& bytes, int number)
 {
     const QString text = QString::fromUtf8(bytes.constData(), bytes.size()); // zero bytes included
-    if (const int column = columnOfBadText(bytes, text)) {
-        refuse(file, number, column, QStringLiteral("expected text in UTF-8"));
-        return false;
-    }
+    if (const int column = columnOfBadText(bytes, text))
+        return refused(number, column, QStringLiteral("expected text in UTF-8"));
     if (text.startsWith(QLatin1Char('#')))
-        return true;
-    if (file.events.size() >= maxTraceEvents) {
-        refuse(file, number, 1,
-               QStringLiteral("expected at most %1 events; cut the trace into parts, each with "
-                              "the first line")
-                   .arg(maxTraceEvents));
-        return false;
-    }
+        return {};
+    if (events.size() >= maxTraceEvents)
+        return refused(number, 1,
+                       QStringLiteral("expected at most %1 events; cut the trace into parts, each "
+                                      "with the first line")
+                           .arg(maxTraceEvents));
     TraceEvent event;
     event.line = number;
     LineReader reader(text, event);
-    if (!reader.read()) {
-        refuse(file, number, reader.column(), reader.error());
-        return false;
-    }
-    if (!file.events.empty() && event.event.time < file.events.back().event.time) {
-        refuse(file, number, 1,
-               QStringLiteral("expected a time not before that of the last event"));
-        return false;
-    }
-    file.events.push_back(event);
-    return true;
+    if (!reader.read())
+        return refused(number, reader.column(), reader.error());
+    if (!events.empty() && event.event.time < events.back().event.time)
+        return refused(number, 1,
+                       QStringLiteral("expected a time not before that of the last event"));
+    events.push_back(event);
+    return {};
 }
 
 // The line from `begin` on, which then is where the next one begins.
@@ -267,42 +265,50 @@ QByteArray takeLine(const QByteArray& content, int* begin)
 
 } // namespace
 
-TraceFile parseTrace(const QByteArray& content)
+Result<TraceEvents> parseTrace(const QByteArray& content)
 {
-    TraceFile file;
+    TraceEvents events;
     int begin = 0;
-    if (takeLine(content, &begin) != QByteArray(traceHeader)) {
-        refuse(file, 1, 1, QStringLiteral("expected \"%1\"").arg(QLatin1String(traceHeader)));
-        return file;
-    }
+    if (takeLine(content, &begin) != QByteArray(traceHeader))
+        return refused(1, 1, QStringLiteral("expected \"%1\"").arg(QLatin1String(traceHeader)));
     for (int number = 2; begin < content.size(); ++number) {
-        if (!readLine(file, takeLine(content, &begin), number))
-            break;
+        const Result<> read = readLine(events, takeLine(content, &begin), number);
+        if (!read)
+            return read.problem();
     }
-    return file;
+    return events;
 }
 
-TraceFile readTrace(const QString& path)
+namespace {
+
+Result<TraceEvents> contentOf(const QString& path)
 {
-    TraceFile file;
     QFile in;
     const Result<> opened = openFile(in, path, QIODevice::ReadOnly);
-    if (!opened) {
-        file.error = QStringLiteral("it cannot be read: %1").arg(opened.problem().what);
-        return file;
-    }
+    if (!opened)
+        return notATrace(QStringLiteral("it cannot be read: %1").arg(opened.problem().what));
     const QByteArray head = in.peek(int(qstrlen(traceHeader)));
     if (head != traceHeader)
         return parseTrace(head); // which refuses it; what is no trace is not taken into memory
     QByteArray content;
     if (in.size() <= maxTraceBytes)
         content = in.read(maxTraceBytes + 1); // a device states no size before it is read
-    if (content.isEmpty() || content.size() > maxTraceBytes) {
-        file.error =
-            QStringLiteral("it has more than %1 bytes, which no trace has").arg(maxTraceBytes);
-        return file;
-    }
+    if (content.isEmpty() || content.size() > maxTraceBytes)
+        return notATrace(
+            QStringLiteral("it has more than %1 bytes, which no trace has").arg(maxTraceBytes));
     return parseTrace(content);
+}
+
+} // namespace
+
+Result<TraceEvents> readTrace(const QString& path)
+{
+    Result<TraceEvents> trace = contentOf(path);
+    if (trace)
+        return trace;
+    Problem problem = trace.problem();
+    problem.what = QStringLiteral("the trace \"%1\": %2").arg(path, problem.what);
+    return problem;
 }
 
 } // namespace hx

@@ -216,7 +216,7 @@ bool isRefusalName(const QString& name)
            name.endsWith(QLatin1String(".failed"));
 }
 
-std::vector<SequenceRow> sequenceRows(const std::vector<TraceEvent>& events)
+std::vector<SequenceRow> sequenceRows(const TraceEvents& events)
 {
     Exchanges exchanges;
     for (const TraceEvent& event : events)

@@ -32,7 +32,7 @@ struct SequenceRow {
 
 // The rows, never more than maxSequenceRows, whatever the length of the trace. Real-time bytes and
 // log lines have none.
-std::vector<SequenceRow> sequenceRows(const std::vector<TraceEvent>& events);
+std::vector<SequenceRow> sequenceRows(const TraceEvents& events);
 
 constexpr int maxSequenceRows = 160;
 

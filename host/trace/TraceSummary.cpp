@@ -92,7 +92,7 @@ double TraceSummary::wireUse() const
     return wire > 0 ? double(elapsed - waiting) / double(wire) : 0;
 }
 
-TraceSummary summarize(const std::vector<TraceEvent>& events)
+TraceSummary summarize(const TraceEvents& events)
 {
     Summarizer summarizer;
     for (const TraceEvent& event : events)

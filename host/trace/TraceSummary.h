@@ -28,6 +28,6 @@ struct TraceSummary {
     double wireUse() const;
 };
 
-TraceSummary summarize(const std::vector<TraceEvent>& events);
+TraceSummary summarize(const TraceEvents& events);
 
 } // namespace hx

@@ -30,7 +30,7 @@ QString summaryText(const TraceSummary& summary)
 
 } // namespace
 
-QByteArray traceSvg(const QString& title, const std::vector<TraceEvent>& events)
+QByteArray traceSvg(const QString& title, const TraceEvents& events)
 {
     const std::vector<SequenceRow> rows = sequenceRows(events);
     const Throughput throughput = throughputOf(events);

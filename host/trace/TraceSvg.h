@@ -10,6 +10,6 @@
 namespace hx {
 
 // One SVG document; the same events give the same bytes. `title` is at its top.
-QByteArray traceSvg(const QString& title, const std::vector<TraceEvent>& events);
+QByteArray traceSvg(const QString& title, const TraceEvents& events);
 
 } // namespace hx

@@ -29,7 +29,7 @@ bool isFault(const TraceEvent& event)
 }
 
 // The wire was free at the event before; a message took no longer than at MIDI's own rate.
-std::vector<Transmission> transmissionsOf(const std::vector<TraceEvent>& events)
+std::vector<Transmission> transmissionsOf(const TraceEvents& events)
 {
     std::vector<Transmission> all;
     QByteArray last;
@@ -83,7 +83,7 @@ double Throughput::highest() const
     return sent.empty() ? 0 : *std::max_element(sent.begin(), sent.end());
 }
 
-Throughput throughputOf(const std::vector<TraceEvent>& events)
+Throughput throughputOf(const TraceEvents& events)
 {
     Throughput result;
     const std::vector<Transmission> all = transmissionsOf(events);

@@ -20,6 +20,6 @@ struct Throughput {
 
 // Each message's bytes are spread over the time that they were on the wire. No bins without a
 // message.
-Throughput throughputOf(const std::vector<TraceEvent>& events);
+Throughput throughputOf(const TraceEvents& events);
 
 } // namespace hx

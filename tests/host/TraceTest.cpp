@@ -15,18 +15,18 @@ using namespace hx;
 
 namespace {
 
-TraceFile parsedTrace(const QByteArray& lines)
+Result<TraceEvents> parsedTrace(const QByteArray& lines)
 {
     return parseTrace("# hxtrace 1\n" + lines);
 }
 
 void expectError(const QByteArray& lines, int line, int column, const char* text)
 {
-    const TraceFile file = parsedTrace(lines);
-    EXPECT_FALSE(file.ok());
-    EXPECT_EQ(file.errorLine, line) << lines.toStdString();
-    EXPECT_EQ(file.errorColumn, column) << lines.toStdString();
-    EXPECT_EQ(file.error,
+    const Result<TraceEvents> file = parsedTrace(lines);
+    ASSERT_FALSE(file);
+    EXPECT_EQ(file.problem().place.line, line) << lines.toStdString();
+    EXPECT_EQ(file.problem().place.column, column) << lines.toStdString();
+    EXPECT_EQ(file.problem().what,
               QString("line %1, column %2: expected %3").arg(line).arg(column).arg(text));
 }
 
@@ -73,9 +73,9 @@ TEST(TraceWriter, LetsTimesNeverGoBackwards)
     TraceWriter writer(out, 0);
     writer.busEvent({BusEventKind::Decided, 2000000, QByteArray(), "a"});
     writer.busEvent({BusEventKind::RealTime, 1000000, hex("F8"), QString()});
-    const TraceFile file = parseTrace(out.data());
-    ASSERT_TRUE(file.ok()) << file.error.toStdString();
-    EXPECT_EQ(file.events.at(1).event.time, 2000000);
+    const Result<TraceEvents> file = parseTrace(out.data());
+    ASSERT_TRUE(file) << file.problem().what.toStdString();
+    EXPECT_EQ(file->at(1).event.time, 2000000);
 }
 
 TEST(TraceWriter, NoticesThatItCannotWrite)
@@ -97,15 +97,15 @@ TEST(Trace, ReadsBackWhatWasWrittenForEveryKind)
         event.event.bytes = carriesBytes(kind) ? hex("FF") : QByteArray();
         event.event.text = QString::fromUtf8("= : \\ \t\n\x7f F0 \xC3\xA4 ");
         event.name = carriesBytes(kind) ? "id.dsp*.response" : "";
-        const TraceFile file = parsedTrace(traceLine(event).toUtf8() + "\n");
-        ASSERT_TRUE(file.ok()) << file.error.toStdString();
-        ASSERT_EQ(file.events.size(), 1u);
-        EXPECT_EQ(file.events[0].event.kind, kind);
-        EXPECT_EQ(file.events[0].event.time, event.event.time);
-        EXPECT_EQ(file.events[0].event.bytes, event.event.bytes);
-        EXPECT_EQ(file.events[0].event.text, event.event.text);
-        EXPECT_EQ(file.events[0].name, event.name);
-        EXPECT_EQ(file.events[0].line, line);
+        const Result<TraceEvents> file = parsedTrace(traceLine(event).toUtf8() + "\n");
+        ASSERT_TRUE(file) << file.problem().what.toStdString();
+        ASSERT_EQ(file->size(), 1u);
+        EXPECT_EQ(file->at(0).event.kind, kind);
+        EXPECT_EQ(file->at(0).event.time, event.event.time);
+        EXPECT_EQ(file->at(0).event.bytes, event.event.bytes);
+        EXPECT_EQ(file->at(0).event.text, event.event.text);
+        EXPECT_EQ(file->at(0).name, event.name);
+        EXPECT_EQ(file->at(0).line, line);
     }
 }
 
@@ -123,35 +123,36 @@ TEST(Trace, HasAWordForEachKind)
 
 TEST(TraceReader, ReadsCommentsLineEndsAndAnyNumberOfBlanks)
 {
-    const TraceFile file = parseTrace("# hxtrace 1\r\n# a comment\r\n0.000001 sent F0 F7\r\n"
-                                      "0.000002   decided   : done");
-    ASSERT_TRUE(file.ok()) << file.error.toStdString();
-    ASSERT_EQ(file.events.size(), 2u);
-    EXPECT_EQ(file.events[0].line, 3);
-    EXPECT_EQ(file.events[0].event.bytes, hex("F0F7"));
-    EXPECT_EQ(file.events[1].event.text, "done");
+    const Result<TraceEvents> file =
+        parseTrace("# hxtrace 1\r\n# a comment\r\n0.000001 sent F0 F7\r\n"
+                   "0.000002   decided   : done");
+    ASSERT_TRUE(file) << file.problem().what.toStdString();
+    ASSERT_EQ(file->size(), 2u);
+    EXPECT_EQ(file->at(0).line, 3);
+    EXPECT_EQ(file->at(0).event.bytes, hex("F0F7"));
+    EXPECT_EQ(file->at(1).event.text, "done");
 }
 
 TEST(TraceReader, ReadsAnOlderTraceWhoseUnsentMessagesAreInTheText)
 {
-    const TraceFile file =
+    const Result<TraceEvents> file =
         parseTrace("# hxtrace 1\n0.000001 unsent : F0 F7 could not be sent: full");
-    ASSERT_TRUE(file.ok()) << file.error.toStdString();
-    EXPECT_TRUE(file.events[0].event.bytes.isEmpty());
-    EXPECT_EQ(file.events[0].event.text, "F0 F7 could not be sent: full");
+    ASSERT_TRUE(file) << file.problem().what.toStdString();
+    EXPECT_TRUE(file->at(0).event.bytes.isEmpty());
+    EXPECT_EQ(file->at(0).event.text, "F0 F7 could not be sent: full");
 }
 
 TEST(TraceReader, AcceptsATraceWithoutEvents)
 {
-    EXPECT_TRUE(parseTrace("# hxtrace 1").ok());
-    EXPECT_TRUE(parseTrace("# hxtrace 1\n").ok());
+    EXPECT_TRUE(parseTrace("# hxtrace 1"));
+    EXPECT_TRUE(parseTrace("# hxtrace 1\n"));
 }
 
 TEST(TraceReader, RefusesAnotherFirstLine)
 {
     for (const char* content : {"", "\n", "hello\n", "# hxtrace 2\n", "0.000000 sent F0\n"}) {
-        const TraceFile file = parseTrace(content);
-        EXPECT_EQ(file.error, "line 1, column 1: expected \"# hxtrace 1\"");
+        const Result<TraceEvents> file = parseTrace(content);
+        EXPECT_EQ(file.problem().what, "line 1, column 1: expected \"# hxtrace 1\"");
     }
 }
 
@@ -192,20 +193,20 @@ TEST(TraceReader, RefusesBlanksAtTheEndNamesWithoutBlankAndEscapesThatAreNoTwoDi
     expectError("1.000000 sent F0 =reset\n", 2, 18, "bytes before \"=\" and a name after it");
     expectError("1.000000 log : \\x+f\n", 2, 16, "\\\\ or \\x and two hex digits");
     expectError("1.000000 log : \\x f\n", 2, 16, "\\\\ or \\x and two hex digits");
-    EXPECT_EQ(parseTrace("# hxtrace 1\n1.000000 log : a \n").events.at(0).event.text, "a ");
+    EXPECT_EQ(parseTrace("# hxtrace 1\n1.000000 log : a \n")->at(0).event.text, "a ");
 }
 
 TEST(TraceReader, AZeroByteHidesNothingBehindIt)
 {
     const char hidden[] = "# hxtrace 1\n1.000000 lost\0 and more\n";
-    const TraceFile file = parseTrace(QByteArray(hidden, sizeof(hidden) - 1));
-    EXPECT_FALSE(file.ok());
-    EXPECT_EQ(file.errorLine, 2);
+    const Result<TraceEvents> file = parseTrace(QByteArray(hidden, sizeof(hidden) - 1));
+    EXPECT_FALSE(file);
+    EXPECT_EQ(file.problem().place.line, 2);
 
     const char inText[] = "# hxtrace 1\n1.000000 log : a\0b\n";
-    const TraceFile kept = parseTrace(QByteArray(inText, sizeof(inText) - 1));
-    ASSERT_TRUE(kept.ok()) << kept.error.toStdString();
-    EXPECT_EQ(kept.events.at(0).event.text.size(), 3);
+    const Result<TraceEvents> kept = parseTrace(QByteArray(inText, sizeof(inText) - 1));
+    ASSERT_TRUE(kept) << kept.problem().what.toStdString();
+    EXPECT_EQ(kept->at(0).event.text.size(), 3);
 }
 
 TEST(TraceReader, RefusesANameWithControlCharacters)
@@ -222,27 +223,30 @@ TEST(TraceReader, ReadsTheExampleOfItsPage)
         TestFiles::contentOf(QStringLiteral(HX_DOCS_FOLDER "/formats/trace-format.md"));
     const auto begin = page.indexOf("# hxtrace 1\n# hxhost");
     ASSERT_GT(begin, 0);
-    const TraceFile file = parseTrace(page.mid(begin, page.indexOf("```", begin) - begin));
-    EXPECT_TRUE(file.ok()) << file.error.toStdString();
-    EXPECT_EQ(file.events.size(), 6u);
+    const Result<TraceEvents> file =
+        parseTrace(page.mid(begin, page.indexOf("```", begin) - begin));
+    EXPECT_TRUE(file) << file.problem().what.toStdString();
+    EXPECT_EQ(file->size(), 6u);
 }
 
 TEST(TraceReader, ReadsAFileAndSaysWhenItCannot)
 {
     TestFiles files;
-    EXPECT_TRUE(readTrace(files.write("a.trace", "# hxtrace 1\n")).ok());
-    EXPECT_EQ(readTrace(files.path("none.trace")).error,
-              "it cannot be read: No such file or directory");
+    EXPECT_TRUE(readTrace(files.write("a.trace", "# hxtrace 1\n")));
+    EXPECT_EQ(readTrace(files.path("none.trace")).problem().what,
+              "the trace \"" + files.path("none.trace") +
+                  "\": it cannot be read: No such file or directory");
     QFile huge(files.write("huge.trace", "# hxtrace 1\n"));
     ASSERT_TRUE(huge.resize(256LL * 1024 * 1024 + 1)); // takes no room on the disk
-    EXPECT_EQ(readTrace(huge.fileName()).error,
-              "it has more than 268435456 bytes, which no trace has");
+    EXPECT_EQ(readTrace(huge.fileName()).problem().what,
+              "the trace \"" + huge.fileName() +
+                  "\": it has more than 268435456 bytes, which no trace has");
 }
 
 TEST(TraceReader, RefusesMoreEventsThanItKeeps)
 {
     const QByteArray events = QByteArray("0.000000 lost\n").repeated(500000);
-    EXPECT_EQ(parsedTrace(events).events.size(), 500000u);
+    EXPECT_EQ(parsedTrace(events)->size(), 500000u);
     expectError(events + "0.000000 lost\n", 500002, 1,
                 "at most 500000 events; cut the trace into parts, each with the first line");
 }
@@ -252,15 +256,15 @@ TEST(TraceReader, RefusesAnEndlessDeviceWithoutTakingItIntoMemory)
 {
     if (!QFile::exists(QStringLiteral("/dev/zero")))
         GTEST_SKIP() << "no /dev/zero";
-    EXPECT_EQ(readTrace(QStringLiteral("/dev/zero")).error,
-              "line 1, column 1: expected \"# hxtrace 1\"");
+    EXPECT_EQ(readTrace(QStringLiteral("/dev/zero")).problem().what,
+              "the trace \"/dev/zero\": line 1, column 1: expected \"# hxtrace 1\"");
 }
 
 TEST(TraceReader, RefusesTextThatIsNoUtf8AndSaysWhere)
 {
     expectError("0.000000 log : \xC3\xA4 \xFF b\n", 2, 18, "text in UTF-8");
     expectError("# \xC3\n", 2, 3, "text in UTF-8");
-    EXPECT_TRUE(parsedTrace("0.000000 log : \xC3\xA4 \xEF\xBF\xBD\n").ok());
+    EXPECT_TRUE(parsedTrace("0.000000 log : \xC3\xA4 \xEF\xBF\xBD\n"));
 }
 
 TEST(Trace, RecordsEveryByteThatArrivedOnce)
@@ -279,10 +283,10 @@ TEST(Trace, RecordsEveryByteThatArrivedOnce)
     bus.transact(HxMidiData("F07E7F0601F7"), "F07E..0602", 100);
     bus.listen(5000000);
 
-    const TraceFile file = parseTrace(out.data());
-    ASSERT_TRUE(file.ok()) << file.error.toStdString();
+    const Result<TraceEvents> file = parseTrace(out.data());
+    ASSERT_TRUE(file) << file.problem().what.toStdString();
     QByteArray arrived;
-    for (const TraceEvent& event : file.events) {
+    for (const TraceEvent& event : *file) {
         if (event.event.kind != BusEventKind::Sent && event.event.kind != BusEventKind::RealTime)
             arrived += event.event.bytes;
     }

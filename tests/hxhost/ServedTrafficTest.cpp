@@ -39,7 +39,7 @@ TEST_F(ServedTrafficTest, WholeMessagesAreReceivedAndRepliesSent)
                         "     0.002000 realtime    F8\n"
                         "     0.002000 received    F0 7E 7F 06 01 F7\n"
                         "     0.003000 sent        F0 7E 00 06 02 F7\n");
-    EXPECT_TRUE(hx::parseTrace(buffer.data()).ok());
+    EXPECT_TRUE(hx::parseTrace(buffer.data()));
 }
 
 TEST_F(ServedTrafficTest, WhatStaysTheBeginningOfAMessageIsDropped)

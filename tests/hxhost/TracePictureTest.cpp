@@ -23,9 +23,9 @@ hx::TraceEvent event(hx::Microseconds time, BusEventKind kind, const char* hex,
     return event;
 }
 
-std::vector<hx::TraceEvent> goodExchanges(int count)
+hx::TraceEvents goodExchanges(int count)
 {
-    std::vector<hx::TraceEvent> events;
+    hx::TraceEvents events;
     for (int i = 0; i < count; ++i) {
         const QByteArray number = QByteArray::number(i + 10);
         events.push_back(event(i * 1000, BusEventKind::Sent, "F0" + number + "F7"));
@@ -145,7 +145,7 @@ TEST(SequenceRows, TellExchangesThatAreAllAlikeOnce)
 
 TEST(SequenceRows, ShowARetryInTheMidstOfExchangesThatAreAlike)
 {
-    std::vector<hx::TraceEvent> events = goodExchanges(20);
+    hx::TraceEvents events = goodExchanges(20);
     events.push_back(event(20000, BusEventKind::Sent, "F055F7"));
     events.push_back(event(20001, BusEventKind::Received, "F001F7", "x.bad"));
     events.push_back(event(20002, BusEventKind::Sent, "F055F7"));
@@ -159,7 +159,7 @@ TEST(SequenceRows, ShowARetryInTheMidstOfExchangesThatAreAlike)
 
 TEST(SequenceRows, AreNeverMoreThanAPictureHolds)
 {
-    std::vector<hx::TraceEvent> events;
+    hx::TraceEvents events;
     for (int i = 0; i < 5000; ++i)
         events.push_back(event(i, BusEventKind::Ignored, "F001F7"));
     const auto rows = hx::sequenceRows(events);

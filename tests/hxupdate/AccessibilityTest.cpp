@@ -199,8 +199,9 @@ TEST(Accessibility, DialogsHaveNamesAndMnemonicsToo)
     auto* ports = bench.dialog<QDialog>("portDialog");
     expectNames(ports);
     expectMnemonics(*ports);
-    TraceWindow trace("update.trace", hx::readTrace(HX_DOCS_FOLDER "/user/update-sequence.trace"),
-                      nullptr);
+    const auto events = hx::readTrace(HX_DOCS_FOLDER "/user/update-sequence.trace");
+    ASSERT_TRUE(events);
+    TraceWindow trace("update.trace", *events, nullptr);
     trace.setAttribute(Qt::WA_DeleteOnClose, false);
     trace.show();
     expectMnemonics(trace);

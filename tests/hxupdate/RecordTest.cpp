@@ -11,7 +11,7 @@ namespace {
 QByteArray recordOf(Bench& bench)
 {
     const QByteArray record = bench.model->end().record;
-    EXPECT_TRUE(hx::parseTrace(record).ok());
+    EXPECT_TRUE(hx::parseTrace(record));
     return record;
 }
 
@@ -77,9 +77,10 @@ TEST(Record, EveryMessageThatTravelledIsInIt)
     Bench bench;
     bench.goTo(Step::Updating);
     bench.finish();
-    const hx::TraceFile trace = hx::parseTrace(recordOf(bench));
+    const auto trace = hx::parseTrace(recordOf(bench));
+    ASSERT_TRUE(trace);
     QList<QByteArray> sent;
-    for (const hx::TraceEvent& event : trace.events) {
+    for (const hx::TraceEvent& event : *trace) {
         if (hx::busEventWord(event.event.kind) == "sent")
             sent << event.event.bytes;
     }

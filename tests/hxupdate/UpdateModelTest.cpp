@@ -529,9 +529,9 @@ TEST(UpdateModel, TheRecordIsATraceThatTellsTheVersions)
     EXPECT_TRUE(record.contains("serial number 30410001, version 1.0.2.3"));
     EXPECT_TRUE(record.contains("image: version 1.0.2.4"));
     EXPECT_TRUE(record.contains("outcome: succeeded"));
-    const hx::TraceFile trace = hx::parseTrace(record);
-    EXPECT_TRUE(trace.ok()) << trace.error.toStdString();
-    EXPECT_GT(trace.events.size(), 10U);
+    const auto trace = hx::parseTrace(record);
+    ASSERT_TRUE(trace) << trace.problem().what.toStdString();
+    EXPECT_GT(trace->size(), 10U);
 }
 
 TEST(UpdateModel, ATraceIsToldApartFromAnImage)
@@ -540,7 +540,7 @@ TEST(UpdateModel, ATraceIsToldApartFromAnImage)
     int events = 0;
     QObject::connect(
         bench.model.get(), &UpdateModel::traceTaken,
-        [&](const QString&, const hx::TraceFile& trace) { events = int(trace.events.size()); });
+        [&](const QString&, const hx::TraceEvents& trace) { events = int(trace.size()); });
     bench.model->takeFile(QStringLiteral(HX_DOCS_FOLDER "/user/update-sequence.trace"));
     EXPECT_TRUE(waitUntil([&] { return events > 0; }));
     bench.model->takeFile(bench.files.write("bad.trace", "# hxtrace 1\nnonsense\n"));

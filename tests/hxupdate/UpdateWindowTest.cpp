@@ -176,7 +176,7 @@ TEST(UpdateWindow, ADamagedImageIsToldAsTheHostTellsIt)
     EXPECT_EQ(bench.textOf("title"), "This update image is damaged");
     const hx::UpdateImage image = hx::loadUpdateImage(path, samples::product());
     ASSERT_FALSE(image.ok());
-    EXPECT_TRUE(bench.allText().contains(image.problems.front().line()));
+    EXPECT_TRUE(bench.allText().contains(imageProblemLine(image.problems.front())));
     EXPECT_FALSE(bench.button("continue")->isEnabled());
 }
 
@@ -452,12 +452,11 @@ TEST(UpdateWindow, ATraceThatIsDroppedIsDrawnAndListed)
     EXPECT_EQ(trace->windowTitle(), "Trace update-sequence.trace");
     EXPECT_GT(trace->findChild<QWidget*>("drawing")->height(), 1000);
     const QAbstractItemModel* table = trace->findChild<QTableView*>("table")->model();
-    const hx::TraceFile read = hx::readTrace(HX_DOCS_FOLDER "/user/update-sequence.trace");
-    ASSERT_EQ(table->rowCount(), int(read.events.size()));
+    const auto read = hx::readTrace(HX_DOCS_FOLDER "/user/update-sequence.trace");
+    ASSERT_EQ(table->rowCount(), int(read->size()));
     EXPECT_EQ(table->columnCount(), 4);
     EXPECT_EQ(table->headerData(1, Qt::Horizontal).toString(), "Event");
-    EXPECT_EQ(table->data(table->index(0, 1)).toString(),
-              hx::busEventWord(read.events[0].event.kind));
+    EXPECT_EQ(table->data(table->index(0, 1)).toString(), hx::busEventWord(read->at(0).event.kind));
 }
 
 TEST(UpdateWindow, TheSimulatedProductIsToldAtAllTimes)

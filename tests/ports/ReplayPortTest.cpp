@@ -13,12 +13,12 @@ class Replay : public ::testing::Test {
 protected:
     ReplayPort replay(const QByteArray& lines)
     {
-        const TraceFile trace = parseTrace("# hxtrace 1\n" + lines);
-        EXPECT_TRUE(trace.ok()) << trace.error.toStdString();
+        const Result<TraceEvents> trace = parseTrace("# hxtrace 1\n" + lines);
+        EXPECT_TRUE(trace) << trace.problem().what.toStdString();
         ReplayHandlers handlers;
         handlers.diverged = [this](const ReplayDivergence& d) { divergences.push_back(d); };
         handlers.interrupted = [this] { ++interrupts; };
-        return ReplayPort(QStringLiteral("file"), trace, handlers);
+        return ReplayPort(QStringLiteral("file"), *trace, handlers);
     }
 
     std::vector<ReplayDivergence> divergences;
@@ -161,18 +161,18 @@ TEST_F(Replay, MessagesLeftAreCounted)
 
 TEST_F(Replay, OneThatIsOnlyListenedToPlaysWhatArrivedAndComesToItsEnd)
 {
-    const TraceFile trace = parseTrace("# hxtrace 1\n"
-                                       "0.000000 sent F0 7E 7F 06 01 F7\n"
-                                       "0.001000 realtime F8\n"
-                                       "0.002000 received F0 01 F7\n"
-                                       "0.003000 unsent F0 02 F7 : full\n"
-                                       "0.004000 timeout : nothing came\n"
-                                       "0.005000 interrupted : Ctrl-C\n"
-                                       "0.006000 ignored F0 03 F7 : late\n"
-                                       "0.007000 lost : gone\n"
-                                       "0.008000 decided : outcome\n");
-    ASSERT_TRUE(trace.ok()) << trace.error.toStdString();
-    ReplayPort port(QStringLiteral("file"), arrivalsOf(trace), ReplayHandlers());
+    const Result<TraceEvents> trace = parseTrace("# hxtrace 1\n"
+                                                 "0.000000 sent F0 7E 7F 06 01 F7\n"
+                                                 "0.001000 realtime F8\n"
+                                                 "0.002000 received F0 01 F7\n"
+                                                 "0.003000 unsent F0 02 F7 : full\n"
+                                                 "0.004000 timeout : nothing came\n"
+                                                 "0.005000 interrupted : Ctrl-C\n"
+                                                 "0.006000 ignored F0 03 F7 : late\n"
+                                                 "0.007000 lost : gone\n"
+                                                 "0.008000 decided : outcome\n");
+    ASSERT_TRUE(trace) << trace.problem().what.toStdString();
+    ReplayPort port(QStringLiteral("file"), arrivalsOf(*trace), ReplayHandlers());
     for (const char* bytes : {"F8", "F001F7", "F003F7"}) {
         EXPECT_FALSE(port.atEnd());
         EXPECT_EQ(port.receive(microsecondsPerSecond).bytes, QByteArray::fromHex(bytes));

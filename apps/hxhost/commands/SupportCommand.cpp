@@ -79,7 +79,7 @@ QString imageText(const QByteArray& content, const UpdateImage& image, const QSt
                        .arg(image.messages.size());
     if (image.ok())
         return text + QStringLiteral("checksum  %1\n").arg(hexText(image.expectedChecksum()));
-    return text + QStringLiteral("problem   %1\n").arg(image.problems.front().line());
+    return text + QStringLiteral("problem   %1\n").arg(imageProblemLine(image.problems.front()));
 }
 
 bool addImageSection(CommandContext& context, const SupportOptions& options, Sections& sections)
@@ -119,24 +119,19 @@ QString withoutNames(const QString& commandLine)
     return kept.join(QLatin1Char(' '));
 }
 
-void failTrace(CommandContext& context, const QString& name, const QString& error)
-{
-    context.fail(ExitCode::FileError, QStringLiteral("the trace \"%1\": %2").arg(name, error),
-                 QStringLiteral("a file that --trace has written"),
-                 QStringLiteral("give its name with --last-trace"));
-}
-
 bool addTraceSection(CommandContext& context, const std::string& path, Sections& sections)
 {
     const QString name = fileNameText(path);
-    const TraceFile trace = readTrace(name);
-    if (!trace.ok()) {
-        failTrace(context, name, trace.error);
+    const Result<TraceEvents> trace = readTrace(name);
+    if (!trace) {
+        context.report.fail(trace.problem());
         return false;
     }
     const Result<QByteArray> content = readInput(name, maxTraceBytes);
     if (!content) {
-        failTrace(context, name, content.problem().what);
+        context.fail(ExitCode::FileError,
+                     QStringLiteral("the trace \"%1\": %2").arg(name, content.problem().what),
+                     QStringLiteral("a file that stays as it is"), QStringLiteral("try again"));
         return false;
     }
     QStringList lines = QString::fromUtf8(*content).split(QLatin1Char('\n'));

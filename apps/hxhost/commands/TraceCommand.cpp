@@ -37,7 +37,7 @@ QJsonObject shownRow(const TraceEvent& event)
     return row;
 }
 
-QJsonArray shownRows(const std::vector<TraceEvent>& events)
+QJsonArray shownRows(const TraceEvents& events)
 {
     QJsonArray rows;
     for (const TraceEvent& event : events)
@@ -45,7 +45,7 @@ QJsonArray shownRows(const std::vector<TraceEvent>& events)
     return rows;
 }
 
-QJsonArray eventRows(const std::vector<TraceEvent>& events)
+QJsonArray eventRows(const TraceEvents& events)
 {
     QJsonArray rows;
     for (const TraceEvent& event : events)
@@ -85,7 +85,7 @@ struct TraceOptions {
     std::string svg; // empty: no picture is made
 };
 
-void addEvents(Report& report, const std::vector<TraceEvent>& events, bool areDrawn)
+void addEvents(Report& report, const TraceEvents& events, bool areDrawn)
 {
     if (areDrawn)
         return report.addHidden(QStringLiteral("events"), eventRows(events));
@@ -95,8 +95,7 @@ void addEvents(Report& report, const std::vector<TraceEvent>& events, bool areDr
                     eventRows(events), shownRows(events));
 }
 
-void drawTrace(CommandContext& context, const TraceOptions& options,
-               const std::vector<TraceEvent>& events)
+void drawTrace(CommandContext& context, const TraceOptions& options, const TraceEvents& events)
 {
     const QString path = fileNameText(options.svg);
     const QString title =
@@ -116,17 +115,13 @@ void drawTrace(CommandContext& context, const TraceOptions& options,
 void showTrace(CommandContext& context, const TraceOptions& options)
 {
     const QString name = fileNameText(options.file);
-    const TraceFile trace = readTrace(name);
-    if (!trace.ok())
-        return context.fail(
-            ExitCode::FileError, QStringLiteral("the trace \"%1\": %2").arg(name, trace.error),
-            QStringLiteral("a file that --trace has written"),
-            QStringLiteral("give the name of one; docs/formats/trace-format.md says what "
-                           "it holds"));
-    addEvents(context.report, trace.events, !options.svg.empty());
-    addSummary(context.report, summarize(trace.events));
+    const Result<TraceEvents> events = readTrace(name);
+    if (!events)
+        return context.report.fail(events.problem());
+    addEvents(context.report, *events, !options.svg.empty());
+    addSummary(context.report, summarize(*events));
     if (!options.svg.empty())
-        drawTrace(context, options, trace.events);
+        drawTrace(context, options, *events);
 }
 
 } // namespace

@@ -116,12 +116,9 @@ void reportDivergence(CommandContext& context, const ReplayDivergence& divergenc
 
 PortPointer openReplay(CommandContext& context, const QString& path, bool listensOnly)
 {
-    const TraceFile trace = readTrace(path);
-    if (!trace.ok()) {
-        context.fail(ExitCode::FileError,
-                     QStringLiteral("the trace \"%1\": %2").arg(path, trace.error),
-                     QStringLiteral("a file that --trace has written"),
-                     QStringLiteral("give its name after 'replay:'"));
+    const Result<TraceEvents> trace = readTrace(path);
+    if (!trace) {
+        context.report.fail(trace.problem());
         return nullptr;
     }
     ReplayHandlers handlers;
@@ -129,7 +126,7 @@ PortPointer openReplay(CommandContext& context, const QString& path, bool listen
         reportDivergence(context, divergence);
     };
     handlers.interrupted = [] { std::raise(SIGINT); };
-    return std::make_unique<ReplayPort>(path, listensOnly ? arrivalsOf(trace) : trace, handlers);
+    return std::make_unique<ReplayPort>(path, listensOnly ? arrivalsOf(*trace) : *trace, handlers);
 }
 
 // The product that the plugin serves, in this program.

@@ -137,12 +137,12 @@ void UpdateModel::takeTaken(const TakenFile& taken)
 {
     if (!taken.isTrace)
         takeImage(taken.image);
-    else if (taken.trace.ok())
-        Q_EMIT traceTaken(taken.path, taken.trace);
+    else if (taken.trace)
+        Q_EMIT traceTaken(taken.path, *taken.trace);
     else
         tell(Notice::TraceBad, QStringLiteral("%1:%2")
                                    .arg(QFileInfo(taken.path).fileName())
-                                   .arg(taken.trace.errorLine));
+                                   .arg(taken.trace.problem().place.line));
 }
 
 void UpdateModel::takeImage(const ImageFacts& image)

@@ -74,7 +74,7 @@ Q_SIGNALS:
     void imageChanged();
     void progressed();
     void stopping();
-    void traceTaken(const QString& path, const hx::TraceFile& trace);
+    void traceTaken(const QString& path, const hx::TraceEvents& trace);
     void noticed(hxupdate::Notice notice, const QString& detail);
 
 private:

@@ -25,7 +25,7 @@ struct Surroundings {
 struct TakenFile {
     QString path;
     bool isTrace = false;
-    hx::TraceFile trace;
+    hx::Result<hx::TraceEvents> trace = hx::TraceEvents();
     ImageFacts image;
 };
 

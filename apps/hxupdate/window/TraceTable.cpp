@@ -12,8 +12,8 @@ constexpr double microsecondsASecond = 1e6;
 
 } // namespace
 
-TraceTable::TraceTable(const hx::TraceFile& trace, QObject* parent)
-    : QAbstractTableModel(parent), m_events(trace.events)
+TraceTable::TraceTable(const hx::TraceEvents& events, QObject* parent)
+    : QAbstractTableModel(parent), m_events(events)
 {
 }
 

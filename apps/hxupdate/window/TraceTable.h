@@ -12,7 +12,7 @@ class TraceTable final : public QAbstractTableModel {
     Q_DECLARE_TR_FUNCTIONS(TraceTable)
 
 public:
-    TraceTable(const hx::TraceFile& trace, QObject* parent);
+    TraceTable(const hx::TraceEvents& events, QObject* parent);
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
@@ -22,7 +22,7 @@ public:
 private:
     enum Column { Time, What, Name, Bytes, ColumnCount };
 
-    std::vector<hx::TraceEvent> m_events;
+    hx::TraceEvents m_events;
 };
 
 } // namespace hxupdate

@@ -22,7 +22,7 @@ constexpr QSize firstSize(960, 640);
 
 } // namespace
 
-TraceWindow::TraceWindow(const QString& path, const hx::TraceFile& trace, QWidget* parent)
+TraceWindow::TraceWindow(const QString& path, const hx::TraceEvents& events, QWidget* parent)
     : QDialog(parent)
 {
     setObjectName(QStringLiteral("traceWindow"));
@@ -31,8 +31,8 @@ TraceWindow::TraceWindow(const QString& path, const hx::TraceFile& trace, QWidge
     setWindowTitle(tr("Trace %1").arg(name));
     auto* tabs = new QTabWidget;
     tabs->setAccessibleName(tr("Views of the trace"));
-    tabs->addTab(newDrawing(name, trace), tr("&Drawing"));
-    tabs->addTab(newTable(trace), tr("&Table"));
+    tabs->addTab(newDrawing(name, events), tr("&Drawing"));
+    tabs->addTab(newTable(events), tr("&Table"));
     auto* close = new QPushButton(tr("&Close"));
     close->setObjectName(QStringLiteral("close"));
     connect(close, &QPushButton::clicked, this, &QDialog::close);
@@ -42,11 +42,11 @@ TraceWindow::TraceWindow(const QString& path, const hx::TraceFile& trace, QWidge
     resize(firstSize);
 }
 
-QWidget* TraceWindow::newDrawing(const QString& title, const hx::TraceFile& trace)
+QWidget* TraceWindow::newDrawing(const QString& title, const hx::TraceEvents& events)
 {
     auto* drawing = new QSvgWidget;
     drawing->setObjectName(QStringLiteral("drawing"));
-    drawing->load(hx::traceSvg(title, trace.events));
+    drawing->load(hx::traceSvg(title, events));
     drawing->setFixedSize(drawing->sizeHint());
     drawing->setAccessibleName(tr("Drawing of the trace; the table has the same in words"));
     auto* area = new QScrollArea;
@@ -55,11 +55,11 @@ QWidget* TraceWindow::newDrawing(const QString& title, const hx::TraceFile& trac
     return area;
 }
 
-QWidget* TraceWindow::newTable(const hx::TraceFile& trace)
+QWidget* TraceWindow::newTable(const hx::TraceEvents& events)
 {
     auto* table = new QTableView;
     table->setObjectName(QStringLiteral("table"));
-    table->setModel(new TraceTable(trace, table));
+    table->setModel(new TraceTable(events, table));
     table->setAccessibleName(tr("Events of the trace"));
     table->setSelectionBehavior(QAbstractItemView::SelectRows);
     table->setTabKeyNavigation(false);

@@ -12,11 +12,11 @@ class TraceWindow final : public QDialog {
     Q_DECLARE_TR_FUNCTIONS(TraceWindow)
 
 public:
-    TraceWindow(const QString& path, const hx::TraceFile& trace, QWidget* parent);
+    TraceWindow(const QString& path, const hx::TraceEvents& events, QWidget* parent);
 
 private:
-    QWidget* newDrawing(const QString& title, const hx::TraceFile& trace);
-    QWidget* newTable(const hx::TraceFile& trace);
+    QWidget* newDrawing(const QString& title, const hx::TraceEvents& events);
+    QWidget* newTable(const hx::TraceEvents& events);
 };
 
 } // namespace hxupdate

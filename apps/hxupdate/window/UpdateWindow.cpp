@@ -78,7 +78,7 @@ void UpdateWindow::connectModel()
                                &UpdateModel::progressed, &UpdateModel::stopping})
         connect(&m_model, changed, this, [this] { refresh(); });
     connect(&m_model, &UpdateModel::traceTaken, this,
-            [this](const QString& path, const hx::TraceFile& trace) { showTrace(path, trace); });
+            [this](const QString& path, const hx::TraceEvents& trace) { showTrace(path, trace); });
     connect(&m_model, &UpdateModel::noticed, this,
             [this](Notice notice, const QString& detail) { showNotice(notice, detail); });
 }
@@ -143,7 +143,7 @@ void UpdateWindow::announce()
     m_announce(page());
 }
 
-void UpdateWindow::showTrace(const QString& path, const hx::TraceFile& trace)
+void UpdateWindow::showTrace(const QString& path, const hx::TraceEvents& trace)
 {
     (new TraceWindow(path, trace, this))->show();
 }

@@ -41,7 +41,7 @@ private:
     void showNotice(Notice notice, const QString& detail);
     QString titleText() const;
     void announce();
-    void showTrace(const QString& path, const hx::TraceFile& trace);
+    void showTrace(const QString& path, const hx::TraceEvents& trace);
     Page* page() const;
 
     UpdateModel& m_model;
