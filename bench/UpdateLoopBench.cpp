@@ -68,7 +68,7 @@ public:
         hx::PortBus bus(m_port);
         const hx::UpdatePlan plan = hx::planUpdate(m_plugin.plugin->device(), m_image);
         const hx::SendReport report = hx::UpdateSender(bus, plan, m_image, {}).sendAll();
-        if (report.end != hx::SendEnd::AllGood)
+        if (report.end != hx::SendEnd::Good)
             std::abort();
     }
 

@@ -45,9 +45,9 @@ struct UpdateResult {
     UpdateProgress progress; /**< as it stood at the end */
     /** number of the message it ended at, from 1; 0: at none */
     int failedMessage = 0;
-    int failedAttempts = 0;             /**< how often that message was sent */
-    SendEnd sendEnd = SendEnd::AllGood; /**< how the sending ended, once it has begun */
-    HxMidiData lastReply;               /**< the acknowledgement that ended it, if one did */
+    int failedAttempts = 0;          /**< how often that message was sent */
+    SendEnd sendEnd = SendEnd::Good; /**< how the sending ended, once it has begun */
+    HxMidiData lastReply;            /**< the acknowledgement that ended it, if one did */
     Microseconds duration = 0;
     /** The product holds the code of the image, although it did not acknowledge every message. */
     bool holdsImage = false;

@@ -114,7 +114,7 @@ bool Runner::confirm(const UpdateOptions& options)
 UpdateOutcome outcomeOf(SendEnd end)
 {
     switch (end) {
-    case SendEnd::AllGood:
+    case SendEnd::Good:
         return UpdateOutcome::Succeeded;
     case SendEnd::Failed:
     case SendEnd::Bad:
@@ -138,7 +138,7 @@ bool Runner::send(const UpdateImage& image, const UpdateOptions& options)
     m_result.failedAttempts = report.attempts;
     m_result.sendEnd = report.end;
     m_result.lastReply = report.lastReply;
-    m_allSent = report.end == SendEnd::AllGood;
+    m_allSent = report.end == SendEnd::Good;
     m_steps.add("messages", m_allSent,
                 m_allSent ? QStringLiteral("%1 messages acknowledged, %2 retries")
                                 .arg(report.progress.message)

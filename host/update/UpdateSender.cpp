@@ -40,23 +40,23 @@ SendReport UpdateSender::sendAll()
 // False when the update ends here; the report then says why.
 bool UpdateSender::sendOne(int index)
 {
-    Verdict verdict = Verdict::Silent;
+    SendEnd verdict = SendEnd::NoAnswer;
     bool wasSilent = false;
     for (int number = 0; number <= m_options.maxRetries; ++number) {
         if (interrupted())
-            verdict = Verdict::Interrupted;
+            verdict = SendEnd::Interrupted;
         else
             verdict = attempt(m_image.messages.at(index), wasSilent);
         decide(index, number, verdict);
-        if (verdict != Verdict::Silent && verdict != Verdict::Bad)
+        if (verdict != SendEnd::NoAnswer && verdict != SendEnd::Bad)
             break;
-        wasSilent = wasSilent || verdict == Verdict::Silent;
+        wasSilent = wasSilent || verdict == SendEnd::NoAnswer;
         m_report.progress.retries += number < m_options.maxRetries ? 1 : 0;
     }
-    return verdict == Verdict::Good;
+    return verdict == SendEnd::Good;
 }
 
-UpdateSender::Verdict UpdateSender::attempt(const HxMidiData& message, bool lateAnswerPossible)
+SendEnd UpdateSender::attempt(const HxMidiData& message, bool lateAnswerPossible)
 {
     // An interrupt lets the message in flight be answered.
     const InterruptWatch none(m_bus, nullptr);
@@ -64,25 +64,25 @@ UpdateSender::Verdict UpdateSender::attempt(const HxMidiData& message, bool late
         m_bus.exchange(message, m_isAny, QStringLiteral("an acknowledgement"), m_timeoutMs);
     const ExchangeEnd end = m_bus.lastEnd();
     m_report.touched = true;
-    Verdict verdict = Verdict::PortLost;
+    SendEnd verdict = SendEnd::PortLost;
     if (end == ExchangeEnd::Answered)
         verdict = verdictOf(m_report.lastReply);
     else if (end == ExchangeEnd::TimedOut)
-        verdict = Verdict::Silent;
+        verdict = SendEnd::NoAnswer;
     if (lateAnswerPossible && end == ExchangeEnd::Answered)
         verdict = settle(verdict);
     return verdict;
 }
 
 // An acknowledgement whose status is none of the three came damaged: the message goes again.
-UpdateSender::Verdict UpdateSender::verdictOf(const HxMidiData& acknowledgement) const
+SendEnd UpdateSender::verdictOf(const HxMidiData& acknowledgement) const
 {
     if (m_isFailed(acknowledgement))
-        return Verdict::Failed;
-    return m_isGood(acknowledgement) && !m_isBad(acknowledgement) ? Verdict::Good : Verdict::Bad;
+        return SendEnd::Failed;
+    return m_isGood(acknowledgement) && !m_isBad(acknowledgement) ? SendEnd::Good : SendEnd::Bad;
 }
 
-UpdateSender::Verdict UpdateSender::settle(Verdict verdict)
+SendEnd UpdateSender::settle(SendEnd verdict)
 {
     for (const AssembledEvent& event :
          m_bus.listen(m_timeoutMs / settlePart * microsecondsPerMillisecond)) {
@@ -90,77 +90,58 @@ UpdateSender::Verdict UpdateSender::settle(Verdict verdict)
         if (event.kind != AssembledEvent::Kind::SysEx || !m_isAny(message))
             continue;
         m_report.lastReply = message;
-        if (verdict != Verdict::Failed)
+        if (verdict != SendEnd::Failed)
             verdict = verdictOf(message);
     }
     return verdict;
 }
 
 // Says what became of an attempt, and ends the run when nothing is left to try.
-void UpdateSender::decide(int index, int attempt, Verdict verdict)
+void UpdateSender::decide(int index, int attempt, SendEnd verdict)
 {
-    if (verdict == Verdict::Good && !m_bus.isObserved())
+    if (verdict == SendEnd::Good && !m_bus.isObserved())
         return;
-    const bool mayRetry = verdict == Verdict::Bad || verdict == Verdict::Silent;
+    const bool mayRetry = verdict == SendEnd::Bad || verdict == SendEnd::NoAnswer;
     QString text = textOf(index, verdict);
     if (mayRetry && attempt < m_options.maxRetries) {
         text += QStringLiteral("; it is sent again, retry %1 of %2")
                     .arg(attempt + 1)
                     .arg(m_options.maxRetries);
     } else {
-        if (attempt > 0 && verdict != Verdict::Interrupted)
+        if (attempt > 0 && verdict != SendEnd::Interrupted)
             text += QStringLiteral(" (sent %1 times)").arg(attempt + 1);
-        if (verdict != Verdict::Good)
-            end(verdict, index, verdict == Verdict::Interrupted ? attempt : attempt + 1, text);
+        if (verdict != SendEnd::Good)
+            end(verdict, index, verdict == SendEnd::Interrupted ? attempt : attempt + 1, text);
     }
-    const bool accepted = verdict == Verdict::Good && attempt == 0;
+    const bool accepted = verdict == SendEnd::Good && attempt == 0;
     m_bus.note(accepted ? BusEventKind::Accepted : BusEventKind::Decided, text);
 }
 
-QString UpdateSender::textOf(int index, Verdict verdict) const
+QString UpdateSender::textOf(int index, SendEnd verdict) const
 {
     const QString message =
         QStringLiteral("message %1 of %2").arg(index + 1).arg(m_image.messages.size());
     const QString reply = hexText(m_report.lastReply.bytes);
     switch (verdict) {
-    case Verdict::Good:
+    case SendEnd::Good:
         return message + QStringLiteral(" good");
-    case Verdict::Bad:
+    case SendEnd::Bad:
         return message + QStringLiteral(" was answered as damaged: ") + reply;
-    case Verdict::Failed:
+    case SendEnd::Failed:
         return message + QStringLiteral(" was refused for good: ") + reply;
-    case Verdict::Silent:
+    case SendEnd::NoAnswer:
         return message + QStringLiteral(" was not answered: ") + m_bus.errorText;
-    case Verdict::PortLost:
+    case SendEnd::PortLost:
         return message + QStringLiteral(": ") + m_bus.errorText;
-    case Verdict::Interrupted:
+    case SendEnd::Interrupted:
         break;
     }
     return QStringLiteral("interrupted before ") + message;
 }
 
-SendEnd UpdateSender::endOf(Verdict verdict)
+void UpdateSender::end(SendEnd verdict, int index, int attempts, const QString& reason)
 {
-    switch (verdict) {
-    case Verdict::Bad:
-        return SendEnd::Bad;
-    case Verdict::Failed:
-        return SendEnd::Failed;
-    case Verdict::Silent:
-        return SendEnd::NoAnswer;
-    case Verdict::PortLost:
-        return SendEnd::PortLost;
-    case Verdict::Interrupted:
-        return SendEnd::Interrupted;
-    case Verdict::Good:
-        break;
-    }
-    return SendEnd::AllGood;
-}
-
-void UpdateSender::end(Verdict verdict, int index, int attempts, const QString& reason)
-{
-    m_report.end = endOf(verdict);
+    m_report.end = verdict;
     m_report.message = index + 1;
     m_report.attempts = attempts;
     m_report.reason = reason;

@@ -34,17 +34,18 @@ struct UpdateOptions {
     std::function<bool(const UpdateResult&)> confirm;
 };
 
+/** What became of a message of the image, and so of the sending once no attempt is left. */
 enum class SendEnd {
-    AllGood,
+    Good,
+    Bad,      /**< answered as damaged */
     Failed,   /**< the product said that the update is over */
-    Bad,      /**< a message was answered as damaged every time it was sent */
-    NoAnswer, /**< a message was not answered, however often it was sent */
+    NoAnswer, /**< within the plugin's timeout */
     PortLost,
-    Interrupted,
+    Interrupted, /**< before it was sent */
 };
 
 struct SendReport {
-    SendEnd end = SendEnd::AllGood;
+    SendEnd end = SendEnd::Good; /**< Good: all messages were */
     UpdateProgress progress;
     bool touched = false; /**< a message was sent, whole or in part */
     int message = 0;      /**< number of the message it ended at, from 1; 0 when all were good */
@@ -61,16 +62,13 @@ public:
     SendReport sendAll();
 
 private:
-    enum class Verdict { Good, Bad, Failed, Silent, PortLost, Interrupted };
-
     bool sendOne(int index);
-    Verdict attempt(const HxMidiData& message, bool lateAnswerPossible);
-    Verdict verdictOf(const HxMidiData& acknowledgement) const;
-    Verdict settle(Verdict verdict);
-    void decide(int index, int attempt, Verdict verdict);
-    QString textOf(int index, Verdict verdict) const;
-    static SendEnd endOf(Verdict verdict);
-    void end(Verdict verdict, int index, int attempts, const QString& reason);
+    SendEnd attempt(const HxMidiData& message, bool lateAnswerPossible);
+    SendEnd verdictOf(const HxMidiData& acknowledgement) const;
+    SendEnd settle(SendEnd verdict);
+    void decide(int index, int attempt, SendEnd verdict);
+    QString textOf(int index, SendEnd verdict) const;
+    void end(SendEnd verdict, int index, int attempts, const QString& reason);
     bool interrupted() const;
     void advance(int index);
     void estimate();
