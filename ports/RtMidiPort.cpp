@@ -70,7 +70,7 @@ Result<std::unique_ptr<MidiPort>> RtMidiPort::portOrProblem(std::unique_ptr<RtMi
 {
     const QString what = complaint.isEmpty() ? port->takeLibraryError() : complaint;
     if (!what.isEmpty())
-        return Problem{ExitCode::NoPort, what, QString(), QString()};
+        return Problem{ExitCode::NoPort, what, {}, {}};
     return std::unique_ptr<MidiPort>(std::move(port));
 }
 

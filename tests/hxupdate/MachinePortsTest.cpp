@@ -22,7 +22,11 @@ protected:
 
     std::unique_ptr<hx::MidiPort> openPort(const QString& port)
     {
-        return MachinePorts(system).open(port, m_loaded.plugin->device(), &error);
+        auto result = MachinePorts(system).open(port, m_loaded.plugin->device());
+        if (result)
+            return std::move(*result);
+        error = result.problem().what;
+        return nullptr;
     }
 
     QList<hx::MidiBackend> backends = {{"alsa", "ALSA", {"Valdrin in"}, {"Valdrin"}, {}},

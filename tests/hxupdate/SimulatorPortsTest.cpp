@@ -17,10 +17,8 @@ protected:
 
     std::unique_ptr<hx::MidiPort> open()
     {
-        QString error;
-        auto port = ports.open(ports.list().value(0), plugins.device(0), &error);
-        EXPECT_NE(port, nullptr) << error.toStdString();
-        return port;
+        auto port = ports.open(ports.list().value(0), plugins.device(0));
+        return port ? std::move(*port) : nullptr;
     }
 
     Plugins plugins;
@@ -70,7 +68,8 @@ TEST(SimulatorPorts, WithoutAPluginThereIsNoPort)
     EXPECT_TRUE(ports.list().isEmpty());
     Plugins plugins;
     plugins.load(QStringLiteral(HX_PLUGIN_FILE));
-    QString error;
-    EXPECT_EQ(ports.open("simulator", plugins.device(0), &error), nullptr);
-    EXPECT_EQ(error, "there is no port \"simulator\": no plugin says which product to simulate");
+    const auto port = ports.open("simulator", plugins.device(0));
+    ASSERT_FALSE(port);
+    EXPECT_EQ(port.problem().what,
+              "there is no port \"simulator\": no plugin says which product to simulate");
 }

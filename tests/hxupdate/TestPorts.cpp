@@ -64,14 +64,14 @@ QStringList TestPorts::list()
     return m_products.keys();
 }
 
-std::unique_ptr<hx::MidiPort> TestPorts::open(const QString& port, DeviceInterface&, QString* error)
+hx::Result<std::unique_ptr<hx::MidiPort>> TestPorts::open(const QString& port, DeviceInterface&)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
     const std::shared_ptr<TestProduct> product = m_products.value(port);
     if (product && !product->isHeld)
-        return std::make_unique<TestPort>(port, product);
-    *error = product ? QStringLiteral("another program holds it") : portIsGone;
-    return nullptr;
+        return std::unique_ptr<hx::MidiPort>(std::make_unique<TestPort>(port, product));
+    const QString what = product ? QStringLiteral("another program holds it") : portIsGone;
+    return hx::Problem{hx::ExitCode::NoPort, what, {}, {}};
 }
 
 std::shared_ptr<TestProduct> TestPorts::plug(const QString& port,

@@ -44,8 +44,8 @@ private:
 class TestPorts final : public hxupdate::PortSource {
 public:
     QStringList list() override;
-    std::unique_ptr<hx::MidiPort> open(const QString& port, DeviceInterface& device,
-                                       QString* error) override;
+    hx::Result<std::unique_ptr<hx::MidiPort>> open(const QString& port,
+                                                   DeviceInterface& device) override;
 
     // Plugs a product in, and takes it away again.
     std::shared_ptr<TestProduct>

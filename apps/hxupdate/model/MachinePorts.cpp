@@ -24,19 +24,16 @@ QStringList MachinePorts::list()
     return names;
 }
 
-std::unique_ptr<hx::MidiPort> MachinePorts::open(const QString& port, DeviceInterface& device,
-                                                 QString* error)
+hx::Result<std::unique_ptr<hx::MidiPort>> MachinePorts::open(const QString& port,
+                                                             DeviceInterface& device)
 {
     const auto selection = hx::selectPort(m_system.list(), port, QString());
-    if (!selection) {
-        *error = selection.problem().what;
-        return nullptr;
-    }
+    if (!selection)
+        return selection.problem();
     hx::Result<hx::AnsweringPort> opened = hx::openAnswering(*selection, device, m_system.open);
-    if (opened)
-        return std::move(opened->port);
-    *error = opened.problem().what;
-    return nullptr;
+    if (!opened)
+        return opened.problem();
+    return std::move(opened->port);
 }
 
 } // namespace hxupdate

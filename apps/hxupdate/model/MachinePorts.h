@@ -21,8 +21,8 @@ public:
     explicit MachinePorts(MidiSystem system = midiSystemOfMachine());
 
     QStringList list() override;
-    std::unique_ptr<hx::MidiPort> open(const QString& port, DeviceInterface& device,
-                                       QString* error) override;
+    hx::Result<std::unique_ptr<hx::MidiPort>> open(const QString& port,
+                                                   DeviceInterface& device) override;
 
 private:
     MidiSystem m_system;

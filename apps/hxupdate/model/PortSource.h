@@ -2,6 +2,7 @@
 #pragma once
 
 #include "deviceinterface/DeviceInterface.h"
+#include "host/base/Result.h"
 #include "host/bus/MidiPort.h"
 
 #include <QStringList>
@@ -18,10 +19,10 @@ public:
     // The ports that bytes can be sent to, each by a name that tells it from all others.
     virtual QStringList list() = 0;
 
-    // Opens one of them for both directions; null, with the reason in `error`, when it cannot be.
-    // `device` is asked for what tells its product's port from others.
-    virtual std::unique_ptr<hx::MidiPort> open(const QString& port, DeviceInterface& device,
-                                               QString* error) = 0;
+    // Opens one of them for both directions. `device` is asked for what tells its product's port
+    // from others.
+    virtual hx::Result<std::unique_ptr<hx::MidiPort>> open(const QString& port,
+                                                           DeviceInterface& device) = 0;
 };
 
 } // namespace hxupdate

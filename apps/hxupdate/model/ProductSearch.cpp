@@ -125,12 +125,11 @@ void ProductSearch::ask(const QString& port, const std::atomic<bool>& ended)
 ProductSearch::Answer ProductSearch::answerOf(int plugin, const QString& port,
                                               const std::atomic<bool>& ended)
 {
-    QString error;
     DeviceInterface& device = m_plugins.device(plugin);
-    const std::unique_ptr<hx::MidiPort> opened = m_ports.open(port, device, &error);
+    const auto opened = m_ports.open(port, device);
     if (!opened)
-        return {Finding::PortHeld, {}, error};
-    hx::PortBus bus(*opened);
+        return {Finding::PortHeld, {}, opened.problem().what};
+    hx::PortBus bus(**opened);
     bus.watchInterrupt(&ended);
     hx::ProductReader reader(device, bus);
     const hx::ProductAssessment assessment = hx::assessProduct(reader);

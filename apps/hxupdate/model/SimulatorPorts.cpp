@@ -66,14 +66,17 @@ QStringList SimulatorPorts::list()
     return m_port ? QStringList(m_port->name()) : QStringList();
 }
 
-std::unique_ptr<hx::MidiPort> SimulatorPorts::open(const QString& port, DeviceInterface&,
-                                                   QString* error)
+hx::Result<std::unique_ptr<hx::MidiPort>> SimulatorPorts::open(const QString& port,
+                                                               DeviceInterface&)
 {
     if (m_port)
-        return std::make_unique<RealTimePort>(*m_port, *m_real);
-    *error = QStringLiteral("there is no port \"%1\": no plugin says which product to simulate")
-                 .arg(port);
-    return nullptr;
+        return std::unique_ptr<hx::MidiPort>(std::make_unique<RealTimePort>(*m_port, *m_real));
+    return hx::Problem{
+        hx::ExitCode::NoPlugin,
+        QStringLiteral("there is no port \"%1\": no plugin says which product to simulate")
+            .arg(port),
+        {},
+        {}};
 }
 
 } // namespace hxupdate

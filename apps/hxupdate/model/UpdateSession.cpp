@@ -204,10 +204,8 @@ UpdateEnd UpdateSession::update(const ProductFacts& product, const std::atomic<b
     const Wakefulness wakefulness(*m_with.sleep);
     watch.started(wakefulness.isHeld());
     m_search.forget();
-    QString error;
-    DeviceInterface& device = m_plugins.device(product.plugin);
-    const std::unique_ptr<hx::MidiPort> port = m_with.ports->open(product.port, device, &error);
-    return port ? run(*port, product, stopped, watch) : notOpened(error);
+    const auto port = m_with.ports->open(product.port, m_plugins.device(product.plugin));
+    return port ? run(**port, product, stopped, watch) : notOpened(port.problem().what);
 }
 
 UpdateEnd UpdateSession::run(hx::MidiPort& port, const ProductFacts& product,
