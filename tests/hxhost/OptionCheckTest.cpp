@@ -81,3 +81,12 @@ TEST_F(OptionCheck, FaultIsRefusedWhereNoSimulatedProductIs)
                   "--fault cannot be given for the port \"replay:");
     expectRefused({"monitor", "--fault", "noise"}, "--fault cannot be given for the product's ");
 }
+
+TEST_F(OptionCheck, InPortIsRefusedWhereItWouldNotBeUsed)
+{
+    expectRefused({"identify", "--port", "simulator", "--in-port", "Valdrin"},
+                  "--in-port \"Valdrin\" cannot be given for the port \"simulator\", whose answers "
+                  "come by itself\n");
+    expectRefused({"identify", "--port", "replay:none.trace", "--in-port", "Valdrin"},
+                  "--in-port \"Valdrin\" cannot be given for the port \"replay:none.trace\", ");
+}

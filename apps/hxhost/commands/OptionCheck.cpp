@@ -54,12 +54,29 @@ std::optional<Problem> faultProblem(const std::vector<GivenOption>& options)
                    QStringLiteral("give one of these with --fault, or leave --fault out")};
 }
 
+// A port that is no pair of this machine's ports has its own answers.
+std::optional<Problem> inPortProblem(const std::vector<GivenOption>& options)
+{
+    const QString port = valueOf(options, "--port");
+    const QString inPort = valueOf(options, "--in-port");
+    if (inPort.isEmpty() || !isMadeUpPort(port))
+        return std::nullopt;
+    return Problem{ExitCode::Usage,
+                   QStringLiteral("--in-port \"%1\" cannot be given for the port \"%2\", whose "
+                                  "answers come by itself")
+                       .arg(inPort, port),
+                   QStringLiteral("--in-port beside a MIDI port of this machine ('hxhost ports')"),
+                   QStringLiteral("leave --in-port out, or give another --port")};
+}
+
 } // namespace
 
 std::optional<Problem> optionProblem(const Command& command)
 {
     const std::vector<GivenOption> options = command.given();
     if (std::optional<Problem> problem = faultProblem(options))
+        return problem;
+    if (std::optional<Problem> problem = inPortProblem(options))
         return problem;
     return fieldProblem(QString::fromStdString(command.fullName()), valueOf(options, "--field"));
 }

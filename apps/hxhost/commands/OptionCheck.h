@@ -10,7 +10,7 @@ namespace hx::host {
 
 // The problem with options that would turn out to be wrong only once the product has been spoken
 // to: a --field that no result of the command has, a --fault for a port that no simulated product
-// is behind.
+// is behind, an --in-port that would not be used.
 std::optional<Problem> optionProblem(const Command& command);
 
 } // namespace hx::host
