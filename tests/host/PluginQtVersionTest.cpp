@@ -54,7 +54,7 @@ protected:
 
 #define SKIP_WITHOUT_OTHER_QT()                                                                    \
     if (otherPlugin().isEmpty())                                                                   \
-    GTEST_SKIP() << "Qt " << otherMajor() << " is not installed: scripts/setup --tests --qt6"
+    GTEST_SKIP() << "Qt " << otherMajor() << " is not installed: scripts/setup --qt" << otherMajor()
 
 } // namespace
 
