@@ -8,6 +8,7 @@ With --size it is only weighed.
 """
 import os
 import pathlib
+import re
 import shutil
 import statistics
 import subprocess
@@ -17,7 +18,7 @@ import time
 
 RUNS = 20
 MOST_MS = 300
-MOST_BYTES = 500_000
+MOST_BYTES = {"5": 500_000, "6": 520_000}  # by Qt; the texts of 6 have three pointers in the place of one
 
 
 def shown_after(program, environment):
@@ -60,10 +61,15 @@ def is_fast(build):
     return milliseconds <= MOST_MS
 
 
+def qt_of(build):
+    return re.search(r"^HX_QT:\w+=(\d)$", (build / "CMakeCache.txt").read_text(), re.MULTILINE).group(1)
+
+
 def is_small(build):
     size = stripped_size(build / "bin" / "hxupdate")
-    print(f"window: {size} bytes, resources included (at most {MOST_BYTES})")
-    return size <= MOST_BYTES
+    most = MOST_BYTES[qt_of(build)]
+    print(f"window: {size} bytes, resources included (at most {most})")
+    return size <= most
 
 
 def main():
