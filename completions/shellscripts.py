@@ -22,8 +22,9 @@ _{name}_ports()
     case $cur in
         simulator:*) _{name}_files simulator: ;;
         replay:*) _{name}_files replay: ;;
+        device:*) _{name}_files device: ;;
         *)
-            COMPREPLY=($(compgen -W "simulator simulator: replay:" -- "$cur"))
+            COMPREPLY=($(compgen -W "simulator simulator: replay: device:" -- "$cur"))
             compopt -o nospace 2> /dev/null ;;
     esac
     declare -F __ltrim_colon_completions > /dev/null && __ltrim_colon_completions "$cur"
@@ -142,10 +143,10 @@ def bash(program):
 ZSH_HELPERS = '''
 _{name}_port()
 {{
-    if compset -P '(simulator|replay):'; then
+    if compset -P '(simulator|replay|device):'; then
         _files
     else
-        compadd -S '' -- simulator simulator: replay:
+        compadd -S '' -- simulator simulator: replay: device:
     fi
 }}
 
@@ -255,7 +256,7 @@ def fish_option(option, commands, program):
     line += "".join(f" -l {flag[2:]}" if flag.startswith("--") else f" -s {flag[1:]}" for flag in option.flags)
     if option.argument:
         kind = kind_of_value(option, program)
-        line += {"files": " -r -F", "ports": " -x -a 'simulator simulator: replay:'", "text": " -x"}.get(
+        line += {"files": " -r -F", "ports": " -x -a 'simulator simulator: replay: device:'", "text": " -x"}.get(
             kind if isinstance(kind, str) else "", f" -x -a '{' '.join(kind)}'")
     return f"{line} -d '{option.headline}'"
 

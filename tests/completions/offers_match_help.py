@@ -26,6 +26,7 @@ VALUES = {
         "image build --kind ": {"fwu", "fwd"},
         "simulate --backend ": {"alsa", "jack", "core"},
         "info --port rep": {"replay:"},
+        "info --port dev": {"device:"},
         "update --fault ": None,
         "monitor --fault ": None,
         "simulate --fault ": None,

@@ -118,8 +118,8 @@ void addListenOptions(const Command& command, ConnectionOptions& options)
     addPluginOptions(command, options.plugin);
     command
         .addOption("--port", options.port,
-                   "Port that bytes come from: a name, a part of one, BACKEND:NAME, simulator or "
-                   "replay:TRACEFILE; default: the name that the plugin gives")
+                   "Port that bytes come from: a name, a part of one, BACKEND:NAME, device:FILE, "
+                   "simulator or replay:TRACEFILE; default: the name that the plugin gives")
         .valueName("NAME")
         .group(connectionGroup);
     addFaultOption(command, options.faults);
@@ -130,8 +130,9 @@ void addConnectionOptions(const Command& command, ConnectionOptions& options)
     addPluginOptions(command, options.plugin);
     command
         .addOption("--port", options.port,
-                   "MIDI port: a name, a part of one, BACKEND:NAME, simulator[:STATEFILE] or "
-                   "replay:TRACEFILE; default: the name that the plugin gives")
+                   "MIDI port: a name, a part of one, BACKEND:NAME, device:FILE, "
+                   "simulator[:STATEFILE] or replay:TRACEFILE; default: the name that the plugin "
+                   "gives")
         .valueName("NAME")
         .group(connectionGroup);
     command

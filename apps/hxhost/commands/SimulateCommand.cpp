@@ -11,6 +11,7 @@
 #include "ports/ProductServer.h"
 #include "ports/ProductStateFile.h"
 #include "ports/RtMidiPort.h"
+#include "ports/device/PseudoTerminalPort.h"
 
 namespace hx::host {
 
@@ -23,6 +24,8 @@ struct SimulateOptions {
     PluginOptions plugin;
     std::string name;    // empty: the one that the plugin gives
     std::string backend; // empty: the first that can be used
+    bool device = false; // a pseudo terminal instead of a port of a backend
+    std::string link;    // to it; empty: none
     std::string state;   // empty: a fresh product, forgotten afterwards
     double seconds = 0;  // 0: until it is interrupted
     std::vector<std::string> faults;
@@ -130,8 +133,33 @@ std::unique_ptr<MidiPort> openVirtual(CommandContext& context, const SimulateOpt
     return nullptr;
 }
 
+std::unique_ptr<MidiPort> openTerminal(CommandContext& context, const SimulateOptions& options)
+{
+    Result<std::unique_ptr<MidiPort>> port =
+        PseudoTerminalPort::open(fileNameText(options.link), options.pace);
+    if (port)
+        return std::move(*port);
+    context.report.fail(port.problem());
+    return nullptr;
+}
+
+// False, with the problem in the report, when a link is named and no device is asked for.
+bool isLinkWanted(CommandContext& context, const SimulateOptions& options)
+{
+    if (options.device || options.link.empty())
+        return true;
+    context.fail(ExitCode::Usage,
+                 QStringLiteral("the argument \"%1\" is a link to a device, but none is asked for")
+                     .arg(fileNameText(options.link)),
+                 QStringLiteral("LINK together with --device"),
+                 QStringLiteral("give --device too, or leave the argument out"));
+    return false;
+}
+
 void simulate(CommandContext& context, const SimulateOptions& options)
 {
+    if (!isLinkWanted(context, options))
+        return;
     const std::unique_ptr<LoadedPlugin> plugin = loadChosenPlugin(context, options.plugin);
     if (!plugin)
         return;
@@ -147,7 +175,9 @@ void simulate(CommandContext& context, const SimulateOptions& options)
             return failState(context, path, opened.problem().what);
         state = std::move(*opened);
     }
-    const std::unique_ptr<MidiPort> port = openVirtual(context, options, plugin->device());
+    const std::unique_ptr<MidiPort> port = options.device
+                                               ? openTerminal(context, options)
+                                               : openVirtual(context, options, plugin->device());
     if (!port)
         return;
     context.report.add(QStringLiteral("port"), port->name());
@@ -166,14 +196,22 @@ void addSimulateCommand(CommandLine& line)
     auto options = std::make_shared<SimulateOptions>();
     const Command command =
         line.add("simulate", "Put a simulated product on a virtual MIDI port until Ctrl-C");
+    command.addOption("LINK", options->link,
+                      "With --device: a symbolic link to make to the device");
+    const Option device =
+        command.addFlag("--device", options->device,
+                        "Make a device instead of a MIDI port; other commands open it with "
+                        "--port device:FILE");
     command
         .addOption("--name", options->name,
                    "Name of the port; default: the name that the plugin gives")
-        .valueName("NAME");
+        .valueName("NAME")
+        .excludes(device);
     command
         .addOption("--backend", options->backend,
                    "Kind of port; default: the first that can be used")
         .valueName("alsa|jack|core")
+        .excludes(device)
         .check(isBackend);
     command.addOption("--state", options->state, "File that keeps the product's memory")
         .valueName("FILE");

@@ -1,5 +1,6 @@
 #include "apps/hxhost/session/PortOpener.h"
 
+#include "apps/hxhost/session/DeviceOpener.h"
 #include "apps/hxhost/session/ProductSimulation.h"
 
 #include "host/base/FileName.h"
@@ -174,6 +175,8 @@ PortPointer openPort(CommandContext& context, const ConnectionOptions& options,
 {
     if (isMadeUpPort(fileNameText(options.port)))
         return openMadeUp(context, options, device, false);
+    if (isDevice(options))
+        return openDevice(context, options);
     return openSelected(context, select(options, device), options.pace, device);
 }
 
@@ -183,6 +186,8 @@ PortPointer openInput(CommandContext& context, const ConnectionOptions& options,
     const QString name = fileNameText(options.port);
     if (isMadeUpPort(name))
         return openMadeUp(context, options, device, true);
+    if (isDevice(options))
+        return openDeviceInput(context, options);
     const QString wanted = name.isEmpty() ? device.productInPortName() : name;
     return openSelected(context, selectInput(listMidiBackends(), wanted), options.pace, device);
 }

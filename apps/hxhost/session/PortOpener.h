@@ -1,4 +1,5 @@
-// Opens whatever --port names: a real port, the simulated product, a recorded one.
+// Opens whatever --port names: a MIDI port, a device, the simulated product, a
+// recorded one.
 #pragma once
 
 #include "apps/hxhost/session/CommandContext.h"
