@@ -15,18 +15,17 @@ bool ProductServer::serve(Microseconds wait)
                         .arg(chunk.lostBefore);
     if (!errorText.isEmpty())
         return false;
-    if (!chunk.bytes.isEmpty())
-        take(chunk);
+    if (!chunk.bytes.isEmpty() && !take(chunk))
+        return false;
     return sendDue() && !m_product.isGone();
 }
 
-void ProductServer::take(const MidiChunk& chunk)
+bool ProductServer::take(const MidiChunk& chunk)
 {
     if (m_watch.heard)
         m_watch.heard(chunk);
     schedule(m_product.receive(chunk.bytes), chunk.time);
-    if (m_watch.handled)
-        m_watch.handled();
+    return !m_watch.handled || m_watch.handled();
 }
 
 void ProductServer::schedule(const QVector<sim::SimulatedReply>& replies, Microseconds arrival)

@@ -11,8 +11,8 @@ namespace hx {
 
 // What is told while a product is served; each may be left out.
 struct ProductWatch {
-    std::function<void(const MidiChunk&)> heard;     // bytes came
-    std::function<void()> handled;                   // the product has acted on them
+    std::function<void(const MidiChunk&)> heard; // bytes came
+    std::function<bool()> handled; // the product has acted on them; false: it stops unanswered
     std::function<void(const QByteArray&)> answered; // a reply left, later than `handled`
 };
 
@@ -23,13 +23,13 @@ public:
     void setWatch(const ProductWatch& watch) { m_watch = watch; }
 
     // Takes what arrives within `wait`, and sends the replies that are due. False when the port
-    // failed (`errorText` then says why) or the product was unplugged.
+    // failed (`errorText` then says why), or the product was unplugged or stopped.
     bool serve(Microseconds wait);
 
     QString errorText;
 
 private:
-    void take(const MidiChunk& chunk);
+    bool take(const MidiChunk& chunk);
     void schedule(const QVector<sim::SimulatedReply>& replies, Microseconds arrival);
     void scheduleUnasked();
     bool sendDue();

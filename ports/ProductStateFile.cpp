@@ -81,27 +81,32 @@ Result<> ProductStateFile::writeWhole(const sim::SimulatedProduct& product)
 // A line at the end is cheap, however much code there is. The first change goes into a whole text,
 // because the file may end in a line that was not finished when a program was killed; so does one
 // from address 0 on, with which the lines before it lose their meaning.
-void ProductStateFile::keep(sim::SimulatedProduct& product)
+Result<> ProductStateFile::write(sim::SimulatedProduct& product, int address)
+{
+    if (m_end.isOpen() && address > 0)
+        return writeAll(m_end, product.saveChange(address));
+    const Result<> written = writeWhole(product);
+    if (!written)
+        return written;
+    return openFile(m_end, m_path,
+                    QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered);
+}
+
+Result<> ProductStateFile::keep(sim::SimulatedProduct& product)
 {
     const std::optional<int> address = product.takeChange();
-    if (!address || m_failed)
-        return;
-    m_changed = true;
-    if (m_end.isOpen() && *address > 0) {
-        const QByteArray line = product.saveChange(*address);
-        m_failed = m_end.write(line) != line.size();
-        return;
+    if (address && m_kept) {
+        m_changed = true;
+        m_kept = write(product, *address);
     }
-    m_failed =
-        !writeWhole(product) ||
-        !openFile(m_end, m_path, QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered);
+    return m_kept;
 }
 
 Result<> ProductStateFile::close(sim::SimulatedProduct& product)
 {
-    keep(product);
-    if (!std::exchange(m_changed, false))
-        return {};
+    const Result<> kept = keep(product);
+    if (!kept || !std::exchange(m_changed, false))
+        return kept;
     return writeWhole(product);
 }
 

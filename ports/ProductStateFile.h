@@ -28,9 +28,11 @@ public:
                                                           sim::SimulatedProduct& product);
 
     /**
-     * Writes what has changed since the last call. To be called before the product's answer leaves.
+     * Writes what has changed since the last call. To be called before the product's answer leaves:
+     * when it fails, the answer must not. After a failure the file stays as it is, and each further
+     * call fails with the same problem.
      */
-    void keep(sim::SimulatedProduct& product);
+    Result<> keep(sim::SimulatedProduct& product);
 
     /** Writes the whole state, when it has changed. */
     Result<> close(sim::SimulatedProduct& product);
@@ -39,6 +41,7 @@ private:
     explicit ProductStateFile(const QString& path);
 
     Result<> lockAndRead(sim::SimulatedProduct& product);
+    Result<> write(sim::SimulatedProduct& product, int address);
     Result<> read(sim::SimulatedProduct& product);
     Result<> writeWhole(const sim::SimulatedProduct& product);
 
@@ -47,7 +50,7 @@ private:
     /** open where the next change goes; closed while there is no such place */
     QFile m_end;
     bool m_changed = false; /**< since the file was opened */
-    bool m_failed = false;  /**< a change could not be written */
+    Result<> m_kept;        /**< that each change could be written so far, or why one could not */
 };
 
 } // namespace hx

@@ -33,13 +33,23 @@ StatefulSimulatedPort::~StatefulSimulatedPort()
 qint64 StatefulSimulatedPort::send(const QByteArray& message)
 {
     const qint64 accepted = m_port.send(message);
-    m_file->keep(m_port.product());
     errorText = m_port.errorText;
-    return accepted;
+    const Result<> kept = m_file->keep(m_port.product());
+    if (kept)
+        return accepted;
+    m_goneText = QStringLiteral("the port \"%1\" is gone: the simulated product cannot store what "
+                                "it receives (%2)")
+                     .arg(name(), kept.problem().what);
+    errorText = m_goneText;
+    return 0;
 }
 
 MidiChunk StatefulSimulatedPort::receive(Microseconds deadline)
 {
+    if (!m_goneText.isEmpty()) {
+        errorText = m_goneText;
+        return {};
+    }
     MidiChunk chunk = m_port.receive(deadline);
     errorText = m_port.errorText;
     return chunk;

@@ -17,16 +17,6 @@ namespace fs = std::filesystem;
 
 constexpr int mostAttempts = 100; // at a name for a new file that no other file has
 
-// A system that takes a part of the content has met no error yet.
-Result<> writeTo(QFileDevice& file, const QByteArray& content)
-{
-    if (file.write(content) == content.size() && file.flush())
-        return {};
-    return fileProblem(file.error() == QFileDevice::NoError
-                           ? QStringLiteral("there is no room for all of it; free some")
-                           : file.errorString());
-}
-
 int flagsOf(QIODevice::OpenMode mode)
 {
     const bool writes = mode.testFlag(QIODevice::WriteOnly);
@@ -53,7 +43,7 @@ Result<> writeSpecial(const QString& name, const QByteArray& content)
 {
     QFile file;
     const Result<> opened = openFile(file, name, QIODevice::WriteOnly);
-    return opened ? writeTo(file, content) : opened;
+    return opened ? writeAll(file, content) : opened;
 }
 
 // A file beside `target`, which takes its place and its permissions once all is in it. What
@@ -73,7 +63,7 @@ public:
     {
         Result<> done = open();
         if (done)
-            done = writeTo(m_file, content);
+            done = writeAll(m_file, content);
         if (!done)
             return done;
         takePermissions();
@@ -136,6 +126,16 @@ Result<> openFile(QFile& file, const QString& name, QIODevice::OpenMode mode)
     if (!file.open(descriptor, direct, QFileDevice::AutoCloseHandle))
         return fileProblem(file.errorString());
     return {};
+}
+
+// A system that takes a part of the content has met no error yet.
+Result<> writeAll(QFile& file, const QByteArray& content)
+{
+    if (file.write(content) == content.size() && file.flush())
+        return {};
+    return fileProblem(file.error() == QFileDevice::NoError
+                           ? QStringLiteral("there is no room for all of it; free some")
+                           : file.errorString());
 }
 
 Result<QByteArray> readWholeFile(const QString& name, qint64 limit)

@@ -12,6 +12,9 @@ namespace hx {
 // Opens what `name` leads to, a new file included. `file` itself gets no name.
 Result<> openFile(QFile& file, const QString& name, QIODevice::OpenMode mode);
 
+// Fails when only a part of `content` was taken.
+Result<> writeAll(QFile& file, const QByteArray& content);
+
 // Up to `limit` bytes of a regular file and one more, which tells that it is larger. A pipe, which
 // could keep one waiting for ever, is refused like a folder.
 Result<QByteArray> readWholeFile(const QString& name, qint64 limit);

@@ -1,12 +1,10 @@
 #include "host/base/WholeFile.h"
 #include "tests/host/TestFiles.h"
+#include "tests/support/FileSizeLimit.h"
 
 #include <gtest/gtest.h>
 
-#include <csignal>
-
 #include <fcntl.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -48,21 +46,12 @@ TEST(WholeFile, SaysThatThereIsNoRoomWhenOnlyAPartWasTaken)
 {
     TestFiles files;
     files.write("a", "before");
-    rlimit before = {};
-    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
-    const rlimit small = {65536, before.rlim_max};
-    const auto onTooLarge = std::signal(SIGXFSZ, SIG_IGN);
-    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
-    const Result<> many = writeWholeFile(files.path("a"), QByteArray(100000, 'x'));
-    const rlimit smaller = {1000, before.rlim_max}; // less than a buffer holds
-    setrlimit(RLIMIT_FSIZE, &smaller);
-    const Result<> few = writeWholeFile(files.path("a"), QByteArray(1001, 'x'));
-    setrlimit(RLIMIT_FSIZE, &before);
-    std::signal(SIGXFSZ, onTooLarge);
-    ASSERT_FALSE(many);
-    ASSERT_FALSE(few);
-    EXPECT_EQ(many.problem().what, "there is no room for all of it; free some");
-    EXPECT_EQ(few.problem().what, many.problem().what);
+    for (const int room : {65536, 1000}) { // more and less than a buffer holds
+        const FileSizeLimit limit{rlim_t(room)};
+        const Result<> written = writeWholeFile(files.path("a"), QByteArray(room + 1, 'x'));
+        ASSERT_FALSE(written);
+        EXPECT_EQ(written.problem().what, "there is no room for all of it; free some");
+    }
     EXPECT_EQ(TestFiles::contentOf(files.path("a")), "before");
 }
 

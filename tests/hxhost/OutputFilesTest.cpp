@@ -192,6 +192,23 @@ TEST_F(OutputFiles, ALimitOnTheSizeOfFilesIsAFullDisk)
     EXPECT_EQ(QDir(path(".")).entryList({"x.*"}).size(), 0);
 }
 
+// It did, with a state file that could not take what the product acknowledged.
+TEST_F(OutputFiles, AnUpdateDoesNotSucceedWhenTheProductCannotStoreIt)
+{
+    image();
+    const QString update = "\"$0\" update image.syx --port simulator:state --json";
+    ASSERT_EQ(script("\"$0\" identify --port simulator:state").exitCode, 0);
+    const ProgramResult ended = script("ulimit -f 1; " + update);
+    EXPECT_EQ(ended.exitCode, 10) << ended.err.toStdString();
+    const QJsonObject document = QJsonDocument::fromJson(ended.out).object();
+    EXPECT_TRUE(document["error"].toObject()["what"].toString().startsWith(
+        "the simulated product stopped: the state file \"state\" cannot be written: "))
+        << ended.out.toStdString();
+    EXPECT_NE(document["result"].toObject()["outcome"].toString(), "succeeded");
+    EXPECT_TRUE(read(path("state")).contains("\nvalid no\n"));
+    EXPECT_EQ(script(update).exitCode, 0);
+}
+
 TEST_F(OutputFiles, AnOlderTraceIsKeptBesideTheNewOne)
 {
     for (const char* command : {"identify", "info", "verify"})

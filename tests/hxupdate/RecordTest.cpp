@@ -1,8 +1,6 @@
 // The record of an update: what stands in it, and where it can be saved.
 #include "tests/hxupdate/Bench.h"
-
-#include <csignal>
-#include <sys/resource.h>
+#include "tests/support/FileSizeLimit.h"
 
 using namespace hxupdate;
 
@@ -32,28 +30,6 @@ Notice noticeOfSaving(Bench& bench, const QString& path)
     EXPECT_TRUE(waitUntil([&] { return !bench.notices.isEmpty(); }));
     return bench.notices.value(0);
 }
-
-// As long as it lives no file may grow beyond `bytes`, and a write beyond them is an error only.
-class FileSizeLimit {
-public:
-    explicit FileSizeLimit(rlim_t bytes) : m_handler(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        getrlimit(RLIMIT_FSIZE, &m_before);
-        const rlimit limit = {bytes, m_before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FileSizeLimit()
-    {
-        setrlimit(RLIMIT_FSIZE, &m_before);
-        std::signal(SIGXFSZ, m_handler);
-    }
-    FileSizeLimit(const FileSizeLimit&) = delete;
-    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-
-private:
-    void (*m_handler)(int);
-    rlimit m_before = {};
-};
 
 } // namespace
 

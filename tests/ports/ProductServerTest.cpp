@@ -2,6 +2,7 @@
 #include "ports/ChunkQueue.h"
 #include "ports/StatefulSimulatedPort.h"
 #include "tests/ports/SimulatedExchange.h"
+#include "tests/support/FileSizeLimit.h"
 #include "tests/support/ScriptedPort.h"
 #include "tests/support/Valdrin.h"
 
@@ -24,7 +25,10 @@ TEST(ProductServer, AnswersWhatArrivesAfterTheProductsDelay)
     QByteArray answered;
     int handled = 0;
     server.setWatch({[&](const MidiChunk& chunk) { heard += chunk.bytes; },
-                     [&] { handled += answered.isEmpty() ? 1 : 0; },
+                     [&] {
+                         handled += answered.isEmpty() ? 1 : 0;
+                         return true;
+                     },
                      [&](const QByteArray& bytes) { answered += bytes; }});
     port.arrive(identify.left(3), 100);
     port.arrive(identify.mid(3), 200);
@@ -86,6 +90,19 @@ TEST(ProductServer, EndsWhenThePortFails)
     EXPECT_TRUE(second.serve(50000));
     EXPECT_FALSE(second.serve(50000));
     EXPECT_EQ(second.errorText, "full");
+}
+
+// A product that acknowledged what it could not store would be called updated.
+TEST(ProductServer, DoesNotAnswerWhatCouldNotBeStored)
+{
+    ScriptedPort port;
+    sim::FaultyProduct product{sim::SimulatedProduct(sim::valdrin())};
+    ProductServer server(port, product);
+    server.setWatch({nullptr, [] { return false; }, nullptr});
+    port.arrive(identify);
+    EXPECT_FALSE(server.serve(50000));
+    EXPECT_EQ(server.errorText, "");
+    EXPECT_TRUE(port.sent.empty());
 }
 
 TEST(ProductServer, EndsWhenInputWasLost)
@@ -207,7 +224,28 @@ TEST_F(StatefulPort, APlaceThatCannotKeepTheStateIsRefused)
     EXPECT_EQ(openError, "No such file or directory");
 }
 
-TEST_F(StatefulPort, StateThatCannotBeWrittenAtTheEndIsReported)
+TEST_F(StatefulPort, AMessageThatCannotBeStoredIsNotAcknowledged)
+{
+    auto port = open(inFolder("state"));
+    ASSERT_NE(port, nullptr) << openError.toStdString();
+    {
+        const FileSizeLimit noRoom(10);
+        EXPECT_EQ(port->send(startsUpdate), 0);
+    }
+    const QString gone =
+        "the port \"" + port->name() +
+        "\" is gone: the simulated product cannot store what it receives (there is "
+        "no room for all of it; free some)";
+    EXPECT_EQ(port->errorText, gone);
+    EXPECT_TRUE(port->receive(1000000).bytes.isEmpty());
+    EXPECT_EQ(port->errorText, gone);
+    EXPECT_TRUE(port->isGone());
+    EXPECT_EQ(saveError, "");
+    port.reset();
+    EXPECT_EQ(saveError, "there is no room for all of it; free some");
+}
+
+TEST_F(StatefulPort, StateThatCannotBeTidiedAtTheEndIsReported)
 {
     const QString folder = inFolder("folder");
     ASSERT_TRUE(QDir().mkpath(folder));

@@ -1,5 +1,6 @@
 #include "ports/ProductStateFile.h"
 #include "tests/simulator/UpdateMessages.h"
+#include "tests/support/FileSizeLimit.h"
 #include "tests/support/Valdrin.h"
 
 #include <QDateTime>
@@ -104,7 +105,7 @@ TEST_F(StateFile, HoldsEachChangeAsSoonAsItIsMade)
     ASSERT_NE(file, nullptr) << error.toStdString();
     for (const QByteArray& message : sim::imageOf(sim::codeOfSize(5000), "1024")) {
         product.receive(message);
-        file->keep(product);
+        EXPECT_TRUE(file->keep(product));
         sim::SimulatedProduct found{sim::valdrin()};
         ASSERT_TRUE(found.restore(contents(), &error)) << error.toStdString();
         EXPECT_EQ(found.save(), product.save());
@@ -119,7 +120,7 @@ TEST_F(StateFile, AProductThatWasErasedIsNotValidInItsFile)
     const auto file = openState(path(), product, &error);
     ASSERT_NE(file, nullptr) << error.toStdString();
     product.receive(sim::imageOf(sim::codeOfSize(5000), "1024").first());
-    file->keep(product);
+    EXPECT_TRUE(file->keep(product));
     EXPECT_TRUE(contents().contains("\nvalid no\n")) << contents().toStdString();
 }
 
@@ -132,7 +133,7 @@ TEST_F(StateFile, AddsToTheFileWhatAMessageBringsAndIsTidyOnceItIsClosed)
     const auto messages = sim::imageOf(sim::codeOfSize(5000), "1024");
     for (int i = 0; i < 3; ++i) {
         product.receive(messages.at(i));
-        file->keep(product);
+        EXPECT_TRUE(file->keep(product));
     }
     EXPECT_EQ(contents().count("\nchange fwu no - - "), 2);
     EXPECT_TRUE(file->close(product));
@@ -150,8 +151,34 @@ TEST_F(StateFile, ALineThatWasNotFinishedDoesNotCountAndIsNotContinued)
     ASSERT_NE(file, nullptr) << error.toStdString();
     EXPECT_EQ(restored.save(), product.save());
     restored.damageCode(3);
-    file->keep(restored);
+    EXPECT_TRUE(file->keep(restored));
     EXPECT_EQ(contents(), restored.save());
+}
+
+// The file then has what the last good call left, and the next program goes on from there.
+TEST_F(StateFile, AChangeThatFindsNoRoomIsAFailureAndStaysOne)
+{
+    sim::SimulatedProduct product{sim::valdrin()};
+    QString error;
+    auto file = openState(path(), product, &error);
+    ASSERT_NE(file, nullptr) << error.toStdString();
+    const auto messages = sim::imageOf(sim::codeOfSize(5000), "1024");
+    product.receive(messages.at(0));
+    EXPECT_TRUE(file->keep(product));
+    const QByteArray stored = product.save();
+    {
+        const FileSizeLimit noRoom(rlim_t(contents().size()));
+        product.receive(messages.at(1));
+        EXPECT_FALSE(file->keep(product));
+    }
+    const Result<> later = file->keep(product);
+    ASSERT_FALSE(later);
+    EXPECT_EQ(later.problem().what, "File too large");
+    EXPECT_FALSE(file->close(product));
+    file.reset();
+    sim::SimulatedProduct found{sim::valdrin()};
+    ASSERT_NE(openState(path(), found, &error), nullptr) << error.toStdString();
+    EXPECT_EQ(found.save(), stored);
 }
 
 TEST_F(StateFile, IsNotWrittenWhenNothingChanges)
@@ -169,7 +196,7 @@ TEST_F(StateFile, IsNotWrittenWhenNothingChanges)
         const auto used = openState(path(), product, &error);
         ASSERT_NE(used, nullptr) << error.toStdString();
         product.receive(QByteArray::fromHex("F07E7F0601F7"));
-        used->keep(product);
+        EXPECT_TRUE(used->keep(product));
         EXPECT_TRUE(used->close(product));
     }
     EXPECT_EQ(QFileInfo(path()).lastModified(), longAgo);

@@ -92,10 +92,7 @@ void serve(CommandContext& context, const SimulateOptions& options, MidiPort& po
     ServedTraffic traffic(context.recorder, port.clock());
     ProductServer server(port, product);
     server.setWatch({[&](const MidiChunk& chunk) { traffic.heard(chunk); },
-                     [&] {
-                         if (state != nullptr)
-                             state->keep(product.product());
-                     },
+                     [&] { return state == nullptr || bool(state->keep(product.product())); },
                      [&](const QByteArray& bytes) { traffic.answered(bytes); }});
     const Microseconds start = port.clock().now();
     const auto isOver = [&] {
@@ -186,7 +183,7 @@ void simulate(CommandContext& context, const SimulateOptions& options)
     serve(context, options, *port, *product, state.get());
     const Result<> closed = state ? state->close(product->product()) : Result<>();
     if (!closed)
-        failState(context, path, closed.problem().what);
+        failStoring(context, path, closed.problem().what);
 }
 
 } // namespace

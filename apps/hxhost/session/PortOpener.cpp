@@ -36,7 +36,7 @@ PortPointer openStateful(CommandContext& context, const sim::FaultyProduct& prod
                          const QString& path, const Pace& pace)
 {
     const auto onSaveError = [&context, path](const QString& text) {
-        failStateFile(context, path, text);
+        failStoring(context, path, text);
     };
     auto port = StatefulSimulatedPort::open(path, product, {pace, 0}, onSaveError);
     if (port)

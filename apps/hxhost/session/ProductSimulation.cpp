@@ -21,4 +21,15 @@ std::optional<sim::FaultyProduct> simulateProduct(CommandContext& context, Devic
     return std::nullopt;
 }
 
+void failStoring(CommandContext& context, const QString& path, const QString& error)
+{
+    context.fail(
+        ExitCode::FileError,
+        QStringLiteral("the simulated product stopped: the state file \"%1\" cannot be written: %2")
+            .arg(path, error),
+        QStringLiteral("room for all that the product stores"),
+        QStringLiteral("make room, then run this command again; the file holds what the product "
+                       "had stored before"));
+}
+
 } // namespace hx::host

@@ -15,4 +15,7 @@ namespace hx::host {
 std::optional<sim::FaultyProduct> simulateProduct(CommandContext& context, DeviceInterface& device,
                                                   const std::vector<std::string>& faults);
 
+// Says in the report that the product stopped, because `path` could not take what it had to store.
+void failStoring(CommandContext& context, const QString& path, const QString& error);
+
 } // namespace hx::host
