@@ -32,6 +32,13 @@ if(HX_QT EQUAL 6)
   add_compile_definitions(QT_DISABLE_DEPRECATED_BEFORE=0x050C00)
 endif()
 
+# A project around this one decides for all of its binaries.
+include(CheckCXXSourceCompiles)
+include(${CMAKE_CURRENT_LIST_DIR}/Hardening.cmake)
+if(HX_IS_TOP)
+  hx_harden()
+endif()
+
 list(APPEND CMAKE_MODULE_PATH ${CMAKE_CURRENT_LIST_DIR})
 include(${CMAKE_CURRENT_LIST_DIR}/Install.cmake)
 
@@ -60,11 +67,24 @@ function(hx_small target)
     $<BUILD_INTERFACE:$<$<AND:$<BOOL:${HX_SHRINKS}>,$<NOT:$<BOOL:$<TARGET_PROPERTY:HX_SMALL>>>>:-fno-lto>>)
 endfunction()
 
+# Whether the loader of the C library knows the short form of what it has to relocate.
+function(hx_packs_relocations result)
+  set(CMAKE_REQUIRED_LINK_OPTIONS LINKER:-z,pack-relative-relocs)
+  check_cxx_source_compiles("#include <cstdlib>
+    #if !__GLIBC_PREREQ(2, 36)
+    #error The loader does not know them.
+    #endif
+    int main() { return 0; }" HX_PACKS_RELOCATIONS)
+  set(${result} ${HX_PACKS_RELOCATIONS} PARENT_SCOPE)
+endfunction()
+
 # hx_link_small(PROGRAM): leaves out what the program does not use, and shrinks the rest as a whole.
 function(hx_link_small program)
   hx_small(${program})
+  hx_packs_relocations(packs)
   set_target_properties(${program} PROPERTIES HX_SMALL TRUE)
   target_link_options(${program} PRIVATE
     $<IF:$<PLATFORM_ID:Darwin>,-Wl$<COMMA>-dead_strip,-Wl$<COMMA>--gc-sections>
-    $<$<BOOL:${HX_SHRINKS}>:-Os;-flto=auto;-flto-partition=one>)
+    $<$<BOOL:${HX_SHRINKS}>:-Os;-flto=auto;-flto-partition=one>
+    $<$<BOOL:${packs}>:LINKER:-z,pack-relative-relocs>)
 endfunction()

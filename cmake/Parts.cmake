@@ -48,4 +48,5 @@ macro(hx_find_package name debian)
     message(FATAL_ERROR "${name} ${ARGN} is missing, and HX_PARTS=${HX_PARTS} needs it. "
       "Debian: apt install ${debian}. Less is needed by: cmake -DHX_PARTS=plugin (Qt Core alone).")
   endif()
+  hx_note_versions(${name} "${debian}")
 endmacro()

@@ -33,6 +33,7 @@ PLACES = [
     *(f"LIB/pkgconfig/{library}{SUFFIX}.pc" for library in LIBRARIES),
     "share/doc/HxMidiKit/examples/minimal-host/*",
     "bin/hxupdate",
+    "share/hxmidikit/sbom/*.spdx.json",
     "share/applications/com.tarv.hxupdate.desktop",
     "share/icons/hicolor/scalable/apps/com.tarv.hxupdate.svg",
     "share/metainfo/com.tarv.hxupdate.metainfo.xml",
