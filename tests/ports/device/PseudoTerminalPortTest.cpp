@@ -10,21 +10,21 @@ namespace hx {
 
 namespace {
 
-constexpr Pace unpaced = {0, 0};
+constexpr Pace withoutPause = {0, 0};
 constexpr Microseconds longest = 20 * microsecondsPerSecond; // for what comes at once
 
 class PseudoTerminal : public ::testing::Test {
 protected:
     static std::unique_ptr<MidiPort> offer(const QString& link = QString())
     {
-        auto port = PseudoTerminalPort::open(link, unpaced);
+        auto port = PseudoTerminalPort::open(link, withoutPause);
         EXPECT_TRUE(port) << port.problem().what.toStdString();
         return port ? std::move(*port) : nullptr;
     }
 
     static std::unique_ptr<MidiPort> connectTo(const MidiPort& offered)
     {
-        auto port = DevicePort::open({devicePath(offered.name()), QString()}, unpaced);
+        auto port = DevicePort::open({devicePath(offered.name()), QString()}, withoutPause);
         EXPECT_TRUE(port) << port.problem().what.toStdString();
         return port ? std::move(*port) : nullptr;
     }
@@ -107,13 +107,13 @@ TEST_F(PseudoTerminal, NothingElseIsReplacedByTheLink)
 {
     QFile file(inFolder("file"));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    const auto port = PseudoTerminalPort::open(file.fileName(), unpaced);
+    const auto port = PseudoTerminalPort::open(file.fileName(), withoutPause);
     ASSERT_FALSE(port);
     EXPECT_EQ(port.problem().code, ExitCode::FileError);
     EXPECT_EQ(port.problem().what,
               QStringLiteral("the link \"%1\" cannot be made: File exists").arg(file.fileName()));
     EXPECT_EQ(port.problem().next, "give another name after --device");
-    EXPECT_FALSE(PseudoTerminalPort::open(inFolder("no/folder"), unpaced));
+    EXPECT_FALSE(PseudoTerminalPort::open(inFolder("no/folder"), withoutPause));
 }
 
 } // namespace hx
