@@ -190,6 +190,7 @@ bool DevicePort::drain(Microseconds deadline)
 
 MidiChunk DevicePort::receive(Microseconds deadline)
 {
+    bool hasWaited = false;
     while (isUsable()) {
         QByteArray bytes(readSize, Qt::Uninitialized);
         const ssize_t count = read(input().descriptor(), bytes.data(), size_t(bytes.size()));
@@ -201,9 +202,10 @@ MidiChunk DevicePort::receive(Microseconds deadline)
             noteEnd();
         else if (errno != EAGAIN && errno != EINTR)
             noteLoss(inputPath(), errno);
-        if (m_isGone || clock().now() >= deadline)
+        if (m_isGone || (hasWaited && clock().now() >= deadline))
             break;
         m_wait->forInput(input().descriptor(), deadline);
+        hasWaited = true;
     }
     return {};
 }

@@ -352,9 +352,9 @@ QStringList wronglyValid(const std::vector<hx::sim::StoredCode>& codes, bool isC
 
 } // namespace
 
-Laboratory::Laboratory(DeviceInterface& device, const Flaw* flaw)
-    : m_device(device), m_flaw(flaw), m_image(smallImage(hx::describeProduct(device))),
-      m_fresh(hx::sim::valdrin())
+Laboratory::Laboratory(DeviceInterface& device, const Flaw* flaw, const PortOver& portOver)
+    : m_device(device), m_flaw(flaw), m_portOver(portOver),
+      m_image(smallImage(hx::describeProduct(device))), m_fresh(hx::sim::valdrin())
 {
 }
 
@@ -363,7 +363,8 @@ TrialReport Laboratory::tryScenario(const Scenario& scenario)
     ProductOnTrial product(m_fresh, m_flaw);
     FaultyLink link(product, scenario);
     const auto update = [&] {
-        hx::PortBus bus(link); // a new run knows nothing of the one before
+        const std::unique_ptr<hx::MidiPort> port = m_portOver ? m_portOver(link) : nullptr;
+        hx::PortBus bus(port ? *port : link); // a new run knows nothing of the one before
         m_device.bus = &bus;
         const hx::UpdateResult result = hx::runUpdate(m_device, bus, m_image);
         m_device.bus = nullptr;

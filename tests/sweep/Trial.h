@@ -7,6 +7,9 @@
 
 #include <QStringList>
 
+#include <functional>
+#include <memory>
+
 namespace sweep {
 
 // Of the image: two data messages, the second one short.
@@ -21,11 +24,15 @@ struct TrialReport {
     WireRecord record; // of the first update
 };
 
+// The port that the host uses, with the link under it.
+using PortOver = std::function<std::unique_ptr<hx::MidiPort>(FaultyLink&)>;
+
 class Laboratory {
 public:
-    // `device` is the plugin; it must outlive this object.
-    // Without a flaw the product is sound.
-    explicit Laboratory(DeviceInterface& device, const Flaw* flaw = nullptr);
+    // `device` is the plugin; it must outlive this object. Without a flaw the product is sound.
+    // Without `portOver` the host uses the link itself.
+    explicit Laboratory(DeviceInterface& device, const Flaw* flaw = nullptr,
+                        const PortOver& portOver = {});
 
     TrialReport tryScenario(const Scenario& scenario);
 
@@ -41,6 +48,7 @@ public:
 private:
     DeviceInterface& m_device;
     const Flaw* m_flaw;
+    PortOver m_portOver;
     hx::UpdateImage m_image;
     hx::sim::SimulatedProduct m_fresh;
 };
