@@ -84,11 +84,11 @@ _hxhost()
     case $command in
         "") offers="ports identify info update verify recover image inspect check monitor trace simulate support --help --version" files=none ;;
         "ports") offers="--help --probe --json --field --progress --quiet --verbose --trace --plugin" files=none ;;
-        "identify") offers="--help --json --field --progress --quiet --verbose --trace --plugin --port --in-port --rate --gap --fault" files=none ;;
-        "info") offers="--help --json --field --progress --quiet --verbose --trace --plugin --port --in-port --rate --gap --fault" files=none ;;
-        "update") offers="--help --dry-run --yes --no-listen --json --field --progress --quiet --verbose --trace --plugin --port --in-port --rate --gap --fault" files=files ;;
-        "verify") offers="--help --json --field --progress --quiet --verbose --trace --plugin --port --in-port --rate --gap --fault" files=files ;;
-        "recover") offers="--help --json --field --progress --quiet --verbose --trace --plugin --port --in-port --rate --gap --fault" files=none ;;
+        "identify") offers="--help --json --field --progress --quiet --verbose --trace --plugin --port --in-port --rate --gap --slow-host --fault" files=none ;;
+        "info") offers="--help --json --field --progress --quiet --verbose --trace --plugin --port --in-port --rate --gap --slow-host --fault" files=none ;;
+        "update") offers="--help --dry-run --yes --no-listen --json --field --progress --quiet --verbose --trace --plugin --port --in-port --rate --gap --slow-host --fault" files=files ;;
+        "verify") offers="--help --json --field --progress --quiet --verbose --trace --plugin --port --in-port --rate --gap --slow-host --fault" files=files ;;
+        "recover") offers="--help --json --field --progress --quiet --verbose --trace --plugin --port --in-port --rate --gap --slow-host --fault" files=none ;;
         "image") offers="build inspect --help" files=none ;;
         "image build") offers="--help --output --kind --code-version --json --field --progress --quiet --verbose --trace --plugin" files=files ;;
         "image inspect") offers="--help --json --field --progress --quiet --verbose --trace --plugin" files=files ;;
@@ -97,7 +97,7 @@ _hxhost()
         "monitor") offers="--help --count --seconds --json --field --progress --quiet --verbose --trace --plugin --port --fault" files=none ;;
         "trace") offers="--help --svg --json --field --progress --quiet --verbose --trace" files=files ;;
         "simulate") offers="--help --device --name --backend --state --seconds --json --field --progress --quiet --verbose --trace --plugin --rate --gap --fault" files=files ;;
-        "support") offers="--help --output --image --last-trace --json --field --progress --quiet --verbose --trace --plugin --port --in-port --rate --gap --fault" files=none ;;
+        "support") offers="--help --output --image --last-trace --json --field --progress --quiet --verbose --trace --plugin --port --in-port --rate --gap --slow-host --fault" files=none ;;
     esac
 
     if [[ $cur == -* || $files == none ]]; then

@@ -55,6 +55,12 @@ ReplyTest testOf(const QRegExp& rx)
     return [rx](const HxMidiData& message) { return message.match(rx, true); };
 }
 
+AssemblerLimits scaled(AssemblerLimits limits, const Patience& patience)
+{
+    limits.idle *= patience.factor;
+    return limits;
+}
+
 QString shown(const QString& pattern)
 {
     return pattern.isEmpty() ? QStringLiteral("any message") : pattern;
@@ -72,7 +78,10 @@ ReplyTest replyTest(const ResponceData& pattern)
     return testOf(withoutBlanks(pattern.rx));
 }
 
-PortBus::PortBus(MidiPort& port, AssemblerLimits limits) : m_port(port), m_assembler(limits) {}
+PortBus::PortBus(MidiPort& port, AssemblerLimits limits, const Patience& patience)
+    : m_port(port), m_patience(patience), m_assembler(scaled(limits, patience))
+{
+}
 
 BusData PortBus::transact(BusData command, QString responsePattern, unsigned timeoutMs)
 {
@@ -102,11 +111,31 @@ BusData PortBus::exchange(const BusData& command, const ReplyTest& fits, const Q
         return fail(ExchangeEnd::EmptyCommand, BusEventKind::Decided,
                     QStringLiteral("the command is empty; nothing was sent or waited for"));
     discardStaleInput();
-    if (m_port.send(command.bytes) < command.bytes.size())
+    if (!sendWhole(command.bytes))
         return failSending(command.bytes);
     announce(BusEventKind::Sent, command.bytes, QString());
-    m_wait = {expected, timeoutMs, {}, 0};
-    return waitFor(fits, timeoutMs * microsecondsPerMillisecond);
+    m_wait = {expected, qint64(timeoutMs) * m_patience.factor, {}, 0};
+    return waitFor(fits, m_wait.timeoutMs * microsecondsPerMillisecond);
+}
+
+// False when the port did not take it, however often it was asked to.
+bool PortBus::sendWhole(const QByteArray& message)
+{
+    for (int attempt = 0; attempt < m_patience.sends; ++attempt) {
+        if (attempt > 0)
+            rest();
+        if (m_port.send(message) == message.size())
+            return true;
+        if (m_port.isGone() || interrupted())
+            break;
+    }
+    return false;
+}
+
+void PortBus::rest()
+{
+    if (m_patience.rest > 0)
+        listen(m_patience.rest);
 }
 
 BusData PortBus::failSending(const QByteArray& message)

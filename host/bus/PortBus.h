@@ -7,6 +7,7 @@
 #include "deviceinterface/FwUpdateProtocol.h"
 #include "host/bus/BusEvent.h"
 #include "host/bus/MidiPort.h"
+#include "host/bus/Patience.h"
 #include "host/bus/SysExAssembler.h"
 
 #include <QStringList>
@@ -53,9 +54,12 @@ ReplyTest replyTest(const ResponceData& pattern);
  */
 class PortBus final : public Bus {
 public:
-    explicit PortBus(MidiPort& port, AssemblerLimits limits = {});
+    explicit PortBus(MidiPort& port, AssemblerLimits limits = {}, const Patience& patience = {});
 
-    /** `timeoutMs` counts from the end of sending; 0xFFFFFFFF is 49 days. */
+    /**
+     * `timeoutMs` counts from the end of sending, and is multiplied by the patience; 0xFFFFFFFF is
+     * 49 days.
+     */
     BusData transact(BusData command, QString responsePattern, unsigned timeoutMs) override;
     BusData transactExpect(BusData const& command, ResponceData const& expected,
                            unsigned timeoutMs) override;
@@ -69,6 +73,14 @@ public:
      * (`errorText` then says so) or on an interrupt. Observers see it as ignored input.
      */
     AssembledEvents listen(Microseconds duration);
+
+    /**
+     * Gives what is slow the time to recover before something is asked or sent again; at once where
+     * the patience has no rest. What comes meanwhile is ignored input.
+     */
+    void rest();
+
+    const Patience& patience() const { return m_patience; }
 
     ExchangeEnd lastEnd() const { return m_lastEnd; }
     MidiPort& port() const { return m_port; }
@@ -91,13 +103,14 @@ private:
     /** What the wait under way is for, and what came that was not it. */
     struct Wait {
         QString expected;
-        unsigned timeoutMs = 0;
+        qint64 timeoutMs = 0;
         QStringList cameInstead;
         int unused = 0;
     };
 
     BusData exchangeByPattern(const BusData& command, const QRegExp& rx, const QString& pattern,
                               unsigned timeoutMs);
+    bool sendWhole(const QByteArray& message);
     BusData failSending(const QByteArray& message);
     BusData fail(ExchangeEnd end, BusEventKind kind, const QString& text);
     BusData endWait(ExchangeEnd end, BusEventKind kind, const QString& why);
@@ -116,6 +129,7 @@ private:
     void tell(const BusEvent& event);
 
     MidiPort& m_port;
+    Patience m_patience;
     SysExAssembler m_assembler;
     std::deque<AssembledEvent> m_queue; /**< arrived, not looked at yet */
     std::vector<BusObserver*> m_observers;

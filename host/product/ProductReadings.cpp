@@ -106,6 +106,8 @@ Reading ProductReader::read(const QString& key, const QStringList& responseKeys)
     const HxMidiData command(m_device.lookupStr(key));
     const ReplyTest fits = replyOrRefusal(command, responseKeys);
     for (int attempt = 0; attempt < questionAttempts; ++attempt) {
+        if (attempt > 0)
+            m_bus.rest();
         reading.raw = m_bus.exchange(command, fits, responseKeys.first(), timeoutMs());
         reading.state = stateOf(m_bus.lastEnd());
         if (reading.state != ReadingState::NoAnswer)
@@ -236,6 +238,7 @@ IdentityReading ProductReader::identity(int attempts)
         if (identity.state == ReadingState::PortLost ||
             identity.state == ReadingState::Interrupted || identity.state == ReadingState::Unknown)
             break;
+        m_bus.rest();
         const IdentityReading again = askIdentity();
         if (again.state == ReadingState::NoAnswer && !identity.raw.bytes.isEmpty())
             continue;

@@ -43,6 +43,8 @@ bool UpdateSender::sendOne(int index)
     SendEnd verdict = SendEnd::NoAnswer;
     bool wasSilent = false;
     for (int number = 0; number <= m_options.maxRetries; ++number) {
+        if (number > 0)
+            m_bus.rest();
         if (interrupted())
             verdict = SendEnd::Interrupted;
         else
@@ -82,10 +84,15 @@ SendEnd UpdateSender::verdictOf(const HxMidiData& acknowledgement) const
     return m_isGood(acknowledgement) && !m_isBad(acknowledgement) ? SendEnd::Good : SendEnd::Bad;
 }
 
+Microseconds UpdateSender::settleTime() const
+{
+    return Microseconds(m_timeoutMs) / settlePart * m_bus.patience().factor *
+           microsecondsPerMillisecond;
+}
+
 SendEnd UpdateSender::settle(SendEnd verdict)
 {
-    for (const AssembledEvent& event :
-         m_bus.listen(m_timeoutMs / settlePart * microsecondsPerMillisecond)) {
+    for (const AssembledEvent& event : m_bus.listen(settleTime())) {
         const HxMidiData message(event.message());
         if (event.kind != AssembledEvent::Kind::SysEx || !m_isAny(message))
             continue;

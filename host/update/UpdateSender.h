@@ -65,6 +65,7 @@ private:
     bool sendOne(int index);
     SendEnd attempt(const HxMidiData& message, bool lateAnswerPossible);
     SendEnd verdictOf(const HxMidiData& acknowledgement) const;
+    Microseconds settleTime() const;
     SendEnd settle(SendEnd verdict);
     void decide(int index, int attempt, SendEnd verdict);
     QString textOf(int index, SendEnd verdict) const;

@@ -279,6 +279,61 @@ TEST_F(PortBusTest, AMessageAcceptedInPartWasNotSent)
     EXPECT_TRUE(port.sent.empty());
 }
 
+TEST_F(PortBusTest, APatientBusWaitsFourTimesAsLong)
+{
+    PortBus patient(port, {}, slowHostPatience);
+    EXPECT_TRUE(patient.transact(hex("F0006B2D304130F7"), "F0", 100).bytes.isEmpty());
+    EXPECT_EQ(port.clock().now(), 400000);
+    EXPECT_TRUE(patient.errorText.startsWith("no answer: waited 400 ms for F0"))
+        << patient.errorText.toStdString();
+}
+
+TEST_F(PortBusTest, APatientBusBearsALongerPauseWithinAMessage)
+{
+    PortBus patient(port, {}, slowHostPatience);
+    for (const Microseconds pause : {3900000, 4100000}) {
+        port.answer = [&](const QByteArray&, int) {
+            port.arrive(hex("F00102"));
+            port.arrive(hex("03F7"), pause);
+        };
+        const BusData reply = patient.transact(hex("F0006B2D304130F7"), "F0", 2000);
+        EXPECT_EQ(reply.bytes, pause < 4000000 ? hex("F0010203F7") : QByteArray()) << pause;
+    }
+}
+
+TEST_F(PortBusTest, APatientBusHandsAMessageToThePortAgain)
+{
+    PortBus patient(port, {}, slowHostPatience);
+    port.answer = [&](const QByteArray&, int) { port.arrive(hex("F001F7")); };
+    port.refusals = 3;
+    EXPECT_EQ(patient.transact(hex("F0006B2D304130F7"), "F0", 100).bytes, hex("F001F7"));
+    EXPECT_EQ(port.clock().now(), 3 * slowHostPatience.rest);
+    port.refusals = 4;
+    EXPECT_TRUE(patient.transact(hex("F0006B2D304130F7"), "F0", 100).bytes.isEmpty());
+    EXPECT_EQ(patient.lastEnd(), ExchangeEnd::SendFailed);
+    EXPECT_EQ(patient.errorText, "F0 00 6B 2D 30 41 30 F7 could not be sent: aborted");
+    EXPECT_EQ(port.sent.size(), 1u);
+}
+
+TEST_F(PortBusTest, APortThatIsGoneIsNotAskedAgain)
+{
+    PortBus patient(port, {}, slowHostPatience);
+    port.refusals = 1;
+    port.isUnplugged = true;
+    EXPECT_TRUE(patient.transact(hex("F0006B2D304130F7"), "F0", 100).bytes.isEmpty());
+    EXPECT_EQ(port.clock().now(), 0);
+    EXPECT_EQ(port.refusals, 0);
+}
+
+TEST_F(PortBusTest, ABusWithoutPatienceDoesNotRest)
+{
+    bus.rest();
+    EXPECT_EQ(port.clock().now(), 0);
+    PortBus patient(port, {}, slowHostPatience);
+    patient.rest();
+    EXPECT_EQ(port.clock().now(), 2500000);
+}
+
 TEST_F(PortBusTest, AnInterruptEndsAWaitSoon)
 {
     std::atomic<bool> flag{true};

@@ -76,6 +76,16 @@ TEST_F(UpdateCommand, EndsWhenTheProductStaysSilent)
     EXPECT_TRUE(result(document).value("product").toObject().value("touched").toBool());
 }
 
+TEST_F(UpdateCommand, ASlowHostWaitsForAnswersThatComeLate)
+{
+    const QStringList late = {"update",    image(),   "--port",
+                              "simulator", "--fault", "delay-reply:1-:7000"};
+    EXPECT_EQ(hxhost(late).exitCode, 5);
+    const ProgramResult patient = hxhost(QStringList(late) << "--slow-host");
+    EXPECT_EQ(patient.exitCode, 0) << patient.err.toStdString();
+    EXPECT_TRUE(patient.out.contains("Verified")) << patient.out.toStdString();
+}
+
 TEST_F(UpdateCommand, EndsWhenTheProductRefusesForGood)
 {
     const QJsonObject document = update({"--fault", "failed-ack:5"});

@@ -19,6 +19,11 @@ public:
             errorText = sendError;
             return 0;
         }
+        if (refusals > 0) {
+            --refusals;
+            errorText = QStringLiteral("aborted");
+            return 0;
+        }
         if (accepts >= 0 && accepts < message.size()) {
             errorText = QStringLiteral("full");
             return accepts;
@@ -32,6 +37,7 @@ public:
 
     hx::MidiChunk receive(hx::Microseconds deadline) override
     {
+        errorText.clear();
         if (receives++ == 0 && onFirstReceive)
             onFirstReceive();
         const auto next = m_arriving.begin();
@@ -49,6 +55,8 @@ public:
         m_clock.sleepUntil(deadline);
         return {};
     }
+
+    bool isGone() const override { return isUnplugged; }
 
     // Bytes that arrive `delay` microseconds from now, in one chunk.
     void arrive(const QByteArray& bytes, hx::Microseconds delay = 0)
@@ -69,6 +77,8 @@ public:
 
     std::vector<QByteArray> sent;
     QString sendError;            // sending fails with this from now on, unless empty
+    int refusals = 0;             // messages that it does not take before it does
+    bool isUnplugged = false;     // what it says of itself
     qint64 accepts = -1;          // bytes that it takes of a message; -1: all
     hx::Microseconds lostAt = -1; // the port is gone from here on; -1: never
     hx::Microseconds microsecondsPerByte = 0;

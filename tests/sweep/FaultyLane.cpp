@@ -38,6 +38,17 @@ void split(Pieces& pieces, const Fault& fault)
         position += size;
 }
 
+void cutIntoPackets(Pieces& pieces, const Fault& fault)
+{
+    const int size = std::max(fault.byte, 1);
+    for (int position = size;; position += size) {
+        const std::size_t index = cutAt(pieces, position);
+        if (index >= pieces.size())
+            break;
+        pieces[index].pause = fault.value;
+    }
+}
+
 void interrupt(Pieces& pieces, const Fault& fault, Piece::Then then)
 {
     const std::size_t index = cutAt(pieces, fault.byte);
@@ -55,6 +66,8 @@ void cut(Pieces& pieces, const Fault& fault)
         return delay(pieces, fault);
     case FaultKind::Split:
         return split(pieces, fault);
+    case FaultKind::Packets:
+        return cutIntoPackets(pieces, fault);
     case FaultKind::Vanish:
         return interrupt(pieces, fault, Piece::Then::Vanish);
     case FaultKind::PowerOff:
@@ -140,7 +153,10 @@ QByteArray FaultyLane::changed(const Fault& fault, const QByteArray& head, const
     case FaultKind::Flip:
         return tail.isEmpty() ? head : head + static_cast<char>(tail.at(0) ^ value) + tail.mid(1);
     case FaultKind::Truncate:
+    case FaultKind::Abort:
         return head;
+    case FaultKind::Cap:
+        return (head + tail).left(fault.value);
     case FaultKind::Insert:
         return head + value + tail;
     case FaultKind::Old: // its own number: the message comes twice

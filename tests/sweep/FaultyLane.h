@@ -18,6 +18,7 @@ struct Piece {
 
     QByteArray bytes;
     hx::Microseconds notBefore = 0; // after the command was sent
+    hx::Microseconds pause = 0;     // after the piece in front of it
     Then then = Then::Nothing;
     hx::Microseconds duration = 0; // of deafness
     std::vector<Fault> atEnd; // faults of who hears it that strike with the message's last piece

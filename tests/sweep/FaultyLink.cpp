@@ -33,6 +33,11 @@ hx::sim::CutWrite cutWriteOf(FaultKind kind)
                                             : hx::sim::CutWrite::Nothing;
 }
 
+bool isAbort(const Fault& fault)
+{
+    return fault.kind == FaultKind::Abort;
+}
+
 bool isFalseAnswer(const Fault& fault)
 {
     return fault.kind == FaultKind::Refuse || fault.kind == FaultKind::Answer;
@@ -83,6 +88,9 @@ void FaultyLink::repair()
     m_in.repair();
     for (auto& travelling : m_travelling)
         travelling.second.piece = Piece(travelling.second.piece.bytes);
+    if (m_outFree > m_clock.now() || m_inFree > m_clock.now())
+        m_travelling.clear(); // a driver drops what it still holds when the port is closed
+    m_outFree = m_inFree = 0;
     m_deafUntil = 0;
     m_isGone = false;
     m_record.clear();
@@ -109,15 +117,29 @@ qint64 FaultyLink::send(const QByteArray& message)
     const Topic topic = topicOf(message);
     const std::vector<Fault> faults = m_out.strikingNext(topic);
     const auto refused = std::find_if(faults.begin(), faults.end(), isFalseAnswer);
-    const Pieces pieces =
-        m_out.pass(refused == faults.end() ? message : message.left(refused->byte), topic);
+    carry(m_out.pass(refused == faults.end() ? message : message.left(refused->byte), topic));
+    const auto aborted = std::find_if(faults.begin(), faults.end(), isAbort);
+    if (aborted == faults.end())
+        return isPresent() ? message.size() : 0;
+    m_record.back().kind = WireEvent::Kind::Lost;
+    errorText = QStringLiteral("the driver gave the message up");
+    return std::min<qint64>(aborted->byte, message.size() - 1);
+}
+
+// Packets stay in their order, also with those of the message before.
+void FaultyLink::carry(const Pieces& pieces)
+{
+    hx::Microseconds free = std::max(m_outFree, m_sentAt);
     for (const Piece& piece : pieces) {
-        if (piece.notBefore > 0)
-            m_travelling.emplace(m_sentAt + piece.notBefore, Travelling{Direction::Out, piece});
+        free += piece.pause;
+        const hx::Microseconds arrival =
+            piece.notBefore > 0 ? m_sentAt + piece.notBefore : std::max(free, m_sentAt);
+        if (arrival > m_sentAt)
+            m_travelling.emplace(arrival, Travelling{Direction::Out, piece});
         else
             hear(piece);
+        m_outFree = piece.pause > 0 ? free : m_outFree;
     }
-    return isPresent() ? message.size() : 0;
 }
 
 // Bytes reach the product while the host does not listen.
@@ -221,13 +243,16 @@ void FaultyLink::strikeAtEnd(const std::vector<Fault>& faults)
     }
 }
 
-QByteArray FaultyLink::falsified(QByteArray reply) const
+QByteArray FaultyLink::falsified(QByteArray reply)
 {
     for (const Fault& fault : m_in.strikingNext(topicOf(m_command))) {
         if (fault.kind == FaultKind::OtherModel)
             reply = asOtherModel(reply);
         if (isFalseAnswer(fault))
             reply = reply.left(fault.byte) + falseAnswer(fault);
+        const bool isGarbled = fault.kind == FaultKind::Garble && m_clock.now() < fault.value;
+        if (isGarbled && fault.byte < reply.size())
+            reply[fault.byte] = static_cast<char>(reply.at(fault.byte) ^ garbleMask);
     }
     return reply;
 }
@@ -237,15 +262,16 @@ void FaultyLink::answer(const QByteArray& message, hx::Microseconds delay)
     if (message.isEmpty())
         return;
     const Pieces pieces = m_in.pass(falsified(message), topicOf(m_command));
-    hx::Microseconds arrival = m_clock.now() + delay;
+    hx::Microseconds arrival = std::max(m_clock.now() + delay, m_inFree);
     for (const Piece& piece : pieces) {
         if (m_isGone || m_clock.now() < m_deafUntil)
             return;
         if (piece.then == Piece::Then::PowerOff || piece.then == Piece::Then::Deaf)
             return happen(piece); // while it sends: the rest is not sent
-        arrival += piece.bytes.size() * byteTime;
+        arrival += piece.bytes.size() * byteTime + piece.pause;
         arrival = std::max(arrival, piece.notBefore > 0 ? m_sentAt + piece.notBefore : 0);
         m_travelling.emplace(arrival, Travelling{Direction::In, piece});
+        m_inFree = piece.pause > 0 ? arrival : m_inFree;
     }
 }
 

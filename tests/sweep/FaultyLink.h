@@ -17,7 +17,7 @@ struct WireEvent {
 
     Kind kind = Kind::Sent;
     hx::Microseconds time = 0; // the last byte is on its way, or has arrived
-    QByteArray bytes;          // as the host meant them, or as they reached it
+    QByteArray bytes; // as the host meant them, or as they reached it; of a port that is gone none
 };
 
 using WireRecord = std::vector<WireEvent>;
@@ -36,6 +36,7 @@ bool isSameCode(const hx::sim::StoredCode& a, const hx::sim::StoredCode& b);
 class FaultyLink final : public hx::MidiPort {
 public:
     static constexpr hx::Microseconds byteTime = 320;
+    static constexpr char garbleMask = 0x15;
 
     FaultyLink(ProductOnTrial& product, const Scenario& scenario)
         : m_product(product), m_out(Direction::Out, scenario), m_in(Direction::In, scenario)
@@ -45,6 +46,7 @@ public:
     QString name() const override { return QStringLiteral("faulty link"); }
     hx::Clock& clock() override { return m_clock; }
     qint64 send(const QByteArray& message) override;
+    bool isGone() const override { return m_isGone; }
     hx::MidiChunk receive(hx::Microseconds deadline) override;
 
     // Ends the faults and plugs the product in again; bytes on their way stay so.
@@ -73,7 +75,8 @@ private:
     void strikeAtEnd(const std::vector<Fault>& faults);
     void answer(const QByteArray& message, hx::Microseconds delay);
     void happen(const Piece& piece);
-    QByteArray falsified(QByteArray reply) const;
+    void carry(const Pieces& pieces);
+    QByteArray falsified(QByteArray reply);
     QByteArray falseAnswer(const Fault& fault) const;
 
     ProductOnTrial& m_product;
@@ -88,6 +91,9 @@ private:
     QByteArray m_command;
     hx::Microseconds m_sentAt = 0;
     hx::Microseconds m_deafUntil = 0;
+    // What is on its way in packets, to the product and back, is there by then.
+    hx::Microseconds m_outFree = 0;
+    hx::Microseconds m_inFree = 0;
     bool m_isGone = false;
 };
 

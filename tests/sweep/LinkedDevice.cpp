@@ -64,7 +64,7 @@ private:
 
     void closeWithLink()
     {
-        if (!m_link.errorText.isEmpty())
+        if (m_link.isGone())
             close();
     }
 

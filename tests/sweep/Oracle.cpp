@@ -121,7 +121,7 @@ private:
             m_end.outcome =
                 status == Status::Silent ? UpdateOutcome::NoAnswer : UpdateOutcome::Failed;
             if (status == Status::Silent && !m_isCutShort)
-                m_decidedAt = m_exchanges[m_next - 1].sent + Exchange::timeout;
+                m_decidedAt = m_exchanges[m_next - 1].deadline();
             else if (!m_isCutShort)
                 m_decidedAt = 0;
             return false;
@@ -153,7 +153,7 @@ private:
     Status statusOfAttempt(const Exchange& exchange, bool wasSilent) const
     {
         Status status = Status::Silent;
-        hx::Microseconds until = exchange.sent + Exchange::timeout;
+        hx::Microseconds until = exchange.deadline();
         for (const HeardMessage& message : exchange.heard) {
             const bool isStale =
                 !wasSilent && !m_answersMayComeEarly && message.time <= exchange.sent;
@@ -164,7 +164,7 @@ private:
                 break;
             status = statusOf(message.bytes);
             if (isFirst)
-                until = message.time + Exchange::settling;
+                until = message.time + exchange.settling();
         }
         return status;
     }

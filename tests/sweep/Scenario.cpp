@@ -39,6 +39,10 @@ const std::vector<KindRow>& kindRows()
         {FaultKind::Refuse, "refuse", 0},
         {FaultKind::Answer, "answer", 16},
         {FaultKind::OtherModel, "other-model", 0},
+        {FaultKind::Packets, "packets", 10},
+        {FaultKind::Cap, "cap", 10},
+        {FaultKind::Abort, "abort", 0},
+        {FaultKind::Garble, "garble", 10},
     };
     return rows;
 }

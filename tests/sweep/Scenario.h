@@ -33,7 +33,12 @@ enum class FaultKind {
     Deaf,          // from it on the product hears and says nothing for `value` microseconds
     Refuse,        // the product answers with a refusal instead of acting
     Answer,        // it acknowledges with the status `value` instead of acting
-    OtherModel     // another model of the family is at the port
+    OtherModel,    // another model of the family is at the port
+    // What slow operating systems and drivers do:
+    Packets, // it comes in pieces of as many bytes as `byte` says, `value` microseconds apart
+    Cap,     // what is behind its first `value` bytes is lost
+    Abort,   // the port takes the bytes before it and gives the message up
+    Garble   // until `value` microseconds have passed since the start, the byte is another one
 };
 
 // What a message is about: a command by its bytes, a reply by the command that it answers.

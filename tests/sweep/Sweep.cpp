@@ -24,6 +24,11 @@ const std::vector<int> deafness = {100 * microsecondsPerMillisecond,
                                    2500 * microsecondsPerMillisecond,
                                    30000 * microsecondsPerMillisecond};
 
+constexpr int packetSize = 6;
+const std::vector<int> packetGaps = {1000, 20000, 80000, 200000, 340000, 900000, 1100000};
+const std::vector<int> caps = {2048, 100, 16, 9};
+constexpr int longestReply = 17;
+
 // The places and the lengths of one fault.
 class Places {
 public:
@@ -35,6 +40,8 @@ public:
     }
 
     void once(FaultKind kind, int value = 0) { visit(kind, value, 1); }
+
+    void forGood(FaultKind kind, int value) { visit(kind, value, 0); }
 
     void onceAndForGood(FaultKind kind, int value = 0)
     {
@@ -152,6 +159,28 @@ void forEachPermanentFault(Laboratory& laboratory, const Visit& visit)
         if (seen.insert(faultText(fault)).second)
             visit({{fault}});
     });
+}
+
+void forEachPortFault(Laboratory& laboratory, const Visit& visit)
+{
+    for (const Direction direction : {Direction::Out, Direction::In}) {
+        const std::vector<int> sizes = laboratory.messageSizes(direction);
+        for (int message = 1; message <= static_cast<int>(sizes.size()); ++message) {
+            const int size = sizes[static_cast<std::size_t>(message - 1)];
+            Places whole(direction, message, packetSize, visit);
+            for (const int gap : packetGaps)
+                whole.onceAndForGood(FaultKind::Packets, gap);
+            for (const int cap : caps)
+                whole.onceAndForGood(FaultKind::Cap, cap);
+            for (int byte = 0; byte < size && direction == Direction::Out; ++byte)
+                Places(direction, message, byte, visit).onceTwiceAndForGood(FaultKind::Abort);
+        }
+    }
+    for (int byte = 0; byte < longestReply; ++byte) {
+        for (const int until : {500 * microsecondsPerMillisecond, 2000 * microsecondsPerMillisecond,
+                                5000 * microsecondsPerMillisecond})
+            Places(Direction::In, 1, byte, visit).forGood(FaultKind::Garble, until);
+    }
 }
 
 } // namespace sweep

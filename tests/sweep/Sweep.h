@@ -16,4 +16,8 @@ void forEachScenario(Laboratory& laboratory, const std::function<void(const Scen
 void forEachPermanentFault(Laboratory& laboratory,
                            const std::function<void(const Scenario&)>& visit);
 
+// What slow operating systems and drivers were seen to do to SysEx messages: hand them over in six
+// bytes at a time, cut them at a limit, give one up, and damage what comes in at first.
+void forEachPortFault(Laboratory& laboratory, const std::function<void(const Scenario&)>& visit);
+
 } // namespace sweep

@@ -83,6 +83,52 @@ TEST_F(Sweep, EveryScenarioOfAPartOfThePermanentFaultsPasses)
     });
 }
 
+TEST_F(Sweep, EveryFaultOfASlowSystemEndsHonestly)
+{
+    int scenarios = 0;
+    forEachPortFault(*laboratory, [&](const Scenario& scenario) {
+        ++scenarios;
+        expectPasses(scenario);
+    });
+    EXPECT_GE(scenarios, 1300);
+}
+
+TEST_F(Sweep, PatienceGetsOverWhatItCanAndEndsTheRestHonestly)
+{
+    laboratory->setPatience(hx::slowHostPatience);
+    forEachPortFault(*laboratory, [&](const Scenario& scenario) { expectPasses(scenario); });
+}
+
+// The four that were seen in the field, as a person without and with --slow-host meets them.
+TEST_F(Sweep, WhatSlowSystemsWereSeenToDoIsGotOverWithPatience)
+{
+    const struct {
+        const char* line;
+        hx::UpdateOutcome usual;
+        hx::UpdateOutcome patient;
+    } cases[] = {
+        {"in 1.6 packets 1000 x*", hx::UpdateOutcome::Succeeded, hx::UpdateOutcome::Succeeded},
+        {"in 1.6 packets 1100000 x*", hx::UpdateOutcome::NoAnswer, hx::UpdateOutcome::Succeeded},
+        {"out 1.6 packets 340000 x*", hx::UpdateOutcome::Succeeded, hx::UpdateOutcome::Succeeded},
+        {"out 1.0 cap 2048 x*", hx::UpdateOutcome::Succeeded, hx::UpdateOutcome::Succeeded},
+        {"out 1.0 cap 100 x*", hx::UpdateOutcome::NoAnswer, hx::UpdateOutcome::NoAnswer},
+        {"out 4.20 abort x1", hx::UpdateOutcome::PortLost, hx::UpdateOutcome::Succeeded},
+        {"out 4.20 abort x*", hx::UpdateOutcome::PortLost, hx::UpdateOutcome::PortLost},
+        {"in 1.8 garble 2000000 x*", hx::UpdateOutcome::Succeeded, hx::UpdateOutcome::Succeeded},
+        {"in 1.8 garble 5000000 x*", hx::UpdateOutcome::WrongProduct, hx::UpdateOutcome::Succeeded},
+    };
+    for (const auto& one : cases) {
+        laboratory->setPatience({});
+        const TrialReport usual = tryLine(one.line);
+        EXPECT_EQ(complaintsOf(usual), "") << one.line;
+        EXPECT_EQ(usual.outcome, one.usual) << one.line;
+        laboratory->setPatience(hx::slowHostPatience);
+        const TrialReport patient = tryLine(one.line);
+        EXPECT_EQ(complaintsOf(patient), "") << one.line;
+        EXPECT_EQ(patient.outcome, one.patient) << one.line;
+    }
+}
+
 TEST_F(Sweep, EveryPairOfAFewPasses)
 {
     const Pairs pairs(*laboratory, 2);

@@ -20,6 +20,10 @@ using hx::UpdateOutcome;
 constexpr int mostQuestions = 3 + 3 + 10 + 2 * 3 * 3;
 constexpr int mostAttempts = 4;
 constexpr int fullDataSize = 112;
+constexpr int longestMessage = 146; // of the small update, and of the answers to it
+constexpr int longestReply = 17;
+constexpr hx::Microseconds longestPauseInMessage = 1000 * 1000; // in usual patience
+constexpr hx::Microseconds slackInTimeout = 30 * 1000; // for what the wire and the product take
 constexpr hx::Microseconds questionTime = 8 * FaultyLink::byteTime;
 constexpr hx::Microseconds longestBeforeSending = 250 * 1000;
 
@@ -47,11 +51,28 @@ bool isMislabelled(const hx::sim::StoredCode& code, const hx::UpdateImage& image
     return code.valid && code.bytes == image.code && code.crc == image.statedCrc;
 }
 
+// Time between the first and the last byte of the longest message that comes in these packets.
+hx::Microseconds longestInPackets(const Fault& fault)
+{
+    const int size = fault.direction == Direction::Out ? longestMessage : longestReply;
+    return fault.value * hx::Microseconds((size - 1) / std::max(fault.byte, 1));
+}
+
 // A message that once is late, lost in part or in pieces, or has real-time bytes in it, is made
 // good by asking or sending again.
-bool isOvercome(const Fault& fault)
+bool isOvercome(const Fault& fault, const hx::Patience& patience)
 {
     switch (fault.kind) {
+    case FaultKind::Packets:
+        return longestInPackets(fault) < patience.factor * Exchange::timeout - slackInTimeout &&
+               (fault.direction == Direction::Out ||
+                fault.value < patience.factor * longestPauseInMessage);
+    case FaultKind::Abort:
+        return fault.strikes > 0 && fault.strikes < patience.sends;
+    case FaultKind::Garble: // who rests does not ask for the last time while it goes on
+        return fault.value < (mostAttempts - 1) * patience.rest;
+    case FaultKind::Cap:
+        return fault.value >= longestMessage || !fault.isLasting();
     case FaultKind::None:
     case FaultKind::Split:
         return true;
@@ -75,11 +96,11 @@ bool mayMeetAnother(const Fault& fault)
     return fault.kind == FaultKind::Delay && fault.value > Exchange::timeout;
 }
 
-bool mustSucceed(const Scenario& scenario)
+bool mustSucceed(const Scenario& scenario, const hx::Patience& patience)
 {
     const bool isAlone = scenario.faults.size() < 2;
     return std::all_of(scenario.faults.begin(), scenario.faults.end(), [&](const Fault& fault) {
-        return isOvercome(fault) && (isAlone || !mayMeetAnother(fault));
+        return isOvercome(fault, patience) && (isAlone || !mayMeetAnother(fault));
     });
 }
 
@@ -95,9 +116,9 @@ bool mayLie(const Scenario& scenario)
     return mayStrikeAgain(scenario) || scenario.has(FaultKind::UnsteadyWrite);
 }
 
-Conversation conversationOf(const Scenario& scenario, const WireRecord& record)
+Conversation conversationOf(const Scenario& scenario, const WireRecord& record, int patience)
 {
-    Conversation conversation = readConversation(record);
+    Conversation conversation = readConversation(record, patience);
     conversation.answersMayComeEarly = mayStrikeAgain(scenario);
     return conversation;
 }
@@ -106,9 +127,11 @@ Conversation conversationOf(const Scenario& scenario, const WireRecord& record)
 class Examination {
 public:
     Examination(const Scenario& scenario, const hx::UpdateImage& image,
-                const hx::UpdateResult& result, const FaultyLink& link)
+                const hx::UpdateResult& result, const FaultyLink& link,
+                const hx::Patience& patience)
         : m_scenario(scenario), m_image(image), m_result(result), m_link(link),
-          m_conversation(conversationOf(scenario, link.record())),
+          m_patience(patience),
+          m_conversation(conversationOf(scenario, link.record(), int(patience.factor))),
           m_expected(expectedEnd(m_conversation, image))
     {
     }
@@ -137,12 +160,12 @@ private:
     // the settling.
     void checkTime(hx::Microseconds elapsed)
     {
-        hx::Microseconds allowed =
-            mostQuestions * (questionTime + Exchange::timeout + longestBeforeSending);
+        const hx::Microseconds timeout = m_patience.factor * Exchange::timeout;
+        const hx::Microseconds before = longestBeforeSending + m_patience.rest * m_patience.sends;
+        hx::Microseconds allowed = mostQuestions * (questionTime + timeout + before);
         for (const HxMidiData& message : m_image.messages)
-            allowed +=
-                mostAttempts * (message.bytes.size() * FaultyLink::byteTime + Exchange::timeout +
-                                Exchange::settling + longestBeforeSending);
+            allowed += mostAttempts * (message.bytes.size() * FaultyLink::byteTime + timeout +
+                                       timeout / 4 + before);
         const auto commands = static_cast<int>(m_conversation.exchanges.size());
         const int mostCommands =
             mostQuestions + mostAttempts * static_cast<int>(m_image.messages.size());
@@ -157,7 +180,7 @@ private:
     void checkOutcome()
     {
         demand(m_expected.wrongCourse.isEmpty(), m_expected.wrongCourse);
-        demand(m_result.succeeded() || !mustSucceed(m_scenario),
+        demand(m_result.succeeded() || !mustSucceed(m_scenario, m_patience),
                QStringLiteral("it does not get over a fault that it must get over"));
         demand(
             m_result.outcome == m_expected.outcome,
@@ -310,6 +333,7 @@ private:
     const hx::UpdateImage& m_image;
     const hx::UpdateResult& m_result;
     const FaultyLink& m_link;
+    const hx::Patience& m_patience;
     Conversation m_conversation;
     ExpectedEnd m_expected;
     QStringList m_complaints;
@@ -364,7 +388,8 @@ TrialReport Laboratory::tryScenario(const Scenario& scenario)
     FaultyLink link(product, scenario);
     const auto update = [&] {
         const std::unique_ptr<hx::MidiPort> port = m_portOver ? m_portOver(link) : nullptr;
-        hx::PortBus bus(port ? *port : link); // a new run knows nothing of the one before
+        hx::PortBus bus(port ? *port : link, {},
+                        m_patience); // a new run knows nothing of the one before
         m_device.bus = &bus;
         const hx::UpdateResult result = hx::runUpdate(m_device, bus, m_image);
         m_device.bus = nullptr;
@@ -378,7 +403,7 @@ TrialReport Laboratory::tryScenario(const Scenario& scenario)
     report.record = link.record();
     report.isFalseSuccess = result.succeeded() && !holds(product.code(), m_image) &&
                             !holds(link.codeWhenCalculated(), m_image);
-    report.complaints = Examination(scenario, m_image, result, link)
+    report.complaints = Examination(scenario, m_image, result, link, m_patience)
                             .complaints(m_fresh.code(), product.code(), link.clock().now());
     if (!scenario.has(FaultKind::BadCell))
         report.complaints << brokenWords(link.acknowledged(), m_image)

@@ -36,6 +36,9 @@ public:
 
     TrialReport tryScenario(const Scenario& scenario);
 
+    // From now on the host has this patience.
+    void setPatience(const hx::Patience& patience) { m_patience = patience; }
+
     // Sizes of the messages of an update without a fault, in order.
     std::vector<int> messageSizes(Direction direction);
 
@@ -49,6 +52,7 @@ private:
     DeviceInterface& m_device;
     const Flaw* m_flaw;
     PortOver m_portOver;
+    hx::Patience m_patience;
     hx::UpdateImage m_image;
     hx::sim::SimulatedProduct m_fresh;
 };

@@ -1,5 +1,8 @@
 #include "tests/sweep/WireReading.h"
 
+#include <algorithm>
+#include <map>
+
 namespace sweep {
 
 const QByteArray versionRequest = QByteArray::fromHex("F0006B2D30412EF7");
@@ -8,7 +11,7 @@ const QByteArray calculatedRequest = QByteArray::fromHex("F0006B2D304131F7");
 
 namespace {
 
-constexpr hx::Microseconds longestPause = 1000 * 1000; // inside a message
+constexpr hx::Microseconds longestPause = 1000 * 1000; // inside a message, in usual patience
 constexpr int valueAt = 7;
 constexpr int valueSize = 4;
 
@@ -18,6 +21,8 @@ const QByteArray productHead = QByteArray::fromHex("F0006B2D3041");
 // Puts bytes together to SysEx messages, one exchange at a time.
 class Cutter {
 public:
+    explicit Cutter(int patience) : m_longestPause(patience * longestPause) {}
+
     void take(const WireEvent& event, std::vector<HeardMessage>* heard)
     {
         for (const char byte : event.bytes)
@@ -34,7 +39,7 @@ private:
     void takeByte(char byte, hx::Microseconds time, std::vector<HeardMessage>* heard)
     {
         const auto value = static_cast<quint8>(byte);
-        if (time - m_last > longestPause)
+        if (time - m_last > m_longestPause)
             forget();
         if (value >= 0xF8)
             return;
@@ -50,6 +55,7 @@ private:
             forget();
     }
 
+    hx::Microseconds m_longestPause;
     QByteArray m_message;
     hx::Microseconds m_last = 0;
 };
@@ -110,7 +116,7 @@ QByteArray Exchange::answer() const
 {
     QByteArray other;
     for (const HeardMessage& message : heard) {
-        if (message.time > sent + timeout || !answers(command, message.bytes))
+        if (message.time > deadline() || !answers(command, message.bytes))
             continue;
         if (!isIdentityRequest(command) || isIdentityOfProduct(message.bytes))
             return message.bytes;
@@ -119,22 +125,27 @@ QByteArray Exchange::answer() const
     return other;
 }
 
-Conversation readConversation(const WireRecord& record)
+Conversation readConversation(const WireRecord& record, int patience)
 {
     Conversation conversation;
-    Cutter cutter;
+    Cutter cutter(patience);
+    std::map<QByteArray, hx::Microseconds> givenUp;
     for (const WireEvent& event : record) {
         if (event.kind == WireEvent::Kind::Sent) {
-            conversation.exchanges.push_back({event.bytes, event.time, {}});
+            conversation.exchanges.push_back({event.bytes, event.time, {}, patience});
+            givenUp.erase(event.bytes);
             cutter.forget();
         } else if (event.kind == WireEvent::Kind::Lost) {
-            conversation.lostAt = conversation.lostAt.value_or(event.time);
+            givenUp.emplace(event.bytes, event.time);
         } else if (!conversation.exchanges.empty()) {
             Exchange& exchange = conversation.exchanges.back();
-            cutter.forgetAfter(exchange.sent + Exchange::timeout, event.time);
+            cutter.forgetAfter(exchange.deadline(), event.time);
             cutter.take(event, &exchange.heard);
         }
     }
+    for (const auto& message : givenUp)
+        conversation.lostAt =
+            std::min(conversation.lostAt.value_or(message.second), message.second);
     return conversation;
 }
 

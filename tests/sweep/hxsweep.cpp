@@ -28,6 +28,8 @@ struct Options {
     long pairs; // 0: every single fault
     long seed;
     bool isPermanent;
+    bool isPortFaults;
+    bool isSlowHost;
     bool isList;
 };
 
@@ -102,6 +104,8 @@ void forEachChosen(Laboratory& laboratory, const Options& options, const Visit& 
     };
     if (options.pairs > 0)
         forEachPair(laboratory, options, visitChosen);
+    else if (options.isPortFaults)
+        sweep::forEachPortFault(laboratory, visitChosen);
     else if (options.isPermanent)
         sweep::forEachPermanentFault(laboratory, visitChosen);
     else
@@ -225,6 +229,8 @@ std::optional<Options> readOptions(const QCoreApplication& application)
          {"plugin", "the plugin library", "FILE", HX_PLUGIN_FILE},
          {"every", "only every Nth scenario", "N", "1"},
          {"first", "of these, beginning with this one, from 0", "N", "0"},
+         {"port-faults", "what slow operating systems and drivers do"},
+         {"slow-host", "with the patience that --slow-host gives"},
          {"permanent", "faults that never heal, on one direction and topic"},
          {"pairs", "so many pairs of faults, drawn", "N", "0"},
          {"seed", "what they are drawn with", "N", "1"},
@@ -244,6 +250,8 @@ std::optional<Options> readOptions(const QCoreApplication& application)
                    *pairs,
                    *seed,
                    line.isSet("permanent"),
+                   line.isSet("port-faults"),
+                   line.isSet("slow-host"),
                    line.isSet("list")};
 }
 
@@ -272,6 +280,8 @@ int main(int argc, char** argv)
         return 2;
     }
     Laboratory laboratory(loaded.plugin->device(), flaw);
+    if (options.isSlowHost)
+        laboratory.setPatience(hx::slowHostPatience);
     return options.scenario.isEmpty() ? sweepAll(laboratory, options)
                                       : showScenario(laboratory, options);
 }

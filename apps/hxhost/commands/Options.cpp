@@ -142,6 +142,11 @@ void addConnectionOptions(const Command& command, ConnectionOptions& options)
         .valueName("NAME")
         .group(connectionGroup);
     addPaceOptions(command, options.pace);
+    command
+        .addFlag("--slow-host", options.slowHost,
+                 "Wait four times as long, and rest before asking again: for an operating system "
+                 "or a driver that delivers late")
+        .group(connectionGroup);
     addFaultOption(command, options.faults);
 }
 

@@ -36,20 +36,21 @@ bool Session::loadPlugin(const PluginOptions& options)
 bool Session::connect(const ConnectionOptions& options)
 {
     m_isMadeUp = isMadeUpPort(fileNameText(options.port));
-    return use(openPort(m_context, options, device()));
+    return use(openPort(m_context, options, device()), options);
 }
 
 bool Session::listenOn(const ConnectionOptions& options)
 {
-    return loadPlugin(options.plugin) && use(openInput(m_context, options, device()));
+    return loadPlugin(options.plugin) && use(openInput(m_context, options, device()), options);
 }
 
-bool Session::use(std::unique_ptr<MidiPort> port)
+bool Session::use(std::unique_ptr<MidiPort> port, const ConnectionOptions& options)
 {
     m_port = std::move(port);
     if (!m_port || !m_context.startTrace())
         return false;
-    m_bus = std::make_unique<PortBus>(*m_port);
+    m_bus = std::make_unique<PortBus>(*m_port, AssemblerLimits(),
+                                      options.slowHost ? slowHostPatience : Patience());
     m_interrupt = std::make_unique<InterruptFlag>();
     m_bus->watchInterrupt(m_interrupt->flag());
     m_context.recorder.attach(

@@ -44,7 +44,7 @@ public:
     const ProductDescription& product() const { return m_product; }
 
 private:
-    bool use(std::unique_ptr<MidiPort> port);
+    bool use(std::unique_ptr<MidiPort> port, const ConnectionOptions& options);
 
     CommandContext& m_context;
     std::unique_ptr<LoadedPlugin> m_plugin;

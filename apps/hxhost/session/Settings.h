@@ -38,6 +38,7 @@ struct ConnectionOptions {
     std::string inPort;              // empty: the input that belongs to `port`
     std::vector<std::string> faults; // of the simulated product
     Pace pace;
+    bool slowHost = false; // waits are longer
 };
 
 // The plan that checked texts of --fault amount to.
