@@ -33,7 +33,7 @@ bool isPseudoTerminal(int descriptor)
 #endif
 }
 
-qint64 countOf(int descriptor, unsigned long request)
+qint64 byteCount(int descriptor, unsigned long request)
 {
     int count = 0;
     return ioctl(descriptor, request, &count) == 0 && count > 0 ? count : 0;
@@ -56,12 +56,12 @@ qint64 rawMidiRoom(int descriptor)
 
 qint64 terminalBytesWaiting(int descriptor)
 {
-    return countOf(descriptor, TIOCOUTQ);
+    return byteCount(descriptor, TIOCOUTQ);
 }
 
 qint64 fifoBytesWaiting(int descriptor)
 {
-    return countOf(descriptor, FIONREAD);
+    return byteCount(descriptor, FIONREAD);
 }
 
 void reserveTerminal(int descriptor)

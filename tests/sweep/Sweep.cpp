@@ -27,7 +27,7 @@ const std::vector<int> deafness = {100 * microsecondsPerMillisecond,
 constexpr int packetSize = 6;
 const std::vector<int> packetGaps = {1000, 20000, 80000, 200000, 340000, 900000, 1100000};
 const std::vector<int> caps = {2048, 100, 16, 9};
-constexpr int longestReply = 17;
+constexpr int longestIdentity = 17;
 
 // The places and the lengths of one fault.
 class Places {
@@ -176,7 +176,7 @@ void forEachPortFault(Laboratory& laboratory, const Visit& visit)
                 Places(direction, message, byte, visit).onceTwiceAndForGood(FaultKind::Abort);
         }
     }
-    for (int byte = 0; byte < longestReply; ++byte) {
+    for (int byte = 0; byte < longestIdentity; ++byte) {
         for (const int until : {500 * microsecondsPerMillisecond, 2000 * microsecondsPerMillisecond,
                                 5000 * microsecondsPerMillisecond})
             Places(Direction::In, 1, byte, visit).forGood(FaultKind::Garble, until);
