@@ -9,7 +9,9 @@ namespace hx {
 
 namespace {
 
+// Constants, or their lengths would be counted for each row.
 constexpr std::u16string_view labelEnd = u" | ";
+constexpr std::u16string_view gap = u" - ";
 
 constexpr int mostLabelDigits = 8;
 
@@ -25,13 +27,25 @@ char16_t* writeLabel(char16_t* to, int offset)
     return writeText(to, labelEnd);
 }
 
+// Inline, so that whole rows are written without counting.
+inline char16_t* writeRuledRow(char16_t* to, const char* from, const char* end)
+{
+    to = writeText(writeSeparated(to, from, from + gapColumn, u' '), gap);
+    return writeSeparated(to, from + gapColumn, end, u' ');
+}
+
+char16_t* writeLabelBelow(char16_t* to, int offset)
+{
+    *to = u'\n';
+    return writeLabel(to + 1, offset);
+}
+
 char16_t* writeRow(char16_t* to, const char* from, const char* end, int columns)
 {
     if (columns != ruledColumns || end - from <= gapColumn)
         return writeSeparated(to, from, end, u' ');
-    to = writeSeparated(to, from, from + gapColumn, u' ');
-    to = writeText(to, u" - ");
-    return writeSeparated(to, from + gapColumn, end, u' ');
+    return end - from == ruledColumns ? writeRuledRow(to, from, from + ruledColumns)
+                                      : writeRuledRow(to, from, end);
 }
 
 char16_t* writeRows(char16_t* to, const char* from, int size, int columns)
@@ -42,7 +56,7 @@ char16_t* writeRows(char16_t* to, const char* from, int size, int columns)
         to = writeRow(to, from + begin, from + end, columns);
         begin = end;
         if (begin < size)
-            to = writeLabel(writeText(to, u"\n"), begin);
+            to = writeLabelBelow(to, begin);
     }
     return to;
 }
@@ -52,7 +66,10 @@ char16_t* writeEnding(char16_t* to, int size, int columns)
 {
     if (size <= columns)
         return to;
-    return size % columns == 0 ? writeLabel(writeText(to, u"\n"), size) : writeText(to, u" ");
+    if (size % columns == 0)
+        return writeLabelBelow(to, size);
+    *to = u' ';
+    return to + 1;
 }
 
 } // namespace
