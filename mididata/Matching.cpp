@@ -20,6 +20,12 @@ bool found(int position, bool atStart)
     return atStart ? position == 0 : position >= 0;
 }
 
+Q_NEVER_INLINE bool matchExpression(const HxMidiData& data, const char* pattern, bool atStart)
+{
+    return found(hx::patternExpression(QString::fromLatin1(pattern)).indexIn(data.toString(-1)),
+                 atStart);
+}
+
 } // namespace
 
 bool HxMidiData::match(const char* pattern, bool atStart) const
@@ -29,8 +35,7 @@ bool HxMidiData::match(const char* pattern, bool atStart) const
     const hx::Fit fit = hx::fastPaths ? hx::fit(pattern, bytes, atStart) : hx::Fit::OutsideGrammar;
     if (fit != hx::Fit::OutsideGrammar)
         return fit == hx::Fit::Yes;
-    return found(hx::patternExpression(QString::fromLatin1(pattern)).indexIn(toString(-1)),
-                 atStart);
+    return matchExpression(*this, pattern, atStart);
 }
 
 bool HxMidiData::match(QRegExp rx, bool atStart) const

@@ -2,6 +2,7 @@
 
 #include "mididata/fast/DigitSequence.h"
 #include "mididata/fast/PatternBlocks.h"
+#include "mididata/fast/PlainPattern.h"
 
 #include <cstring>
 
@@ -52,8 +53,8 @@ private:
 // Compares each sequence with the buffer's start while it reads, item by item.
 class StartReader {
 public:
-    StartReader(const char* pattern, const QByteArray& bytes)
-        : m_bytes(bytes), m_digits(bytes), m_end(pattern + std::strlen(pattern))
+    StartReader(const char* begin, const char* end, const QByteArray& bytes)
+        : m_bytes(bytes), m_digits(bytes), m_begin(begin), m_end(end)
     {
     }
 
@@ -67,6 +68,7 @@ private:
 
     const QByteArray& m_bytes;
     BufferDigits m_digits;
+    const char* m_begin;
     const char* m_end;
     bool m_found = false;
 };
@@ -74,11 +76,13 @@ private:
 // Reads the rest of a sequence, of which no digit counts any more.
 const char* StartReader::skipSequence(const char* at) const
 {
-    for (at = skipPlainBlocks(at, m_end); at != nullptr && !endsSequence(*at);) {
-        const bool noStarFollows = plainMask(at[0]) != notPlain && plainMask(at[1]) != notPlain;
-        at = noStarFollows ? at + 1 : readItem(at).next;
+    while (at != nullptr) {
+        at = skipPlainBlocks(m_begin, at, m_end);
+        if (endsSequence(*at))
+            return at;
+        at = readItem(at).next;
     }
-    return at;
+    return nullptr;
 }
 
 // Reads the rest of a sequence, which may be anywhere from the digit `pos` on.
@@ -113,13 +117,26 @@ const char* StartReader::read(const char* at)
     return at;
 }
 
+// Apart from fit(), which most calls leave sooner: this takes much of the stack.
+Q_NEVER_INLINE Fit fitItems(const char* pattern, const char* end, const QByteArray& bytes,
+                            bool atStart)
+{
+    // What fits at the start fits anywhere, and is found sooner.
+    const Fit fit = readPattern(pattern, StartReader(pattern, end, bytes));
+    return atStart || fit != Fit::No ? fit : readPattern(pattern, SearchReader(bytes));
+}
+
 } // namespace
 
 Fit fit(const char* pattern, const QByteArray& bytes, bool atStart)
 {
-    // What fits at the start fits anywhere, and is found sooner.
-    const Fit fit = readPattern(pattern, StartReader(pattern, bytes));
-    return atStart || fit != Fit::No ? fit : readPattern(pattern, SearchReader(bytes));
+    const auto length = static_cast<std::ptrdiff_t>(std::strlen(pattern));
+    const PlainFit plain = *pattern == '(' ? PlainFit::NotPlain : fitPlain(pattern, length, bytes);
+    if (plain == PlainFit::Yes)
+        return Fit::Yes;
+    if (plain == PlainFit::No && atStart)
+        return Fit::No;
+    return fitItems(pattern, pattern + length, bytes, atStart);
 }
 
 } // namespace hx

@@ -37,26 +37,28 @@ qint64 BufferDigits::find(DigitRun run, qint64 pos) const
     const qint64 end = count - run.size() + 1;
     const qint64 near = std::min(end, pos / 2 * 2 + few);
     const qint64 found = findOneByOne(run, pos, near);
-    return found >= 0 || near >= end ? found : findByBlocks(run, near / 2, end);
+    return found >= 0 || near >= end ? found : findByBlocks(run, near, end);
 }
 
-// The first place from a byte on and before `end` where a run fits; -1 for none. The last block that
-// the filter can look at overlaps the one before it.
-qint64 BufferDigits::findByBlocks(DigitRun run, qint64 firstByte, qint64 end) const
+// The first place in [pos, end) where a run fits, which is found in blocks; -1 for none. The last block
+// that the filter can look at overlaps the one before it.
+qint64 BufferDigits::findByBlocks(DigitRun run, qint64 pos, qint64 end) const
 {
     const RunFilter filter(run);
     const qint64 last = count / 2 - filter.reach();
-    qint64 at = firstByte;
-    while (last >= 0 && at < last + RunFilter::blockSize) {
-        const qint64 block = std::min(at, last);
-        const qint64 next = block + RunFilter::blockSize;
-        const qint64 place =
-            filter.admits(data + block) ? findOneByOne(run, 2 * at, std::min(2 * next, end)) : -1;
-        if (place >= 0)
-            return place;
-        at = next;
+    qint64 at = pos / 2;
+    while (at <= last) {
+        const qint64 block = filter.find(data, at, last);
+        at = std::min(block, last);
+        if (block <= last || filter.find(data, last, last) == last) {
+            const qint64 first = std::max(pos, filter.firstPlace(at));
+            const qint64 place = findOneByOne(run, first, std::min(filter.endPlace(at), end));
+            if (place >= 0)
+                return place;
+        }
+        at += RunFilter::blockSize;
     }
-    return findOneByOne(run, 2 * at, end);
+    return findOneByOne(run, std::max(pos, filter.firstPlace(at)), end);
 }
 
 // The first place in [pos, end) where a run fits; -1 for none.

@@ -67,7 +67,7 @@ private:
         return pos % 2 == 0 ? highDigit(byte) : lowDigit(byte);
     }
 
-    qint64 findByBlocks(DigitRun run, qint64 firstByte, qint64 end) const;
+    qint64 findByBlocks(DigitRun run, qint64 pos, qint64 end) const;
     qint64 findOneByOne(DigitRun run, qint64 pos, qint64 end) const;
 
     const char* data;

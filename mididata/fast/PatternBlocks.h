@@ -19,8 +19,9 @@ struct ComparedBlocks {
 // Compares the blocks of hex digits and dots that the pattern begins with. `end` is its closing zero.
 ComparedBlocks compareBlocks(const char* pattern, const char* end, const QByteArray& bytes);
 
-// Skips blocks in which every character is an item of the grammar. What it returns is not a blank or
-// a star, as readItem() wants it.
-const char* skipPlainBlocks(const char* pattern, const char* end);
+// Skips characters from `at` on that are items of the grammar, each on its own, in a pattern of at
+// least sixteen characters from `begin` to `end`. What it returns is not a blank or a star, as
+// readItem() wants it.
+const char* skipPlainBlocks(const char* begin, const char* at, const char* end);
 
 } // namespace hx
