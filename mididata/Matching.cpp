@@ -2,6 +2,7 @@
 #include "mididata/PatternText.h"
 #include "mididata/fast/ByteSearch.h"
 #include "mididata/fast/DigitPattern.h"
+#include "mididata/fast/ExpressionCache.h"
 #include "mididata/fast/FastPaths.h"
 
 #include <cstring>
@@ -20,10 +21,14 @@ bool found(int position, bool atStart)
     return atStart ? position == 0 : position >= 0;
 }
 
+// Not inline in match(), which most calls leave sooner.
 Q_NEVER_INLINE bool matchExpression(const HxMidiData& data, const char* pattern, bool atStart)
 {
-    return found(hx::patternExpression(QString::fromLatin1(pattern)).indexIn(data.toString(-1)),
-                 atStart);
+    const QString text = data.toString(-1);
+    const int position = hx::fastPaths
+                             ? hx::findExpression(pattern, text)
+                             : hx::patternExpression(QString::fromLatin1(pattern)).indexIn(text);
+    return found(position, atStart);
 }
 
 } // namespace
