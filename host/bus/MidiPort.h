@@ -49,8 +49,9 @@ public:
     virtual bool isGone() const { return false; }
 
     /**
-     * Waits until bytes arrive or `deadline` has come. A chunk without bytes means that nothing
-     * came in time, or that the port is gone: then `errorText` is not empty.
+     * Waits until bytes arrive or `deadline` has come; what has arrived already comes even when that
+     * is long past. A chunk without bytes means that nothing came in time, or that the port is gone:
+     * then `errorText` is not empty.
      */
     virtual MidiChunk receive(Microseconds deadline) = 0;
 

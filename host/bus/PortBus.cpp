@@ -3,6 +3,8 @@
 #include "host/base/HexText.h"
 
 #include <algorithm>
+#include <iterator>
+#include <utility>
 
 namespace hx {
 
@@ -10,6 +12,9 @@ namespace {
 
 // How soon an interrupt ends a wait.
 constexpr Microseconds waitSlice = 50 * microsecondsPerMillisecond;
+
+// A deadline that has passed whatever the clock says: for what has arrived already.
+constexpr Microseconds longPast = 0;
 
 // Input that never ends must not keep a command from being sent.
 constexpr Microseconds longestDiscard = 250 * microsecondsPerMillisecond;
@@ -162,15 +167,14 @@ bool PortBus::interrupted() const
 
 void PortBus::discardStaleInput()
 {
-    Clock& clock = m_port.clock();
-    Microseconds now = clock.now();
-    const Microseconds limit = now + longestDiscard;
-    for (int i = 0; i < mostDiscardedChunks && now <= limit; ++i) {
-        const MidiChunk chunk = m_port.receive(now);
-        if (chunk.bytes.isEmpty())
-            break;
+    MidiChunk chunk = m_port.receive(longPast);
+    const Microseconds limit =
+        chunk.bytes.isEmpty() ? longPast : m_port.clock().now() + longestDiscard;
+    for (int i = 1; !chunk.bytes.isEmpty(); ++i) {
         take(chunk);
-        now = clock.now();
+        if (i == mostDiscardedChunks || m_port.clock().now() > limit)
+            break;
+        chunk = m_port.receive(longPast);
     }
     queue(m_assembler.flush());
     for (const AssembledEvent& event : m_queue)
@@ -201,9 +205,12 @@ void PortBus::take(const MidiChunk& chunk)
     queue(m_assembler.feed(chunk.bytes, chunk.time));
 }
 
-void PortBus::queue(const AssembledEvents& events)
+void PortBus::queue(AssembledEvents events)
 {
-    m_queue.insert(m_queue.end(), events.begin(), events.end());
+    m_queue.erase(m_queue.begin(), m_queue.begin() + std::ptrdiff_t(m_taken));
+    m_taken = 0;
+    m_queue.insert(m_queue.end(), std::make_move_iterator(events.begin()),
+                   std::make_move_iterator(events.end()));
 }
 
 BusData PortBus::waitFor(const ReplyTest& fits, Microseconds timeout)
@@ -212,9 +219,6 @@ BusData PortBus::waitFor(const ReplyTest& fits, Microseconds timeout)
     Microseconds now = clock.now();
     const Microseconds deadline = now + timeout;
     for (;; now = clock.now()) {
-        BusData reply = takeFitting(fits);
-        if (!reply.bytes.isEmpty())
-            return reply;
         if (interrupted())
             return endWait(ExchangeEnd::Interrupted, BusEventKind::Interrupted,
                            QStringLiteral("interrupted"));
@@ -225,16 +229,19 @@ BusData PortBus::waitFor(const ReplyTest& fits, Microseconds timeout)
             return endWait(
                 ExchangeEnd::PortLost, BusEventKind::PortLost,
                 QStringLiteral("the port %1 is gone (%2)").arg(m_port.name(), m_port.errorText));
+        BusData reply = takeFitting(fits);
+        if (!reply.bytes.isEmpty())
+            return reply;
     }
 }
 
 // Looks at what has arrived, in order, up to the first message that fits.
 BusData PortBus::takeFitting(const ReplyTest& fits)
 {
-    while (!m_queue.empty()) {
-        const AssembledEvent event = std::move(m_queue.front());
-        m_queue.pop_front();
-        BusData message(event.message());
+    while (m_taken < m_queue.size()) {
+        const AssembledEvent event = std::move(m_queue[m_taken++]);
+        BusData message;
+        message.bytes = event.message();
         if (isMessage(event) && fits(message)) {
             report(event, BusEventKind::Received, QString());
             m_lastEnd = ExchangeEnd::Answered;
@@ -287,6 +294,7 @@ AssembledEvents PortBus::listen(Microseconds duration)
     Clock& clock = m_port.clock();
     const Microseconds deadline = clock.now() + duration;
     errorText.clear();
+    queue({});
     while (clock.now() < deadline && !interrupted()) {
         if (receiveUntil(std::min(deadline, clock.now() + waitSlice)))
             continue;
@@ -294,8 +302,7 @@ AssembledEvents PortBus::listen(Microseconds duration)
              QStringLiteral("the port %1 is gone (%2)").arg(m_port.name(), m_port.errorText));
         break;
     }
-    AssembledEvents heard(m_queue.begin(), m_queue.end());
-    m_queue.clear();
+    AssembledEvents heard = std::exchange(m_queue, {});
     for (const AssembledEvent& event : heard)
         reportUnused(event, QStringLiteral("heard while listening"));
     return heard;

@@ -13,7 +13,6 @@
 #include <QStringList>
 
 #include <atomic>
-#include <deque>
 #include <functional>
 #include <vector>
 
@@ -118,7 +117,7 @@ private:
     void discardStaleInput();
     bool receiveUntil(Microseconds deadline);
     void take(const MidiChunk& chunk);
-    void queue(const AssembledEvents& events);
+    void queue(AssembledEvents events);
     BusData waitFor(const ReplyTest& fits, Microseconds timeout);
     BusData takeFitting(const ReplyTest& fits);
     void noteCameInstead(const AssembledEvent& event);
@@ -131,7 +130,8 @@ private:
     MidiPort& m_port;
     Patience m_patience;
     SysExAssembler m_assembler;
-    std::deque<AssembledEvent> m_queue; /**< arrived, not looked at yet */
+    AssembledEvents m_queue; /**< arrived */
+    size_t m_taken = 0;      /**< of these, looked at already */
     std::vector<BusObserver*> m_observers;
     const std::atomic<bool>* m_interrupt = nullptr;
     ExchangeEnd m_lastEnd = ExchangeEnd::Answered;

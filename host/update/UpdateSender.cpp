@@ -15,10 +15,10 @@ constexpr unsigned settlePart = 4;
 
 UpdateSender::UpdateSender(PortBus& bus, const UpdatePlan& plan, const UpdateImage& image,
                            const UpdateOptions& options)
-    : m_bus(bus), m_image(image), m_options(options), m_isAny(replyTest(plan.protocol.responseAny)),
-      m_isGood(replyTest(plan.protocol.responseGood)),
-      m_isBad(replyTest(plan.protocol.responseBad)),
-      m_isFailed(replyTest(plan.protocol.responseFailed)),
+    : m_bus(bus), m_image(image), m_options(options), m_acknowledgements(plan.protocol),
+      m_isAcknowledgement([this](const HxMidiData& message) {
+          return m_acknowledgements.read(message) != Acknowledgement::None;
+      }),
       m_timeoutMs(static_cast<unsigned>(plan.protocol.timeoutMs))
 {
     m_report.progress.totalBytes = image.bytes;
@@ -62,8 +62,8 @@ SendEnd UpdateSender::attempt(const HxMidiData& message, bool lateAnswerPossible
 {
     // An interrupt lets the message in flight be answered.
     const InterruptWatch none(m_bus, nullptr);
-    m_report.lastReply =
-        m_bus.exchange(message, m_isAny, QStringLiteral("an acknowledgement"), m_timeoutMs);
+    m_report.lastReply = m_bus.exchange(message, m_isAcknowledgement,
+                                        QStringLiteral("an acknowledgement"), m_timeoutMs);
     const ExchangeEnd end = m_bus.lastEnd();
     m_report.touched = true;
     SendEnd verdict = SendEnd::PortLost;
@@ -76,12 +76,18 @@ SendEnd UpdateSender::attempt(const HxMidiData& message, bool lateAnswerPossible
     return verdict;
 }
 
-// An acknowledgement whose status is none of the three came damaged: the message goes again.
-SendEnd UpdateSender::verdictOf(const HxMidiData& acknowledgement) const
+SendEnd UpdateSender::verdictOf(const HxMidiData& acknowledgement)
 {
-    if (m_isFailed(acknowledgement))
+    switch (m_acknowledgements.read(acknowledgement)) {
+    case Acknowledgement::Good:
+        return SendEnd::Good;
+    case Acknowledgement::Failed:
         return SendEnd::Failed;
-    return m_isGood(acknowledgement) && !m_isBad(acknowledgement) ? SendEnd::Good : SendEnd::Bad;
+    case Acknowledgement::Bad:
+    case Acknowledgement::None:
+        break;
+    }
+    return SendEnd::Bad; // the message goes again
 }
 
 Microseconds UpdateSender::settleTime() const
@@ -94,7 +100,7 @@ SendEnd UpdateSender::settle(SendEnd verdict)
 {
     for (const AssembledEvent& event : m_bus.listen(settleTime())) {
         const HxMidiData message(event.message());
-        if (event.kind != AssembledEvent::Kind::SysEx || !m_isAny(message))
+        if (event.kind != AssembledEvent::Kind::SysEx || !m_isAcknowledgement(message))
             continue;
         m_report.lastReply = message;
         if (verdict != SendEnd::Failed)

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "host/bus/PortBus.h"
+#include "host/update/AcknowledgementReader.h"
 #include "host/update/UpdatePlan.h"
 
 #include <atomic>
@@ -58,13 +59,15 @@ class UpdateSender {
 public:
     UpdateSender(PortBus& bus, const UpdatePlan& plan, const UpdateImage& image,
                  const UpdateOptions& options);
+    UpdateSender(const UpdateSender&) = delete;
+    UpdateSender& operator=(const UpdateSender&) = delete;
 
     SendReport sendAll();
 
 private:
     bool sendOne(int index);
     SendEnd attempt(const HxMidiData& message, bool lateAnswerPossible);
-    SendEnd verdictOf(const HxMidiData& acknowledgement) const;
+    SendEnd verdictOf(const HxMidiData& acknowledgement);
     Microseconds settleTime() const;
     SendEnd settle(SendEnd verdict);
     void decide(int index, int attempt, SendEnd verdict);
@@ -77,10 +80,8 @@ private:
     PortBus& m_bus;
     const UpdateImage& m_image;
     const UpdateOptions& m_options;
-    ReplyTest m_isAny;
-    ReplyTest m_isGood;
-    ReplyTest m_isBad;
-    ReplyTest m_isFailed;
+    AcknowledgementReader m_acknowledgements;
+    ReplyTest m_isAcknowledgement;
     unsigned m_timeoutMs;
     Microseconds m_start = 0;
     SendReport m_report;

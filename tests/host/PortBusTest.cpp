@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 using namespace hx;
 
 namespace {
@@ -409,4 +411,48 @@ TEST_F(PortBusTest, AWholeAnswerBehindALossIsTaken)
 {
     port.answer = [this](const QByteArray&, int) { port.arriveAfterLoss(checksumReply, 1, 1000); };
     EXPECT_EQ(transact().bytes, checksumReply);
+}
+
+namespace {
+
+// Answers each command at once, and counts how often its clock is read.
+class PromptPort final : public MidiPort, private Clock {
+public:
+    QString name() const override { return QStringLiteral("prompt"); }
+    Clock& clock() override { return *this; }
+
+    qint64 send(const QByteArray& message) override
+    {
+        m_waiting = checksumReply;
+        return message.size();
+    }
+
+    MidiChunk receive(Microseconds) override { return {std::exchange(m_waiting, QByteArray()), 7}; }
+
+    int reads = 0;
+
+private:
+    Microseconds now() override { return ++reads; }
+    void sleepUntil(Microseconds) override {}
+
+    QByteArray m_waiting;
+};
+
+} // namespace
+
+TEST(PortBusReadsTheClock, onceForACommandThatIsAnsweredAtOnce)
+{
+    PromptPort port;
+    PortBus bus(port);
+    EXPECT_EQ(bus.transact(HxMidiData(command), checksumPattern, 2200).bytes, checksumReply);
+    EXPECT_EQ(port.reads, 1);
+}
+
+TEST(PortBusReadsTheClock, twiceMoreForInputThatCameBeforeTheCommand)
+{
+    PromptPort port;
+    PortBus bus(port);
+    port.send(command); // its answer is stale when the bus sends
+    EXPECT_EQ(bus.transact(HxMidiData(command), checksumPattern, 2200).bytes, checksumReply);
+    EXPECT_EQ(port.reads, 3);
 }
