@@ -1,10 +1,9 @@
 #pragma once
 
 #include "bench/AllocationCount.h"
+#include "bench/Inputs.h"
 
 #include <benchmark/benchmark.h>
-
-#include <QByteArray>
 
 #include <string>
 #include <utility>
@@ -30,15 +29,6 @@ void add(const std::string& name, Body body)
         }
     });
 }
-
-/** Bytes of every value in a fixed, mixed order. */
-QByteArray mixedBytes(int size);
-
-/** `size` bytes of System Exclusive messages, 48 bytes each. */
-QByteArray messageStream(int size);
-
-/** "4096", but "4K" and "1M" where the number is round. */
-std::string sizeName(int size);
 
 void addMatching();
 void addHexText();

@@ -9,12 +9,12 @@ namespace hxbench {
 namespace {
 
 /** Cuts where the cuts are known: one array and one list element a piece. */
-QList<HxMidiData> cutEvery48(const QByteArray& stream)
+QList<HxMidiData> cutEvery(int length, const QByteArray& stream)
 {
     QList<HxMidiData> pieces;
-    for (int at = 0; at < stream.size(); at += 48) {
+    for (int at = 0; at < stream.size(); at += length) {
         pieces.append(HxMidiData());
-        pieces.last().bytes = QByteArray(stream.constData() + at, 48);
+        pieces.last().bytes = QByteArray(stream.constData() + at, length);
     }
     return pieces;
 }
@@ -37,8 +37,11 @@ void addCutting()
         const HxMidiData data(messageStream(size));
         add(name + "own", [=] { return data.splitOnStatus(); });
         add(name + "steps", [=] { return steps(data.bytes); });
-        add(name + "floor", [=] { return cutEvery48(data.bytes); });
+        add(name + "floor", [=] { return cutEvery(48, data.bytes); });
     }
+    const HxMidiData data(messageStream(1 << 20, 267));
+    add("splitOnStatus/267/own", [=] { return data.splitOnStatus(); });
+    add("splitOnStatus/267/floor", [=] { return cutEvery(267, data.bytes); });
 }
 
 } // namespace hxbench

@@ -3,6 +3,7 @@
 #include "tests/mididata/transcription/Transcription.h"
 
 #include <memory>
+#include <numeric>
 
 namespace hxbench {
 
@@ -12,8 +13,16 @@ constexpr int mebi = 1 << 20;
 
 void addSums()
 {
+    for (const int size : {48, mebi}) {
+        const HxMidiData data(mixedBytes(size));
+        add("sum32/" + sizeName(size) + "/own", [=] { return data.sum32(0, size); });
+        add("sum32/" + sizeName(size) + "/accumulate", [=] {
+            const auto* const bytes =
+                reinterpret_cast<const unsigned char*>(data.bytes.constData());
+            return std::accumulate(bytes, bytes + data.bytes.size(), 0u);
+        });
+    }
     const HxMidiData data(mixedBytes(mebi));
-    add("sum32/1M/own", [=] { return data.sum32(0, mebi); });
     add("sum32/1M/steps", [=] { return transcription::sum32(data.bytes, 0, mebi); });
     add("sumOfSection/1M/own", [=] { return data.sumOfSection(0, -1); });
     add("sumOfSection/1M/steps", [=] { return transcription::sumOfSection(data.bytes, 0, -1); });

@@ -49,6 +49,7 @@ void addLongText(int size)
     const QByteArray text = mixedBytes(size).toHex(' ');
     add("setText long/" + sizeName(size) + "/own", [=] { return ownSetText(text); });
     add("setText long/" + sizeName(size) + "/fromHex", [=] { return QByteArray::fromHex(text); });
+    add("setText long/" + sizeName(size) + "/floor", [=] { return filled(size); });
 }
 
 } // namespace
@@ -61,7 +62,7 @@ void addHexText()
     addSetText("setText/48 spaced/", spaced);
     addConstructors("48 compact", compact);
     addConstructors("48 spaced", spaced);
-    for (const int size : {4096, 8192, 16384})
+    for (const int size : {4096, 8192, 16384, 1 << 20})
         addLongText(size);
 }
 

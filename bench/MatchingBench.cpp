@@ -4,6 +4,7 @@
 #include "tests/mididata/Patterns.h"
 #include "tests/mididata/transcription/Transcription.h"
 
+#include <QRegExp>
 #include <QRegularExpression>
 
 #ifdef HXBENCH_RE2
@@ -19,10 +20,10 @@ namespace hxbench {
 
 namespace {
 
-/** A dictionary pattern, a reply that fits it, and the engines' own forms of both. */
+/** A dictionary pattern, a message, and the engines' own forms of both. */
 struct Exchange {
-    explicit Exchange(const std::string& text, Random& random)
-        : pattern(text), reply(replyTo(random, text)), hexText(reply.bytes.toHex().toUpper()),
+    Exchange(const std::string& text, const QByteArray& message)
+        : pattern(text), reply(message), hexText(message.toHex().toUpper()),
           qtExpression(QLatin1Char('^') + QString::fromStdString(expressionText(text)))
     {
         qtExpression.optimize();
@@ -48,12 +49,29 @@ struct Exchange {
 
 using Exchanges = std::vector<std::shared_ptr<Exchange>>;
 
-Exchanges dictionary()
+/** Each pattern with a reply that fits it. */
+Exchanges hits()
 {
     Random random(1);
     Exchanges exchanges;
     for (const std::string& pattern : dictionaryPatterns())
-        exchanges.push_back(std::make_shared<Exchange>(pattern, random));
+        exchanges.push_back(std::make_shared<Exchange>(pattern, replyTo(random, pattern)));
+    return exchanges;
+}
+
+/** Each pattern with another product's reply of the same length; it fits none that fixes the byte. */
+Exchanges misses()
+{
+    constexpr int commandByte = 6;
+    Random random(1);
+    Exchanges exchanges;
+    for (const std::string& pattern : dictionaryPatterns()) {
+        QByteArray reply = replyTo(random, pattern);
+        const int at = qMin(commandByte, reply.size() - 2);
+        reply[at] = static_cast<char>(reply.at(at) ^ 0x55);
+        if (!HxMidiData(reply).match(pattern.c_str(), true))
+            exchanges.push_back(std::make_shared<Exchange>(pattern, reply));
+    }
     return exchanges;
 }
 
@@ -94,9 +112,10 @@ bool re2Compiled(const Exchange& e)
 
 /** Matches all exchanges in turn, so that no engine finds its last pattern again. */
 template <typename Match>
-void addSweep(const Exchanges& exchanges, const char* contender, Match match)
+void addSweep(const std::string& operation, const Exchanges& exchanges, const char* contender,
+              Match match)
 {
-    add(std::string("match/dictionary in turn/") + contender, [exchanges, match] {
+    add(operation + "/dictionary in turn/" + contender, [exchanges, match] {
         int fitting = 0;
         for (const auto& exchange : exchanges)
             fitting += match(*exchange) ? 1 : 0;
@@ -105,18 +124,50 @@ void addSweep(const Exchanges& exchanges, const char* contender, Match match)
 }
 
 template <typename Match>
-void addEach(const Exchanges& exchanges, const char* contender, Match match)
+void addEach(const std::string& operation, const Exchanges& exchanges, const char* contender,
+             Match match)
 {
     for (const auto& exchange : exchanges)
-        add("match one/" + exchange->pattern + "/" + contender,
+        add(operation + " one/" + exchange->pattern + "/" + contender,
             [exchange, match] { return match(*exchange); });
 }
 
 template <typename Match>
-void addBoth(const Exchanges& exchanges, const char* contender, Match match)
+void addBoth(const std::string& operation, const Exchanges& exchanges, const char* contender,
+             Match match)
 {
-    addSweep(exchanges, contender, match);
-    addEach(exchanges, contender, match);
+    addSweep(operation, exchanges, contender, match);
+    addEach(operation, exchanges, contender, match);
+}
+
+/** The patterns in turn, beside compiling them each time, and beside searching with what is compiled. */
+void addExpressions(const std::string& name, const std::vector<std::string>& patterns)
+{
+    const auto next = [patterns, at = std::make_shared<size_t>(0)] {
+        *at = (*at + 1) % patterns.size();
+        return patterns[*at].c_str();
+    };
+    const HxMidiData data(QByteArray::fromHex("F0006B2D3041430C00F7"));
+    add(name + "/own", [=] { return data.match(next(), true); });
+    add(name + "/qregexp", [=] { return transcription::match(data.bytes, next(), true); });
+    if (patterns.size() > 1)
+        return;
+    const QRegExp compiled(QString::fromStdString(patterns[0]));
+    const QString text = data.toString(-1);
+    add(name + "/floor", [=] { return compiled.indexIn(text) == 0; });
+}
+
+/** Patterns that only a regular expression describes. */
+void addExpressions()
+{
+    const std::vector<std::string> kinds = {"^F0006B2D30..4[23]0C00F7", "F0006B2D30.+0C00F7",
+                                            "F0{1,}06B2D30", "F0006B2D30(41|42)430C00F7"};
+    std::vector<std::string> many;
+    for (int i = 0; i < 80; ++i)
+        many.push_back(kinds[0] + ".{" + std::to_string(i) + ",}");
+    for (const std::string& kind : kinds)
+        addExpressions("expression again/" + kind, {kind});
+    addExpressions("expression for the first time/80 in turn", many);
 }
 
 /** Three gaps of any length, of which the last one's end is not there. */
@@ -152,17 +203,21 @@ void addMissingGaps(int size)
 
 void addMatching()
 {
-    const Exchanges exchanges = dictionary();
-    addBoth(exchanges, "own", own);
-    addBoth(exchanges, "steps", steps);
-    addSweep(exchanges, "qregularexpression", qtCompiled);
+    const Exchanges exchanges = hits();
+    const Exchanges others = misses();
+    addBoth("match", exchanges, "own", own);
+    addBoth("match", exchanges, "steps", steps);
+    addBoth("miss", others, "own", own);
+    addSweep("match", exchanges, "qregularexpression", qtCompiled);
 #ifdef HXBENCH_PCRE2
-    addBoth(exchanges, "pcre2jit", jit);
-    addSweep(exchanges, "pcre2jit with text", jitWithText);
+    addBoth("match", exchanges, "pcre2jit", jit);
+    addBoth("miss", others, "pcre2jit", jit);
+    addSweep("match", exchanges, "pcre2jit with text", jitWithText);
 #endif
 #ifdef HXBENCH_RE2
-    addSweep(exchanges, "re2", re2Compiled);
+    addSweep("match", exchanges, "re2", re2Compiled);
 #endif
+    addExpressions();
     for (const int size : {1024, 2048, 4096, 8192, 16384})
         addMissingGaps(size);
 }

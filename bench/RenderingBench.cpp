@@ -40,7 +40,7 @@ void addTable(int size)
     const HxMidiData data(mixedBytes(size));
     const int length = data.toStringTable(-1, 16).size();
     add(name + "own", [=] { return data.toStringTable(-1, 16); });
-    if (size <= longestForSteps)
+    if (size < longestForSteps)
         add(name + "steps", [=] { return transcription::toStringTable(data.bytes, -1, 16); });
     add(name + "floor", [=] { return QString(length, QLatin1Char('F')); });
 }
@@ -61,7 +61,7 @@ void addRendering()
         addCompact(size);
     for (const int size : {48, 1 << 16, 1 << 17, 1 << 18})
         addSeparated(size);
-    for (const int size : {64, 4096, 8192, 16384, mebi})
+    for (const int size : {64, 4096, 8192, 16384, 1 << 16, mebi})
         addTable(size);
     addDecimal(48);
 }

@@ -31,6 +31,7 @@ class Results:
             times[bar][contender].append(run["cpu_time"])
             if "allocations" in run:
                 self.allocations[bar, contender] = run["allocations"]
+        self.runs = times
         self.times = {
             bar: {contender: statistics.median(values) for contender, values in contenders.items()}
             for bar, contenders in times.items()
@@ -42,6 +43,12 @@ class Results:
         if "own" not in times or contender not in times:
             return None
         return times[contender] / times["own"]
+
+    def spread(self, bar, contender):
+        """Least and greatest of own time to the contender's over the repetitions."""
+        runs = self.runs.get(bar, {})
+        ratios = [own / other for own, other in zip(runs.get("own", ()), runs.get(contender, ()))]
+        return (min(ratios), max(ratios)) if ratios else None
 
     def ratios(self, operation, contender):
         found = [self.ratio(bar, contender) for bar in self.times if bar.startswith(operation + "/")]
