@@ -325,7 +325,7 @@ quint8 SimulatedProduct::byteAt(quint32 address) const
 
 QByteArray SimulatedProduct::save() const
 {
-    return writeStateFile(code());
+    return writeStateFile(code(), m_settings.serialNumber);
 }
 
 QByteArray SimulatedProduct::saveChange(int address) const
@@ -336,9 +336,11 @@ QByteArray SimulatedProduct::saveChange(int address) const
 bool SimulatedProduct::restore(const QByteArray& state, QString* error)
 {
     StoredCode code;
-    if (!readStateFile(state, m_settings.memorySize, &code, error))
+    SerialNumber serialNumber;
+    if (!readStateFile(state, m_settings.memorySize, &code, error, &serialNumber))
         return false;
     m_memory.setCode(code);
+    m_settings.serialNumber = serialNumber;
     powerCycle();
     return true;
 }

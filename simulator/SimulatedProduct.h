@@ -4,6 +4,7 @@
  */
 #pragma once
 
+#include "simulator/StateFile.h"
 #include "simulator/SysExReader.h"
 #include "simulator/UpdateSession.h"
 
@@ -27,7 +28,7 @@ struct SimulatedProductSettings {
     VersionDigits version = {{'1', '0', '2', '3'}};
 
     /** Without one: family and model in hex digits, then 0001. */
-    std::optional<std::array<quint8, 8>> serialNumber;
+    SerialNumber serialNumber;
     quint8 deviceId = 0x00;     /**< own MIDI device id; 7F, "all devices", is always heard */
     int memorySize = 0x100000;  /**< room for code in bytes, 0 to FFFFF0 */
     qint64 replyDelayUs = 1000; /**< from the last byte of a message to its reply */

@@ -7,6 +7,8 @@
 
 #include <QList>
 
+#include <algorithm>
+
 namespace hx::sim {
 
 namespace {
@@ -20,6 +22,14 @@ QByteArray codeLine(const QByteArray& code, int address)
 {
     const QByteArray bytes = code.mid(address, bytesPerLine).toHex().toUpper();
     return hexNumber(static_cast<quint32>(address), addressDigits) + ' ' + bytes + '\n';
+}
+
+QByteArray serialLine(const SerialNumber& number)
+{
+    if (!number)
+        return QByteArray();
+    const QByteArray bytes(reinterpret_cast<const char*>(number->data()), int(number->size()));
+    return "serial " + bytes.toHex().toUpper() + '\n';
 }
 
 QByteArray endLine(const QByteArray& textBefore)
@@ -42,13 +52,14 @@ class StateReader {
 public:
     StateReader(const QByteArray& text, int memorySize) : m_text(text), m_memorySize(memorySize) {}
 
-    bool read(StoredCode* code);
+    bool read(StoredCode* code, SerialNumber* serialNumber);
     QString error() const { return m_error; }
 
 private:
     bool readWhole();
     bool readHead(StoredCode* code);
     bool readSeal(StoredCode* code);
+    bool readSerialNumber(SerialNumber* number);
     bool readCode(QByteArray* code);
     bool readChanges(StoredCode* code);
     bool field(const QByteArray& name, const QByteArray& expected, QByteArray* value);
@@ -80,13 +91,15 @@ bool StateReader::failLine(const QByteArray& expected)
                     .arg(QString::fromLatin1(expected)));
 }
 
-bool StateReader::read(StoredCode* code)
+bool StateReader::read(StoredCode* code, SerialNumber* serialNumber)
 {
     StoredCode found;
-    if (!readWhole() || !readHead(&found) || !readSeal(&found) || !readCode(&found.bytes) ||
-        !readChanges(&found))
+    SerialNumber number;
+    if (!readWhole() || !readHead(&found) || !readSeal(&found) || !readSerialNumber(&number) ||
+        !readCode(&found.bytes) || !readChanges(&found))
         return false;
     *code = found;
+    *serialNumber = number;
     return true;
 }
 
@@ -180,6 +193,22 @@ bool StateReader::readSeal(StoredCode* code)
     return true;
 }
 
+// A line that need not be there.
+bool StateReader::readSerialNumber(SerialNumber* number)
+{
+    const QByteArray line = m_lines.value(m_line);
+    if (!line.startsWith("serial "))
+        return true;
+    const QByteArray bytes = QByteArray::fromHex(line.mid(line.indexOf(' ')));
+    number->emplace();
+    if (bytes.size() == int((*number)->size()))
+        std::copy(bytes.begin(), bytes.end(), (*number)->begin());
+    if (line + '\n' != serialLine(*number))
+        return failLine("\"serial\" and sixteen hex digits");
+    ++m_line;
+    return true;
+}
+
 bool StateReader::readCode(QByteArray* code)
 {
     for (; m_line < m_lines.size(); ++m_line) {
@@ -210,7 +239,7 @@ bool StateReader::readChanges(StoredCode* code)
 
 } // namespace
 
-QByteArray writeStateFile(const StoredCode& code)
+QByteArray writeStateFile(const StoredCode& code, const SerialNumber& serialNumber)
 {
     QByteArray text = title + '\n';
     text += "kind " + kindText(code.kind) + '\n';
@@ -218,15 +247,18 @@ QByteArray writeStateFile(const StoredCode& code)
     text += "length " + QByteArray::number(code.bytes.size()) + '\n';
     text += "version " + (code.valid ? versionText(code.version) : noStateValue) + '\n';
     text += "crc " + (code.valid ? hexNumber(code.crc, crcDigits) : noStateValue) + '\n';
+    text += serialLine(serialNumber);
     for (int address = 0; address < code.bytes.size(); address += bytesPerLine)
         text += codeLine(code.bytes, address);
     return text + endLine(text);
 }
 
-bool readStateFile(const QByteArray& text, int memorySize, StoredCode* code, QString* error)
+bool readStateFile(const QByteArray& text, int memorySize, StoredCode* code, QString* error,
+                   SerialNumber* serialNumber)
 {
     StateReader reader(text, memorySize);
-    const bool isGood = reader.read(code);
+    SerialNumber unused;
+    const bool isGood = reader.read(code, serialNumber != nullptr ? serialNumber : &unused);
     if (!isGood && error != nullptr)
         *error = reader.error();
     return isGood;

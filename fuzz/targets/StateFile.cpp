@@ -56,11 +56,13 @@ void readAnything(const QByteArray& text)
     sim::StoredCode read;
     read.crc = 12345;
     QString error;
-    const bool isTaken = sim::readStateFile(text, memorySize, &read, &error);
+    sim::SerialNumber serialNumber;
+    const bool isTaken = sim::readStateFile(text, memorySize, &read, &error, &serialNumber);
     require(isTaken == error.isEmpty(), "a refusal has a reason");
     const auto changesAt = text.indexOf('\n', text.indexOf("\nend ") + 1) + 1;
     if (isTaken && changesAt == text.size())
-        requireSame(sim::writeStateFile(read), text, "only what the product writes is taken");
+        requireSame(sim::writeStateFile(read, serialNumber), text,
+                    "only what the product writes is taken");
     else if (isTaken)
         require(sim::looksLikeStateChanges(text.mid(changesAt)),
                 "changes follow, and nothing else");

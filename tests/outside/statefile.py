@@ -48,7 +48,10 @@ def whole(text):
     length = int(field(lines[3], "length", r"\d+"))
     state.version = field(lines[4], "version", r"\d\.\d\.\d\.\d|-")
     state.crc = field(lines[5], "crc", "[0-9A-F]{8}|-")
-    for number, line in enumerate(lines[6:]):
+    code_lines = lines[6:]
+    if code_lines and code_lines[0].startswith("serial "):
+        field(code_lines.pop(0), "serial", "[0-9A-F]{16}")
+    for number, line in enumerate(code_lines):
         address, _, code = line.partition(" ")
         expect(int(address, 16) == number * CODE_BYTES_A_LINE, f"address {address} is out of its turn")
         state.code += bytes.fromhex(code)

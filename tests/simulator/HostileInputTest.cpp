@@ -193,10 +193,11 @@ TEST(HostileInput, StateFilesOfAnyKindAreRefusedOrTaken)
             QByteArray::number(productCrc32(changed), 16).toUpper().rightJustified(8, '0') + '\n';
         StoredCode read;
         QString error;
-        const bool isTaken = readStateFile(changed + end, 1000, &read, &error);
+        SerialNumber serialNumber;
+        const bool isTaken = readStateFile(changed + end, 1000, &read, &error, &serialNumber);
         ASSERT_NE(isTaken, !error.isEmpty());
         if (isTaken) { // then it says the same again
-            ASSERT_EQ(writeStateFile(read), changed + end);
+            ASSERT_EQ(writeStateFile(read, serialNumber), changed + end);
         }
     }
 }

@@ -96,6 +96,32 @@ TEST(StateFile, MemorySurvivesFromOneProductToTheNext)
     }
 }
 
+TEST(StateFile, ASerialNumberOfItsOwnSurvives)
+{
+    SimulatedProductSettings settings;
+    settings.serialNumber = std::array<quint8, 8>{{'U', 'n', 'i', 't', '0', '0', '4', '2'}};
+    const SimulatedProduct first{valdrin(), settings};
+    EXPECT_TRUE(first.save().contains("\ncrc 8ED7A350\nserial 556E697430303432\n000000 "));
+    SimulatedProduct second{valdrin()};
+    ASSERT_TRUE(second.restore(first.save(), nullptr));
+    EXPECT_EQ(answers(second, "F0006B2D304121F7"),
+              "F0 00 6B 2D 30 41 21 55 6E 69 74 30 30 34 32 F7");
+    EXPECT_EQ(second.save(), first.save());
+    ASSERT_TRUE(second.restore(SimulatedProduct{valdrin()}.save(), nullptr));
+    EXPECT_EQ(answers(second, "F0006B2D304121F7"),
+              "F0 00 6B 2D 30 41 21 33 30 34 31 30 30 30 31 F7");
+}
+
+TEST(StateFile, SerialNumberThatIsNotSixteenHexDigitsIsRefused)
+{
+    for (const char* number : {"", "55", "556E69743030343", "556e697430303432", "556E697430303432 ",
+                               "556E69743030343G", "556E69743030343200"})
+        EXPECT_EQ(reasonFor(workedWith("crc CBF43926\n",
+                                       QByteArray("crc CBF43926\nserial ") + number + '\n')),
+                  "the state file has \"serial " + std::string(number) +
+                      "\" in line 7, expected \"serial\" and sixteen hex digits");
+}
+
 TEST(StateFile, BrokenOffUpdateSurvivesAsInvalidCode)
 {
     SimulatedProduct first{valdrin()};
