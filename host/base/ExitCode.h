@@ -20,6 +20,7 @@ enum class ExitCode : int {
     ReplayDiverged = 11,
     NotConfirmed = 12,
     ContractBroken = 13,
+    NotAllUpdated = 14,
     Interrupted = 130, /**< what a shell reports for a program that Ctrl-C has ended */
 };
 

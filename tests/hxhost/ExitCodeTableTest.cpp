@@ -32,6 +32,14 @@ const Case cases[] = {
     {"update", 10, "NOWHERE --port simulator"},
     {"update", 11, "IMAGE --port replay:TRACE"},
     {"update", 130, "IMAGE --port replay:STOPPED --no-listen"},
+    {"batch", 0, "IMAGE --ports simulator --traces NEW --progress plain"},
+    {"batch", 2, "IMAGE --jobs 0"},
+    {"batch", 3, "IMAGE --plugin BAD --progress plain"},
+    {"batch", 4, "IMAGE --ports nowhere --progress plain"},
+    {"batch", 6, "BAD --ports simulator --progress plain"},
+    {"batch", 9, "OTHER --ports simulator --progress plain"},
+    {"batch", 10, "NOWHERE --ports simulator --progress plain"},
+    {"batch", 14, "IMAGE --ports simulator:BAD --traces NEW --progress plain"},
     {"verify", 0, "--port simulator"},
     {"verify", 2, "--port simulator --rate -1"},
     {"verify", 3, "--port simulator --plugin BAD"},
@@ -189,8 +197,8 @@ TEST_P(ExitCodeTable, CommandEndsWithTheCode)
 
 INSTANTIATE_TEST_SUITE_P(Commands, ExitCodeTable, testing::ValuesIn(cases));
 
-// 1 is a fault of the program; a question is answered on a terminal alone; a product is served on
-// real ports alone: these are tried elsewhere.
+// 1 is a fault of the program; a question is answered on a terminal alone; a product is served, and
+// stays silent, on real ports alone; a batch is stopped from outside: these are tried elsewhere.
 TEST(ExitCodePage, NamesEveryCodeOfEachCommandThatIsTriedAndNoOther)
 {
     QFile page(HX_EXIT_CODE_PAGE);
@@ -200,6 +208,8 @@ TEST(ExitCodePage, NamesEveryCodeOfEachCommandThatIsTriedAndNoOther)
         tried[row.command] << row.code;
     QMap<QString, QSet<int>> documented = documentedCodes(page.readAll());
     EXPECT_TRUE(documented["update"].remove(12));
+    EXPECT_TRUE(documented["batch"].remove(5));
+    EXPECT_TRUE(documented["batch"].remove(130));
     EXPECT_TRUE(documented["simulate"].remove(0));
     EXPECT_EQ(documented.keys(), tried.keys());
     for (auto it = tried.begin(); it != tried.end(); ++it)

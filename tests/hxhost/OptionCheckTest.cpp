@@ -51,8 +51,8 @@ TEST_F(OptionCheck, FieldThatAnotherResultOfTheCommandHasIsAnEmptyLine)
 TEST_F(OptionCheck, EveryNameThatIsListedIsAField)
 {
     for (const char* command :
-         {"update", "verify", "identify", "info", "recover", "image build", "image inspect",
-          "inspect", "check", "ports", "monitor", "simulate", "trace"}) {
+         {"update", "batch", "verify", "identify", "info", "recover", "image build",
+          "image inspect", "inspect", "check", "ports", "monitor", "simulate", "trace"}) {
         const QStringList names = hx::host::resultFields(command);
         EXPECT_GE(names.size(), 3) << command;
         for (const QString& name : names)

@@ -19,7 +19,7 @@ except ImportError:
     print("SKIPPED: the JSON documents are not validated, because python3-jsonschema is missing")
     sys.exit(77)
 
-# Words, and the exit code they must lead to. IMAGE, BAD, TRACE, STATE, CODE, NEW and PLUGIN are file
+# Words, and the exit code they must lead to. IMAGE, BAD, TRACE, TRACES, STATE, CODE, NEW and PLUGIN are file
 # names.
 CASES = [
     (["inspect"], 0),
@@ -55,6 +55,10 @@ CASES = [
     (["update", "IMAGE", "--port", "simulator", "--fault", "vanish:6"], 4),
     (["update", "IMAGE", "--dry-run"], 0),
     (["update", "BAD", "--port", "simulator"], 6),
+    (["batch", "IMAGE", "--ports", "simulator", "--ports", "simulator:STATE", "--traces", "TRACES"], 0),
+    (["batch", "IMAGE", "--ports", "simulator:BAD", "--traces", "TRACES"], 14),
+    (["batch", "IMAGE", "--ports", "no such port"], 4),
+    (["batch", "BAD", "--ports", "simulator"], 6),
     (["update"], 2),
     (["dance"], 2),
     (["update", "IMAGE", "--port", "replay:TRACE"], 11),
@@ -102,7 +106,7 @@ def main():
     validator = jsonschema.Draft7Validator(schema)
     failures = 0
     with tempfile.TemporaryDirectory() as folder:
-        names = {name: os.path.join(folder, name.lower()) for name in ("IMAGE", "BAD", "TRACE", "STATE", "CODE", "NEW")}
+        names = {name: os.path.join(folder, name.lower()) for name in ("TRACES", "IMAGE", "BAD", "TRACE", "STATE", "CODE", "NEW")}
         names["PLUGIN"] = plugin
         with open(names["CODE"], "wb") as file:
             file.write(bytes(i % 251 for i in range(700)))

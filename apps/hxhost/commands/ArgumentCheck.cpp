@@ -45,7 +45,8 @@ std::optional<Problem> streamProblem(const GivenOption& option, const OutputOpti
     const QString name = QString::fromStdString(option.name);
     if (!namesOutput(option))
         return inputIsTerminal() && option.isArgument ? std::optional(typedImage()) : std::nullopt;
-    if (name == QLatin1String("--trace") || name == QLatin1String("--state"))
+    if (name == QLatin1String("--trace") || name == QLatin1String("--state") ||
+        name == QLatin1String("--report"))
         return noStream(name);
     if (output.json || !output.field.empty())
         return takenByFile(name);

@@ -8,6 +8,7 @@ void addAllCommands(CommandLine& line)
     addIdentifyCommand(line);
     addInfoCommand(line);
     addUpdateCommand(line);
+    addBatchCommand(line);
     addVerifyCommand(line);
     addRecoverCommand(line);
     addImageCommands(line);

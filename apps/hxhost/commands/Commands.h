@@ -13,6 +13,7 @@ void addCheckCommand(CommandLine& line);
 void addIdentifyCommand(CommandLine& line);
 void addInfoCommand(CommandLine& line);
 void addUpdateCommand(CommandLine& line);
+void addBatchCommand(CommandLine& line);
 void addVerifyCommand(CommandLine& line);
 void addRecoverCommand(CommandLine& line);
 void addImageCommands(CommandLine& line);

@@ -39,19 +39,36 @@ std::optional<Problem> fieldProblem(const QString& commandName, const QString& f
 }
 
 // The fault would not happen, and the update would.
-std::optional<Problem> faultProblem(const std::vector<GivenOption>& options)
+std::optional<Problem> simulationProblem(const std::vector<GivenOption>& options, const char* name,
+                                         const QString& what)
 {
     const bool hasPort = optionOf(options, "--port") != nullptr;
     const QString port = valueOf(options, "--port");
-    if (!hasPort || valueOf(options, "--fault").isEmpty() || isSimulatedPort(port))
+    if (!hasPort || valueOf(options, name).isEmpty() || isSimulatedPort(port))
         return std::nullopt;
-    return Problem{ExitCode::Usage,
-                   QStringLiteral("--fault cannot be given for %1: only the simulated product has "
-                                  "faults on demand")
-                       .arg(port.isEmpty() ? QStringLiteral("the product's own port")
-                                           : QStringLiteral("the port \"%1\"").arg(port)),
-                   QStringLiteral("--port simulator or --port simulator:STATEFILE"),
-                   QStringLiteral("give one of these with --fault, or leave --fault out")};
+    return Problem{
+        ExitCode::Usage,
+        QStringLiteral("%1 cannot be given for %2: only the simulated product has %3")
+            .arg(QLatin1String(name),
+                 port.isEmpty() ? QStringLiteral("the product's own port")
+                                : QStringLiteral("the port \"%1\"").arg(port),
+                 what),
+        QStringLiteral("--port simulator or --port simulator:STATEFILE"),
+        QStringLiteral("give one of these with %1, or leave %1 out").arg(QLatin1String(name))};
+}
+
+// An image on standard input would end there, and the update with it.
+std::optional<Problem> eofProblem(const std::vector<GivenOption>& options)
+{
+    const GivenOption* flag = optionOf(options, "--stop-at-eof");
+    if (flag == nullptr || flag->values.empty() || valueOf(options, "IMAGE") != QLatin1String("-"))
+        return std::nullopt;
+    return Problem{
+        ExitCode::Usage,
+        QStringLiteral("--stop-at-eof cannot be given for \"-\": the image ends standard "
+                       "input"),
+        QStringLiteral("the name of an image file"),
+        QStringLiteral("name the file, or leave --stop-at-eof out")};
 }
 
 // A port that is no pair of this machine's ports has its own answers.
@@ -74,7 +91,13 @@ std::optional<Problem> inPortProblem(const std::vector<GivenOption>& options)
 std::optional<Problem> optionProblem(const Command& command)
 {
     const std::vector<GivenOption> options = command.given();
-    if (std::optional<Problem> problem = faultProblem(options))
+    if (std::optional<Problem> problem =
+            simulationProblem(options, "--fault", QStringLiteral("faults on demand")))
+        return problem;
+    if (std::optional<Problem> problem = simulationProblem(
+            options, "--serial", QStringLiteral("a serial number of your choice")))
+        return problem;
+    if (std::optional<Problem> problem = eofProblem(options))
         return problem;
     if (std::optional<Problem> problem = inPortProblem(options))
         return problem;

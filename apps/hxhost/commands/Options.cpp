@@ -1,5 +1,7 @@
 #include "apps/hxhost/commands/Options.h"
 
+#include <algorithm>
+
 namespace hx::host {
 
 namespace {
@@ -36,6 +38,18 @@ std::string isFault(const std::string& text)
     QString error;
     return sim::parseFault(QString::fromStdString(text), &error) ? std::string()
                                                                  : error.toStdString();
+}
+
+// Empty for a serial number of the simulated product, else what is wrong with it.
+std::string isSerialNumber(const std::string& text)
+{
+    constexpr size_t length = 8;
+    const bool isGood = text.size() == length && std::all_of(text.begin(), text.end(), [](char c) {
+                            return c > ' ' && c < 0x7F;
+                        });
+    return isGood ? std::string()
+                  : "\"" + text +
+                        "\" is not a serial number; expected eight ASCII characters, no blanks";
 }
 
 } // namespace
@@ -102,14 +116,20 @@ void addSecondsOption(const Command& command, double& seconds)
         .check(isDuration);
 }
 
-void addFaultOption(const Command& command, std::vector<std::string>& faults)
+void addSimulationOptions(const Command& command, SimulationOptions& options)
 {
     command
-        .addRepeated("--fault", faults,
+        .addRepeated("--fault", options.faults,
                      "Make the simulated product misbehave; may be given several times; "
                      "'hxhost simulate --help' lists the faults")
         .valueName("FAULT")
         .check(isFault)
+        .group(connectionGroup);
+    command
+        .addOption("--serial", options.serial,
+                   "Serial number of the simulated product while its memory is new")
+        .valueName("TEXT")
+        .check(isSerialNumber)
         .group(connectionGroup);
 }
 
@@ -122,7 +142,7 @@ void addListenOptions(const Command& command, ConnectionOptions& options)
                    "simulator or replay:TRACEFILE; default: the name that the plugin gives")
         .valueName("NAME")
         .group(connectionGroup);
-    addFaultOption(command, options.faults);
+    addSimulationOptions(command, options.simulation);
 }
 
 void addConnectionOptions(const Command& command, ConnectionOptions& options)
@@ -147,7 +167,11 @@ void addConnectionOptions(const Command& command, ConnectionOptions& options)
                  "Wait four times as long, and rest before asking again: for an operating system "
                  "or a driver that delivers late")
         .group(connectionGroup);
-    addFaultOption(command, options.faults);
+    addSimulationOptions(command, options.simulation);
+    command
+        .addFlag("--stop-at-eof", options.stopsAtEof,
+                 "Stop, as at Ctrl-C, when standard input ends: for a program that starts this one")
+        .group(connectionGroup);
 }
 
 } // namespace hx::host

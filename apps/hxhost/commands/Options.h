@@ -19,7 +19,7 @@ void addPaceOptions(const Command& command, Pace& pace);
 // An option for a time in seconds, more than 0; where it is not given `seconds` stays as it is.
 void addSecondsOption(const Command& command, double& seconds);
 
-void addFaultOption(const Command& command, std::vector<std::string>& faults);
+void addSimulationOptions(const Command& command, SimulationOptions& options);
 
 // The connection options of a command that sends nothing: `port` names the input.
 void addListenOptions(const Command& command, ConnectionOptions& options);

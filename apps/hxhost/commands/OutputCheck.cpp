@@ -189,7 +189,8 @@ std::optional<Problem> streamProblem(const NamedFile& output, bool readsInput)
 
 bool namesOutput(const GivenOption& option)
 {
-    static constexpr std::array<const char*, 4> names = {"--trace", "--output", "--svg", "--state"};
+    static constexpr std::array<const char*, 5> names = {"--trace", "--output", "--svg", "--state",
+                                                         "--report"};
     return std::find(names.begin(), names.end(), option.name) != names.end();
 }
 

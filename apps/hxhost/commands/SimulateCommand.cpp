@@ -28,7 +28,7 @@ struct SimulateOptions {
     std::string link;    // to it; empty: none
     std::string state;   // empty: a fresh product, forgotten afterwards
     double seconds = 0;  // 0: until it is interrupted
-    std::vector<std::string> faults;
+    SimulationOptions simulation;
     Pace pace = {0, 0};
 };
 
@@ -161,7 +161,7 @@ void simulate(CommandContext& context, const SimulateOptions& options)
     if (!plugin)
         return;
     std::optional<sim::FaultyProduct> product =
-        simulateProduct(context, plugin->device(), options.faults);
+        simulateProduct(context, plugin->device(), options.simulation);
     if (!product)
         return;
     const QString path = fileNameText(options.state);
@@ -215,7 +215,7 @@ void addSimulateCommand(CommandLine& line)
     addSecondsOption(command, options->seconds);
     addPluginOptions(command, options->plugin);
     addPaceOptions(command, options->pace);
-    addFaultOption(command, options->faults);
+    addSimulationOptions(command, options->simulation);
     command.explain("Faults:\n" + sim::faultHelp().toStdString());
     line.setRun(command, [options](CommandContext& context) { simulate(context, *options); });
 }

@@ -1,13 +1,12 @@
 // hxhost update: the whole update, from the image on the disk to the product that answers again.
 #include "apps/hxhost/commands/CommandLine.h"
 #include "apps/hxhost/commands/Commands.h"
-#include "apps/hxhost/commands/ImageReport.h"
+#include "apps/hxhost/commands/PlanReport.h"
 #include "apps/hxhost/commands/Readings.h"
 #include "apps/hxhost/commands/UpdateQuestion.h"
 #include "apps/hxhost/commands/UpdateReport.h"
 #include "apps/hxhost/report/Terminal.h"
 
-#include "host/base/HexText.h"
 #include "host/bus/TrafficMonitor.h"
 
 #include <csignal>
@@ -24,27 +23,6 @@ struct UpdateCommandOptions {
     bool yes = false;
     bool noListen = false;
 };
-
-bool requireGoodPlan(CommandContext& context, const LoadedImage& loaded, const UpdatePlan& plan)
-{
-    if (plan.ok())
-        return true;
-    context.fail(plan.isForOtherProduct ? ExitCode::WrongProduct : ExitCode::ImageRefused,
-                 QStringLiteral("the image \"%1\" is refused: %2")
-                     .arg(loaded.path, plan.refusals.join(QLatin1String("; "))),
-                 QStringLiteral("an image for a product that this plugin serves"),
-                 QStringLiteral("get the image made for this product"));
-    return false;
-}
-
-void addPlan(Report& report, const UpdatePlan& plan)
-{
-    report.add(QStringLiteral("plan.kind"), QString(codeTypeTag(plan.protocol.codeType)));
-    report.add(QStringLiteral("plan.product"), identifierText(quint32(plan.protocol.fidpid)));
-    report.add(QStringLiteral("plan.messages"), plan.messages);
-    report.add(QStringLiteral("plan.bytes"), double(plan.bytes));
-    report.add(QStringLiteral("plan.timeoutMs"), plan.protocol.timeoutMs);
-}
 
 // Whoever reads what we say may leave first, as "head" does: that must not cut an update off.
 void outliveReaders()
@@ -156,23 +134,17 @@ void update(CommandContext& context, const UpdateCommandOptions& options)
     Session session(context);
     if (!session.loadPlugin(options.connection.plugin))
         return;
-    const std::optional<LoadedImage> loaded = readImage(context, options.image, session.product());
-    if (!loaded)
+    const std::optional<PlannedImage> planned = planImage(context, session, options.image);
+    if (!planned)
         return;
-    const UpdatePlan plan = planUpdate(session.device(), loaded->image);
-    addPlan(context.report, plan);
-    if (!requireGoodPlan(context, *loaded, plan))
-        return;
-    if (!plan.missingProof.isEmpty())
-        context.warn(plan.missingProof);
     if (options.dryRun)
         return context.console.note(QStringLiteral("Dry run: nothing was sent."));
     outliveReaders();
     if (!session.connect(options.connection))
         return;
     context.report.add(QStringLiteral("port"), session.port().name());
-    if (options.noListen || listen(context, session, plan))
-        send(context, options, session, *loaded);
+    if (options.noListen || listen(context, session, planned->plan))
+        send(context, options, session, planned->loaded);
 }
 
 } // namespace

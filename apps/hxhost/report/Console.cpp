@@ -3,10 +3,12 @@
 #include "apps/hxhost/report/JsonText.h"
 #include "apps/hxhost/report/Terminal.h"
 #include "host/base/PrintableText.h"
+#include "qt/Saturated.h"
 
 #include <QJsonDocument>
 
 #include <cstdio>
+#include <utility>
 
 namespace hx::host {
 
@@ -87,8 +89,25 @@ void Console::endRedraw()
     m_redrawing = false;
 }
 
+void Console::redrawLines(const QStringList& lines)
+{
+    eraseLines();
+    m_drawnLines = saturated(lines.size());
+    writeError(lines.join(QLatin1Char('\n')));
+}
+
+void Console::eraseLines()
+{
+    const int above = std::exchange(m_drawnLines, 0) - 1;
+    if (above > 0)
+        writeError(QStringLiteral("\033[%1A").arg(above));
+    if (above >= 0)
+        writeError(QStringLiteral("\r\033[J"));
+}
+
 void Console::line(const QString& text)
 {
+    eraseLines();
     endRedraw();
     writeError(text + QLatin1Char('\n'));
 }

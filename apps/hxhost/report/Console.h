@@ -3,7 +3,7 @@
 
 #include "host/base/Problem.h"
 
-#include <QString>
+#include <QStringList>
 
 #include <atomic>
 
@@ -39,10 +39,14 @@ public:
     void redraw(const QString& text);
     void endRedraw();
 
+    // The same for several lines, which fit the terminal; what is said otherwise comes above them.
+    void redrawLines(const QStringList& lines);
+
     // Writes one line whatever the level, as it is.
     void line(const QString& text);
 
 private:
+    void eraseLines();
     void say(Verbosity level, const QString& text);
     QString coloured(const char* code, const QString& text) const;
 
@@ -50,6 +54,7 @@ private:
     bool m_isForPrograms;
     bool m_colour;
     bool m_redrawing = false;
+    int m_drawnLines = 0; // of several
 };
 
 } // namespace hx::host

@@ -24,6 +24,8 @@ const std::vector<ExitCodeRow>& exitCodeTable()
         {ExitCode::NotConfirmed, "not-confirmed", "the question was not answered with yes"},
         {ExitCode::ContractBroken, "contract-broken",
          "the plugin breaks a rule of the contract, or crashes in the check"},
+        {ExitCode::NotAllUpdated, "not-all-updated",
+         "at least one product of a batch was not updated"},
         {ExitCode::Interrupted, "interrupted",
          "stopped by Ctrl-C, SIGTERM or the closing of the terminal"},
     };

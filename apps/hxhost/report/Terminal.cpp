@@ -56,14 +56,27 @@ bool inputIsReady()
 #endif
 }
 
-int columnsOfDevice()
+struct TerminalSize {
+    int columns = 0; // 0: not known
+    int rows = 0;
+};
+
+TerminalSize sizeOfDevice()
 {
-#ifdef Q_OS_WIN
-    return 0;
-#else
+    TerminalSize found;
+#ifndef Q_OS_WIN
     winsize size = {};
-    return ioctl(2, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
+    if (ioctl(2, TIOCGWINSZ, &size) == 0)
+        found = {size.ws_col, size.ws_row};
 #endif
+    return found;
+}
+
+// What the terminal says, else the variable of the environment, else `usual`.
+int sizeOr(int told, const char* variable, int usual)
+{
+    const int named = qEnvironmentVariableIntValue(variable);
+    return told > 0 ? told : named > 0 ? named : usual;
 }
 
 } // namespace
@@ -108,11 +121,12 @@ QByteArray readTypedLine(const std::atomic<bool>& interrupted)
 
 int terminalColumns()
 {
-    const int device = columnsOfDevice();
-    if (device > 0)
-        return device;
-    const int named = qEnvironmentVariableIntValue("COLUMNS");
-    return named > 0 ? named : 80;
+    return sizeOr(sizeOfDevice().columns, "COLUMNS", 80);
+}
+
+int terminalRows()
+{
+    return sizeOr(sizeOfDevice().rows, "LINES", 24);
 }
 
 bool colourAllowed()

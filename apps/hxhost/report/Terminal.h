@@ -19,8 +19,9 @@ bool writeToTerminal(const QByteArray& text);
 // The line that is typed on standard input; null at its end, and soon after `interrupted` is set.
 QByteArray readTypedLine(const std::atomic<bool>& interrupted);
 
-// Columns of the terminal on standard error; 80 when it cannot be known.
+// Columns and rows of the terminal on standard error; 80 and 24 when they cannot be known.
 int terminalColumns();
+int terminalRows();
 
 // Whether standard error may be coloured. NO_COLOR (not empty) forbids it, CLICOLOR_FORCE (not
 // empty and not 0) demands it, otherwise a terminal that is not "dumb" allows it.

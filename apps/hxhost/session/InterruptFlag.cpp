@@ -1,12 +1,16 @@
 #include "apps/hxhost/session/InterruptFlag.h"
 
+#include "host/base/ExitCode.h"
+
 #include <csignal>
+#include <cstdlib>
 
 namespace hx::host {
 
 namespace {
 
 std::atomic<bool> interrupted{false};
+std::atomic<bool> isWatched{false}; // by a flag that lives
 static_assert(std::atomic<bool>::is_always_lock_free, "signal handlers may not wait for a lock");
 
 extern "C" void noteSignal(int number)
@@ -29,6 +33,7 @@ void onHangUp(void (*handler)(int))
 InterruptFlag::InterruptFlag()
 {
     interrupted.store(false);
+    isWatched.store(true);
     std::signal(SIGINT, noteSignal);
     std::signal(SIGTERM, noteSignal);
     onHangUp(noteSignal);
@@ -36,6 +41,7 @@ InterruptFlag::InterruptFlag()
 
 InterruptFlag::~InterruptFlag()
 {
+    isWatched.store(false);
     std::signal(SIGINT, SIG_DFL);
     std::signal(SIGTERM, SIG_DFL);
     onHangUp(SIG_DFL);
@@ -44,6 +50,13 @@ InterruptFlag::~InterruptFlag()
 const std::atomic<bool>* InterruptFlag::flag() const
 {
     return &interrupted;
+}
+
+void interruptProgram()
+{
+    interrupted.store(true);
+    if (!isWatched)
+        std::_Exit(int(ExitCode::Interrupted));
 }
 
 } // namespace hx::host

@@ -17,4 +17,7 @@ public:
     const std::atomic<bool>* flag() const;
 };
 
+// What Ctrl-C does: sets the flag that lives, and ends the program at once where none does.
+void interruptProgram();
+
 } // namespace hx::host

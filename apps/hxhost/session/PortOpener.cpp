@@ -135,7 +135,7 @@ PortPointer openSimulated(CommandContext& context, const ConnectionOptions& opti
                           DeviceInterface& device)
 {
     const std::optional<sim::FaultyProduct> product =
-        simulateProduct(context, device, options.faults);
+        simulateProduct(context, device, options.simulation);
     if (!product)
         return nullptr;
     const QString name = fileNameText(options.port);

@@ -6,11 +6,12 @@
 namespace hx::host {
 
 std::optional<sim::FaultyProduct> simulateProduct(CommandContext& context, DeviceInterface& device,
-                                                  const std::vector<std::string>& faults)
+                                                  const SimulationOptions& options)
 {
     const ProductDescription product = describeProduct(device);
     if (const std::optional<sim::ProductIdentity> identity = simulatedIdentity(product))
-        return sim::FaultyProduct(sim::SimulatedProduct(*identity), faultPlan(faults));
+        return sim::FaultyProduct(sim::SimulatedProduct(*identity, options.settings()),
+                                  options.faultPlan());
     context.fail(
         ExitCode::NoPort,
         QStringLiteral("the product %1 cannot be simulated: its messages begin with \"%2\"")

@@ -13,7 +13,7 @@ namespace hx::host {
 // A fresh one with these faults; none, with the problem in the report, when the plugin does not say
 // enough of its product.
 std::optional<sim::FaultyProduct> simulateProduct(CommandContext& context, DeviceInterface& device,
-                                                  const std::vector<std::string>& faults);
+                                                  const SimulationOptions& options);
 
 // Says in the report that the product stopped, because `path` could not take what it had to store.
 void failStoring(CommandContext& context, const QString& path, const QString& error);

@@ -1,5 +1,6 @@
 #include "apps/hxhost/session/Session.h"
 
+#include "apps/hxhost/session/EndOfInput.h"
 #include "apps/hxhost/session/PortOpener.h"
 
 #include "host/base/FileName.h"
@@ -35,6 +36,8 @@ bool Session::loadPlugin(const PluginOptions& options)
 
 bool Session::connect(const ConnectionOptions& options)
 {
+    if (options.stopsAtEof)
+        stopAtEndOfInput();
     m_isMadeUp = isMadeUpPort(fileNameText(options.port));
     return use(openPort(m_context, options, device()), options);
 }

@@ -1,5 +1,7 @@
 #include "apps/hxhost/session/Settings.h"
 
+#include <algorithm>
+
 namespace hx::host {
 
 Verbosity OutputOptions::verbosity() const
@@ -11,7 +13,7 @@ Verbosity OutputOptions::verbosity() const
     return verbose == 1 ? Verbosity::Detail : Verbosity::Bytes;
 }
 
-sim::FaultPlan faultPlan(const std::vector<std::string>& faults)
+sim::FaultPlan SimulationOptions::faultPlan() const
 {
     sim::FaultPlan plan;
     QString error;
@@ -20,6 +22,15 @@ sim::FaultPlan faultPlan(const std::vector<std::string>& faults)
             plan << *fault;
     }
     return plan;
+}
+
+sim::SimulatedProductSettings SimulationOptions::settings() const
+{
+    sim::SimulatedProductSettings settings;
+    if (!serial.empty())
+        std::copy_n(serial.begin(), settings.serialNumber.emplace().size(),
+                    settings.serialNumber->begin());
+    return settings;
 }
 
 } // namespace hx::host

@@ -5,6 +5,7 @@
 
 #include "ports/Pacer.h"
 #include "simulator/FaultPlan.h"
+#include "simulator/SimulatedProduct.h"
 
 #include <string>
 #include <vector>
@@ -31,17 +32,25 @@ struct PluginOptions {
     std::string plugin; // empty: the default places
 };
 
+// What the simulated product is like.
+struct SimulationOptions {
+    std::vector<std::string> faults;
+    std::string serial; // empty: the one that its family and model give it
+
+    // As the product takes them; checked texts alone.
+    sim::FaultPlan faultPlan() const;
+    sim::SimulatedProductSettings settings() const;
+};
+
 // How the product is reached.
 struct ConnectionOptions {
     PluginOptions plugin;
-    std::string port;                // empty: the name that the plugin gives
-    std::string inPort;              // empty: the input that belongs to `port`
-    std::vector<std::string> faults; // of the simulated product
+    std::string port;   // empty: the name that the plugin gives
+    std::string inPort; // empty: the input that belongs to `port`
+    SimulationOptions simulation;
     Pace pace;
-    bool slowHost = false; // waits are longer
+    bool slowHost = false;   // waits are longer
+    bool stopsAtEof = false; // when standard input ends
 };
-
-// The plan that checked texts of --fault amount to.
-sim::FaultPlan faultPlan(const std::vector<std::string>& faults);
 
 } // namespace hx::host

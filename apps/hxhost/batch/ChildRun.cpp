@@ -1,0 +1,87 @@
+#include "apps/hxhost/batch/ChildRun.h"
+
+#include <QJsonDocument>
+
+namespace hx::host {
+
+ChildRun::ChildRun(const QString& program, const QStringList& words, int longestSilence)
+    : m_program(program), m_words(words)
+{
+    m_silence.setSingleShot(true);
+    m_silence.setInterval(longestSilence);
+}
+
+ChildRun::~ChildRun()
+{
+    m_process.disconnect();
+    if (m_process.state() == QProcess::NotRunning)
+        return;
+    m_process.kill();
+    m_process.waitForFinished();
+}
+
+void ChildRun::start(const ChildHandlers& handlers)
+{
+    m_handlers = handlers;
+    QObject::connect(&m_process, &QProcess::readyReadStandardError, [this] { readProgress(); });
+    QObject::connect(&m_process, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished),
+                     [this](int, QProcess::ExitStatus status) {
+                         const bool isRegular = status == QProcess::NormalExit;
+                         end(m_isHung    ? ChildResult::End::Hung
+                             : isRegular ? ChildResult::End::Regular
+                                         : ChildResult::End::Crashed);
+                     });
+    QObject::connect(&m_process, &QProcess::errorOccurred, [this](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart)
+            end(ChildResult::End::NotStarted);
+    });
+    QObject::connect(&m_silence, &QTimer::timeout, [this] { giveUp(); });
+    m_time.start();
+    m_silence.start();
+    m_process.start(m_program, m_words);
+}
+
+void ChildRun::readProgress()
+{
+    m_process.setReadChannel(QProcess::StandardError);
+    while (m_process.canReadLine())
+        takeLine(m_process.readLine().trimmed());
+}
+
+void ChildRun::takeLine(const QByteArray& line)
+{
+    m_silence.start();
+    const QJsonObject object = QJsonDocument::fromJson(line).object();
+    if (object.contains(QStringLiteral("percent")))
+        m_handlers.progressed(object);
+    else if (!line.isEmpty())
+        m_lastWords = QString::fromUtf8(line);
+}
+
+void ChildRun::giveUp()
+{
+    m_isHung = true;
+    m_process.kill();
+}
+
+// Told from the event loop, so that whoever hears it may destroy the run.
+void ChildRun::end(ChildResult::End end)
+{
+    if (std::exchange(m_isOver, true))
+        return;
+    m_silence.stop();
+    readProgress();
+    takeLine(m_process.readAllStandardError().trimmed());
+    m_silence.stop();
+    ChildResult result;
+    result.end = end;
+    result.durationMs = m_time.elapsed();
+    if (end == ChildResult::End::Regular) {
+        result.exitCode = m_process.exitCode();
+        result.document = QJsonDocument::fromJson(m_process.readAllStandardOutput()).object();
+    }
+    result.lastWords = m_lastWords.isEmpty() ? m_process.errorString() : m_lastWords;
+    QTimer::singleShot(0, &m_silence, [ended = m_handlers.ended, result] { ended(result); });
+}
+
+} // namespace hx::host
