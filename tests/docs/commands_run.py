@@ -45,6 +45,7 @@ NOT_RUN = {
     "scripts/window-pictures": "builds its program; the pictures are looked at, not compared",
     "scripts/translate": "changes the tree; tests/hxupdate says whether it is needed",
     "hxupdate": "opens a window and waits for a person; tests/hxupdate works it",
+    "parallel": "needs two stations; tests/hxhost/batch_stations.py runs it with logins of its own",
     "scripts/bench": "measures for minutes, which needs an idle machine",
 }
 

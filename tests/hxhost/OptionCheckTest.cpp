@@ -79,6 +79,9 @@ TEST_F(OptionCheck, FaultIsRefusedWhereNoSimulatedProductIs)
                   "--fault cannot be given for the port \"simulators\": ");
     expectRefused({"identify", "--port", "replay:" + trace, "--fault", "silent", "--json"},
                   "--fault cannot be given for the port \"replay:");
+    expectRefused({"identify", "--port", "Valdrin", "--serial", "Unit0001"},
+                  "--serial cannot be given for the port \"Valdrin\": only the simulated product "
+                  "has a serial number of your choice\n");
     expectRefused({"monitor", "--fault", "noise"}, "--fault cannot be given for the product's ");
 }
 

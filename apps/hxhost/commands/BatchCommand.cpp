@@ -30,7 +30,7 @@ struct BatchOptions {
     bool watch = false;
     bool skipSilent = false;
     bool noListen = false;
-    std::string report; // empty: none
+    std::vector<std::string> reports;
     std::string traces = "hxhost-batch";
 };
 
@@ -76,7 +76,7 @@ public:
 
 private:
     bool makeFolder();
-    bool writeReport();
+    bool writeReports();
     BatchPlan plan() const;
     BatchHandlers handlers();
     QStringList patterns() const;
@@ -127,15 +127,15 @@ bool BatchRun::makeFolder()
     return bool(written);
 }
 
-bool BatchRun::writeReport()
+bool BatchRun::writeReports()
 {
-    if (m_options.report.empty())
-        return true;
-    const QString name = fileNameText(m_options.report);
-    const Result<> written = writeBatchReport(name, m_record);
-    if (!written && !m_context.report.failed())
-        failFile(written.problem().what, name, QStringLiteral("--report"));
-    return bool(written);
+    for (const std::string& report : m_options.reports) {
+        const QString name = fileNameText(report);
+        const Result<> written = writeBatchReport(name, m_record);
+        if (!written && !m_context.report.failed())
+            failFile(written.problem().what, name, QStringLiteral("--report"));
+    }
+    return !m_context.report.failed();
 }
 
 BatchPlan BatchRun::plan() const
@@ -182,12 +182,12 @@ BatchHandlers BatchRun::handlers()
     return handlers;
 }
 
-// The report is whole after each unit, whatever becomes of this program.
+// The reports are whole after each unit, whatever becomes of this program.
 void BatchRun::takeUnit(const BatchUnit& unit)
 {
     m_record.units << unit;
     m_display.end(unit, countOf(m_record.units));
-    writeReport();
+    writeReports();
 }
 
 void BatchRun::addResult() const
@@ -250,7 +250,7 @@ void BatchRun::run()
             QStringLiteral("at least one port"),
             QStringLiteral("'hxhost ports' lists the ports; give a pattern that "
                            "fits with --ports"));
-    if (!makeFolder() || !writeReport())
+    if (!makeFolder() || !writeReports())
         return;
     batch.run();
     m_display.finish();
@@ -275,9 +275,9 @@ void batch(CommandContext& context, const BatchOptions& options)
 void addReportOptions(const Command& command, BatchOptions& options)
 {
     command
-        .addOption("--report", options.report,
-                   "Write what became of each unit: JUnit XML (.xml), CSV (.csv) or JSON lines "
-                   "(.jsonl)")
+        .addRepeated("--report", options.reports,
+                     "Write what became of each unit: JUnit XML (.xml), CSV (.csv) or JSON lines "
+                     "(.jsonl); may be given several times")
         .valueName("FILE")
         .check(isReportName);
     command.addOption("--traces", options.traces, "Folder for the image and the trace of each unit")
