@@ -135,7 +135,11 @@ def complaint_about_options(command, known):
 
 
 def complaint_about_script(command):
-    """What is wrong with a command that is not run: of a script, or of a program by its own help."""
+    """What is wrong with a command that is not run: of a script, or of a program by its own help. Of a program
+    that starts one of ours the words from there on count."""
+    started = re.search(r" ((hxhost|hxmidi) .*)", command)
+    if started:
+        return complaint_about_program(started.group(1))
     name = command.split()[0]
     program = BUILD / "bin" / name
     if "/" not in name and program.exists():
