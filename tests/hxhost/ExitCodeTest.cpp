@@ -174,7 +174,8 @@ TEST_F(ExitCodes, UsageNamesTheWordThatIsNoCommand)
 {
     EXPECT_EQ(hxhost({"ident"}).err.toStdString(),
               "error: \"ident\" is not a command\n"
-              "  expected: one of: ports, identify, info, update, verify, recover, image, inspect, "
+              "  expected: one of: ports, identify, info, update, batch, verify, recover, image, "
+              "inspect, "
               "check, monitor, trace, simulate, support\n"
               "  next: see 'hxhost --help'\n");
     EXPECT_EQ(hxhost({"image", "make"}).err.toStdString(), "error: \"make\" is not a command\n"

@@ -9,6 +9,7 @@ ChildRun::ChildRun(const QString& program, const QStringList& words, int longest
 {
     m_silence.setSingleShot(true);
     m_silence.setInterval(longestSilence);
+    m_telling.setSingleShot(true);
 }
 
 ChildRun::~ChildRun()
@@ -36,6 +37,11 @@ void ChildRun::start(const ChildHandlers& handlers)
             end(ChildResult::End::NotStarted);
     });
     QObject::connect(&m_silence, &QTimer::timeout, [this] { giveUp(); });
+    QObject::connect(&m_telling, &QTimer::timeout, [this] {
+        const auto ended = m_handlers.ended; // it may destroy this
+        const ChildResult result = m_result;
+        ended(result);
+    });
     m_time.start();
     m_silence.start();
     m_process.start(m_program, m_words);
@@ -64,7 +70,6 @@ void ChildRun::giveUp()
     m_process.kill();
 }
 
-// Told from the event loop, so that whoever hears it may destroy the run.
 void ChildRun::end(ChildResult::End end)
 {
     if (std::exchange(m_isOver, true))
@@ -73,15 +78,14 @@ void ChildRun::end(ChildResult::End end)
     readProgress();
     takeLine(m_process.readAllStandardError().trimmed());
     m_silence.stop();
-    ChildResult result;
-    result.end = end;
-    result.durationMs = m_time.elapsed();
+    m_result.end = end;
+    m_result.durationMs = m_time.elapsed();
     if (end == ChildResult::End::Regular) {
-        result.exitCode = m_process.exitCode();
-        result.document = QJsonDocument::fromJson(m_process.readAllStandardOutput()).object();
+        m_result.exitCode = m_process.exitCode();
+        m_result.document = QJsonDocument::fromJson(m_process.readAllStandardOutput()).object();
     }
-    result.lastWords = m_lastWords.isEmpty() ? m_process.errorString() : m_lastWords;
-    QTimer::singleShot(0, &m_silence, [ended = m_handlers.ended, result] { ended(result); });
+    m_result.lastWords = m_lastWords.isEmpty() ? m_process.errorString() : m_lastWords;
+    m_telling.start(0);
 }
 
 } // namespace hx::host

@@ -47,10 +47,12 @@ private:
 
     QProcess m_process;
     QTimer m_silence;
+    QTimer m_telling; // what came of it, from the event loop
     QElapsedTimer m_time;
     QString m_program;
     QStringList m_words;
     ChildHandlers m_handlers;
+    ChildResult m_result;
     QString m_lastWords;
     bool m_isHung = false;
     bool m_isOver = false;
