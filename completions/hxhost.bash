@@ -15,8 +15,9 @@ _hxhost_ports()
     case $cur in
         simulator:*) _hxhost_files simulator: ;;
         replay:*) _hxhost_files replay: ;;
+        device:*) _hxhost_files device: ;;
         *)
-            COMPREPLY=($(compgen -W "simulator simulator: replay:" -- "$cur"))
+            COMPREPLY=($(compgen -W "simulator simulator: replay: device:" -- "$cur"))
             compopt -o nospace 2> /dev/null ;;
     esac
     declare -F __ltrim_colon_completions > /dev/null && __ltrim_colon_completions "$cur"
@@ -101,7 +102,7 @@ _hxhost()
         "check") offers="--help --image --json --field --progress --quiet --verbose --trace" files=files ;;
         "monitor") offers="--help --count --seconds --json --field --progress --quiet --verbose --trace --plugin --port --fault --serial" files=none ;;
         "trace") offers="--help --svg --json --field --progress --quiet --verbose --trace" files=files ;;
-        "simulate") offers="--help --name --backend --state --seconds --json --field --progress --quiet --verbose --trace --plugin --rate --gap --fault --serial" files=none ;;
+        "simulate") offers="--help --device --name --backend --state --seconds --json --field --progress --quiet --verbose --trace --plugin --rate --gap --fault --serial" files=files ;;
         "support") offers="--help --output --image --last-trace --json --field --progress --quiet --verbose --trace --plugin --port --in-port --rate --gap --fault --serial --stop-at-eof" files=none ;;
     esac
 

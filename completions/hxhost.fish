@@ -41,7 +41,6 @@ complete -c hxhost -n "__hxhost_at 'image'" -a build -d 'Make an update image fr
 complete -c hxhost -n "__hxhost_at 'image'" -a inspect -d 'Show what an update image holds, and what is wrong with it'
 complete -c hxhost -n "__hxhost_at 'inspect'" -f
 complete -c hxhost -n "__hxhost_at 'monitor'" -f
-complete -c hxhost -n "__hxhost_at 'simulate'" -f
 complete -c hxhost -n "__hxhost_at 'support'" -f
 complete -c hxhost -n "__hxhost_at '' 'ports' 'identify' 'info' 'update' 'batch' 'verify' 'recover' 'image' 'image build' 'image inspect' 'inspect' 'check' 'monitor' 'trace' 'simulate' 'support'" -s h -l help -d 'Print this help message and exit'
 complete -c hxhost -n "__hxhost_at ''" -l version -d 'Display program version information and exit'
@@ -53,8 +52,8 @@ complete -c hxhost -n "__hxhost_at 'ports' 'identify' 'info' 'update' 'batch' 'v
 complete -c hxhost -n "__hxhost_at 'ports' 'identify' 'info' 'update' 'batch' 'verify' 'recover' 'image build' 'image inspect' 'inspect' 'check' 'monitor' 'trace' 'simulate' 'support'" -s v -l verbose -d 'Say what is decided and what the plugin logs'
 complete -c hxhost -n "__hxhost_at 'ports' 'identify' 'info' 'update' 'batch' 'verify' 'recover' 'image build' 'image inspect' 'inspect' 'check' 'monitor' 'trace' 'simulate' 'support'" -l trace -r -F -d 'Write a record of the session'
 complete -c hxhost -n "__hxhost_at 'ports' 'identify' 'info' 'update' 'batch' 'verify' 'recover' 'image build' 'image inspect' 'inspect' 'monitor' 'simulate' 'support'" -l plugin -r -F -d 'The device plugin, or the folder that holds it'
-complete -c hxhost -n "__hxhost_at 'identify' 'info' 'update' 'verify' 'recover' 'support'" -l port -x -a 'simulator simulator: replay:' -d 'MIDI port'
-complete -c hxhost -n "__hxhost_at 'identify' 'info' 'update' 'verify' 'recover' 'support'" -l in-port -x -a 'simulator simulator: replay:' -d 'The port that answers come from'
+complete -c hxhost -n "__hxhost_at 'identify' 'info' 'update' 'verify' 'recover' 'support'" -l port -x -a 'simulator simulator: replay: device:' -d 'MIDI port'
+complete -c hxhost -n "__hxhost_at 'identify' 'info' 'update' 'verify' 'recover' 'support'" -l in-port -x -a 'simulator simulator: replay: device:' -d 'The port that answers come from'
 complete -c hxhost -n "__hxhost_at 'identify' 'info' 'update' 'batch' 'verify' 'recover' 'support'" -l rate -x -d 'Bytes a second to send'
 complete -c hxhost -n "__hxhost_at 'identify' 'info' 'update' 'batch' 'verify' 'recover' 'simulate' 'support'" -l gap -x -d 'Pause after each message, in milliseconds'
 complete -c hxhost -n "__hxhost_at 'identify' 'info' 'update' 'verify' 'recover' 'monitor' 'simulate' 'support'" -l fault -x -a 'silent duplicate-message damage-message cut-message insert-message refuse wrong-model vanish bad-ack failed-ack power-cut bad-write drop-reply duplicate-reply damage-reply cut-reply insert-reply delay-reply late-reply swap-reply noise' -d 'Make the simulated product misbehave'
@@ -76,8 +75,9 @@ complete -c hxhost -n "__hxhost_at 'image build'" -l code-version -x -d 'Version
 complete -c hxhost -n "__hxhost_at 'check'" -l image -r -F -d 'An update image of the product'
 complete -c hxhost -n "__hxhost_at 'monitor'" -l count -x -d 'Stop after this many messages'
 complete -c hxhost -n "__hxhost_at 'monitor' 'simulate'" -l seconds -x -d 'Stop after this time'
-complete -c hxhost -n "__hxhost_at 'monitor'" -l port -x -a 'simulator simulator: replay:' -d 'Port that bytes come from'
+complete -c hxhost -n "__hxhost_at 'monitor'" -l port -x -a 'simulator simulator: replay: device:' -d 'Port that bytes come from'
 complete -c hxhost -n "__hxhost_at 'trace'" -l svg -r -F -d 'Draw a picture instead of the table'
+complete -c hxhost -n "__hxhost_at 'simulate'" -l device -d 'Make a device instead of a MIDI port'
 complete -c hxhost -n "__hxhost_at 'simulate'" -l name -x -d 'Name of the port'
 complete -c hxhost -n "__hxhost_at 'simulate'" -l backend -x -a 'alsa jack core' -d 'Kind of port'
 complete -c hxhost -n "__hxhost_at 'simulate'" -l state -r -F -d 'File that keeps the products memory'
