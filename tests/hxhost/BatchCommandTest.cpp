@@ -219,3 +219,16 @@ TEST_F(BatchCommand, NoPortThatFitsIsAnErrorThatNamesThePatterns)
               "no port fits \"nowhere\" or \"device:/no/such/*\"");
     EXPECT_FALSE(QFile::exists(path("traces")));
 }
+
+TEST_F(BatchCommand, TwoNamesOfOneFileAreOnePort)
+{
+    const QString port = product("p1", "Unit0001");
+    ASSERT_TRUE(QFile::link(path("p1"), path("p2")));
+    const QJsonObject document = json({"--ports", "simulator:" + path("p?")});
+    EXPECT_EQ(document["exitCode"], 0);
+    const auto units = unitsIn(document);
+    EXPECT_EQ(units["p1"]["outcome"], "succeeded");
+    EXPECT_EQ(units["p2"]["outcome"], "same-product");
+    EXPECT_EQ(units["p2"]["reason"], "the same file as " + port + ": it is updated there");
+    EXPECT_EQ(units["p2"]["serial"], "");
+}

@@ -1,5 +1,6 @@
 #include "apps/hxhost/batch/Batch.h"
 
+#include "apps/hxhost/batch/ChildOutcome.h"
 #include "apps/hxhost/report/ExitCodeTable.h"
 #include "host/base/FileName.h"
 
@@ -37,53 +38,6 @@ void removeFile(const QString& file)
 {
     std::error_code unseen;
     std::filesystem::remove(filePath(file), unseen);
-}
-
-bool hasEndedWith(const ChildResult& result, ExitCode code)
-{
-    return result.end == ChildResult::End::Regular && result.exitCode == int(code);
-}
-
-// Whether a product that the plugin serves has answered, whatever else it did not tell.
-bool hasProduct(const ChildResult& result)
-{
-    const QJsonObject identity = result.document.value(QStringLiteral("result"))
-                                     .toObject()
-                                     .value(QStringLiteral("identity"))
-                                     .toObject();
-    return identity.value(QStringLiteral("state")) == QLatin1String("good") &&
-           !hasEndedWith(result, ExitCode::WrongProduct);
-}
-
-QString outcomeOf(const ChildResult& result)
-{
-    switch (result.end) {
-    case ChildResult::End::Crashed:
-        return crashedOutcome;
-    case ChildResult::End::Hung:
-        return hungOutcome;
-    case ChildResult::End::NotStarted:
-        return exitName(ExitCode::Internal);
-    case ChildResult::End::Regular:
-        break;
-    }
-    if (result.exitCode == int(ExitCode::Success))
-        return succeededOutcome;
-    const QString name = exitName(ExitCode(result.exitCode));
-    return name.isEmpty() ? crashedOutcome : name;
-}
-
-QString reasonOf(const ChildResult& result)
-{
-    const QJsonValue what =
-        result.document.value(QStringLiteral("error")).toObject().value(QStringLiteral("what"));
-    if (what.isString())
-        return what.toString();
-    if (hasEndedWith(result, ExitCode::Interrupted))
-        return QStringLiteral("it was stopped before a port was open");
-    if (result.end == ChildResult::End::Hung)
-        return QStringLiteral("its process said nothing for too long and was ended");
-    return outcomeOf(result) == succeededOutcome ? QString() : result.lastWords;
 }
 
 } // namespace
@@ -150,6 +104,11 @@ void Batch::begin(Place& place)
 {
     if (place.stage == Stage::Known)
         return decide(place);
+    if (const Place* same = sameFile(place)) {
+        if (place.stage == Stage::Unasked)
+            leaveOut(place, *same, QStringLiteral("the same file as %1"));
+        return;
+    }
     const bool isDue = place.stage == Stage::Unasked ||
                        (m_plan.goesOn && place.sinceLastRun.elapsed() >= askAgainMs);
     if (isDue && mayAsk(place))
@@ -267,19 +226,35 @@ void Batch::rest(Place& place)
 
 void Batch::decide(Place& place)
 {
-    if (const Place* same = sameProduct(place)) {
-        removeFile(traceOf(place));
-        const QString told = place.unit.serial.isEmpty()
-                                 ? QStringLiteral("the same port as %1: the product is updated "
-                                                  "there")
-                                 : QStringLiteral("the same product as on %1, by its serial "
-                                                  "number: it is updated there");
-        place.isServed = true;
-        place.servedSerial = place.unit.serial;
-        return end(place, sameProductOutcome, told.arg(same->unit.port));
-    }
+    if (const Place* same = sameProduct(place))
+        return leaveOut(place, *same,
+                        place.unit.serial.isEmpty()
+                            ? QStringLiteral("the same port as %1")
+                            : QStringLiteral("the same product as on %1, by its serial number"));
     if (!mustWait(place))
         update(place);
+}
+
+// What leads there is never asked.
+const Batch::Place* Batch::sameFile(const Place& place) const
+{
+    for (const auto& other : m_places) {
+        if (other.get() == &place)
+            return nullptr; // the first of them is the one
+        if (areOneFile(place.port, other->port))
+            return other.get();
+    }
+    return nullptr;
+}
+
+void Batch::leaveOut(Place& place, const Place& same, const QString& why)
+{
+    removeFile(traceOf(place));
+    place.unit.port = reportText(place.port.name);
+    place.isServed = true;
+    place.servedSerial = place.unit.serial;
+    end(place, sameProductOutcome,
+        why.arg(same.port.name) + QStringLiteral(": it is updated there"));
 }
 
 // Another place where the product is updated, or was.

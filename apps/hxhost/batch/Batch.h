@@ -75,6 +75,7 @@ private:
     void lookForPorts();
     void goOn();
     void begin(Place& place);
+    const Place* sameFile(const Place& place) const;
     bool mayAsk(const Place& place) const;
     void ask(Place& place);
     void takeAnswer(Place& place, const ChildResult& result);
@@ -82,6 +83,7 @@ private:
     void takeSilence(Place& place, const ChildResult& result);
     void decide(Place& place);
     const Place* sameProduct(const Place& place) const;
+    void leaveOut(Place& place, const Place& same, const QString& why);
     bool mustWait(const Place& place) const;
     void update(Place& place);
     void takeUpdate(Place& place, const ChildResult& result);

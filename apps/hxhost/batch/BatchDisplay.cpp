@@ -107,6 +107,14 @@ void BatchDisplay::end(const BatchUnit& unit, const BatchCount& count)
         m_console.line(m_count);
 }
 
+void BatchDisplay::note(const QString& text)
+{
+    if (m_mode == ProgressMode::Json)
+        m_console.line(compactJson({{"note", text}}));
+    else
+        m_console.note(text);
+}
+
 // The last column would make some terminals go to the next line, and more lines than there are would
 // scroll away.
 void BatchDisplay::redraw()

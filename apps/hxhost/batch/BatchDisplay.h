@@ -23,6 +23,9 @@ public:
     // `count` is that of all units up to this one.
     void end(const BatchUnit& unit, const BatchCount& count);
 
+    // What happened to no unit.
+    void note(const QString& text);
+
     // Takes away what is drawn.
     void finish();
 

@@ -134,6 +134,14 @@ QList<BatchPort> batchPorts(const QList<MidiBackend>& backends, const QStringLis
     return ports;
 }
 
+bool areOneFile(const BatchPort& first, const BatchPort& second)
+{
+    const QString prefix = filePrefix(first.name);
+    return !prefix.isEmpty() && prefix == filePrefix(second.name) &&
+           resolvedPath(first.name.mid(prefix.size())) ==
+               resolvedPath(second.name.mid(prefix.size()));
+}
+
 bool areOnePort(const BatchPort& first, const BatchPort& second)
 {
     return first.isOfBackend() && second.isOfBackend() && backendOf(first) != backendOf(second) &&

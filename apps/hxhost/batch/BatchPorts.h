@@ -29,6 +29,9 @@ bool namesBackends(const QStringList& patterns);
 // pattern that begins with "simulator:" or "device:" name no port of a backend but files.
 QList<BatchPort> batchPorts(const QList<MidiBackend>& backends, const QStringList& patterns);
 
+// Whether two ports are names of one file.
+bool areOneFile(const BatchPort& first, const BatchPort& second);
+
 // Whether two ports seem to be one port under two backends.
 bool areOnePort(const BatchPort& first, const BatchPort& second);
 

@@ -178,7 +178,7 @@ BatchHandlers BatchRun::handlers()
         m_display.show(unit, line);
     };
     handlers.ended = [this](const BatchUnit& unit) { takeUnit(unit); };
-    handlers.noted = [this](const QString& text) { m_context.console.note(text); };
+    handlers.noted = [this](const QString& text) { m_display.note(text); };
     return handlers;
 }
 
