@@ -11,7 +11,7 @@ namespace hx::host {
 
 namespace {
 
-QString compactJson(const QJsonObject& object)
+QString jsonLineOf(const QJsonObject& object)
 {
     return QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact));
 }
@@ -30,14 +30,14 @@ UpdateProgress progressOf(const QJsonObject& line)
     return progress;
 }
 
-QString nameOf(const BatchUnit& unit)
+QString unitName(const BatchUnit& unit)
 {
     return unit.serial.isEmpty() ? unit.port : unit.serial + QStringLiteral(" on ") + unit.port;
 }
 
 QString endText(const BatchUnit& unit)
 {
-    QString text = nameOf(unit) + QStringLiteral(": ") + unit.outcome;
+    QString text = unitName(unit) + QStringLiteral(": ") + unit.outcome;
     if (!unit.reason.isEmpty())
         text += QStringLiteral(": ") + unit.reason;
     else if (unit.succeeded())
@@ -76,10 +76,10 @@ void BatchDisplay::show(const BatchUnit& unit, const QJsonObject& progress)
         QJsonObject line = progress;
         line.insert(QStringLiteral("port"), unit.port);
         line.insert(QStringLiteral("serial"), unit.serial);
-        return m_console.line(compactJson(line));
+        return m_console.line(jsonLineOf(line));
     }
     m_running[unit.port] = progressOf(progress);
-    m_names[unit.port] = nameOf(unit);
+    m_names[unit.port] = unitName(unit);
     if (m_mode == ProgressMode::Bar)
         return redraw();
     const int tenths = percentOf(m_running[unit.port]) / 10;
@@ -87,7 +87,7 @@ void BatchDisplay::show(const BatchUnit& unit, const QJsonObject& progress)
     if (shown != m_shown.end() && shown->second == tenths)
         return;
     m_shown[unit.port] = tenths;
-    m_console.line(nameOf(unit) + QStringLiteral(": ") + progressLine(m_running[unit.port]));
+    m_console.line(unitName(unit) + QStringLiteral(": ") + progressLine(m_running[unit.port]));
 }
 
 void BatchDisplay::end(const BatchUnit& unit, const BatchCount& count)
@@ -98,7 +98,7 @@ void BatchDisplay::end(const BatchUnit& unit, const BatchCount& count)
         return;
     if (m_mode == ProgressMode::Json)
         return m_console.line(
-            compactJson({{"unit", batchObject(unit)}, {"count", countObject(count)}}));
+            jsonLineOf({{"unit", batchObject(unit)}, {"count", countObject(count)}}));
     m_count = countText(count);
     m_console.line(endText(unit));
     if (m_mode == ProgressMode::Bar)
@@ -110,7 +110,7 @@ void BatchDisplay::end(const BatchUnit& unit, const BatchCount& count)
 void BatchDisplay::note(const QString& text)
 {
     if (m_mode == ProgressMode::Json)
-        m_console.line(compactJson({{"note", text}}));
+        m_console.line(jsonLineOf({{"note", text}}));
     else
         m_console.note(text);
 }

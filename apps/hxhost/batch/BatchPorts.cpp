@@ -13,7 +13,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-const QString simulatorName = QStringLiteral("simulator");
+const QString simulatorWord = QStringLiteral("simulator");
 
 bool hasWildcards(const QString& pattern)
 {
@@ -63,7 +63,7 @@ QString inputName(const PortAddress& address)
     return address.backend + QLatin1Char(':') + address.input;
 }
 
-BatchPort portOf(const QList<MidiBackend>& backends, const QString& name)
+BatchPort backendPort(const QList<MidiBackend>& backends, const QString& name)
 {
     BatchPort port{name, {}};
     const Result<PortSelection> selection = selectPort(backends, name, QString());
@@ -109,7 +109,7 @@ bool fitsBatchPattern(const QString& text, const QString& pattern)
 bool namesBackends(const QStringList& patterns)
 {
     return std::any_of(patterns.begin(), patterns.end(), [](const QString& pattern) {
-        return pattern != simulatorName && filePrefix(pattern).isEmpty();
+        return pattern != simulatorWord && filePrefix(pattern).isEmpty();
     });
 }
 
@@ -118,14 +118,14 @@ QList<BatchPort> batchPorts(const QList<MidiBackend>& backends, const QStringLis
     QList<BatchPort> ports;
     for (const QString& pattern : patterns) {
         const QString prefix = filePrefix(pattern);
-        if (pattern == simulatorName)
+        if (pattern == simulatorWord)
             ports << BatchPort{pattern, {}};
         else if (!prefix.isEmpty())
             for (const QString& file : filesThatFit(pattern.mid(prefix.size())))
                 ports << BatchPort{prefix + file, {}};
         else
             for (const QString& name : outputsThatFit(backends, pattern))
-                ports << portOf(backends, name);
+                ports << backendPort(backends, name);
     }
     const auto byName = [](const BatchPort& a, const BatchPort& b) { return a.name < b.name; };
     const auto isOne = [](const BatchPort& a, const BatchPort& b) { return a.name == b.name; };
