@@ -89,12 +89,12 @@ _hxhost()
     case $command in
         "") offers="ports identify info update batch verify recover image inspect check monitor trace simulate support --help --version" files=none ;;
         "ports") offers="--help --probe --json --field --progress --quiet --verbose --trace --plugin" files=none ;;
-        "identify") offers="--help --json --field --progress --quiet --verbose --trace --plugin --port --in-port --rate --gap --fault --serial --stop-at-eof" files=none ;;
-        "info") offers="--help --json --field --progress --quiet --verbose --trace --plugin --port --in-port --rate --gap --fault --serial --stop-at-eof" files=none ;;
-        "update") offers="--help --dry-run --yes --no-listen --json --field --progress --quiet --verbose --trace --plugin --port --in-port --rate --gap --fault --serial --stop-at-eof" files=files ;;
-        "batch") offers="--help --ports --jobs --watch --skip-silent --no-listen --report --traces --json --field --progress --quiet --verbose --trace --plugin --rate --gap" files=files ;;
-        "verify") offers="--help --json --field --progress --quiet --verbose --trace --plugin --port --in-port --rate --gap --fault --serial --stop-at-eof" files=files ;;
-        "recover") offers="--help --json --field --progress --quiet --verbose --trace --plugin --port --in-port --rate --gap --fault --serial --stop-at-eof" files=none ;;
+        "identify") offers="--help --json --field --progress --quiet --verbose --trace --plugin --port --in-port --rate --gap --slow-host --fault --serial --stop-at-eof" files=none ;;
+        "info") offers="--help --json --field --progress --quiet --verbose --trace --plugin --port --in-port --rate --gap --slow-host --fault --serial --stop-at-eof" files=none ;;
+        "update") offers="--help --dry-run --yes --no-listen --json --field --progress --quiet --verbose --trace --plugin --port --in-port --rate --gap --slow-host --fault --serial --stop-at-eof" files=files ;;
+        "batch") offers="--help --ports --jobs --watch --skip-silent --no-listen --report --traces --json --field --progress --quiet --verbose --trace --plugin --rate --gap --slow-host" files=files ;;
+        "verify") offers="--help --json --field --progress --quiet --verbose --trace --plugin --port --in-port --rate --gap --slow-host --fault --serial --stop-at-eof" files=files ;;
+        "recover") offers="--help --json --field --progress --quiet --verbose --trace --plugin --port --in-port --rate --gap --slow-host --fault --serial --stop-at-eof" files=none ;;
         "image") offers="build inspect --help" files=none ;;
         "image build") offers="--help --output --kind --code-version --json --field --progress --quiet --verbose --trace --plugin" files=files ;;
         "image inspect") offers="--help --json --field --progress --quiet --verbose --trace --plugin" files=files ;;
@@ -103,7 +103,7 @@ _hxhost()
         "monitor") offers="--help --count --seconds --json --field --progress --quiet --verbose --trace --plugin --port --fault --serial" files=none ;;
         "trace") offers="--help --svg --json --field --progress --quiet --verbose --trace" files=files ;;
         "simulate") offers="--help --device --name --backend --state --seconds --json --field --progress --quiet --verbose --trace --plugin --rate --gap --fault --serial" files=files ;;
-        "support") offers="--help --output --image --last-trace --json --field --progress --quiet --verbose --trace --plugin --port --in-port --rate --gap --fault --serial --stop-at-eof" files=none ;;
+        "support") offers="--help --output --image --last-trace --json --field --progress --quiet --verbose --trace --plugin --port --in-port --rate --gap --slow-host --fault --serial --stop-at-eof" files=none ;;
     esac
 
     if [[ $cur == -* || $files == none ]]; then

@@ -126,6 +126,18 @@ TEST_F(BatchCommand, OneAtATimeUpdatesThemAllToo)
               (QJsonObject{{"succeeded", 3}, {"failed", 0}, {"skipped", 0}}));
 }
 
+TEST_F(BatchCommand, EachRunGetsTheOptionsOfTheBatch)
+{
+    const QString port = product("p1", "Unit0001");
+    const auto unit = unitsIn(json(
+        {"--ports", port, "--rate", "2000", "--gap", "7", "--slow-host", "--no-listen"}))["p1"];
+    const QByteArray trace = read(unit["trace"].toString());
+    for (const char* option : {" --rate 2000 --gap 7", " --slow-host", " --no-listen"})
+        EXPECT_TRUE(
+            trace.left(trace.indexOf('\n', trace.indexOf("hxhost update"))).contains(option))
+            << option;
+}
+
 TEST_F(BatchCommand, ProductWithoutValidCodeIsRecovered)
 {
     const QString port = product("p1", "Unit0001");

@@ -9,6 +9,7 @@
 
 #include "host/base/FileName.h"
 #include "host/base/WholeFile.h"
+#include "host/bus/Patience.h"
 
 #include <QCoreApplication>
 
@@ -30,6 +31,7 @@ struct BatchOptions {
     bool watch = false;
     bool skipSilent = false;
     bool noListen = false;
+    bool slowHost = false;
     std::vector<std::string> reports;
     std::string traces = "hxhost-batch";
 };
@@ -45,12 +47,13 @@ std::string isReportName(const std::string& name)
 
 // Longer than any update may be between two lines of its progress: four attempts at each message of a
 // per cent of them, and all questions before and after.
-int longestSilenceMs(const UpdatePlan& plan, const Pace& pace)
+int longestSilenceMs(const UpdatePlan& plan, const Pace& pace, const Patience& patience)
 {
     constexpr qint64 questions = 34;
     constexpr qint64 attempts = 4;
-    constexpr qint64 marginMs = 250;
-    const qint64 timeoutMs = plan.protocol.timeoutMs;
+    const qint64 marginMs =
+        qint64(250) * patience.factor + patience.rest / microsecondsPerMillisecond;
+    const qint64 timeoutMs = qint64(patience.factor) * plan.protocol.timeoutMs;
     const qint64 messages = plan.messages / 100 + 1;
     const qint64 wireMs =
         (pace.wireTime(plan.bytes) + pace.gap * plan.messages) / microsecondsPerMillisecond;
@@ -148,11 +151,14 @@ BatchPlan BatchRun::plan() const
     plan.connection << QStringLiteral("--rate") << QString::number(m_options.pace.bytesPerSecond)
                     << QStringLiteral("--gap")
                     << QString::number(m_options.pace.gap / microsecondsPerMillisecond);
+    if (m_options.slowHost)
+        plan.connection << QStringLiteral("--slow-host");
     if (m_options.noListen)
         plan.updateOptions << QStringLiteral("--no-listen");
     plan.tracePrefix = m_prefix;
     plan.jobs = m_options.jobs;
-    plan.longestSilence = longestSilenceMs(m_planned.plan, m_options.pace);
+    plan.longestSilence = longestSilenceMs(m_planned.plan, m_options.pace,
+                                           m_options.slowHost ? slowHostPatience : Patience());
     plan.goesOn = m_options.watch;
     plan.skipsSilent = m_options.skipSilent;
     return plan;
@@ -313,6 +319,7 @@ void addBatchCommand(CommandLine& line)
     addReportOptions(command, *options);
     addPluginOptions(command, options->plugin);
     addPaceOptions(command, options->pace);
+    addSlowHostOption(command, options->slowHost);
     command.explain("Progress is a line for each product on a terminal, else JSON lines.");
     line.setRun(command, [options](CommandContext& context) { batch(context, *options); });
 }

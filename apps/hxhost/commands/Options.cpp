@@ -145,6 +145,15 @@ void addListenOptions(const Command& command, ConnectionOptions& options)
     addSimulationOptions(command, options.simulation);
 }
 
+void addSlowHostOption(const Command& command, bool& slowHost)
+{
+    command
+        .addFlag("--slow-host", slowHost,
+                 "Wait four times as long, and rest before asking again: for an operating system "
+                 "or a driver that delivers late")
+        .group(connectionGroup);
+}
+
 void addConnectionOptions(const Command& command, ConnectionOptions& options)
 {
     addPluginOptions(command, options.plugin);
@@ -162,11 +171,7 @@ void addConnectionOptions(const Command& command, ConnectionOptions& options)
         .valueName("NAME")
         .group(connectionGroup);
     addPaceOptions(command, options.pace);
-    command
-        .addFlag("--slow-host", options.slowHost,
-                 "Wait four times as long, and rest before asking again: for an operating system "
-                 "or a driver that delivers late")
-        .group(connectionGroup);
+    addSlowHostOption(command, options.slowHost);
     addSimulationOptions(command, options.simulation);
     command
         .addFlag("--stop-at-eof", options.stopsAtEof,

@@ -21,6 +21,8 @@ void addSecondsOption(const Command& command, double& seconds);
 
 void addSimulationOptions(const Command& command, SimulationOptions& options);
 
+void addSlowHostOption(const Command& command, bool& slowHost);
+
 // The connection options of a command that sends nothing: `port` names the input.
 void addListenOptions(const Command& command, ConnectionOptions& options);
 void addConnectionOptions(const Command& command, ConnectionOptions& options);
