@@ -16,8 +16,10 @@ void addComparison()
     add("diff/4K equal/own", [=] { return mine.diff(other, -1, -1); });
     add("diff/4K equal/steps",
         [=] { return transcription::diff(mine.bytes, other.bytes, -1, -1); });
-    add("diff/4K equal/floor",
-        [=] { return std::memcmp(mine.bytes.constData(), other.bytes.constData(), size); });
+    add("diff/4K equal/floor", [=] {
+        const auto length = static_cast<std::size_t>(mine.bytes.size());
+        return std::memcmp(mine.bytes.constData(), other.bytes.constData(), length);
+    });
 }
 
 } // namespace hxbench

@@ -3,6 +3,7 @@
 #include "tests/mididata/transcription/Transcription.h"
 
 #include <QDataStream>
+#include <QIODevice>
 
 namespace hxbench {
 

@@ -38,7 +38,7 @@ void addTable(int size)
 {
     const std::string name = "toStringTable/" + sizeName(size) + "/";
     const HxMidiData data(mixedBytes(size));
-    const int length = data.toStringTable(-1, 16).size();
+    const auto length = data.toStringTable(-1, 16).size();
     add(name + "own", [=] { return data.toStringTable(-1, 16); });
     if (size < longestForSteps)
         add(name + "steps", [=] { return transcription::toStringTable(data.bytes, -1, 16); });

@@ -5,6 +5,7 @@
 #include "host/product/PluginLoader.h"
 #include "host/update/UpdatePlan.h"
 #include "host/update/UpdateSender.h"
+#include "qt/Saturated.h"
 
 #include <QTemporaryFile>
 
@@ -61,7 +62,7 @@ public:
     {
     }
 
-    int messages() const { return m_image.messages.size(); }
+    int messages() const { return hx::saturated(m_image.messages.size()); }
 
     void run()
     {
