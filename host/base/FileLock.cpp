@@ -61,19 +61,19 @@ Result<> FileLock::takeOnce()
         return fileProblem(QStringLiteral("the file of that name and \".lock\" is not a lock"));
     if (flock(m_file.handle(), LOCK_EX | LOCK_NB) == 0)
         return {};
+    if (errno != EWOULDBLOCK)
+        return fileProblem(qt_error_string(errno));
     return fileProblem(
-        errno == EWOULDBLOCK
-            ? QStringLiteral("another program uses it (%1)").arg(QString::fromLatin1(found))
-            : qt_error_string(errno));
+        QStringLiteral("another program uses it (%1)").arg(QString::fromLatin1(found)));
 }
 
 bool FileLock::isStillThere(const QString& lock) const
 {
     struct stat mine = {};
     struct stat there = {};
-    return fstat(m_file.handle(), &mine) == 0 &&
-           stat(fileNameBytes(lock).constData(), &there) == 0 && mine.st_ino == there.st_ino &&
-           mine.st_dev == there.st_dev;
+    const QByteArray name = fileNameBytes(lock);
+    return fstat(m_file.handle(), &mine) == 0 && stat(name.constData(), &there) == 0 &&
+           mine.st_ino == there.st_ino && mine.st_dev == there.st_dev;
 }
 
 } // namespace hx

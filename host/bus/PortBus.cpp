@@ -46,9 +46,10 @@ QRegExp withoutBlanks(QRegExp rx)
 bool isPatternText(const QRegExp& rx)
 {
     const QString text = rx.pattern();
-    return rx.patternSyntax() == QRegExp::RegExp && !text.isEmpty() && text == text.toUpper() &&
-           !text.contains(QLatin1String("XX")) && !text.contains(QChar::Null) &&
-           text == QString::fromLatin1(text.toLatin1());
+    const QString upper = text.toUpper();
+    const QString latin = QString::fromLatin1(text.toLatin1());
+    return rx.patternSyntax() == QRegExp::RegExp && !text.isEmpty() && text == upper &&
+           text == latin && !text.contains(QLatin1String("XX")) && !text.contains(QChar::Null);
 }
 
 ReplyTest testOf(const QRegExp& rx)

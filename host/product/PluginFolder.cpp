@@ -15,7 +15,9 @@ fs::path programFolder()
 {
     std::error_code error;
     const fs::path program = fs::read_symlink("/proc/self/exe", error);
-    return error ? filePath(QCoreApplication::applicationDirPath()) : program.parent_path();
+    if (error)
+        return filePath(QCoreApplication::applicationDirPath());
+    return program.parent_path();
 }
 
 } // namespace
@@ -24,8 +26,9 @@ QString pluginFolder()
 {
     std::error_code error;
     const fs::path installed = (programFolder() / HX_PLUGIN_FOLDER).lexically_normal();
-    const fs::path built = (programFolder() / "../lib").lexically_normal();
-    return fileNameText((fs::is_directory(installed, error) ? installed : built).string());
+    if (fs::is_directory(installed, error))
+        return fileNameText(installed.string());
+    return fileNameText((programFolder() / "../lib").lexically_normal().string());
 }
 
 } // namespace hx

@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QFile>
 #include <QStringList>
+#include <QtEndian>
 
 namespace hx {
 
@@ -27,8 +28,12 @@ quint8 byteAt(const QByteArray& bytes, int position)
 // The header of an ELF note before its name: sizes of name and content, then its type.
 bool isNote(const QByteArray& library, int name)
 {
-    return name >= 4 && (library.mid(name - 4, 4) == QByteArray::fromHex("01005174") ||
-                         library.mid(name - 4, 4) == QByteArray::fromHex("74510001"));
+    constexpr quint32 type = 0x74510001;
+    if (name < static_cast<int>(sizeof type))
+        return false;
+    const char* const typeOfThis = library.constData() + name - sizeof type;
+    return qFromLittleEndian<quint32>(typeOfThis) == type ||
+           qFromBigEndian<quint32>(typeOfThis) == type;
 }
 
 std::optional<QtVersion> versionBehind(const QByteArray& library, int mark)

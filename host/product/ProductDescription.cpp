@@ -49,7 +49,9 @@ QByteArray commonHeader(const DeviceInterface& device)
 {
     QByteArray common;
     for (const QString& key : messageKeys()) {
-        const QByteArray header = isReply(key) ? QByteArray() : headerOf(device.lookupStr(key));
+        if (isReply(key))
+            continue;
+        const QByteArray header = headerOf(device.lookupStr(key));
         if (header.isEmpty())
             continue;
         if (!common.isEmpty() && header != common)
@@ -81,9 +83,9 @@ QMap<QString, ReplyLayout> replyLayouts(const DeviceInterface& device)
 {
     QMap<QString, ReplyLayout> layouts;
     for (const QString& key : messageKeys()) {
-        const ReplyLayout layout = key.endsWith(QLatin1String(".response"))
-                                       ? replyLayout(device.lookupStr(key))
-                                       : ReplyLayout();
+        if (!key.endsWith(QLatin1String(".response")))
+            continue;
+        const ReplyLayout layout = replyLayout(device.lookupStr(key));
         if (layout.isKnown())
             layouts.insert(key, layout);
     }
@@ -101,8 +103,9 @@ QStringList missingProofsOf(const DeviceInterface& device)
     QStringList missing;
     for (const auto& proof : proofs) {
         const QString key = QString::fromLatin1(proof.first);
-        if (device.lookupStr(key).isEmpty() ||
-            device.lookupStr(key + QStringLiteral(".response")).isEmpty())
+        const QString question = device.lookupStr(key);
+        const QString answer = device.lookupStr(key + QStringLiteral(".response"));
+        if (question.isEmpty() || answer.isEmpty())
             missing << QString::fromLatin1(proof.second);
     }
     return missing;
@@ -140,12 +143,12 @@ QString ProductDescription::missingProofText() const
     if (missingProofs.isEmpty())
         return {};
     const QString list = missingProofs.join(QStringLiteral(" and no "));
-    return missingProofs.contains(QStringLiteral("identity request"))
-               ? QStringLiteral("this plugin names no %1: the product cannot be identified, and "
-                                "no update is sent")
-                     .arg(list)
-               : QStringLiteral("this plugin names no %1: the update can be sent, not verified")
-                     .arg(list);
+    if (missingProofs.contains(QStringLiteral("identity request")))
+        return QStringLiteral("this plugin names no %1: the product cannot be identified, and no "
+                              "update is sent")
+            .arg(list);
+    return QStringLiteral("this plugin names no %1: the update can be sent, not verified")
+        .arg(list);
 }
 
 ProductDescription describeProduct(DeviceInterface& device)

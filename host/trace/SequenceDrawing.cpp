@@ -52,7 +52,9 @@ Look lookOf(Kind kind)
 
 QString cut(const QString& text, int length)
 {
-    return text.size() <= length ? text : text.left(length - 3) + QStringLiteral("...");
+    if (text.size() <= length)
+        return text;
+    return text.left(length - 3) + QStringLiteral("...");
 }
 
 QString timeLabel(Microseconds time)
@@ -88,7 +90,9 @@ QString labelOf(const SequenceRow& row)
         return QStringLiteral("again: ") + row.text;
     if (row.kind == Kind::Ignored)
         return QStringLiteral("ignored: ") + row.text;
-    return row.kind == Kind::Dropped ? QStringLiteral("dropped: ") + row.text : row.text;
+    if (row.kind == Kind::Dropped)
+        return QStringLiteral("dropped: ") + row.text;
+    return row.text;
 }
 
 void drawToProduct(SvgPage& page, int y, const Look& look)

@@ -28,10 +28,13 @@ struct Exchange {
 
 QString messageText(const TraceEvent& event)
 {
+    if (!event.name.isEmpty())
+        return event.name;
     const QByteArray& bytes = event.event.bytes;
-    const QString dots =
-        bytes.size() > shownBytes ? QStringLiteral(" ... %1 bytes").arg(bytes.size()) : QString();
-    return event.name.isEmpty() ? hexText(bytes.left(shownBytes)) + dots : event.name;
+    QString text = hexText(bytes.left(shownBytes));
+    if (bytes.size() > shownBytes)
+        text += QStringLiteral(" ... %1 bytes").arg(bytes.size());
+    return text;
 }
 
 // A note quotes no whole messages, and is no story.
@@ -41,7 +44,9 @@ QString shortNote(QString text)
     static const QRegularExpression manyBytes(
         QStringLiteral("\\b((?:[0-9A-F]{2} ){8})(?:[0-9A-F]{2} ){8,}"));
     text.replace(manyBytes, QStringLiteral("\\1... "));
-    return text.size() <= longest ? text : text.left(longest) + QStringLiteral(" ...");
+    if (text.size() <= longest)
+        return text;
+    return text.left(longest) + QStringLiteral(" ...");
 }
 
 class Exchanges {

@@ -54,12 +54,14 @@ bool Runner::checkImage(const UpdateImage& image)
                         .arg(codeTypeTag(image.kind), image.version));
         return true;
     }
+    QString reason = m_plan.refusals.first();
     const auto more = m_plan.refusals.size() - 1;
-    const QString others = more > 0 ? QStringLiteral(" (and %1 more)").arg(more) : QString();
-    m_steps.add("image", false, m_plan.refusals.first() + others);
+    if (more > 0)
+        reason += QStringLiteral(" (and %1 more)").arg(more);
+    m_steps.add("image", false, reason);
     return m_steps.end(m_plan.isForOtherProduct ? UpdateOutcome::WrongProduct
                                                 : UpdateOutcome::ImageRefused,
-                       m_plan.refusals.first() + others);
+                       reason);
 }
 
 bool Runner::identify()
@@ -71,8 +73,9 @@ bool Runner::identify()
     m_steps.add("identity", isFor, identity.good() ? productText(identity) : identity.reason);
     if (!identity.good())
         return m_steps.endOn(identity, UpdateOutcome::NoAnswer);
-    return isFor ||
-           m_steps.end(UpdateOutcome::WrongProduct,
+    if (isFor)
+        return true;
+    return m_steps.end(UpdateOutcome::WrongProduct,
                        QStringLiteral("The product that answers (%1) is not the one the image is "
                                       "for (%2).")
                            .arg(productText(identity), m_device.productName()));
@@ -104,11 +107,11 @@ bool Runner::confirm(const UpdateOptions& options)
     if (options.confirm(m_result))
         return true;
     const bool isInterrupted = options.interrupted != nullptr && options.interrupted->load();
-    return isInterrupted
-               ? m_steps.end(UpdateOutcome::Interrupted,
-                             QStringLiteral("interrupted before the question was answered"))
-               : m_steps.end(UpdateOutcome::NotConfirmed,
-                             QStringLiteral("The update was not confirmed."));
+    if (isInterrupted)
+        return m_steps.end(UpdateOutcome::Interrupted,
+                           QStringLiteral("interrupted before the question was answered"));
+    return m_steps.end(UpdateOutcome::NotConfirmed,
+                       QStringLiteral("The update was not confirmed."));
 }
 
 UpdateOutcome outcomeOf(SendEnd end)
@@ -139,12 +142,15 @@ bool Runner::send(const UpdateImage& image, const UpdateOptions& options)
     m_result.sendEnd = report.end;
     m_result.lastReply = report.lastReply;
     m_allSent = report.end == SendEnd::Good;
-    m_steps.add("messages", m_allSent,
-                m_allSent ? QStringLiteral("%1 messages acknowledged, %2 retries")
-                                .arg(report.progress.message)
-                                .arg(report.progress.retries)
-                          : report.reason);
-    return m_allSent || m_steps.end(outcomeOf(report.end), report.reason);
+    if (!m_allSent) {
+        m_steps.add("messages", false, report.reason);
+        return m_steps.end(outcomeOf(report.end), report.reason);
+    }
+    m_steps.add("messages", true,
+                QStringLiteral("%1 messages acknowledged, %2 retries")
+                    .arg(report.progress.message)
+                    .arg(report.progress.retries));
+    return true;
 }
 
 UpdateResult Runner::conclude()

@@ -32,8 +32,9 @@ bool UpdateVerification::identifyAgain(UpdateOutcome whenSilent)
                 identity.good() ? productText(identity) : identity.reason);
     if (!identity.good())
         return m_steps.endOn(identity, whenSilent);
-    return served ||
-           m_steps.end(UpdateOutcome::WrongProduct,
+    if (served)
+        return true;
+    return m_steps.end(UpdateOutcome::WrongProduct,
                        QStringLiteral("Another product answers (%1). Choose the port of %2.")
                            .arg(productText(identity), m_reader.device().productName()));
 }
@@ -68,8 +69,9 @@ bool UpdateVerification::checkVersion()
     m_steps.add("version after", agrees, version.good() ? version.version : version.reason);
     if (!version.good())
         return m_steps.endOn(version, UpdateOutcome::VerificationFailed);
-    return agrees ||
-           m_steps.end(UpdateOutcome::VerificationFailed,
+    if (agrees)
+        return true;
+    return m_steps.end(UpdateOutcome::VerificationFailed,
                        QStringLiteral("The product reports version %1; the image carries %2.")
                            .arg(version.version, m_image->version));
 }
@@ -87,8 +89,10 @@ bool UpdateVerification::checkChecksums()
         return m_steps.endOn(stored, UpdateOutcome::VerificationFailed);
     if (!calculated.good())
         return m_steps.endOn(calculated, UpdateOutcome::VerificationFailed);
-    return agree || m_steps.end(UpdateOutcome::VerificationFailed,
-                                QStringLiteral("The checksums do not agree: %1.").arg(text));
+    if (agree)
+        return true;
+    return m_steps.end(UpdateOutcome::VerificationFailed,
+                       QStringLiteral("The checksums do not agree: %1.").arg(text));
 }
 
 // The product describes the code it holds under the number of its kind. Of a product with room for
@@ -114,10 +118,12 @@ bool UpdateVerification::kindFits()
     m_steps.add("kind", fits,
                 told == CodeType::Unknown ? QStringLiteral("the product does not tell it")
                                           : QString(codeTypeTag(told)));
-    return fits || m_steps.end(UpdateOutcome::VerificationFailed,
-                               QStringLiteral("The product holds code of kind \"%1\"; the image is "
-                                              "of kind \"%2\".")
-                                   .arg(codeTypeTag(told), codeTypeTag(m_image->kind)));
+    if (fits)
+        return true;
+    return m_steps.end(UpdateOutcome::VerificationFailed,
+                       QStringLiteral("The product holds code of kind \"%1\"; the image is of kind "
+                                      "\"%2\".")
+                           .arg(codeTypeTag(told), codeTypeTag(m_image->kind)));
 }
 
 // A port that is gone says more than what was not answered before it went.

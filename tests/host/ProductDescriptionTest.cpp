@@ -100,6 +100,34 @@ TEST(ProductDescription, KnowsMakersOfOneByte)
     EXPECT_EQ(image.expectedChecksum().size(), 5);
 }
 
+TEST(ProductDescription, WithoutCommandsHasNoHeader)
+{
+    StubPlugin plugin;
+    const ProductDescription product = describeProduct(plugin);
+    EXPECT_EQ(product.header, QByteArray());
+    EXPECT_EQ(product.headerIdentifier(), unknownIdentifier);
+    EXPECT_TRUE(product.updateKinds.empty());
+}
+
+TEST(ProductDescription, TakesItsHeaderOnlyFromCommandsThatFixIt)
+{
+    for (const char* other : {"F07B12..04F7", "F07E7F0601F7", "F07F7F0601F7", "904001", "F0", ""}) {
+        ShortMaker plugin;
+        plugin.texts["esn.read"] = other;
+        EXPECT_EQ(describeProduct(plugin).header, hex("F07B1205")) << other;
+    }
+}
+
+TEST(ProductDescription, AFileCheckThatDoesNotFixItsCommandIsOfNoKind)
+{
+    for (const char* check :
+         {"F07B1205..01........F7", "F07B120550..........F7", "F07B120550", "F07B1205[5"}) {
+        ShortMaker plugin;
+        plugin.texts["fwupdate.fwd.filecheck"] = check;
+        EXPECT_EQ(describeProduct(plugin).updateKind(CodeType::Fwd), nullptr) << check;
+    }
+}
+
 TEST(ProductDescription, WithoutAFileCheckOfTheKindNoImageIsBuilt)
 {
     ShortMaker plugin;

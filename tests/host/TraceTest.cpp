@@ -39,6 +39,25 @@ const BusEventKind allKinds[] = {
 
 } // namespace
 
+TEST(TraceWriter, EndsALineWithoutBytesAndTextAfterItsWord)
+{
+    TraceEvent event;
+    event.event = {BusEventKind::Log, 1500000, QByteArray(), QString()};
+    EXPECT_EQ(traceLine(event), "     1.500000 log");
+}
+
+TEST(TraceWriter, HasEachEventInItsFileAtOnce)
+{
+    TestFiles files;
+    QFile file(files.path("run.trace"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    TraceWriter writer(file, 0);
+    writer.busEvent({BusEventKind::Log, 0, QByteArray(), "one"});
+    EXPECT_EQ(TestFiles::contentOf(file.fileName()),
+              "# hxtrace 1\n     0.000000 log         : one\n");
+    EXPECT_TRUE(writer.ok());
+}
+
 TEST(TraceWriter, WritesOneLineAnEvent)
 {
     ProductSession session;

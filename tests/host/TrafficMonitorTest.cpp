@@ -28,6 +28,16 @@ TEST_F(TrafficMonitorTest, IsQuietWhenNothingComes)
     EXPECT_TRUE(port.sent.empty());
 }
 
+TEST_F(TrafficMonitorTest, IsNotQuietWithAnyOfThem)
+{
+    for (const char* heard : {"F8", "FE", "FA", "F001F7", "05F7", "904001"}) {
+        arrive(heard);
+        const TrafficReport report = listenForTraffic(bus);
+        EXPECT_FALSE(report.quiet()) << heard;
+        EXPECT_EQ(report.warnings().size(), 1) << heard;
+    }
+}
+
 TEST_F(TrafficMonitorTest, CountsWhatItHears)
 {
     arrive("F8F8FEFAFF F001F7 904001 4102 05F7");
