@@ -95,9 +95,13 @@ QString DevicePort::name() const
 
 PortIdentity DevicePort::identity() const
 {
-    const QString path = m_out ? m_address.output : m_address.input;
+    return identityOfDevice(m_out ? m_address.output : m_address.input);
+}
+
+PortIdentity identityOfDevice(const QString& path, const QString& system)
+{
     const int card = cardOf(path);
-    const UsbDevice usb = card < 0 ? UsbDevice() : usbDeviceOfCard(card);
+    const UsbDevice usb = card < 0 ? UsbDevice() : usbDeviceOfCard(card, system);
     return {QStringLiteral("device"), usb.socket, path, usb.serialNumber};
 }
 

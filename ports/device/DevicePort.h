@@ -22,6 +22,9 @@ QString deviceName(const QString& path);
 /** The path in such a name; null when it is none. */
 QString devicePath(const QString& name);
 
+/** What the device at this path is known by; `system` is where the kernel shows its devices. */
+PortIdentity identityOfDevice(const QString& path, const QString& system = QStringLiteral("/sys"));
+
 /**
  * What is sent has left: bytes are written a few at a time, no faster than the pace, and send()
  * returns when the kernel has none of them any more. A device that was removed is noticed by the

@@ -1,5 +1,7 @@
 #include "apps/hxhost/session/DeviceOpener.h"
 
+#include "apps/hxhost/session/PortReturn.h"
+
 #include "host/base/FileName.h"
 #include "ports/device/DevicePort.h"
 
@@ -37,8 +39,10 @@ std::unique_ptr<MidiPort> openDevice(CommandContext& context, const ConnectionOp
     const DeviceAddress address = {portOf(options), devicePath(fileNameText(options.inPort))};
     const bool isMixed =
         address.output.isNull() || (address.input.isNull() && !options.inPort.empty());
-    if (!isMixed)
-        return open(context, address, options.pace);
+    if (!isMixed) {
+        std::unique_ptr<MidiPort> port = open(context, address, options.pace);
+        return port ? keepDevice(context, options, std::move(port)) : nullptr;
+    }
     context.fail(ExitCode::Usage,
                  QStringLiteral("--port \"%1\" and --in-port \"%2\" are not both devices")
                      .arg(fileNameText(options.port), fileNameText(options.inPort)),

@@ -1,6 +1,7 @@
 #include "apps/hxhost/session/PortOpener.h"
 
 #include "apps/hxhost/session/DeviceOpener.h"
+#include "apps/hxhost/session/PortReturn.h"
 #include "apps/hxhost/session/ProductSimulation.h"
 
 #include "host/base/FileName.h"
@@ -57,20 +58,21 @@ Result<PortSelection> select(const ConnectionOptions& options, const DeviceInter
                       input);
 }
 
-PortPointer failOpening(CommandContext& context, const QString& error)
+AnsweringPort failOpening(CommandContext& context, const QString& error)
 {
     context.fail(ExitCode::NoPort, QStringLiteral("the port cannot be opened: ") + error,
                  QStringLiteral("a port that no other program holds"),
                  QStringLiteral("close what uses it, or choose another from 'hxhost ports'"));
-    return nullptr;
+    return {};
 }
 
-PortPointer openSelected(CommandContext& context, const Result<PortSelection>& selection,
-                         const Pace& pace, DeviceInterface& device)
+// Without a port, with the problem in the report, when it cannot be opened.
+AnsweringPort openSelected(CommandContext& context, const Result<PortSelection>& selection,
+                           const Pace& pace, DeviceInterface& device)
 {
     if (!selection) {
         context.report.fail(selection.problem());
-        return nullptr;
+        return {};
     }
     Result<AnsweringPort> opened =
         openAnswering(*selection, device, [&pace](const PortAddress& address) {
@@ -83,7 +85,7 @@ PortPointer openSelected(CommandContext& context, const Result<PortSelection>& s
             BusEventKind::Decided,
             QStringLiteral("of %1 inputs, answers come by %2")
                 .arg(QString::number(selection->others.size() + 1), opened->input));
-    return std::move(opened->port);
+    return std::move(*opened);
 }
 
 QJsonArray differingBytes(const ReplayDivergence& divergence)
@@ -177,7 +179,13 @@ PortPointer openPort(CommandContext& context, const ConnectionOptions& options,
         return openMadeUp(context, options, device, false);
     if (isDevice(options))
         return openDevice(context, options);
-    return openSelected(context, select(options, device), options.pace, device);
+    const Result<PortSelection> selection = select(options, device);
+    AnsweringPort opened = openSelected(context, selection, options.pace, device);
+    if (!opened.port)
+        return nullptr;
+    const PortAddress address = {selection->address.backend, selection->address.output,
+                                 opened.input};
+    return keepPort(context, options, std::move(opened.port), address);
 }
 
 PortPointer openInput(CommandContext& context, const ConnectionOptions& options,
@@ -189,7 +197,8 @@ PortPointer openInput(CommandContext& context, const ConnectionOptions& options,
     if (isDevice(options))
         return openDeviceInput(context, options);
     const QString wanted = name.isEmpty() ? device.productInPortName() : name;
-    return openSelected(context, selectInput(listMidiBackends(), wanted), options.pace, device);
+    return openSelected(context, selectInput(listMidiBackends(), wanted), options.pace, device)
+        .port;
 }
 
 } // namespace hx::host
