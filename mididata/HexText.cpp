@@ -150,8 +150,7 @@ QByteArray hx::readHexText(std::string_view text, Blanks blanks, const ProblemSi
 // way leaves out or cuts at, so the bytes are the same.
 HxMidiData::HxMidiData(const QString& text)
 {
-    const auto isLeftOut = [](QChar c) { return c == QLatin1Char(' ') || c == QLatin1Char('\n'); };
-    if (hx::fastPaths && hx::readPlainHex(text.constData(), text.size(), bytes, isLeftOut))
+    if (hx::fastPaths && hx::readPlainHex(text.constData(), text.size(), bytes, {' ', '\n'}))
         return;
     QString compact = text;
     compact.remove(QLatin1Char('\n')).remove(QLatin1Char(' '));
@@ -163,8 +162,7 @@ HxMidiData::HxMidiData(QString& text) : HxMidiData(static_cast<const QString&>(t
 HxMidiData::HxMidiData(const char* text)
 {
     const std::string_view given = viewOf(text);
-    if (hx::fastPaths &&
-        hx::readPlainHex(given.data(), lengthOf(given), bytes, [](char c) { return c == ' '; }))
+    if (hx::fastPaths && hx::readPlainHex(given.data(), lengthOf(given), bytes, {' ', ' '}))
         return;
     QByteArray compact(text);
     setText(compact.replace(' ', "").constData());
@@ -175,8 +173,7 @@ void HxMidiData::setText(const char* text)
     const QByteArray original = bytes; // keeps the text that may lie in it
     const std::string_view given = trimmed(viewOf(text));
     clear();
-    const auto isSeparator = [](char c) { return c == ' ' || c == ','; };
-    if (hx::fastPaths && hx::readPlainHex(given.data(), lengthOf(given), bytes, isSeparator))
+    if (hx::fastPaths && hx::readPlainHex(given.data(), lengthOf(given), bytes, {' ', ','}))
         return;
     bytes = hx::readHexText(given, hx::Blanks::Split, [given](const hx::TextProblem& problem) {
         logHexTextProblem(problem.kind, given);

@@ -6,6 +6,8 @@
 
 #include "mididata/HexDigits.h"
 
+#include <QChar>
+
 #include <cstddef>
 
 #ifdef __SSE2__
@@ -19,12 +21,30 @@ namespace hx {
 // How many bytes readBlock() and writeBlock() take at once, in two digits each.
 constexpr std::ptrdiff_t blockBytes = 8;
 
+inline int hexValue(QChar c)
+{
+    return c.unicode() < hexValues.size() ? hexValues[c.unicode()] : -1;
+}
+
 #ifdef __SSE2__
 
-// Equal to hexByte() for each pair of digits in turn. False when one of them is no pair.
-inline bool readBlock(const char* digits, char* to)
+inline __m128i loadCharacters(const char* text)
 {
-    const __m128i text = _mm_loadu_si128(reinterpret_cast<const __m128i*>(digits));
+    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(text));
+}
+
+// Characters that are no Latin-1 become others that are no digits either.
+inline __m128i loadCharacters(const QChar* text)
+{
+    const auto* const from = reinterpret_cast<const __m128i*>(text);
+    return _mm_packus_epi16(_mm_loadu_si128(from), _mm_loadu_si128(from + 1));
+}
+
+// Equal to hexByte() for each pair of digits in turn. False when one of them is no pair.
+template <typename Char>
+bool readBlock(const Char* digits, char* to)
+{
+    const __m128i text = loadCharacters(digits);
     const __m128i number = _mm_sub_epi8(text, _mm_set1_epi8('0'));
     const __m128i letter =
         _mm_sub_epi8(_mm_or_si128(text, _mm_set1_epi8('a' - 'A')), _mm_set1_epi8('a'));
@@ -56,11 +76,12 @@ inline void writeBlock(char16_t* to, const char* from)
 
 #else
 
-inline bool readBlock(const char* digits, char* to)
+template <typename Char>
+bool readBlock(const Char* digits, char* to)
 {
     int allDigits = 0;
     for (int i = 0; i < blockBytes; ++i) {
-        const int byte = hexByte(digits[2 * i], digits[2 * i + 1]);
+        const int byte = hexValue(digits[2 * i]) * 16 | hexValue(digits[2 * i + 1]);
         allDigits |= byte;
         to[i] = static_cast<char>(byte);
     }

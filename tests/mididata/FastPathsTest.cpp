@@ -148,6 +148,35 @@ TEST(FastPaths, OneWrongCharacterAnywhereInATextOfPairsIsReadAsTheStepsDo)
     }
 }
 
+TEST(FastPaths, AWideCharacterIsNeverTakenForTheDigitOrBlankInItsLowerByte)
+{
+    const LogCapture log;
+    Random random(8);
+    constexpr char16_t wide[] = {0x0130, 0x0141, 0x0120, 0x8030, 0xFF20, 0xFF46, 0x00B0, 0x7F41};
+    for (int i = 0; i < 5000; ++i) {
+        QString text =
+            QString::fromLatin1(spaced(random.bytes(1 + random.below(70)), i % 2 == 0 ? " " : ""));
+        text[random.below(text.size())] = QChar(wide[random.below(8)]);
+        ASSERT_EQ(HxMidiData(text).bytes, transcription::fromText(text)) << text.toStdString();
+    }
+}
+
+TEST(FastPaths, SeparatorsOfBothKindsAreReadWhereverEachStands)
+{
+    Random random(9);
+    for (int i = 0; i < 2000; ++i) {
+        QByteArray text = spaced(random.bytes(1 + random.below(80)), " ");
+        for (char& c : text)
+            c = c == ' ' && random.oneIn(3) ? ',' : c;
+        HxMidiData data;
+        data.setText(text.constData());
+        ASSERT_EQ(data.bytes, transcription::setText(text.constData())) << text.constData();
+        text.replace(',', '\n');
+        const QString lines = QString::fromLatin1(text);
+        ASSERT_EQ(HxMidiData(lines).bytes, transcription::fromText(lines));
+    }
+}
+
 TEST(FastPaths, PackingTakesEveryLength)
 {
     Random random(7);
