@@ -1,6 +1,7 @@
 #include "bench/Bench.h"
 #include "bench/Expressions.h"
 #include "mididata/HxMidiData.h"
+#include "qt/Saturated.h"
 #include "tests/mididata/Patterns.h"
 #include "tests/mididata/transcription/Transcription.h"
 
@@ -67,7 +68,7 @@ Exchanges misses()
     Exchanges exchanges;
     for (const std::string& pattern : dictionaryPatterns()) {
         QByteArray reply = replyTo(random, pattern);
-        const int at = qMin(commandByte, reply.size() - 2);
+        const int at = qMin(commandByte, hx::saturated(reply.size()) - 2);
         reply[at] = static_cast<char>(reply.at(at) ^ 0x55);
         if (!HxMidiData(reply).match(pattern.c_str(), true))
             exchanges.push_back(std::make_shared<Exchange>(pattern, reply));
