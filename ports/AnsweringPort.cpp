@@ -8,9 +8,9 @@ namespace {
 
 enum class Answer { None, OtherProduct, Served };
 
-Answer answerBy(MidiPort& port, DeviceInterface& device)
+Answer answerBy(MidiPort& port, DeviceInterface& device, const Patience& patience)
 {
-    PortBus bus(port);
+    PortBus bus(port, {}, patience);
     ProductReader reader(device, bus);
     const IdentityReading identity = reader.identity(1);
     if (!identity.isTold())
@@ -41,7 +41,7 @@ Problem silenceProblem(const QList<PortAddress>& addresses)
 
 // One message may be lost, so each is asked again after all the others.
 Result<AnsweringPort> findAnswering(const QList<PortAddress>& addresses, DeviceInterface& device,
-                                    const OpenAddress& open)
+                                    const OpenAddress& open, const Patience& patience)
 {
     const PortAddress* other = nullptr;
     for (int attempt = 0; attempt < questionAttempts; ++attempt) {
@@ -49,7 +49,7 @@ Result<AnsweringPort> findAnswering(const QList<PortAddress>& addresses, DeviceI
             Result<AnsweringPort> found = openOne(address, open);
             if (!found)
                 return found;
-            const Answer answer = answerBy(*found->port, device);
+            const Answer answer = answerBy(*found->port, device, patience);
             if (answer == Answer::Served)
                 return found;
             if (answer == Answer::OtherProduct)
@@ -64,11 +64,12 @@ Result<AnsweringPort> findAnswering(const QList<PortAddress>& addresses, DeviceI
 } // namespace
 
 Result<AnsweringPort> openAnswering(const PortSelection& selection, DeviceInterface& device,
-                                    const OpenAddress& open)
+                                    const OpenAddress& open, const Patience& patience)
 {
     if (selection.others.isEmpty())
         return openOne(selection.address, open);
-    return findAnswering(QList<PortAddress>{selection.address} + selection.others, device, open);
+    return findAnswering(QList<PortAddress>{selection.address} + selection.others, device, open,
+                         patience);
 }
 
 } // namespace hx

@@ -6,6 +6,7 @@
 
 #include "deviceinterface/DeviceInterface.h"
 #include "host/bus/MidiPort.h"
+#include "host/bus/Patience.h"
 #include "ports/PortSelector.h"
 
 #include <functional>
@@ -26,6 +27,6 @@ using OpenAddress = std::function<Result<std::unique_ptr<MidiPort>>(const PortAd
  * none does, the input by which another product answered is taken.
  */
 Result<AnsweringPort> openAnswering(const PortSelection& selection, DeviceInterface& device,
-                                    const OpenAddress& open);
+                                    const OpenAddress& open, const Patience& patience = {});
 
 } // namespace hx

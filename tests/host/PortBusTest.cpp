@@ -281,6 +281,18 @@ TEST_F(PortBusTest, AMessageAcceptedInPartWasNotSent)
     EXPECT_TRUE(port.sent.empty());
 }
 
+TEST_F(PortBusTest, AReplyCutAt2048BytesIsReportedAndNotGluedToTheNext)
+{
+    const QByteArray cut = hex("F0") + QByteArray(2047, '\x01');
+    port.answer = [&](const QByteArray&, int) {
+        port.arrive(cut);
+        port.arrive(hex("F00102F7"), 1000);
+    };
+    EXPECT_EQ(bus.transact(hex("F0006B2D304130F7"), "F00102F7", 2000).bytes, hex("F00102F7"));
+    EXPECT_EQ(recorder.count(BusEventKind::Dropped), 1);
+    EXPECT_EQ(recorder.first(BusEventKind::Dropped).bytes, cut);
+}
+
 TEST_F(PortBusTest, APatientBusWaitsFourTimesAsLong)
 {
     PortBus patient(port, {}, slowHostPatience);

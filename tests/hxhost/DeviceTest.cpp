@@ -5,6 +5,11 @@
 
 #include <QFileInfo>
 
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace {
 
 constexpr int aMinute = 60000;
@@ -96,6 +101,32 @@ TEST_F(DeviceTest, ADeviceThatAnotherProgramHoldsIsRefused)
                              "again\n")
                   .arg(link()));
     product.end();
+}
+
+TEST_F(DeviceTest, AFifoForEachDirectionIsAPort)
+{
+    const QByteArray there = path("there").toUtf8();
+    const QByteArray back = path("back").toUtf8();
+    ASSERT_EQ(mkfifo(there.constData(), 0600), 0);
+    ASSERT_EQ(mkfifo(back.constData(), 0600), 0);
+    const int heard = ::open(there.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    QProcess host;
+    host.start(QStringLiteral(HX_HOST_PROGRAM),
+               {"identify", "--port", "device:" + path("there"), "--in-port",
+                "device:" + path("back"), "--field", "identity.identifier"});
+    struct pollfd look = {heard, POLLIN, 0};
+    ASSERT_EQ(poll(&look, 1, aMinute), 1);
+    char command[16];
+    EXPECT_EQ(::read(heard, command, sizeof command), 6);
+    EXPECT_EQ(QByteArray(command, 6), QByteArray::fromHex("F07E7F0601F7"));
+    const int answers = ::open(back.constData(), O_WRONLY | O_CLOEXEC);
+    const QByteArray reply = QByteArray::fromHex("F07E000602006B2D3000410031303233F7");
+    EXPECT_EQ(::write(answers, reply.constData(), size_t(reply.size())), reply.size());
+    EXPECT_TRUE(host.waitForFinished(aMinute));
+    EXPECT_EQ(host.exitCode(), 0);
+    EXPECT_EQ(host.readAllStandardOutput(), "0x300041\n");
+    ::close(heard);
+    ::close(answers);
 }
 
 TEST_F(DeviceTest, WhatADeviceSaysCanBeMonitored)

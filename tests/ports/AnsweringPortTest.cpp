@@ -21,14 +21,15 @@ protected:
         m_faults[QString::fromLatin1(input)] = fault;
     }
 
-    Result<AnsweringPort> open(const QStringList& inputs)
+    Result<AnsweringPort> open(const QStringList& inputs, const Patience& patience = {})
     {
         PortSelection selection;
         selection.address = PortAddress{"core", "Boot loader", inputs.first()};
         for (const QString& input : inputs.mid(1))
             selection.others << PortAddress{"core", "Boot loader", input};
-        return openAnswering(selection, m_loaded.plugin->device(),
-                             [this](const PortAddress& address) { return openOne(address); });
+        return openAnswering(
+            selection, m_loaded.plugin->device(),
+            [this](const PortAddress& address) { return openOne(address); }, patience);
     }
 
     QStringList asked;
@@ -87,6 +88,16 @@ TEST_F(Answering, EachInputIsAskedThreeTimesAndThenAllAreListed)
               "no answer to core:Boot loader came through any of the inputs that may belong "
               "to it: core:a, core:b; name the one that does with --in-port");
     EXPECT_EQ(asked, QStringList({"a", "b", "a", "b", "a", "b"}));
+}
+
+TEST_F(Answering, WithPatienceAnAnswerThatComesLateIsWaitedFor)
+{
+    plugIn("a", "silent");
+    plugIn("b", "delay-reply:1-:7000");
+    EXPECT_FALSE(open({"a", "b"}));
+    const Result<AnsweringPort> found = open({"a", "b"}, slowHostPatience);
+    ASSERT_TRUE(found) << found.problem().what.toStdString();
+    EXPECT_EQ(found->input, "b");
 }
 
 TEST_F(Answering, AnInputThatCannotBeOpenedEndsTheSearch)

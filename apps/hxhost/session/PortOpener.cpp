@@ -68,16 +68,17 @@ AnsweringPort failOpening(CommandContext& context, const QString& error)
 
 // Without a port, with the problem in the report, when it cannot be opened.
 AnsweringPort openSelected(CommandContext& context, const Result<PortSelection>& selection,
-                           const Pace& pace, DeviceInterface& device)
+                           const ConnectionOptions& options, DeviceInterface& device)
 {
     if (!selection) {
         context.report.fail(selection.problem());
         return {};
     }
+    const auto open = [&options](const PortAddress& address) {
+        return RtMidiPort::open(address, options.pace);
+    };
     Result<AnsweringPort> opened =
-        openAnswering(*selection, device, [&pace](const PortAddress& address) {
-            return RtMidiPort::open(address, pace);
-        });
+        openAnswering(*selection, device, open, options.slowHost ? slowHostPatience : Patience());
     if (!opened)
         return failOpening(context, opened.problem().what);
     if (!selection->others.isEmpty())
@@ -180,7 +181,7 @@ PortPointer openPort(CommandContext& context, const ConnectionOptions& options,
     if (isDevice(options))
         return openDevice(context, options);
     const Result<PortSelection> selection = select(options, device);
-    AnsweringPort opened = openSelected(context, selection, options.pace, device);
+    AnsweringPort opened = openSelected(context, selection, options, device);
     if (!opened.port)
         return nullptr;
     const PortAddress address = {selection->address.backend, selection->address.output,
@@ -197,8 +198,7 @@ PortPointer openInput(CommandContext& context, const ConnectionOptions& options,
     if (isDevice(options))
         return openDeviceInput(context, options);
     const QString wanted = name.isEmpty() ? device.productInPortName() : name;
-    return openSelected(context, selectInput(listMidiBackends(), wanted), options.pace, device)
-        .port;
+    return openSelected(context, selectInput(listMidiBackends(), wanted), options, device).port;
 }
 
 } // namespace hx::host
