@@ -45,6 +45,10 @@ class CommandLine(unittest.TestCase):
                       self.refused("--port", "alsa:Valdrin"))
         self.refused("--port", "")
 
+    def test_qt_does_not_take_the_plugin_for_one_of_its_own(self):
+        self.assertIn("Missing value after '--plugin'", self.refused("--plugin"))
+        self.assertNotIn("No such plugin", self.refused("--plugin", PLUGIN, "one.syx", "two.syx"))
+
     def test_two_images_are_refused(self):
         self.assertIn("One image at a time, not 2.", self.refused("one.syx", "two.syx"))
 

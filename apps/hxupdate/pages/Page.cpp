@@ -3,6 +3,7 @@
 #include "apps/hxupdate/parts/Heading.h"
 #include "apps/hxupdate/parts/StepList.h"
 
+#include <QAccessibleWidget>
 #include <QCoreApplication>
 #include <QScrollArea>
 
@@ -15,6 +16,13 @@ namespace {
 struct PageWords {
     Q_DECLARE_TR_FUNCTIONS(PageWords)
 };
+
+// A group with a name, which a screen reader says when the keyboard comes into it.
+QAccessibleInterface* newPageInterface(const QString& /*className*/, QObject* object)
+{
+    auto* page = dynamic_cast<Page*>(object);
+    return page == nullptr ? nullptr : new QAccessibleWidget(page, QAccessible::Grouping);
+}
 
 // The keyboard scrolls what the window is too small for.
 QScrollArea* newScrollArea(QWidget* content)
@@ -33,6 +41,7 @@ QScrollArea* newScrollArea(QWidget* content)
 Page::Page(UpdateModel& model, const char* name)
     : m_model(model), m_heading(new Heading), m_steps(new StepList), m_buttonRow(new QHBoxLayout)
 {
+    QAccessible::installFactory(newPageInterface);
     setObjectName(QLatin1String(name));
     auto* content = new QWidget;
     m_body = new QVBoxLayout(content);
@@ -66,7 +75,8 @@ void Page::say(const Advice& advice)
 {
     m_heading->show(advice.title, advice.sentence);
     m_steps->show(advice.steps);
-    setAccessibleName(advice.title);
+    if (accessibleName() != advice.title)
+        setAccessibleName(advice.title);
 }
 
 void Page::add(QWidget* widget)

@@ -4,10 +4,13 @@
 
 namespace hxupdate {
 
+// Qt passes no alert on to the accessibility bus of Linux, but a name.
 void tellAssistiveTechnology(QWidget* widget)
 {
-    QAccessibleEvent alert(widget, QAccessible::Alert);
-    QAccessible::updateAccessibility(&alert);
+    for (const auto type : {QAccessible::Alert, QAccessible::NameChanged}) {
+        QAccessibleEvent event(widget, type);
+        QAccessible::updateAccessibility(&event);
+    }
 }
 
 } // namespace hxupdate

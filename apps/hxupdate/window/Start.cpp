@@ -36,12 +36,24 @@ void ignoreFileSizeLimit()
 #endif
 }
 
-// What is left for us, byte for byte: names of files need not be text.
+// Qt has an option of the same name, and would take it away with its value.
+const char pluginOption[] = "--plugin";
+char hiddenPluginOption[] = "--device-plugin";
+
+void hidePluginOption(int argc, char** argv)
+{
+    for (int i = 0; i < argc; ++i) {
+        if (std::strcmp(argv[i], pluginOption) == 0)
+            argv[i] = hiddenPluginOption;
+    }
+}
+
+// What Qt leaves for us, byte for byte: names of files need not be text.
 QStringList wordsOf(int argc, char** argv)
 {
     QStringList words;
     for (int i = 0; i < argc; ++i)
-        words << hx::fileNameText(argv[i]);
+        words << hx::fileNameText(argv[i] == hiddenPluginOption ? pluginOption : argv[i]);
     return words;
 }
 
@@ -94,6 +106,7 @@ int start(int argc, char** argv)
         readArguments(wordsOf(argc, argv));
         return 0;
     }
+    hidePluginOption(argc, argv);
     QApplication application(argc, argv);
     return runWindow(application, readArguments(wordsOf(argc, argv)));
 }
