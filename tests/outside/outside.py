@@ -166,7 +166,7 @@ class Outside(jack.Bench):
             self.wait(update)
         self.end(update)
         held = self.check_state()
-        ended = "killed" if update.returncode < 0 else update.returncode
+        ended = signal.Signals(-update.returncode).name if update.returncode < 0 else update.returncode
         jack.check(update.returncode != 0 or (held.valid and held.code == self.images[image]),
                    "the host said that it succeeded, and the product does not hold the image")
         self.recover(other, harm)
