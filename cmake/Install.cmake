@@ -137,6 +137,7 @@ function(hx_install_package)
     ${PROJECT_BINARY_DIR}/${HX_KIT}Config.cmake
     ${PROJECT_BINARY_DIR}/${HX_KIT}ConfigVersion.cmake
     ${PROJECT_SOURCE_DIR}/cmake/FindRtMidi.cmake
+    ${PROJECT_SOURCE_DIR}/cmake/FindSodium.cmake
     DESTINATION ${HX_INSTALL_CMAKEDIR} COMPONENT devel)
   install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT devel
     FILES_MATCHING

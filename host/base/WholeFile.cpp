@@ -138,7 +138,9 @@ Result<> writeAll(QFile& file, const QByteArray& content)
                            : file.errorString());
 }
 
-Result<QByteArray> readWholeFile(const QString& name, qint64 limit)
+namespace {
+
+Result<> openRegular(QFile& file, const QString& name, QIODevice::OpenMode mode)
 {
     std::error_code unseen; // opening says why
     const fs::path path = filePath(name);
@@ -146,14 +148,40 @@ Result<QByteArray> readWholeFile(const QString& name, qint64 limit)
         return fileProblem(QStringLiteral("it is a folder"));
     if (fs::exists(path, unseen) && !fs::is_regular_file(path, unseen))
         return fileProblem(QStringLiteral("it is not a regular file"));
-    QFile file;
-    const Result<> opened = openFile(file, name, QIODevice::ReadOnly);
-    if (!opened)
-        return opened.problem();
+    return openFile(file, name, mode);
+}
+
+Result<QByteArray> contentOf(QFile& file, qint64 limit)
+{
     QByteArray content = file.read(limit + 1);
     if (file.error() != QFileDevice::NoError)
         return fileProblem(file.errorString());
     return content;
+}
+
+} // namespace
+
+Result<QByteArray> readWholeFile(const QString& name, qint64 limit)
+{
+    QFile file;
+    const Result<> opened = openRegular(file, name, QIODevice::ReadOnly);
+    return opened ? contentOf(file, limit) : opened.problem();
+}
+
+Result<QByteArray> readSecretFile(const QString& name, qint64 limit)
+{
+    QFile file;
+    const Result<> opened = openRegular(file, name, QIODevice::ReadOnly | QIODevice::Unbuffered);
+    if (!opened)
+        return opened.problem();
+    struct stat status = {};
+    if (fstat(file.handle(), &status) != 0)
+        return fileProblem(qt_error_string(errno));
+    if ((status.st_mode & (S_IROTH | S_IWOTH)) != 0)
+        return fileProblem(QStringLiteral("all users of this machine may read or change it, its "
+                                          "mode is %1")
+                               .arg(status.st_mode & 07777, 4, 8, QLatin1Char('0')));
+    return contentOf(file, limit);
 }
 
 Result<> writeWholeFile(const QString& name, const QByteArray& content)

@@ -19,6 +19,10 @@ Result<> writeAll(QFile& file, const QByteArray& content);
 // could keep one waiting for ever, is refused like a folder.
 Result<QByteArray> readWholeFile(const QString& name, qint64 limit);
 
+// The same of a secret: refused too when all users of the machine may read or change the file. Its
+// content is nowhere else in memory.
+Result<QByteArray> readSecretFile(const QString& name, qint64 limit);
+
 // A regular file gets all of `content` or stays as it was. A device or a pipe is written to and
 // never replaced.
 Result<> writeWholeFile(const QString& name, const QByteArray& content);

@@ -131,7 +131,7 @@ PluginLoadResult instantiate(const QString& path, QLibrary::LoadHints hints)
                 .arg(path));
     }
     PluginLoadResult result;
-    result.plugin = std::make_unique<LoadedPlugin>(std::move(loader), device);
+    result.plugin = std::make_unique<LoadedPlugin>(std::move(loader), device, path);
     return result;
 }
 
@@ -228,8 +228,9 @@ QString deviceInterfacePrefix()
     return QString::fromLatin1(qobject_interface_iid<DeviceInterface*>()) + QLatin1Char('.');
 }
 
-LoadedPlugin::LoadedPlugin(std::unique_ptr<QPluginLoader> loader, DeviceInterface* device)
-    : m_loader(std::move(loader)), m_device(device)
+LoadedPlugin::LoadedPlugin(std::unique_ptr<QPluginLoader> loader, DeviceInterface* device,
+                           const QString& givenPath)
+    : m_loader(std::move(loader)), m_device(device), m_givenPath(givenPath)
 {
 }
 

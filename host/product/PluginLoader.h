@@ -50,7 +50,8 @@ QString deviceInterfacePrefix();
  */
 class LoadedPlugin {
 public:
-    explicit LoadedPlugin(std::unique_ptr<QPluginLoader> loader, DeviceInterface* device);
+    LoadedPlugin(std::unique_ptr<QPluginLoader> loader, DeviceInterface* device,
+                 const QString& givenPath);
     ~LoadedPlugin();
     LoadedPlugin(const LoadedPlugin&) = delete;
     LoadedPlugin& operator=(const LoadedPlugin&) = delete;
@@ -62,11 +63,15 @@ public:
     QString interfaceId() const;
     QString className() const;
     QStringList keys() const;
+    /** The file, through all links. */
     QString filePath() const { return m_loader->fileName(); }
+    /** The name that led to it, which may be a link. */
+    QString givenPath() const { return m_givenPath; }
 
 private:
     std::unique_ptr<QPluginLoader> m_loader;
     DeviceInterface* m_device;
+    QString m_givenPath;
 };
 
 /** Either `plugin`, or the kind of fault and one line that says what is wrong and what to do. */

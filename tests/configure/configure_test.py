@@ -11,9 +11,9 @@ import tempfile
 import unittest
 
 SOURCE = pathlib.Path(os.environ["HX_SOURCE"])
-PACKAGES = {"RtMidi": "librtmidi-dev", "CLI11": "libcli11-dev", "GTest": "libgtest-dev libgmock-dev",
+PACKAGES = {"Sodium": "libsodium-dev", "RtMidi": "librtmidi-dev", "CLI11": "libcli11-dev", "GTest": "libgtest-dev libgmock-dev",
             "Python3": "python3"}
-NEEDED = {"plugin": [], "host": ["RtMidi"], "apps": ["RtMidi", "CLI11"], "all": list(PACKAGES)}
+NEEDED = {"plugin": [], "host": ["Sodium", "RtMidi"], "apps": ["Sodium", "RtMidi", "CLI11"], "all": list(PACKAGES)}
 
 PARENT = """\
 cmake_minimum_required(VERSION 3.18)
@@ -65,7 +65,7 @@ class Configure(unittest.TestCase):
             rules = (self.folder / "build/build.ninja").read_text(encoding="utf-8")
             self.assertEqual(expected, {name for name in suites if f"build {name}: phony" in rules})
 
-    def test_the_host_part_needs_the_midi_library(self):
+    def test_the_host_part_needs_the_midi_and_signature_libraries(self):
         self.check_part("host")
 
     def test_the_apps_part_needs_the_command_line_library(self):

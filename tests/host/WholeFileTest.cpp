@@ -83,3 +83,26 @@ TEST(WholeFile, ADeviceThatTakesNothingIsAnErrorAndStaysADevice)
     ASSERT_EQ(stat("/dev/full", &status), 0);
     EXPECT_TRUE(S_ISCHR(status.st_mode));
 }
+
+TEST(WholeFile, ASecretIsReadOnlyWhereNotEverybodyMay)
+{
+    TestFiles files;
+    const QString path = files.write("key", "secret");
+    const QByteArray name = path.toLocal8Bit();
+    for (const mode_t mode : {0600U, 0400U, 0640U}) {
+        ASSERT_EQ(chmod(name.constData(), mode), 0);
+        const Result<QByteArray> read = readSecretFile(path, 100);
+        ASSERT_TRUE(bool(read));
+        EXPECT_EQ(*read, "secret");
+    }
+    for (const mode_t mode : {0644U, 0604U, 0602U, 0666U}) {
+        ASSERT_EQ(chmod(name.constData(), mode), 0);
+        const Result<QByteArray> read = readSecretFile(path, 100);
+        ASSERT_FALSE(bool(read));
+        EXPECT_EQ(read.problem().what,
+                  QString("all users of this machine may read or change it, its mode is 0%1")
+                      .arg(mode, 0, 8));
+    }
+    EXPECT_EQ(readSecretFile(files.folder(), 100).problem().what, "it is a folder");
+    EXPECT_EQ(readSecretFile(files.path("gone"), 100).problem().what, "No such file or directory");
+}

@@ -30,6 +30,7 @@ PLACES = [
     f"LIB/cmake/{KIT}/HxMidiKit*Targets.cmake",
     f"LIB/cmake/{KIT}/HxMidiKit*Targets-*.cmake",
     f"LIB/cmake/{KIT}/FindRtMidi.cmake",
+    f"LIB/cmake/{KIT}/FindSodium.cmake",
     *(f"LIB/pkgconfig/{library}{SUFFIX}.pc" for library in LIBRARIES),
     "share/doc/HxMidiKit/examples/minimal-host/*",
     "bin/hxupdate",

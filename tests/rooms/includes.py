@@ -14,7 +14,8 @@ import sys
 DOCUMENT = "CONTRIBUTING.md"
 HEADING = "| Room | May use |"
 ANY_ROOM = "any room"
-LIBRARIES = {"CLI/": "CLI11", "RtMidi.h": "RtMidi", "gtest/": "GoogleTest", "gmock/": "GoogleTest"}
+LIBRARIES = {"CLI/": "CLI11", "RtMidi.h": "RtMidi", "sodium.h": "libsodium", "gtest/": "GoogleTest",
+             "gmock/": "GoogleTest"}
 INCLUDE = re.compile(r'^ *# *include +(?:"([^"]+)"|<([^>]+)>)', re.MULTILINE)
 LONGEST_README = 25
 PROJECTS = "examples/"  # whose READMEs are for whoever copies them
