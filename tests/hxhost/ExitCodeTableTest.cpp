@@ -90,6 +90,18 @@ const Case cases[] = {
     {"image inspect", 6, "BAD"},
     {"image inspect", 9, "OTHER"},
     {"image inspect", 10, "NOWHERE"},
+    {"image sign", 0, "IMAGE --key SECRET -o NEW"},
+    {"image sign", 2, "IMAGE"},
+    {"image sign", 3, "IMAGE --key SECRET --plugin BAD"},
+    {"image sign", 6, "BAD --key SECRET"},
+    {"image sign", 9, "OTHER --key SECRET"},
+    {"image sign", 10, "IMAGE --key NOWHERE"},
+    {"image verify", 0, "SIGNED --pubkey PUBLIC"},
+    {"image verify", 2, "IMAGE"},
+    {"image verify", 3, "IMAGE --pubkey PUBLIC --plugin BAD"},
+    {"image verify", 6, "IMAGE --pubkey PUBLIC"},
+    {"image verify", 9, "OTHER --pubkey PUBLIC"},
+    {"image verify", 10, "NOWHERE --pubkey PUBLIC"},
     {"inspect", 0, ""},
     {"inspect", 2, "--field colour"},
     {"inspect", 3, "--plugin BAD"},
@@ -141,6 +153,10 @@ protected:
             return write("other", read(image(300)).replace("\x2D\x30\x41", "\x2D\x30\x42"));
         if (word == "ODD")
             return write("odd", QByteArray::fromHex("F0006B2D30410102030405F7"));
+        if (word == "SECRET" || word == "PUBLIC")
+            return key(word.toLower());
+        if (word == "SIGNED")
+            return signedImage();
         if (word == "TRACE")
             return recorded();
         if (word == "STOPPED")
@@ -153,6 +169,22 @@ protected:
     }
 
 private:
+    // One of a pair of keys: "secret" or "public".
+    QString key(const QString& name) const
+    {
+        if (!QFile::exists(path(name)))
+            runProgram(QStringLiteral("minisign"),
+                       {"-G", "-W", "-s", path("secret"), "-p", path("public")});
+        return path(name);
+    }
+
+    QString signedImage() const
+    {
+        const QString syx = image(300);
+        EXPECT_EQ(hxhost({"image", "sign", syx, "--key", key("secret")}).exitCode, 0);
+        return syx;
+    }
+
     // An identity request and its answer.
     QString recorded() const
     {
@@ -197,8 +229,9 @@ TEST_P(ExitCodeTable, CommandEndsWithTheCode)
 
 INSTANTIATE_TEST_SUITE_P(Commands, ExitCodeTable, testing::ValuesIn(cases));
 
-// 1 is a fault of the program; a question is answered on a terminal alone; a product is served, and
-// stays silent, on real ports alone; a batch is stopped from outside: these are tried elsewhere.
+// 1 is a fault of the program; a question is answered, and a password typed, on a terminal alone; a
+// product is served, and stays silent, on real ports alone; a batch is stopped from outside: these are
+// tried elsewhere.
 TEST(ExitCodePage, NamesEveryCodeOfEachCommandThatIsTriedAndNoOther)
 {
     QFile page(HX_EXIT_CODE_PAGE);
@@ -211,6 +244,7 @@ TEST(ExitCodePage, NamesEveryCodeOfEachCommandThatIsTriedAndNoOther)
     EXPECT_TRUE(documented["batch"].remove(5));
     EXPECT_TRUE(documented["batch"].remove(130));
     EXPECT_TRUE(documented["simulate"].remove(0));
+    EXPECT_TRUE(documented["image sign"].remove(130));
     EXPECT_EQ(documented.keys(), tried.keys());
     for (auto it = tried.begin(); it != tried.end(); ++it)
         EXPECT_TRUE(documented[it.key()] == it.value()) << it.key().toStdString();

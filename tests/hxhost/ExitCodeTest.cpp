@@ -80,10 +80,10 @@ TEST_F(ExitCodes, InternalWhenACommandThrows)
 TEST_F(ExitCodes, UsageNamesTheCommandsThatThereAre)
 {
     EXPECT_EQ(hxhost({"image"}).err, "error: no command is given\n"
-                                     "  expected: one of: build, inspect\n"
+                                     "  expected: one of: build, inspect, sign, verify\n"
                                      "  next: see 'hxhost image --help'\n");
     EXPECT_EQ(hxhost({"image", "bake"}).err, "error: \"bake\" is not a command\n"
-                                             "  expected: one of: build, inspect\n"
+                                             "  expected: one of: build, inspect, sign, verify\n"
                                              "  next: see 'hxhost image --help'\n");
 }
 
@@ -178,9 +178,10 @@ TEST_F(ExitCodes, UsageNamesTheWordThatIsNoCommand)
               "inspect, "
               "check, monitor, trace, simulate, support\n"
               "  next: see 'hxhost --help'\n");
-    EXPECT_EQ(hxhost({"image", "make"}).err.toStdString(), "error: \"make\" is not a command\n"
-                                                           "  expected: one of: build, inspect\n"
-                                                           "  next: see 'hxhost image --help'\n");
+    EXPECT_EQ(hxhost({"image", "make"}).err.toStdString(),
+              "error: \"make\" is not a command\n"
+              "  expected: one of: build, inspect, sign, verify\n"
+              "  next: see 'hxhost image --help'\n");
 }
 
 // What a variable of a script that was never set leaves behind: "verify" without its image would

@@ -160,13 +160,14 @@ TEST_F(OutputFiles, ANameThatStandsForSomethingElseIsFree)
 // Whoever adds an option for a file has to say whether it is read or written.
 TEST_F(OutputFiles, EveryOptionForAFileIsKnownAsReadOrWritten)
 {
-    const std::set<QString> known = {"--trace", "--output", "--svg",
-                                     "--state", "--image",  "--plugin"};
+    const std::set<QString> known = {"--trace",  "--output", "--svg",       "--state", "--image",
+                                     "--plugin", "--key",    "--signature", "--pubkey"};
     const QRegularExpression option("(--[a-z-]+)[ ,]+FILE");
     int seen = 0;
-    const QStringList commands = {"ports",   "identify",    "info",          "update",  "verify",
-                                  "recover", "image build", "image inspect", "inspect", "check",
-                                  "monitor", "trace",       "simulate"};
+    const QStringList commands = {"ports",    "identify",   "info",        "update",
+                                  "verify",   "recover",    "image build", "image inspect",
+                                  "inspect",  "check",      "monitor",     "trace",
+                                  "simulate", "image sign", "image verify"};
     for (const QString& command : commands) {
         const QByteArray help = hxhost(command.split(' ') << "--help").out;
         auto matches = option.globalMatch(QString::fromUtf8(help));

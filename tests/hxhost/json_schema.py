@@ -19,8 +19,8 @@ except ImportError:
     print("SKIPPED: the JSON documents are not validated, because python3-jsonschema is missing")
     sys.exit(77)
 
-# Words, and the exit code they must lead to. IMAGE, BAD, TRACE, TRACES, STATE, CODE, NEW and PLUGIN are file
-# names.
+# Words, and the exit code they must lead to. IMAGE, BAD, TRACE, TRACES, STATE, CODE, NEW, SECRET, PUBLIC and
+# PLUGIN are file names.
 CASES = [
     (["inspect"], 0),
     (["inspect", "--plugin", "BAD"], 3),
@@ -42,6 +42,13 @@ CASES = [
     (["image", "inspect", "IMAGE"], 0),
     (["image", "inspect", "BAD"], 6),
     (["image", "inspect", "nowhere"], 10),
+    (["image", "sign", "IMAGE", "--key", "SECRET"], 0),
+    (["image", "sign", "IMAGE", "--key", "SECRET"], 10),
+    (["image", "verify", "IMAGE", "--pubkey", "PUBLIC"], 0),
+    (["image", "verify", "IMAGE", "--pubkey", "PUBLIC", "--signature", "PUBLIC"], 6),
+    (["update", "IMAGE", "--port", "simulator", "--pubkey", "PUBLIC"], 0),
+    (["update", "IMAGE", "--port", "simulator", "--pubkey", "BAD"], 6),
+    (["update", "IMAGE", "--port", "simulator", "--pubkey", "BAD", "--unsigned"], 0),
     (["update", "IMAGE", "--port", "simulator:STATE", "--fault", "failed-ack:3"], 7),
     (["recover", "--port", "simulator:STATE"], 8),
     (["verify", "--port", "simulator:STATE"], 8),
@@ -106,12 +113,15 @@ def main():
     validator = jsonschema.Draft7Validator(schema)
     failures = 0
     with tempfile.TemporaryDirectory() as folder:
-        names = {name: os.path.join(folder, name.lower()) for name in ("TRACES", "IMAGE", "BAD", "TRACE", "STATE", "CODE", "NEW")}
+        names = {name: os.path.join(folder, name.lower())
+                 for name in ("TRACES", "IMAGE", "BAD", "TRACE", "STATE", "CODE", "NEW", "SECRET", "PUBLIC")}
         names["PLUGIN"] = plugin
         with open(names["CODE"], "wb") as file:
             file.write(bytes(i % 251 for i in range(700)))
         with open(names["BAD"], "wb") as file:
             file.write(b"\xf0\x00 nothing good")
+        subprocess.run(["minisign", "-G", "-W", "-p", names["PUBLIC"], "-s", names["SECRET"]], check=True,
+                       stdout=subprocess.DEVNULL)
         run(hxhost, ["image", "build", names["CODE"], "-o", names["IMAGE"], "--kind", "fwu"])
         run(hxhost, ["identify", "--port", "simulator", "--trace", names["TRACE"]])
         for case, expected in CASES:

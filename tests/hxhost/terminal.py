@@ -17,9 +17,10 @@ import tempfile
 import termios
 
 
-def run_in_terminal(words, typed="", columns=40, environment=None, when_asked=lambda: None, signalled=None):
-    """Returns the exit code and all that appeared on the terminal. When the update asks whether to
-    start, calls `when_asked`, then types `typed` or sends the signal `signalled`."""
+def run_in_terminal(words, typed="", columns=40, environment=None, when_asked=lambda: None, signalled=None,
+                    question=b"Type yes to start:"):
+    """Returns the exit code and all that appeared on the terminal. When the `question` is there, calls
+    `when_asked`, then types `typed` or sends the signal `signalled`."""
     pid, terminal = pty.fork()
     if pid == 0:
         os.environ.update({"TERM": "xterm"}, **(environment or {}))
@@ -38,7 +39,7 @@ def run_in_terminal(words, typed="", columns=40, environment=None, when_asked=la
         if not piece:
             break
         shown += piece
-        if b"Type yes to start:" in shown and not asked:
+        if question in shown and not asked:
             asked = True
             when_asked()
             if signalled is not None:
@@ -88,6 +89,7 @@ def check_question(check, hxhost, plugin, folder):
     asked = question_of(words("1.0.2.4"))
     check(asked == "Valdrin, serial number 30410001 on simulator\n"
                    "It holds version 1.0.2.3; the image holds version 1.0.2.4 (fwu).\n"
+                   "The image is not signed: its origin is not known.\n"
                    "The update takes about 2 s. Leave the instrument on and connected until it is "
                    "done.\n", "the question before an upgrade", asked)
     asked = question_of(words("1.0.2.3"))
@@ -123,6 +125,39 @@ def check_question_is_always_seen(check, update, folder):
         check(code == 130, f"signal {number} at the question ended with {code}", shown)
     code, shown = run_in_terminal([*update, "--no-listen", "--json"], "\x03", 100)
     check(code == 130 and '"exitName": "interrupted"' in shown, "Ctrl-C at the question with --json", shown)
+
+
+# Made by minisign for this test alone; the password is "sesame".
+LOCKED_KEY = """untrusted comment: minisign encrypted secret key
+RWRTY0IyfgD8DIFnp/IecAShF8lRkguw8WTL8kzaQigjrwRag+AAAAACAAAAAAAAAEAAAAAAp+CGtakweVqP7ug1dKwvEfIWgVdoFs3T93fPEriOhlSw\
+9mJsyTSwgCtK5nt8Kdq15vFLHrQp/l/DZqjVjf3pRtNF3TxzD9mD57W4Me4vpnM5dzrxBjFUDmp55hOVdB0fTDwR6JwbhnQ=
+"""
+ITS_PUBLIC_KEY = """untrusted comment: minisign public key 898A80B5FE2FAAF2
+RWTyqi/+tYCKicSF/VE407EAU3ELWEx+li221/tSBsbVCkQk9Q+yOEA/
+"""
+
+
+def check_signed(check, hxhost, plugin, folder):
+    """A key's password is typed unseen; what is asked says how the image is signed."""
+    secret, public = os.path.join(folder, "locked.key"), os.path.join(folder, "locked.pub")
+    for name, text in ((secret, LOCKED_KEY), (public, ITS_PUBLIC_KEY)):
+        with open(name, "w", encoding="ascii", opener=lambda path, flags: os.open(path, flags, 0o600)) as file:
+            file.write(text)
+    image = os.path.join(folder, "0.9.9.9")
+    sign = [hxhost, "image", "sign", image, "--key", secret, "--plugin", plugin]
+    code, shown = run_in_terminal(sign, "\x03", 100, question=b"Password of ")
+    check(code == 130 and "nothing was signed" in shown and "Password of " in shown, "Ctrl-C at the password", shown)
+    code, shown = run_in_terminal(sign, "sesame\n", 100, question=b"Password of ")
+    check(code == 0 and "sesame" not in shown, f"signing with a password ended with {code}", shown)
+    update = [hxhost, "update", image, "--port", "simulator", "--plugin", plugin, "--pubkey", public]
+    asked = question_of(update)
+    check("The image is signed with the key 898A80B5FE2FAAF2.\n"
+          "This is a downgrade to an older signed version: faults that were mended since come back.\n" in asked,
+          "the question before a signed downgrade", asked)
+    code, shown = run_in_terminal([*update, "--yes"])
+    check(code == 0 and "This is a downgrade to an older" in shown, "--yes is warned of the downgrade", shown)
+    asked = question_of([*update, "--unsigned"])
+    check("\nThe image is not checked (--unsigned): its origin is not known.\n" in asked, "--unsigned", asked)
 
 
 def normalised(line):
@@ -172,6 +207,7 @@ def main():
         update = [hxhost, "update", image, "--port", "simulator", "--plugin", plugin]
         check_answers(check, update)
         check_question(check, hxhost, plugin, folder)
+        check_signed(check, hxhost, plugin, folder)
         check_question_is_always_seen(check, update, folder)
         check_readme(check, update, sys.argv[3])
         check_bar(check, update)

@@ -25,6 +25,7 @@ constexpr int mostJobs = 256; // three open files each
 struct BatchOptions {
     PluginOptions plugin;
     Pace pace;
+    OriginOptions origin;
     std::string image;
     std::vector<std::string> ports; // empty: the name that the plugin gives
     int jobs = mostJobs;
@@ -62,14 +63,6 @@ int longestSilenceMs(const UpdatePlan& plan, const Pace& pace, const Patience& p
     return int(std::min<qint64>(longest, std::numeric_limits<int>::max()));
 }
 
-QByteArray bytesOf(const UpdateImage& image)
-{
-    QByteArray bytes;
-    for (const HxMidiData& message : image.messages)
-        bytes += message.bytes;
-    return bytes;
-}
-
 class BatchRun {
 public:
     BatchRun(CommandContext& context, const BatchOptions& options, const PlannedImage& planned,
@@ -78,6 +71,7 @@ public:
     void run();
 
 private:
+    Result<> writeImage() const;
     bool makeFolder();
     bool writeReports();
     BatchPlan plan() const;
@@ -117,14 +111,25 @@ void BatchRun::failFile(const QString& what, const QString& name, const QString&
                    QStringLiteral("give another one with %1").arg(option));
 }
 
-// All units get the same image, whatever becomes of its file meanwhile.
+// All units get the same image, whatever becomes of its file meanwhile; and each of their updates
+// looks at its signature again.
+Result<> BatchRun::writeImage() const
+{
+    const LoadedImage& image = m_planned.loaded;
+    const QString name = plan().image;
+    const Result<> written = writeWholeFile(name, image.content);
+    return written && image.origin.state == SignatureState::Good
+               ? writeWholeFile(signatureNameOf(name), image.signature)
+               : written;
+}
+
 bool BatchRun::makeFolder()
 {
     const QString folder = fileNameText(m_options.traces);
     std::error_code error;
     std::filesystem::create_directories(filePath(folder), error);
-    const Result<> written = error ? fileProblem(QString::fromStdString(error.message()))
-                                   : writeWholeFile(plan().image, bytesOf(m_planned.loaded.image));
+    const Result<> written =
+        error ? fileProblem(QString::fromStdString(error.message())) : writeImage();
     if (!written)
         failFile(written.problem().what, folder, QStringLiteral("--traces"));
     return bool(written);
@@ -155,6 +160,11 @@ BatchPlan BatchRun::plan() const
         plan.connection << QStringLiteral("--slow-host");
     if (m_options.noListen)
         plan.updateOptions << QStringLiteral("--no-listen");
+    if (!m_options.origin.publicKey.empty())
+        plan.updateOptions << QStringLiteral("--pubkey")
+                           << fileNameText(m_options.origin.publicKey);
+    if (m_options.origin.isUnsigned)
+        plan.updateOptions << QStringLiteral("--unsigned");
     plan.tracePrefix = m_prefix;
     plan.jobs = m_options.jobs;
     plan.longestSilence = longestSilenceMs(m_planned.plan, m_options.pace,
@@ -273,7 +283,8 @@ void batch(CommandContext& context, const BatchOptions& options)
     Session session(context);
     if (!session.loadPlugin(options.plugin))
         return;
-    const std::optional<PlannedImage> planned = planImage(context, session, options.image);
+    const std::optional<PlannedImage> planned =
+        planImage(context, session, options.image, options.origin);
     if (planned)
         BatchRun(context, options, *planned, session.device()).run();
 }
@@ -317,6 +328,7 @@ void addBatchCommand(CommandLine& line)
     command.addFlag("--no-listen", options->noListen,
                     "Do not listen for other traffic for a second before an update");
     addReportOptions(command, *options);
+    addSendingOriginOptions(command, options->origin);
     addPluginOptions(command, options->plugin);
     addPaceOptions(command, options->pace);
     addSlowHostOption(command, options->slowHost);

@@ -1,6 +1,10 @@
 // The commands of this program; each lives in the file of its name.
 #pragma once
 
+namespace hx {
+class Command;
+}
+
 namespace hx::host {
 
 class CommandLine;
@@ -22,6 +26,9 @@ void addMonitorCommand(CommandLine& line);
 void addSimulateCommand(CommandLine& line);
 void addSupportCommand(CommandLine& line);
 void addTraceCommand(CommandLine& line);
+
+// `image sign` and `image verify`, in the group of the images.
+void addSignatureCommands(CommandLine& line, const Command& group);
 
 void addAllCommands(CommandLine& line);
 

@@ -149,9 +149,10 @@ void addInspectImageCommand(CommandLine& line, const Command& group)
 
 void addImageCommands(CommandLine& line)
 {
-    const Command group = line.addGroup("image", "Make update images and inspect them");
+    const Command group = line.addGroup("image", "Make, inspect, sign and verify update images");
     addBuildCommand(line, group);
     addInspectImageCommand(line, group);
+    addSignatureCommands(line, group);
 }
 
 } // namespace hx::host

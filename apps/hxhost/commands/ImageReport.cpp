@@ -55,6 +55,47 @@ void failUnreadable(CommandContext& context, const QString& name, const QString&
                  QStringLiteral("check the name and the permissions; \"-\" is standard input"));
 }
 
+} // namespace
+
+bool failForeign(CommandContext& context, const QString& name, ImageFormat format)
+{
+    if (format != ImageFormat::WebPage && format != ImageFormat::Archive)
+        return false;
+    context.fail(ExitCode::ImageRefused,
+                 QStringLiteral("This is a web page (or an archive), not an update. \"%1\" looks "
+                                "like %2.")
+                     .arg(name, format == ImageFormat::WebPage ? QStringLiteral("a web page")
+                                                               : QStringLiteral("an archive")),
+                 QStringLiteral("an update image: .syx, hex text or Standard MIDI File"),
+                 format == ImageFormat::WebPage
+                     ? QStringLiteral("Download the update again, and save the file, not the page.")
+                     : QStringLiteral("Unpack it, and give the update that is in it."));
+    return true;
+}
+
+LoadedImage imageIn(const QString& name, const QByteArray& content,
+                    const ProductDescription& product)
+{
+    const ImageFile file = parseImageFile(content);
+    return {name, file, parseUpdateImage(file, product), content};
+}
+
+void addImage(Report& report, const LoadedImage& loaded)
+{
+    report.add(QStringLiteral("image.file"), loaded.path);
+    report.add(QStringLiteral("image.format"), imageFormatName(loaded.file.format));
+    report.add(QStringLiteral("image.fileBytes"), double(loaded.file.size));
+    addContent(report, loaded.image);
+    report.add(QStringLiteral("image.good"), loaded.image.ok());
+    const QJsonArray problems = problemRows(loaded.image.problems);
+    const QStringList columns = {QStringLiteral("message"), QStringLiteral("offset"),
+                                 QStringLiteral("text"), QStringLiteral("advice")};
+    if (problems.isEmpty())
+        report.addHidden(QStringLiteral("image.problems"), problems);
+    else
+        report.addTable(QStringLiteral("image.problems"), columns, problems);
+}
+
 bool requireGoodImage(CommandContext& context, const LoadedImage& loaded)
 {
     const ImageProblems& problems = loaded.image.problems;
@@ -79,48 +120,7 @@ bool requireGoodImage(CommandContext& context, const LoadedImage& loaded)
     return false;
 }
 
-} // namespace
-
-bool failForeign(CommandContext& context, const QString& name, ImageFormat format)
-{
-    if (format != ImageFormat::WebPage && format != ImageFormat::Archive)
-        return false;
-    context.fail(ExitCode::ImageRefused,
-                 QStringLiteral("This is a web page (or an archive), not an update. \"%1\" looks "
-                                "like %2.")
-                     .arg(name, format == ImageFormat::WebPage ? QStringLiteral("a web page")
-                                                               : QStringLiteral("an archive")),
-                 QStringLiteral("an update image: .syx, hex text or Standard MIDI File"),
-                 format == ImageFormat::WebPage
-                     ? QStringLiteral("Download the update again, and save the file, not the page.")
-                     : QStringLiteral("Unpack it, and give the update that is in it."));
-    return true;
-}
-
-LoadedImage imageIn(const QString& name, const QByteArray& content,
-                    const ProductDescription& product)
-{
-    const ImageFile file = parseImageFile(content);
-    return {name, file, parseUpdateImage(file, product)};
-}
-
-void addImage(Report& report, const LoadedImage& loaded)
-{
-    report.add(QStringLiteral("image.file"), loaded.path);
-    report.add(QStringLiteral("image.format"), imageFormatName(loaded.file.format));
-    report.add(QStringLiteral("image.fileBytes"), double(loaded.file.size));
-    addContent(report, loaded.image);
-    report.add(QStringLiteral("image.good"), loaded.image.ok());
-    const QJsonArray problems = problemRows(loaded.image.problems);
-    const QStringList columns = {QStringLiteral("message"), QStringLiteral("offset"),
-                                 QStringLiteral("text"), QStringLiteral("advice")};
-    if (problems.isEmpty())
-        report.addHidden(QStringLiteral("image.problems"), problems);
-    else
-        report.addTable(QStringLiteral("image.problems"), columns, problems);
-}
-
-std::optional<LoadedImage> readImage(CommandContext& context, const std::string& path,
+std::optional<LoadedImage> openImage(CommandContext& context, const std::string& path,
                                      const ProductDescription& product)
 {
     const QString name = fileNameText(path);
@@ -133,7 +133,14 @@ std::optional<LoadedImage> readImage(CommandContext& context, const std::string&
     for (const QString& warning : loaded.file.warnings)
         context.warn(warning);
     addImage(context.report, loaded);
-    if (!requireGoodImage(context, loaded))
+    return loaded;
+}
+
+std::optional<LoadedImage> readImage(CommandContext& context, const std::string& path,
+                                     const ProductDescription& product)
+{
+    std::optional<LoadedImage> loaded = openImage(context, path, product);
+    if (loaded && !requireGoodImage(context, *loaded))
         return std::nullopt;
     return loaded;
 }

@@ -4,6 +4,7 @@
 #include "apps/hxhost/session/CommandContext.h"
 
 #include "host/image/UpdateImage.h"
+#include "host/signature/ImageSignature.h"
 
 namespace hx::host {
 
@@ -12,6 +13,9 @@ struct LoadedImage {
     QString path;
     ImageFile file;
     UpdateImage image;
+    QByteArray content;
+    SignatureVerdict origin = {}; // until it is looked at
+    QByteArray signature = {};    // the content of its file, where one was read
 };
 
 // Fails the command, and returns true, when a file of this format is a web page, which was saved in the
@@ -25,8 +29,15 @@ LoadedImage imageIn(const QString& name, const QByteArray& content,
 // Adds kind, product, version, messages, sizes, time on the wire, and the problems.
 void addImage(Report& report, const LoadedImage& loaded);
 
-// Reads an image, "-" from standard input, and adds it to the report. None, with the problem in the
-// report, when the file cannot be read or the image is not good.
+// Reads a file, "-" from standard input, and adds what it holds to the report. None, with the problem
+// in the report, when it cannot be read.
+std::optional<LoadedImage> openImage(CommandContext& context, const std::string& path,
+                                     const ProductDescription& product);
+
+// False, with the problem in the report, when it is not a whole image for the product.
+bool requireGoodImage(CommandContext& context, const LoadedImage& loaded);
+
+// Both.
 std::optional<LoadedImage> readImage(CommandContext& context, const std::string& path,
                                      const ProductDescription& product);
 

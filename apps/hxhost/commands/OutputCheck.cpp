@@ -6,6 +6,7 @@
 #include "apps/hxhost/session/SameFile.h"
 #include "host/base/FileLock.h"
 #include "host/base/FileName.h"
+#include "host/signature/ImageSignature.h"
 
 #include <QLibrary>
 
@@ -50,6 +51,10 @@ QString afterColon(const QString& value)
 void addValue(const GivenOption& option, const QString& value, NamedFiles& files)
 {
     files.push_back(namedBy(option, value));
+    if (option.isArgument)
+        files.push_back({signatureNameOf(value),
+                         QStringLiteral("the signature of what %1 names").arg(optionName(option)),
+                         QString()});
     if (value.contains(QLatin1Char(':')))
         files.push_back(namedBy(option, afterColon(value)));
 }
@@ -68,13 +73,23 @@ QStringList valuesOf(const GivenOption& option)
     return values;
 }
 
+void addPlugin(const QString& name, NamedFiles& files)
+{
+    files.push_back({name, QStringLiteral("a plugin"), QString()});
+    const QString keys = keyFileBeside(name);
+    if (!keys.isEmpty())
+        files.push_back({keys, QStringLiteral("the public keys of a plugin"), QString()});
+}
+
 void addPlugins(const QString& place, NamedFiles& files)
 {
+    if (QLibrary::isLibrary(place))
+        addPlugin(place, files);
     std::error_code error; // a value that names no folder has no plugins in it
     for (const auto& entry : std::filesystem::directory_iterator(filePath(place), error)) {
         const QString name = fileNameText(entry.path().string());
         if (QLibrary::isLibrary(name))
-            files.push_back({name, QStringLiteral("a plugin"), QString()});
+            addPlugin(name, files);
     }
 }
 

@@ -30,9 +30,10 @@ void addPlan(Report& report, const UpdatePlan& plan)
 } // namespace
 
 std::optional<PlannedImage> planImage(CommandContext& context, const Session& session,
-                                      const std::string& path)
+                                      const std::string& path, const OriginOptions& origin)
 {
-    std::optional<LoadedImage> loaded = readImage(context, path, session.product());
+    std::optional<LoadedImage> loaded = readTrustedImage(
+        context, path, origin, chosenKeys(origin, session.plugin()), session.product());
     if (!loaded)
         return std::nullopt;
     const UpdatePlan plan = planUpdate(session.device(), loaded->image);

@@ -1,7 +1,7 @@
 // What an update with an image would send, put into a report.
 #pragma once
 
-#include "apps/hxhost/commands/ImageReport.h"
+#include "apps/hxhost/commands/ImageOrigin.h"
 #include "apps/hxhost/session/Session.h"
 
 #include "host/update/UpdatePlan.h"
@@ -13,9 +13,9 @@ struct PlannedImage {
     UpdatePlan plan;
 };
 
-// Reads the image, plans the update with it, and adds both to the report. None, with the problem in
-// the report, when the image must not be sent.
+// Reads the image, holds it against its signature where there are keys, plans the update with it, and
+// adds all of it to the report. None, with the problem in the report, when the image must not be sent.
 std::optional<PlannedImage> planImage(CommandContext& context, const Session& session,
-                                      const std::string& path);
+                                      const std::string& path, const OriginOptions& origin);
 
 } // namespace hx::host

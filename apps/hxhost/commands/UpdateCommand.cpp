@@ -18,6 +18,7 @@ namespace {
 
 struct UpdateCommandOptions {
     ConnectionOptions connection;
+    OriginOptions origin;
     std::string image;
     bool dryRun = false;
     bool yes = false;
@@ -93,8 +94,11 @@ private:
 
 bool Updater::confirm(const UpdateResult& asked)
 {
-    if (m_options.yes || !inputIsTerminal())
+    if (m_options.yes || !inputIsTerminal()) {
+        if (isSignedDowngrade(asked, m_loaded))
+            m_context.warn(signedDowngradeText);
         return true;
+    }
     const QString question = updateQuestion(asked, m_loaded, m_session.device().productName(),
                                             m_session.port().name(), m_options.connection.pace);
     const QString answer = m_context.console.ask(question, m_session.interrupted()).toLower();
@@ -134,7 +138,8 @@ void update(CommandContext& context, const UpdateCommandOptions& options)
     Session session(context);
     if (!session.loadPlugin(options.connection.plugin))
         return;
-    const std::optional<PlannedImage> planned = planImage(context, session, options.image);
+    const std::optional<PlannedImage> planned =
+        planImage(context, session, options.image, options.origin);
     if (!planned)
         return;
     if (options.dryRun)
@@ -160,6 +165,7 @@ void addUpdateCommand(CommandLine& line)
     command.addFlag("-y,--yes", options->yes, "Do not ask on a terminal before it starts");
     command.addFlag("--no-listen", options->noListen,
                     "Do not listen for other traffic for a second before it starts");
+    addSendingOriginOptions(command, options->origin);
     addConnectionOptions(command, options->connection);
     line.setRun(command, [options](CommandContext& context) { update(context, *options); });
 }

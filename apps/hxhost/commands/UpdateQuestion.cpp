@@ -1,5 +1,6 @@
 #include "apps/hxhost/commands/UpdateQuestion.h"
 
+#include "apps/hxhost/commands/ImageOrigin.h"
 #include "apps/hxhost/commands/Sentences.h"
 
 #include <QVector>
@@ -37,7 +38,23 @@ QString stepSentence(VersionStep step)
     return QString();
 }
 
+QString installedVersion(const UpdateResult& asked)
+{
+    return asked.versionBefore.good() ? asked.versionBefore.version : QString();
+}
+
+QString stepText(const UpdateResult& asked, const LoadedImage& loaded)
+{
+    return isSignedDowngrade(asked, loaded)
+               ? signedDowngradeText + QLatin1Char('\n')
+               : stepSentence(versionStep(installedVersion(asked), loaded.image.version));
+}
+
 } // namespace
+
+const QString signedDowngradeText =
+    QStringLiteral("This is a downgrade to an older signed version: faults that were mended since "
+                   "come back.");
 
 VersionStep versionStep(const QString& installed, const QString& offered)
 {
@@ -60,22 +77,28 @@ QString sendingTime(const UpdateImage& image, const Pace& pace)
     return QStringLiteral("about ") + durationText(pace.wireTime(image.bytes) + pauses);
 }
 
+bool isSignedDowngrade(const UpdateResult& asked, const LoadedImage& loaded)
+{
+    return loaded.origin.state == SignatureState::Good &&
+           versionStep(installedVersion(asked), loaded.image.version) == VersionStep::Downgrade;
+}
+
 QString updateQuestion(const UpdateResult& asked, const LoadedImage& loaded,
                        const QString& productName, const QString& portName, const Pace& pace)
 {
-    const bool isKnown = asked.versionBefore.good();
-    const QString installed = isKnown ? asked.versionBefore.version : QString();
+    const QString installed = installedVersion(asked);
     return QStringLiteral("%1 on %2\n"
                           "It holds %3; the image holds version %4 (%5).\n"
-                          "%6"
-                          "The update takes %7. Leave the instrument on and connected until it is "
+                          "The image is %6.\n"
+                          "%7"
+                          "The update takes %8. Leave the instrument on and connected until it is "
                           "done.\n"
                           "Type yes to start:")
         .arg(productText(productName, asked.esnBefore), portName,
-             isKnown ? QStringLiteral("version ") + installed : QStringLiteral("no valid code"),
-             loaded.image.version, codeTypeTag(loaded.image.kind),
-             stepSentence(versionStep(installed, loaded.image.version)),
-             sendingTime(loaded.image, pace));
+             installed.isEmpty() ? QStringLiteral("no valid code")
+                                 : QStringLiteral("version ") + installed,
+             loaded.image.version, codeTypeTag(loaded.image.kind), originText(loaded.origin),
+             stepText(asked, loaded), sendingTime(loaded.image, pace));
 }
 
 } // namespace hx::host

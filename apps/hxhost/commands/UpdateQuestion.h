@@ -17,6 +17,11 @@ VersionStep versionStep(const QString& installed, const QString& offered);
 // "about 4 min 12 s", counting the pause after each message; at no limited rate it cannot be said.
 QString sendingTime(const UpdateImage& image, const Pace& pace);
 
+// Whether an image with a good signature is older than what the instrument has. Every old version is
+// signed as well: whoever wants its faults back need not forge anything.
+bool isSignedDowngrade(const UpdateResult& asked, const LoadedImage& loaded);
+extern const QString signedDowngradeText;
+
 // `asked` is the run so far: identity, version and serial number are read.
 QString updateQuestion(const UpdateResult& asked, const LoadedImage& loaded,
                        const QString& productName, const QString& portName, const Pace& pace);

@@ -8,8 +8,10 @@
 #ifdef Q_OS_WIN
 #include <io.h>
 #else
+#include <fcntl.h>
 #include <sys/ioctl.h>
 #include <sys/select.h>
+#include <termios.h>
 #include <unistd.h>
 #endif
 
@@ -32,29 +34,81 @@ bool isTerminal(int descriptor)
 }
 
 // -1 at the end of input. Nothing is read ahead, so that what was typed is never out of sight.
-int readInputByte()
+int readInputByte(int input)
 {
     char byte = 0;
 #ifdef Q_OS_WIN
-    return _read(0, &byte, 1) == 1 ? byte : -1;
+    return _read(input, &byte, 1) == 1 ? byte : -1;
 #else
-    return read(STDIN_FILENO, &byte, 1) == 1 ? quint8(byte) : -1;
+    return read(input, &byte, 1) == 1 ? quint8(byte) : -1;
 #endif
 }
 
 // Waits a moment for a line; whoever asks may look in between whether to go on.
-bool inputIsReady()
+bool inputIsReady(int input)
 {
 #ifdef Q_OS_WIN
-    return true;
+    return input >= 0;
 #else
     fd_set inputs;
     FD_ZERO(&inputs);
-    FD_SET(STDIN_FILENO, &inputs);
+    FD_SET(input, &inputs);
     timeval moment = {0, 50000};
-    return select(STDIN_FILENO + 1, &inputs, nullptr, nullptr, &moment) > 0;
+    return select(input + 1, &inputs, nullptr, nullptr, &moment) > 0;
 #endif
 }
+
+QByteArray readLineFrom(int input, const std::atomic<bool>& interrupted)
+{
+    QByteArray line;
+    while (!interrupted) {
+        if (!inputIsReady(input))
+            continue;
+        const int typed = readInputByte(input);
+        if (typed < 0)
+            return line;
+        if (typed == '\n')
+            return line.isNull() ? QByteArray("") : line;
+        line += char(typed);
+    }
+    return QByteArray();
+}
+
+#ifndef Q_OS_WIN
+// The terminal of the program, which shows nothing of what is typed as long as this lives.
+class HiddenTerminal {
+public:
+    HiddenTerminal() : m_device(open("/dev/tty", O_RDWR | O_NOCTTY | O_CLOEXEC))
+    {
+        if (m_device < 0 || tcgetattr(m_device, &m_before) != 0)
+            return;
+        termios hidden = m_before;
+        hidden.c_lflag &= ~tcflag_t(ECHO);
+        m_isHidden = tcsetattr(m_device, TCSAFLUSH, &hidden) == 0;
+    }
+    ~HiddenTerminal()
+    {
+        if (m_isHidden)
+            tcsetattr(m_device, TCSAFLUSH, &m_before);
+        if (m_device >= 0)
+            close(m_device);
+    }
+    HiddenTerminal(const HiddenTerminal&) = delete;
+    HiddenTerminal& operator=(const HiddenTerminal&) = delete;
+
+    bool isHidden() const { return m_isHidden; }
+    int device() const { return m_device; }
+    bool write(const QByteArray& text) const
+    {
+        return ::write(m_device, text.constData(), size_t(text.size())) == text.size();
+    }
+
+private:
+    int m_device;
+    termios m_before{};
+    bool m_isHidden = false;
+};
+#endif
 
 struct TerminalSize {
     int columns = 0; // 0: not known
@@ -105,18 +159,22 @@ bool writeToTerminal(const QByteArray& text)
 
 QByteArray readTypedLine(const std::atomic<bool>& interrupted)
 {
-    QByteArray line;
-    while (!interrupted) {
-        if (!inputIsReady())
-            continue;
-        const int typed = readInputByte();
-        if (typed < 0)
-            return line;
-        if (typed == '\n')
-            return line.isNull() ? QByteArray("") : line;
-        line += char(typed);
-    }
-    return QByteArray();
+    return readLineFrom(0, interrupted);
+}
+
+std::optional<QByteArray> askHidden(const QByteArray& question,
+                                    const std::atomic<bool>& interrupted)
+{
+#ifdef Q_OS_WIN
+    return std::nullopt;
+#else
+    const HiddenTerminal terminal;
+    if (!terminal.isHidden() || !terminal.write(question))
+        return std::nullopt;
+    const QByteArray line = readLineFrom(terminal.device(), interrupted);
+    terminal.write("\n"); // the one that was typed is not shown
+    return line.isNull() ? std::nullopt : std::optional(line);
+#endif
 }
 
 int terminalColumns()

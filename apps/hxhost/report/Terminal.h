@@ -5,6 +5,7 @@
 #include <QString>
 
 #include <atomic>
+#include <optional>
 
 namespace hx::host {
 
@@ -18,6 +19,12 @@ bool writeToTerminal(const QByteArray& text);
 
 // The line that is typed on standard input; null at its end, and soon after `interrupted` is set.
 QByteArray readTypedLine(const std::atomic<bool>& interrupted);
+
+// Asks on the terminal that the program was started in, and returns the line that is typed there, of
+// which nothing is shown. None where there is no terminal, at the end of input, and soon after
+// `interrupted` is set.
+std::optional<QByteArray> askHidden(const QByteArray& question,
+                                    const std::atomic<bool>& interrupted);
 
 // Columns and rows of the terminal on standard error; 80 and 24 when they cannot be known.
 int terminalColumns();

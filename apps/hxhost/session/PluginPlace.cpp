@@ -2,6 +2,7 @@
 
 #include "host/base/FileName.h"
 #include "host/product/PluginFolder.h"
+#include "host/signature/TrustedKeys.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -19,6 +20,17 @@ bool canBeNamed(const QString& place)
     return QFile::encodeName(place) == fileNameBytes(place);
 }
 
+// The keys that lie beside a plugin lie beside its copy too: without them it would take any image.
+bool linkKeys(const fs::path& library, const fs::path& copy)
+{
+    const QString keys = keyFileBeside(fileNameText(library.string()));
+    std::error_code error;
+    if (!keys.isEmpty())
+        fs::create_symlink(fs::absolute(filePath(keys)), fs::path(copy).replace_extension(".pub"),
+                           error);
+    return !error;
+}
+
 void copyLibrary(const fs::path& library, const QString& folder)
 {
     const QString name = fileNameText(library.filename().string());
@@ -26,8 +38,10 @@ void copyLibrary(const fs::path& library, const QString& folder)
         return;
     const QString copy =
         canBeNamed(name) ? name : QStringLiteral("plugin.") + QFileInfo(name).suffix();
+    const fs::path place = filePath(QDir(folder).filePath(copy));
     std::error_code error; // what cannot be copied is not found then, and that is said
-    fs::copy_file(library, filePath(QDir(folder).filePath(copy)), error);
+    if (linkKeys(library, place))
+        fs::copy_file(library, place, error);
 }
 
 QString loadablePlace(const QString& place)

@@ -29,6 +29,7 @@ public:
     // Both, for a session that only listens.
     bool listenOn(const ConnectionOptions& options);
 
+    const LoadedPlugin& plugin() const { return *m_plugin; }
     DeviceInterface& device() const { return m_plugin->device(); }
     PortBus& bus() const { return *m_bus; }
     MidiPort& port() const { return *m_port; }
