@@ -141,6 +141,7 @@ TEST(Pages, ReviewShowsAllThatWillBeDone)
     EXPECT_EQ(factOf(bench, "Size"),
               QString("%1 bytes in %2 messages").arg(image.bytes).arg(image.messages));
     EXPECT_EQ(factOf(bench, "File"), "1.0.2.4.syx");
+    EXPECT_EQ(factOf(bench, "Signature"), "not signed: its origin is not known");
     EXPECT_EQ(factOf(bench, "What it does"), "Upgrade: the image is newer than what is installed");
     EXPECT_EQ(factOf(bench, "Time"), "about 1 second");
     EXPECT_EQ(bench.textOf("step2"),

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "deviceinterface/FwUpdateProtocol.h"
+#include "host/signature/ImageSignature.h"
 
 #include <QString>
 #include <QStringList>
@@ -18,6 +19,10 @@ enum class ImageFault {
     Archive,      // an image may be in it
     NoImage,      // there is no message in it
     OtherProduct, // its messages are for a product that the plugin does not serve
+    NoSignature,  // its maker signs images, and there is no signature of this one
+    OtherSigner,  // it is signed with a key that is not trusted
+    BadSignature, // it is not what was signed
+    BadKey,       // the key that it should be signed with cannot be used
     Damaged,      // some of it is missing or was changed
 };
 
@@ -31,6 +36,7 @@ struct ImageFacts {
     qint64 bytes = 0; // that travel
     int messages = 0;
     qint64 wireMicroseconds = 0; // that they take
+    hx::SignatureVerdict origin;
     ImageFault fault = ImageFault::None;
     QStringList problems; // the same one by one, in the host's words
 

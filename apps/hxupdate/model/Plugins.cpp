@@ -23,8 +23,10 @@ void Plugins::load(const QString& place)
 {
     for (const QString& file : filesOf(place)) {
         hx::PluginLoadResult result = hx::loadPlugin(file);
-        if (result.ok())
-            m_plugins.push_back(std::move(result.plugin));
+        if (!result.ok())
+            continue;
+        m_keys.push_back(hx::keysOf(*result.plugin));
+        m_plugins.push_back(std::move(result.plugin));
     }
     m_error = isEmpty() ? hx::loadPlugin(place).error : QString();
 }

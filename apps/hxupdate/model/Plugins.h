@@ -1,7 +1,7 @@
 // The device plugins that the window works with.
 #pragma once
 
-#include "host/product/PluginLoader.h"
+#include "host/signature/TrustedKeys.h"
 
 #include <vector>
 
@@ -17,11 +17,15 @@ public:
     hx::LoadedPlugin& plugin(int number) const { return *m_plugins.at(size_t(number)); }
     DeviceInterface& device(int number) const { return plugin(number).device(); }
 
+    // That images for this plugin must be signed with, read when the plugin was loaded.
+    const hx::TrustedKeys& keys(int number) const { return m_keys.at(size_t(number)); }
+
     // Why there is none.
     QString error() const { return m_error; }
 
 private:
     std::vector<std::unique_ptr<hx::LoadedPlugin>> m_plugins;
+    std::vector<hx::TrustedKeys> m_keys; // of each
     QString m_error;
 };
 

@@ -40,9 +40,9 @@ void UpdateRecord::add(const ProductFacts& product)
 
 void UpdateRecord::add(const ImageFacts& image)
 {
-    m_writer.comment(
-        QStringLiteral("image: version %1, %2 messages, %3 bytes")
-            .arg(image.version, QString::number(image.messages), QString::number(image.bytes)));
+    m_writer.comment(QStringLiteral("image: version %1, %2 messages, %3 bytes, key %4")
+                         .arg(image.version, QString::number(image.messages),
+                              QString::number(image.bytes), orUnknown(image.origin.keyId)));
 }
 
 void UpdateRecord::add(const hx::UpdateResult& result)

@@ -4,7 +4,6 @@
 
 #include "host/base/FileName.h"
 #include "host/base/WholeFile.h"
-#include "host/update/UpdatePlan.h"
 #include "host/update/UpdateRun.h"
 #include "qt/Saturated.h"
 
@@ -41,15 +40,44 @@ ImageFault faultOfPlace(const QString& path)
     return openRegular(file, path) ? ImageFault::None : ImageFault::Unreadable;
 }
 
-ImageFault faultOfContent(const hx::ImageFile& file, const hx::UpdatePlan& plan)
+// What shows at the first look; None when there are messages.
+ImageFault faultOfFormat(const hx::ImageFile& file)
 {
     if (file.format == hx::ImageFormat::WebPage)
         return ImageFault::WebPage;
     if (file.format == hx::ImageFormat::Archive)
         return ImageFault::Archive;
-    if (file.messages.empty())
-        return ImageFault::NoImage;
-    return plan.isForOtherProduct ? ImageFault::OtherProduct : ImageFault::Damaged;
+    return file.messages.empty() ? ImageFault::NoImage : ImageFault::None;
+}
+
+ImageFault faultOfOrigin(hx::SignatureState state)
+{
+    switch (state) {
+    case hx::SignatureState::NoKey:
+    case hx::SignatureState::Unchecked:
+    case hx::SignatureState::Good:
+        return ImageFault::None;
+    case hx::SignatureState::KeyUnusable:
+        return ImageFault::BadKey;
+    case hx::SignatureState::Missing:
+        return ImageFault::NoSignature;
+    case hx::SignatureState::OtherKey:
+        return ImageFault::OtherSigner;
+    case hx::SignatureState::Unreadable:
+    case hx::SignatureState::OtherFile:
+    case hx::SignatureState::CommentChanged:
+    case hx::SignatureState::CommentOther:
+        break;
+    }
+    return ImageFault::BadSignature;
+}
+
+hx::Result<QByteArray> readSignature(const QString& path)
+{
+    hx::Result<QByteArray> content = hx::readWholeFile(path, hx::maxMinisignBytes);
+    if (content)
+        return content;
+    return hx::fileProblem(QStringLiteral("%1: %2").arg(path, content.problem().what));
 }
 
 ImageFacts factsOf(const QString& path, const hx::UpdateImage& image)
@@ -77,6 +105,14 @@ UpdateEnd endedAtOtherUnit(const QString& serial)
     UpdateEnd end;
     end.ending = Ending::OtherUnit;
     end.otherSerial = serial;
+    return end;
+}
+
+UpdateEnd endedAtImage(const ImageFacts& image)
+{
+    UpdateEnd end;
+    end.ending = Ending::ImageRefused;
+    end.reason = image.problems.join(QLatin1Char(' '));
     return end;
 }
 
@@ -160,9 +196,18 @@ TakenFile UpdateSession::takeFile(const QString& path, int plugin)
     }
     m_filePath = path;
     m_faultOfPlace = faultOfPlace(path);
-    m_file = hx::readImageFile(path);
+    readImage(path);
     taken.image = judge(plugin);
     return taken;
+}
+
+// Both files once: what is sent later is what was looked at.
+void UpdateSession::readImage(const QString& path)
+{
+    const hx::Result<QByteArray> content = hx::readWholeFile(path, hx::maxImageFileBytes);
+    m_content = content ? *content : QByteArray();
+    m_file = content ? hx::parseImageFile(m_content) : hx::readImageFile(path);
+    m_signature = readSignature(hx::signatureNameOf(path));
 }
 
 hx::UpdateImage UpdateSession::imageFor(int plugin) const
@@ -191,11 +236,27 @@ ImageFacts UpdateSession::judge(int plugin)
         return facts;
     }
     const hx::UpdatePlan plan = hx::planUpdate(m_plugins.device(by), m_image);
+    facts.origin = hx::checkSignature(m_plugins.keys(by), m_signature, m_content, m_image);
     facts.problems = plan.refusals;
-    if (!plan.ok())
-        facts.fault =
-            m_faultOfPlace == ImageFault::None ? faultOfContent(m_file, plan) : m_faultOfPlace;
+    if (!facts.origin.allowsSending())
+        facts.problems.prepend(facts.origin.detail);
+    facts.fault = faultFor(plan, facts.origin);
     return facts;
+}
+
+ImageFault UpdateSession::faultFor(const hx::UpdatePlan& plan,
+                                   const hx::SignatureVerdict& origin) const
+{
+    if (plan.ok() && origin.allowsSending())
+        return ImageFault::None;
+    if (m_faultOfPlace != ImageFault::None)
+        return m_faultOfPlace;
+    const ImageFault ofFormat = faultOfFormat(m_file);
+    if (ofFormat != ImageFault::None)
+        return ofFormat;
+    if (plan.isForOtherProduct)
+        return ImageFault::OtherProduct;
+    return origin.allowsSending() ? ImageFault::Damaged : faultOfOrigin(origin.state);
 }
 
 UpdateEnd UpdateSession::update(const ProductFacts& product, const std::atomic<bool>& stopped,
@@ -219,7 +280,10 @@ UpdateEnd UpdateSession::run(hx::MidiPort& port, const ProductFacts& product,
         return endedAtOtherUnit(serial);
     UpdateRecord record(bus, plugin);
     record.add(product);
-    record.add(judge(product.plugin));
+    const ImageFacts image = judge(product.plugin);
+    record.add(image);
+    if (!image.isGood())
+        return endedAtImage(image);
     hx::UpdateOptions options;
     options.interrupted = &stopped;
     options.progress = watch.progressed;

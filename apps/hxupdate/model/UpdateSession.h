@@ -8,6 +8,7 @@
 
 #include "host/image/UpdateImage.h"
 #include "host/trace/Trace.h"
+#include "host/update/UpdatePlan.h"
 
 #include <functional>
 
@@ -61,7 +62,9 @@ public:
 
 private:
     void loadPlugins();
+    void readImage(const QString& path);
     hx::UpdateImage imageFor(int plugin) const;
+    ImageFault faultFor(const hx::UpdatePlan& plan, const hx::SignatureVerdict& origin) const;
     int pluginForImage() const;
     UpdateEnd run(hx::MidiPort& port, const ProductFacts& product, const std::atomic<bool>& stopped,
                   const UpdateWatch& watch);
@@ -72,6 +75,8 @@ private:
     ProductSearch m_search;
     QString m_filePath;
     ImageFault m_faultOfPlace = ImageFault::None;
+    QByteArray m_content;
+    hx::Result<QByteArray> m_signature = QByteArray(); // the content of its file
     hx::ImageFile m_file;
     hx::UpdateImage m_image; // taken out of the file as the plugin judged last knows it
 };

@@ -45,6 +45,7 @@ void ReviewPage::showFacts()
                    {tr("Size"),
                     tr("%1 in %n message(s)", nullptr, image.messages).arg(sizeText(image.bytes))},
                    {tr("File"), QFileInfo(image.path).fileName()},
+                   {tr("Signature"), originText(image.origin)},
                    {tr("What it does"), changeText(model().change())},
                    {tr("Time"), tr("about %1").arg(durationText(image.wireMicroseconds))}});
 }

@@ -599,6 +599,46 @@
         <source>Some of it is missing or was changed.</source>
         <translation>Ein Teil davon fehlt oder wurde verändert.</translation>
     </message>
+    <message>
+        <source>This image is not signed</source>
+        <translation>Dieses Update ist nicht signiert</translation>
+    </message>
+    <message>
+        <source>The maker of %1 signs images. Who made this one cannot be known.</source>
+        <translation>Der Hersteller von %1 signiert Updates. Von wem dieses stammt, lässt sich nicht feststellen.</translation>
+    </message>
+    <message>
+        <source>Get the image and its signature, the file that ends with &quot;.minisig&quot;, from the maker of your product.</source>
+        <translation>Besorgen Sie das Update und seine Signatur, die Datei mit der Endung „.minisig“, vom Hersteller Ihres Produkts.</translation>
+    </message>
+    <message>
+        <source>Put both into one folder, and choose the image again.</source>
+        <translation>Legen Sie beide in einen Ordner und wählen Sie das Update noch einmal.</translation>
+    </message>
+    <message>
+        <source>This image is signed by somebody else</source>
+        <translation>Dieses Update ist von jemand anderem signiert</translation>
+    </message>
+    <message>
+        <source>It is not signed with a key of the maker of %1.</source>
+        <translation>Es ist nicht mit einem Schlüssel des Herstellers von %1 signiert.</translation>
+    </message>
+    <message>
+        <source>This image is not the one that was signed</source>
+        <translation>Dieses Update ist nicht das signierte</translation>
+    </message>
+    <message>
+        <source>The image or its signature was changed.</source>
+        <translation>Das Update oder seine Signatur wurde verändert.</translation>
+    </message>
+    <message>
+        <source>The signature cannot be checked</source>
+        <translation>Die Signatur kann nicht geprüft werden</translation>
+    </message>
+    <message>
+        <source>The key for images of %1 cannot be used.</source>
+        <translation>Der Schlüssel für Updates von %1 ist nicht verwendbar.</translation>
+    </message>
 </context>
 <context>
     <name>NoticeWords</name>
@@ -749,6 +789,10 @@
     <message>
         <source>Until then do not switch this computer off or close its lid.</source>
         <translation>Schalten Sie bis dahin diesen Computer nicht aus und klappen Sie ihn nicht zu.</translation>
+    </message>
+    <message>
+        <source>Signature</source>
+        <translation>Signatur</translation>
     </message>
 </context>
 <context>
@@ -902,6 +946,14 @@
     <message>
         <source>&amp;Recover %1</source>
         <translation>%1 &amp;wiederherstellen</translation>
+    </message>
+    <message>
+        <source>signed with the key %1</source>
+        <translation>signiert mit dem Schlüssel %1</translation>
+    </message>
+    <message>
+        <source>not signed: its origin is not known</source>
+        <translation>nicht signiert: Die Herkunft ist nicht bekannt</translation>
     </message>
 </context>
 <context>

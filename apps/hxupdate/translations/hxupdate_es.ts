@@ -599,6 +599,46 @@
         <source>Some of it is missing or was changed.</source>
         <translation>Una parte falta o fue modificada.</translation>
     </message>
+    <message>
+        <source>This image is not signed</source>
+        <translation>Esta actualización no está firmada</translation>
+    </message>
+    <message>
+        <source>The maker of %1 signs images. Who made this one cannot be known.</source>
+        <translation>El fabricante de %1 firma las actualizaciones. No se puede saber quién hizo esta.</translation>
+    </message>
+    <message>
+        <source>Get the image and its signature, the file that ends with &quot;.minisig&quot;, from the maker of your product.</source>
+        <translation>Consiga la actualización y su firma, el archivo que termina en «.minisig», del fabricante de su producto.</translation>
+    </message>
+    <message>
+        <source>Put both into one folder, and choose the image again.</source>
+        <translation>Ponga ambos en una carpeta y elija la actualización otra vez.</translation>
+    </message>
+    <message>
+        <source>This image is signed by somebody else</source>
+        <translation>Esta actualización está firmada por otra persona</translation>
+    </message>
+    <message>
+        <source>It is not signed with a key of the maker of %1.</source>
+        <translation>No está firmada con una clave del fabricante de %1.</translation>
+    </message>
+    <message>
+        <source>This image is not the one that was signed</source>
+        <translation>Esta actualización no es la que se firmó</translation>
+    </message>
+    <message>
+        <source>The image or its signature was changed.</source>
+        <translation>La actualización o su firma se modificó.</translation>
+    </message>
+    <message>
+        <source>The signature cannot be checked</source>
+        <translation>No se puede comprobar la firma</translation>
+    </message>
+    <message>
+        <source>The key for images of %1 cannot be used.</source>
+        <translation>La clave de las actualizaciones de %1 no se puede usar.</translation>
+    </message>
 </context>
 <context>
     <name>NoticeWords</name>
@@ -749,6 +789,10 @@
     <message>
         <source>Until then do not switch this computer off or close its lid.</source>
         <translation>Hasta entonces no apague este ordenador ni cierre su tapa.</translation>
+    </message>
+    <message>
+        <source>Signature</source>
+        <translation>Firma</translation>
     </message>
 </context>
 <context>
@@ -902,6 +946,14 @@
     <message>
         <source>&amp;Recover %1</source>
         <translation>Re&amp;cuperar %1</translation>
+    </message>
+    <message>
+        <source>signed with the key %1</source>
+        <translation>firmada con la clave %1</translation>
+    </message>
+    <message>
+        <source>not signed: its origin is not known</source>
+        <translation>sin firmar: su origen no se conoce</translation>
     </message>
 </context>
 <context>

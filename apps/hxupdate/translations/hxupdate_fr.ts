@@ -599,6 +599,46 @@
         <source>Some of it is missing or was changed.</source>
         <translation>Une partie manque ou a été modifiée.</translation>
     </message>
+    <message>
+        <source>This image is not signed</source>
+        <translation>Cette mise à jour n’est pas signée</translation>
+    </message>
+    <message>
+        <source>The maker of %1 signs images. Who made this one cannot be known.</source>
+        <translation>Le fabricant de %1 signe ses mises à jour. L’auteur de celle-ci ne peut pas être établi.</translation>
+    </message>
+    <message>
+        <source>Get the image and its signature, the file that ends with &quot;.minisig&quot;, from the maker of your product.</source>
+        <translation>Procurez-vous la mise à jour et sa signature, le fichier qui se termine par « .minisig », auprès du fabricant de votre produit.</translation>
+    </message>
+    <message>
+        <source>Put both into one folder, and choose the image again.</source>
+        <translation>Placez les deux dans un même dossier et choisissez à nouveau la mise à jour.</translation>
+    </message>
+    <message>
+        <source>This image is signed by somebody else</source>
+        <translation>Cette mise à jour est signée par quelqu’un d’autre</translation>
+    </message>
+    <message>
+        <source>It is not signed with a key of the maker of %1.</source>
+        <translation>Elle n’est pas signée avec une clé du fabricant de %1.</translation>
+    </message>
+    <message>
+        <source>This image is not the one that was signed</source>
+        <translation>Cette mise à jour n’est pas celle qui a été signée</translation>
+    </message>
+    <message>
+        <source>The image or its signature was changed.</source>
+        <translation>La mise à jour ou sa signature a été modifiée.</translation>
+    </message>
+    <message>
+        <source>The signature cannot be checked</source>
+        <translation>La signature ne peut pas être vérifiée</translation>
+    </message>
+    <message>
+        <source>The key for images of %1 cannot be used.</source>
+        <translation>La clé des mises à jour de %1 est inutilisable.</translation>
+    </message>
 </context>
 <context>
     <name>NoticeWords</name>
@@ -749,6 +789,10 @@
     <message>
         <source>Until then do not switch this computer off or close its lid.</source>
         <translation>D’ici là, n’éteignez pas cet ordinateur et ne le refermez pas.</translation>
+    </message>
+    <message>
+        <source>Signature</source>
+        <translation>Signature</translation>
     </message>
 </context>
 <context>
@@ -902,6 +946,14 @@
     <message>
         <source>&amp;Recover %1</source>
         <translation>Ré&amp;cupérer %1</translation>
+    </message>
+    <message>
+        <source>signed with the key %1</source>
+        <translation>signée avec la clé %1</translation>
+    </message>
+    <message>
+        <source>not signed: its origin is not known</source>
+        <translation>non signée : son origine n’est pas connue</translation>
     </message>
 </context>
 <context>

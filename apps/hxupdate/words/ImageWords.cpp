@@ -55,6 +55,30 @@ const AdviceText imageTexts[] = {
      {QT_TRANSLATE_NOOP("ImageWords", "Get the image that is made for your product."),
       QT_TRANSLATE_NOOP("ImageWords",
                         "Press \"Choose file\", or drop the file anywhere on this window.")}},
+    // NoSignature
+    {QT_TRANSLATE_NOOP("ImageWords", "This image is not signed"),
+     QT_TRANSLATE_NOOP("ImageWords",
+                       "The maker of %1 signs images. Who made this one cannot be known."),
+     {QT_TRANSLATE_NOOP("ImageWords", "Get the image and its signature, the file that ends with "
+                                      "\".minisig\", from the maker of your product."),
+      QT_TRANSLATE_NOOP("ImageWords", "Put both into one folder, and choose the image again.")}},
+    // OtherSigner
+    {QT_TRANSLATE_NOOP("ImageWords", "This image is signed by somebody else"),
+     QT_TRANSLATE_NOOP("ImageWords", "It is not signed with a key of the maker of %1."),
+     {QT_TRANSLATE_NOOP("ImageWords", "Get the image and its signature, the file that ends with "
+                                      "\".minisig\", from the maker of your product."),
+      QT_TRANSLATE_NOOP("ImageWords", "Put both into one folder, and choose the image again.")}},
+    // BadSignature
+    {QT_TRANSLATE_NOOP("ImageWords", "This image is not the one that was signed"),
+     QT_TRANSLATE_NOOP("ImageWords", "The image or its signature was changed."),
+     {QT_TRANSLATE_NOOP("ImageWords", "Get the image and its signature, the file that ends with "
+                                      "\".minisig\", from the maker of your product."),
+      QT_TRANSLATE_NOOP("ImageWords", "Put both into one folder, and choose the image again.")}},
+    // BadKey
+    {QT_TRANSLATE_NOOP("ImageWords", "The signature cannot be checked"),
+     QT_TRANSLATE_NOOP("ImageWords", "The key for images of %1 cannot be used."),
+     {QT_TRANSLATE_NOOP("ImageWords", "Install the device plugin of your product."),
+      QT_TRANSLATE_NOOP("ImageWords", "Start this program again.")}},
     // Damaged
     {QT_TRANSLATE_NOOP("ImageWords", "This update image is damaged"),
      QT_TRANSLATE_NOOP("ImageWords", "Some of it is missing or was changed."),

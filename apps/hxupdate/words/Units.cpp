@@ -49,6 +49,13 @@ QString changeText(Change change)
     return UnitWords::tr("Recover: no valid code is installed");
 }
 
+QString originText(const hx::SignatureVerdict& origin)
+{
+    return origin.state == hx::SignatureState::Good
+               ? UnitWords::tr("signed with the key %1").arg(origin.keyId)
+               : UnitWords::tr("not signed: its origin is not known");
+}
+
 QString verbText(Change change, const QString& product)
 {
     QString productName = hx::printable(product);

@@ -14,6 +14,9 @@ QString durationText(qint64 microseconds);
 // "Upgrade", "Downgrade", "Reinstallation", "Recovery".
 QString changeText(Change change);
 
+// "not signed: its origin is not known", or the key that it is signed with.
+QString originText(const hx::SignatureVerdict& origin);
+
 // What the button says that starts it: the verb, and the product's name.
 QString verbText(Change change, const QString& product);
 
