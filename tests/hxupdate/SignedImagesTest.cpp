@@ -208,8 +208,10 @@ TEST(SignedImages, ASessionSendsNothingThatWasNotLookedAt)
     ProductFacts facts;
     facts.port = productPort;
     const std::atomic<bool> stopped{false};
+    const QByteArray before = product->product().codeBytes();
     const UpdateEnd end = session.update(facts, stopped, {[](bool) {}, nullptr});
     EXPECT_EQ(end.ending, Ending::ImageRefused);
     EXPECT_TRUE(end.reason.contains("a.syx.minisig")) << end.reason.toStdString();
-    EXPECT_EQ(product->product().codeBytes(), QByteArray());
+    EXPECT_EQ(product->messages, 0);
+    EXPECT_EQ(product->product().codeBytes(), before);
 }

@@ -262,15 +262,19 @@ ImageFault UpdateSession::faultFor(const hx::UpdatePlan& plan,
 UpdateEnd UpdateSession::update(const ProductFacts& product, const std::atomic<bool>& stopped,
                                 const UpdateWatch& watch)
 {
+    const ImageFacts image = judge(product.plugin);
+    if (!image.isGood())
+        return endedAtImage(image);
     const Wakefulness wakefulness(*m_with.sleep);
     watch.started(wakefulness.isHeld());
     m_search.forget();
     const auto port = m_with.ports->open(product.port, m_plugins.device(product.plugin));
-    return port ? run(**port, product, stopped, watch) : notOpened(port.problem().what);
+    return port ? run(**port, product, image, stopped, watch) : notOpened(port.problem().what);
 }
 
 UpdateEnd UpdateSession::run(hx::MidiPort& port, const ProductFacts& product,
-                             const std::atomic<bool>& stopped, const UpdateWatch& watch)
+                             const ImageFacts& image, const std::atomic<bool>& stopped,
+                             const UpdateWatch& watch)
 {
     hx::PortBus bus(port);
     hx::LoadedPlugin& plugin = m_plugins.plugin(product.plugin);
@@ -280,10 +284,7 @@ UpdateEnd UpdateSession::run(hx::MidiPort& port, const ProductFacts& product,
         return endedAtOtherUnit(serial);
     UpdateRecord record(bus, plugin);
     record.add(product);
-    const ImageFacts image = judge(product.plugin);
     record.add(image);
-    if (!image.isGood())
-        return endedAtImage(image);
     hx::UpdateOptions options;
     options.interrupted = &stopped;
     options.progress = watch.progressed;

@@ -66,8 +66,8 @@ private:
     hx::UpdateImage imageFor(int plugin) const;
     ImageFault faultFor(const hx::UpdatePlan& plan, const hx::SignatureVerdict& origin) const;
     int pluginForImage() const;
-    UpdateEnd run(hx::MidiPort& port, const ProductFacts& product, const std::atomic<bool>& stopped,
-                  const UpdateWatch& watch);
+    UpdateEnd run(hx::MidiPort& port, const ProductFacts& product, const ImageFacts& image,
+                  const std::atomic<bool>& stopped, const UpdateWatch& watch);
 
     Surroundings m_with;
     Plugins m_plugins;
