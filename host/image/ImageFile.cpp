@@ -90,6 +90,7 @@ ImageFile parseImageFile(const QByteArray& content)
     if (!file.problems.empty() && file.format == ImageFormat::Unknown)
         file.format = foreignFormat(content);
     file.size = content.size();
+    file.content = content;
     return file;
 }
 

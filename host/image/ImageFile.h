@@ -46,6 +46,7 @@ struct FileMessage {
 struct ImageFile {
     ImageFormat format = ImageFormat::Unknown;
     qint64 size = 0;
+    QByteArray content; /**< the file itself, as it lies on the disk; empty where there is none */
     std::vector<FileMessage> messages;
     ImageProblems problems;
     QStringList warnings; /**< what was skipped because it does no harm */

@@ -102,8 +102,8 @@ bool requireOrigin(CommandContext& context, const OriginOptions& options, const 
     if (keys.areAskedFor() && options.isUnsigned)
         loaded.origin.state = SignatureState::Unchecked;
     else if (keys.areAskedFor())
-        loaded.origin =
-            checkSignature(keys, readSignature(options, loaded.path), loaded.content, loaded.image);
+        loaded.origin = checkSignature(keys, readSignature(options, loaded.path),
+                                       loaded.file.content, loaded.image);
     else if (!options.signature.empty())
         return failWithoutKeys(context);
     addOrigin(context, keys, loaded.origin);

@@ -77,7 +77,7 @@ LoadedImage imageIn(const QString& name, const QByteArray& content,
                     const ProductDescription& product)
 {
     const ImageFile file = parseImageFile(content);
-    return {name, file, parseUpdateImage(file, product), content};
+    return {name, file, parseUpdateImage(file, product)};
 }
 
 void addImage(Report& report, const LoadedImage& loaded)

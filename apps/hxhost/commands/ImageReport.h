@@ -13,7 +13,6 @@ struct LoadedImage {
     QString path;
     ImageFile file;
     UpdateImage image;
-    QByteArray content;
     SignatureVerdict origin = {}; // until it is looked at
     QByteArray signature = {};    // the content of its file, where one was read
 };

@@ -111,7 +111,7 @@ void signFile(CommandContext& context, const SignOptions& options)
     if (!loaded)
         return;
     if (const auto key = openKey(context, fileNameText(options.key)))
-        writeSignature(context, *place, signImage(loaded->content, loaded->image, *key));
+        writeSignature(context, *place, signImage(loaded->file.content, loaded->image, *key));
 }
 
 void checkOrigin(CommandContext& context, const CheckOriginOptions& options)

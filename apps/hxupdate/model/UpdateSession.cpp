@@ -196,18 +196,10 @@ TakenFile UpdateSession::takeFile(const QString& path, int plugin)
     }
     m_filePath = path;
     m_faultOfPlace = faultOfPlace(path);
-    readImage(path);
+    m_file = hx::readImageFile(path); // both files once: what is sent later is what was looked at
+    m_signature = readSignature(hx::signatureNameOf(path));
     taken.image = judge(plugin);
     return taken;
-}
-
-// Both files once: what is sent later is what was looked at.
-void UpdateSession::readImage(const QString& path)
-{
-    const hx::Result<QByteArray> content = hx::readWholeFile(path, hx::maxImageFileBytes);
-    m_content = content ? *content : QByteArray();
-    m_file = content ? hx::parseImageFile(m_content) : hx::readImageFile(path);
-    m_signature = readSignature(hx::signatureNameOf(path));
 }
 
 hx::UpdateImage UpdateSession::imageFor(int plugin) const
@@ -236,7 +228,7 @@ ImageFacts UpdateSession::judge(int plugin)
         return facts;
     }
     const hx::UpdatePlan plan = hx::planUpdate(m_plugins.device(by), m_image);
-    facts.origin = hx::checkSignature(m_plugins.keys(by), m_signature, m_content, m_image);
+    facts.origin = hx::checkSignature(m_plugins.keys(by), m_signature, m_file.content, m_image);
     facts.problems = plan.refusals;
     if (!facts.origin.allowsSending())
         facts.problems.prepend(facts.origin.detail);

@@ -62,7 +62,6 @@ public:
 
 private:
     void loadPlugins();
-    void readImage(const QString& path);
     hx::UpdateImage imageFor(int plugin) const;
     ImageFault faultFor(const hx::UpdatePlan& plan, const hx::SignatureVerdict& origin) const;
     int pluginForImage() const;
@@ -75,7 +74,6 @@ private:
     ProductSearch m_search;
     QString m_filePath;
     ImageFault m_faultOfPlace = ImageFault::None;
-    QByteArray m_content;
     hx::Result<QByteArray> m_signature = QByteArray(); // the content of its file
     hx::ImageFile m_file;
     hx::UpdateImage m_image; // taken out of the file as the plugin judged last knows it
