@@ -253,6 +253,29 @@ TEST_F(SignedImages, AnUnsignedImageIsSentWhenThatIsAskedForAndItIsRecorded)
     expectSent("not checked", {"--unsigned"});
 }
 
+TEST_F(SignedImages, ABatchSendsWhatIsSignedAndNothingElse)
+{
+    const auto batch = [this](const QStringList& more) {
+        return json(QStringList{"batch", imageFile(), "--ports", "simulator", "--no-listen",
+                                "--plugin", plugin(), "--traces", path("traces")} +
+                    more);
+    };
+    trust();
+    const QJsonObject refused = batch({});
+    EXPECT_EQ(refused.value("exitCode").toInt(), 6);
+    EXPECT_EQ(signatureOf(refused).value("state").toString(), "missing");
+    EXPECT_FALSE(QFile::exists(path("traces"))) << "it has begun";
+    EXPECT_EQ(batch({"--unsigned"}).value("exitCode").toInt(), 0);
+    sign();
+    const QJsonObject sent = batch({});
+    EXPECT_EQ(sent.value("exitCode").toInt(), 0) << errorOf(sent).toStdString();
+    EXPECT_EQ(signatureOf(sent).value("state").toString(), "good");
+    const QJsonObject other = batch({"--pubkey", path("gone.pub")});
+    EXPECT_EQ(signatureOf(other).value("state").toString(), "key unusable");
+    ASSERT_TRUE(QFile::remove(path("liborbit.pub")));
+    EXPECT_EQ(batch({"--pubkey", path("maker.pub")}).value("exitCode").toInt(), 0);
+}
+
 TEST_F(SignedImages, AnOlderSignedVersionIsCalledADowngrade)
 {
     trust();

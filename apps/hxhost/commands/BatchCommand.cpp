@@ -117,7 +117,7 @@ Result<> BatchRun::writeImage() const
 {
     const LoadedImage& image = m_planned.loaded;
     const QString name = plan().image;
-    const Result<> written = writeWholeFile(name, image.content);
+    const Result<> written = writeWholeFile(name, image.file.content);
     return written && image.origin.state == SignatureState::Good
                ? writeWholeFile(signatureNameOf(name), image.signature)
                : written;

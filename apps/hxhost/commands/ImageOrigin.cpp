@@ -95,6 +95,14 @@ void addOrigin(CommandContext& context, const TrustedKeys& keys, const Signature
                           QStringLiteral("the image: ") + originText(verdict));
 }
 
+void lookAtSignature(const Result<QByteArray>& signature, const TrustedKeys& keys,
+                     LoadedImage& loaded)
+{
+    loaded.origin = checkSignature(keys, signature, loaded.file.content, loaded.image);
+    if (signature)
+        loaded.signature = *signature;
+}
+
 // False, with the problem in the report, when there are keys and the image is not signed with one.
 bool requireOrigin(CommandContext& context, const OriginOptions& options, const TrustedKeys& keys,
                    LoadedImage& loaded)
@@ -102,8 +110,7 @@ bool requireOrigin(CommandContext& context, const OriginOptions& options, const 
     if (keys.areAskedFor() && options.isUnsigned)
         loaded.origin.state = SignatureState::Unchecked;
     else if (keys.areAskedFor())
-        loaded.origin = checkSignature(keys, readSignature(options, loaded.path),
-                                       loaded.file.content, loaded.image);
+        lookAtSignature(readSignature(options, loaded.path), keys, loaded);
     else if (!options.signature.empty())
         return failWithoutKeys(context);
     addOrigin(context, keys, loaded.origin);
