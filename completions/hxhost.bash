@@ -36,40 +36,44 @@ _hxhost()
 
     for ((i = 1; i < cword; i++)); do
         case "$command ${words[i]}" in
-            " ports" | " identify" | " info" | " update" | " verify" | " recover" | " image" | \
-            "image build" | "image inspect" | "image sign" | "image verify" | " inspect" | " check" | \
-            " monitor" | " trace" | " simulate" | " support") command="${command:+$command }${words[i]}" ;;
+            " ports" | " identify" | " info" | " update" | " batch" | " verify" | " recover" | \
+            " image" | "image build" | "image inspect" | "image sign" | "image verify" | " inspect" | \
+            " check" | " monitor" | " trace" | " simulate" | " support") command="${command:+$command }${words[i]}" ;;
         esac
     done
 
     case "$command $prev" in
         "ports --field" | "identify --field" | "identify --rate" | "identify --gap" | \
-            "info --field" | "info --rate" | "info --gap" | "update --field" | "update --rate" | \
-            "update --gap" | "verify --field" | "verify --rate" | "verify --gap" | "recover --field" | \
-            "recover --rate" | "recover --gap" | "image build --code-version" | "image build --field" \
-            | "image inspect --field" | "image sign --field" | "image verify --field" | \
-            "inspect --field" | "check --field" | "monitor --count" | "monitor --seconds" | \
-            "monitor --field" | "trace --field" | "simulate --name" | "simulate --seconds" | \
-            "simulate --field" | "simulate --rate" | "simulate --gap" | "support --field" | \
-            "support --rate" | "support --gap")
+            "identify --serial" | "info --field" | "info --rate" | "info --gap" | "info --serial" | \
+            "update --field" | "update --rate" | "update --gap" | "update --serial" | "batch --ports" \
+            | "batch --jobs" | "batch --traces" | "batch --field" | "batch --rate" | "batch --gap" | \
+            "verify --field" | "verify --rate" | "verify --gap" | "verify --serial" | \
+            "recover --field" | "recover --rate" | "recover --gap" | "recover --serial" | \
+            "image build --code-version" | "image build --field" | "image inspect --field" | \
+            "image sign --field" | "image verify --field" | "inspect --field" | "check --field" | \
+            "monitor --count" | "monitor --seconds" | "monitor --field" | "monitor --serial" | \
+            "trace --field" | "simulate --name" | "simulate --seconds" | "simulate --field" | \
+            "simulate --rate" | "simulate --gap" | "simulate --serial" | "support --field" | \
+            "support --rate" | "support --gap" | "support --serial")
             return ;;
         "ports --progress" | "identify --progress" | "info --progress" | "update --progress" | \
-            "verify --progress" | "recover --progress" | "image build --progress" | \
-            "image inspect --progress" | "image sign --progress" | "image verify --progress" | \
+            "batch --progress" | "verify --progress" | "recover --progress" | "image build --progress" \
+            | "image inspect --progress" | "image sign --progress" | "image verify --progress" | \
             "inspect --progress" | "check --progress" | "monitor --progress" | "trace --progress" | \
             "simulate --progress" | "support --progress")
             COMPREPLY=($(compgen -W "auto bar json none plain" -- "$cur")); return ;;
         "ports --trace" | "ports --plugin" | "identify --trace" | "identify --plugin" | \
             "info --trace" | "info --plugin" | "update --pubkey" | "update --signature" | \
-            "update --trace" | "update --plugin" | "verify --trace" | "verify --plugin" | \
-            "recover --trace" | "recover --plugin" | "image build -o" | "image build --output" | \
-            "image build --trace" | "image build --plugin" | "image inspect --trace" | \
-            "image inspect --plugin" | "image sign --key" | "image sign -o" | "image sign --output" | \
-            "image sign --trace" | "image sign --plugin" | "image verify --pubkey" | \
-            "image verify --signature" | "image verify --trace" | "image verify --plugin" | \
-            "inspect --trace" | "inspect --plugin" | "check --image" | "check --trace" | \
-            "monitor --trace" | "monitor --plugin" | "trace --svg" | "trace --trace" | \
-            "simulate --state" | "simulate --trace" | "simulate --plugin" | "support -o" | \
+            "update --trace" | "update --plugin" | "batch --report" | "batch --pubkey" | \
+            "batch --signature" | "batch --trace" | "batch --plugin" | "verify --trace" | \
+            "verify --plugin" | "recover --trace" | "recover --plugin" | "image build -o" | \
+            "image build --output" | "image build --trace" | "image build --plugin" | \
+            "image inspect --trace" | "image inspect --plugin" | "image sign --key" | "image sign -o" \
+            | "image sign --output" | "image sign --trace" | "image sign --plugin" | \
+            "image verify --pubkey" | "image verify --signature" | "image verify --trace" | \
+            "image verify --plugin" | "inspect --trace" | "inspect --plugin" | "check --image" | \
+            "check --trace" | "monitor --trace" | "monitor --plugin" | "trace --svg" | "trace --trace" \
+            | "simulate --state" | "simulate --trace" | "simulate --plugin" | "support -o" | \
             "support --output" | "support --image" | "support --last-trace" | "support --trace" | \
             "support --plugin")
             _hxhost_files ""; return ;;
@@ -90,11 +94,12 @@ _hxhost()
     case $command in
         "") offers="ports identify info update batch verify recover image inspect check monitor trace simulate support --help --version" files=none ;;
         "ports") offers="--help --probe --json --field --progress --quiet --verbose --trace --plugin" files=none ;;
-        "identify") offers="--help --json --field --progress --quiet --verbose --trace --plugin --port --in-port --rate --gap --fault" files=none ;;
-        "info") offers="--help --json --field --progress --quiet --verbose --trace --plugin --port --in-port --rate --gap --fault" files=none ;;
-        "update") offers="--help --dry-run --yes --no-listen --pubkey --signature --unsigned --json --field --progress --quiet --verbose --trace --plugin --port --in-port --rate --gap --fault" files=files ;;
-        "verify") offers="--help --json --field --progress --quiet --verbose --trace --plugin --port --in-port --rate --gap --fault" files=files ;;
-        "recover") offers="--help --json --field --progress --quiet --verbose --trace --plugin --port --in-port --rate --gap --fault" files=none ;;
+        "identify") offers="--help --json --field --progress --quiet --verbose --trace --plugin --port --in-port --rate --gap --slow-host --fault --serial --stop-at-eof" files=none ;;
+        "info") offers="--help --json --field --progress --quiet --verbose --trace --plugin --port --in-port --rate --gap --slow-host --fault --serial --stop-at-eof" files=none ;;
+        "update") offers="--help --dry-run --yes --no-listen --pubkey --signature --unsigned --json --field --progress --quiet --verbose --trace --plugin --port --in-port --rate --gap --slow-host --fault --serial --stop-at-eof" files=files ;;
+        "batch") offers="--help --ports --jobs --watch --skip-silent --no-listen --report --traces --pubkey --signature --unsigned --json --field --progress --quiet --verbose --trace --plugin --rate --gap --slow-host" files=files ;;
+        "verify") offers="--help --json --field --progress --quiet --verbose --trace --plugin --port --in-port --rate --gap --slow-host --fault --serial --stop-at-eof" files=files ;;
+        "recover") offers="--help --json --field --progress --quiet --verbose --trace --plugin --port --in-port --rate --gap --slow-host --fault --serial --stop-at-eof" files=none ;;
         "image") offers="build inspect sign verify --help" files=none ;;
         "image build") offers="--help --output --kind --code-version --json --field --progress --quiet --verbose --trace --plugin" files=files ;;
         "image inspect") offers="--help --json --field --progress --quiet --verbose --trace --plugin" files=files ;;
