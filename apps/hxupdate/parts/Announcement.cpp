@@ -1,6 +1,7 @@
 #include "apps/hxupdate/parts/Announcement.h"
 
 #include <QAccessible>
+#include <QWidget>
 
 namespace hxupdate {
 
