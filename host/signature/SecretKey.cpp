@@ -167,7 +167,7 @@ std::optional<Problem> SecretKey::unlock(Content& content, const AskPassword& as
 QByteArray SecretKey::id() const
 {
     return QByteArray(reinterpret_cast<const char*>(m_content->id.data()),
-                      saturated(m_content->id.size()));
+                      static_cast<int>(m_content->id.size()));
 }
 
 QByteArray SecretKey::sign(const QByteArray& bytes) const
