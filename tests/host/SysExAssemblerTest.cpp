@@ -226,3 +226,83 @@ TEST(SysExAssembler, LostInputEndsTheMessageUnderWayAndTheRunningStatus)
     EXPECT_EQ(texts(assembler.lose(40)), QStringList({drop(DropReason::InputLost, "")}));
     EXPECT_EQ(texts(assembler.feed(hex("4100F8F0F7"), 40)).first(), "RealTime F8");
 }
+
+// How servers of MIDI ports hand over what is longer than one of their events.
+
+namespace {
+
+// The events of pieces that arrive a millisecond after each other, and of nothing that follows.
+QStringList assemblePieces(const QList<QByteArray>& pieces)
+{
+    SysExAssembler assembler;
+    QStringList result;
+    Microseconds time = 0;
+    for (const QByteArray& piece : pieces)
+        result << texts(assembler.feed(piece, time += 1000));
+    return result << texts(assembler.flush());
+}
+
+QByteArray longSysEx(int size)
+{
+    QByteArray message(size, '\x55');
+    for (int i = 1; i < size - 1; ++i)
+        message[i] = char(i % 0x80);
+    message[0] = char(0xF0);
+    message[size - 1] = char(0xF7);
+    return message;
+}
+
+QString whole(const QByteArray& message)
+{
+    return "SysEx " + QString::fromLatin1(message.toHex().toUpper());
+}
+
+} // namespace
+
+TEST(SysExAssembler, LongSysExInPiecesOfAnySizeIsOneMessage)
+{
+    const QByteArray message = longSysEx(5000);
+    for (const int size : {1, 3, 6, 256, 2048, 4999}) {
+        QList<QByteArray> pieces;
+        for (int at = 0; at < message.size(); at += size)
+            pieces << message.mid(at, size);
+        EXPECT_EQ(assemblePieces(pieces), QStringList{whole(message)}) << size;
+    }
+}
+
+TEST(SysExAssembler, PieceThatGoesOnWithoutAStatusByteBelongsToTheSysExBeforeIt)
+{
+    EXPECT_EQ(assemblePieces({hex("F0010203"), hex("040506"), hex("0708F7"), hex("F009F7")}),
+              (QStringList{"SysEx F00102030405060708F7", "SysEx F009F7"}));
+    EXPECT_EQ(assemblePieces({hex("F001"), hex("F7")}), QStringList{"SysEx F001F7"});
+}
+
+TEST(SysExAssembler, RealTimeBetweenPiecesIsNoPartOfTheSysEx)
+{
+    EXPECT_EQ(assemblePieces({hex("F00102"), hex("F8"), hex("03FEF7")}),
+              (QStringList{"RealTime F8", "RealTime FE", "SysEx F0010203F7"}));
+}
+
+TEST(SysExAssembler, SysExCancelledByF4IsDroppedWholeAndTheNextOneArrives)
+{
+    const QStringList expected = {drop(DropReason::CutByStatus, "F00102"),
+                                  drop(DropReason::UndefinedStatus, "F4"), "SysEx F003F7"};
+    EXPECT_EQ(assemblePieces({hex("F00102F4"), hex("F003F7")}), expected);
+    EXPECT_EQ(assemblePieces({hex("F00102"), hex("F4"), hex("F003F7")}), expected);
+    EXPECT_EQ(assemblePieces({hex("F001"), hex("02"), hex("F4F003F7")}), expected);
+}
+
+TEST(SysExAssembler, DataAfterACancelledSysExIsNoMessage)
+{
+    EXPECT_EQ(
+        assemblePieces({hex("F00102"), hex("F4"), hex("0405F7"), hex("F006F7")}),
+        (QStringList{drop(DropReason::CutByStatus, "F00102"),
+                     drop(DropReason::UndefinedStatus, "F4"), drop(DropReason::StrayData, "0405"),
+                     drop(DropReason::StrayEnd, "F7"), "SysEx F006F7"}));
+}
+
+TEST(SysExAssembler, SysExWhosePiecesStopIsNotJoinedToTheNext)
+{
+    EXPECT_EQ(assemblePieces({hex("F00102"), hex("0304"), hex("F005F7")}),
+              (QStringList{drop(DropReason::CutByNewSysEx, "F001020304"), "SysEx F005F7"}));
+}
