@@ -1,12 +1,15 @@
 #!/usr/bin/env python3
-"""Updates a simulated product over a real MIDI port: jackd with its dummy driver carries the bytes
-between 'hxhost simulate' in one process and the other commands in another.
+"""Updates a simulated product over a real MIDI port: a server carries the bytes between 'hxhost simulate' in
+one process and the other commands in another. The server is jackd with its dummy driver, or PipeWire, which
+serves JACK programs too.
 
-usage: jack_end_to_end.py HXHOST PLUGIN [TIMES]
+usage: jack_end_to_end.py HXHOST PLUGIN [--server jackd|pipewire] [TIMES]
 
-Exits 77, the code of a skipped test, where there is no jackd.
+Exits 77, the code of a skipped test, where there is no such server.
 """
 
+import argparse
+import glob
 import json
 import os
 import re
@@ -22,10 +25,9 @@ import terminal
 SKIPPED = 77
 PRODUCT_PORT = "jack:Valdrin Update:in"
 PRODUCT_REPLIES = "jack:Valdrin Update replies:out"
-SECOND_PORT = "jack:Valdrin Update-01:in"
-SECOND_REPLIES = "jack:Valdrin Update replies-01:out"
 SOON = 15  # seconds within which a command has said that its port is gone
 TOOLS = ("jackd", "jack_lsp", "jack_connect", "jack_midi_dump")
+PIPEWIRE_TOOLS = ("dbus-daemon", "pipewire", "wireplumber", "pw-jack", *TOOLS[1:])
 
 
 class Failure(Exception):
@@ -130,6 +132,28 @@ class Bench:
     def close(self):
         for process in reversed(self.processes):
             stop(process)
+
+
+class PipeWireBench(Bench):
+    """PipeWire in a runtime folder of its own, with the manager that links what programs connect."""
+
+    def __init__(self, hxhost, plugin, folder):
+        super().__init__(hxhost, plugin, folder)
+        os.mkdir(self.path("runtime"), 0o700)
+        libraries = glob.glob("/usr/lib/*/pipewire-*/jack") # as pw-jack has them
+        self.environment = dict(os.environ, XDG_RUNTIME_DIR=self.path("runtime"), HOME=folder,
+                                LD_LIBRARY_PATH=":".join(libraries))
+
+    def start_server(self):
+        address = self.path("runtime/bus")
+        self.environment["DBUS_SESSION_BUS_ADDRESS"] = f"unix:path={address}"
+        self.start("dbus-daemon", "--session", "--nofork", "--nopidfile", f"--address=unix:path={address}")
+        eventually("the bus answers", lambda: os.path.exists(address))
+        self.server = self.start("pipewire")
+        eventually("PipeWire answers", lambda: self.run("pw-cli", "info", "0").returncode == 0)
+        self.start("wireplumber")
+        eventually("its manager is there", lambda: "WirePlumber" in self.run("pw-cli", "list-objects", "Client").stdout)
+        eventually("JACK programs are served", lambda: self.run("jack_lsp").returncode == 0)
 
 
 def contents(path):
@@ -264,17 +288,25 @@ def heard_by_the_product(bench):
     check(answered[-len(taken):] == taken, "the host did not take the answers that the product gave")
 
 
+def product_ports(bench):
+    """Those that fit the product, the outputs first."""
+    return [port["name"] for port in bench.json(0, "ports")["ports"] if port["product"]]
+
+
 def two_of_one_name(bench):
     """A second product under the same name holds other code, so that each is known by its code."""
+    before = product_ports(bench)
     state = bench.path("second.state")
     bench.json(0, "update", bench.path("small.syx"), "--port", "simulator:" + state, "--yes")
     bench.start_product("--state", state)
     bench.json(4, "identify")
+    second = [port for port in product_ports(bench) if port not in before]
+    check(len(second) == 2 and re.fullmatch(r"jack:Valdrin Update-\d+:in", second[0]), f"its ports are {second}")
     probed = {row["name"]: row for row in bench.json(0, "ports", "--probe")["probe"]}
-    for port in (PRODUCT_PORT, SECOND_PORT):
+    for port in (PRODUCT_PORT, second[0]):
         check(probed[port]["served"], f"the probe does not find the product on {port}: {probed}")
     bench.json(0, "verify", bench.path("tiny.syx"), "--port", PRODUCT_PORT, "--in-port", PRODUCT_REPLIES)
-    bench.json(0, "verify", bench.path("small.syx"), "--port", SECOND_PORT)
+    bench.json(0, "verify", bench.path("small.syx"), "--port", second[0])
 
 
 def unplug(bench, product):
@@ -300,10 +332,11 @@ def unplug(bench, product):
 
 def lose_the_server(bench):
     """All commands that are under way say at once that it is gone."""
+    second = product_ports(bench)  # PipeWire gives it the plain name, now that the other one is unplugged
     mute = bench.start_product("--name", "Mute", "--fault", "silent", "-vv")
     under_way = {"simulate": mute}
     under_way["monitor"] = bench.start_and_see("Listening on", "monitor", "--plugin", bench.plugin,
-                                               "--port", SECOND_REPLIES)
+                                               "--port", second[1])
     for command in ("identify", "info", "verify", "recover"):
         # So slowly that none is done asking before the last one has begun.
         before = contents(mute.log).count("received F0 7E")
@@ -312,7 +345,7 @@ def lose_the_server(bench):
         eventually(f"{command} asks", lambda count=before: contents(mute.log).count("received F0 7E") > count)
     # Last, because a server that lets a program in may keep the others from talking for seconds.
     under_way["update"] = bench.start_update(bench.path("large.syx"), 10, "--no-listen", "--port",
-                                             SECOND_PORT)
+                                             second[0])
     stop(bench.server)
     began = time.monotonic()
     for command, process in under_way.items():
@@ -324,9 +357,12 @@ def lose_the_server(bench):
     print(f"without the server all commands ended within {time.monotonic() - began:.1f} s")
 
 
-def run_once(hxhost, plugin):
+SERVERS = {"jackd": (Bench, TOOLS, "jackd2"), "pipewire": (PipeWireBench, PIPEWIRE_TOOLS, "pipewire-jack")}
+
+
+def run_once(server, hxhost, plugin):
     with tempfile.TemporaryDirectory() as folder:
-        bench = Bench(hxhost, plugin, folder)
+        bench = SERVERS[server][0](hxhost, plugin, folder)
         try:
             bench.start_server()
             product = bench.start_product("--state", bench.path("product.state"), "--trace",
@@ -348,20 +384,25 @@ def run_once(hxhost, plugin):
 
 
 def main():
-    hxhost, plugin = os.path.abspath(sys.argv[1]), os.path.abspath(sys.argv[2])
-    times = int(sys.argv[3]) if len(sys.argv) > 3 else 1
-    missing = [tool for tool in TOOLS if shutil.which(tool) is None]
+    options = argparse.ArgumentParser()
+    options.add_argument("hxhost", type=os.path.abspath)
+    options.add_argument("plugin", type=os.path.abspath)
+    options.add_argument("--server", choices=SERVERS, default="jackd")
+    options.add_argument("times", type=int, nargs="?", default=1)
+    options = options.parse_intermixed_args()
+    _, tools, package = SERVERS[options.server]
+    missing = [tool for tool in tools if shutil.which(tool) is None]
     if missing:
         print(f"SKIPPED: no real MIDI port is tested, because there is no {' '.join(missing)} "
-              "(Debian package jackd2)")
+              f"(Debian package {package})")
         return SKIPPED
-    for number in range(1, times + 1):
+    for number in range(1, options.times + 1):
         try:
-            run_once(hxhost, plugin)
+            run_once(options.server, options.hxhost, options.plugin)
         except Failure as failure:
-            print(f"FAILED in run {number} of {times}: {failure}")
+            print(f"FAILED in run {number} of {options.times}: {failure}")
             return 1
-        print(f"run {number} of {times} passed")
+        print(f"run {number} of {options.times} passed")
     return 0
 
 
