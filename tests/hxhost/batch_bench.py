@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Batches over simulated products on devices, at the pace of the wire.
 
-usage: batch_bench.py HXHOST PLUGIN [--small] [--seed N] [PART...]
+usage: batch_bench.py HXHOST PLUGIN [--small] [--seed N] [--faults N] [PART...]
 
 Parts: alone (a fault of one product is nothing to the others), killed (a batch that is killed leaves nothing
 behind), watch (the loop of a bench), silent (a port where nothing answers), stop (Ctrl-C and the end of
@@ -333,9 +333,11 @@ def read_options():
     options.add_argument("plugin")
     options.add_argument("--small", action="store_true")
     options.add_argument("--seed", type=int, default=1)
+    options.add_argument("--faults", type=int, default=100)
     options.add_argument("parts", nargs="*")
     options = options.parse_intermixed_args()
-    options.products, options.faults, options.kills = (4, 3, 3) if options.small else (32, 100, 50)
+    options.products, options.kills = (4, 3) if options.small else (32, 50)
+    options.faults = 3 if options.small else options.faults
     options.code_bytes = 1500 if options.small else 8192
     options.killed_products = 2 if options.small else 8
     options.parts = options.parts or [part for part in PARTS if not (options.small and part == "pace")]
