@@ -63,6 +63,8 @@ def stop(process, number=signal.SIGTERM):
 class Bench:
     """A JACK server of its own, and the program on it."""
 
+    renames = False  # ports, when others go
+
     def __init__(self, hxhost, plugin, folder):
         self.hxhost = hxhost
         self.plugin = plugin
@@ -136,6 +138,8 @@ class Bench:
 
 class PipeWireBench(Bench):
     """PipeWire in a runtime folder of its own, with the manager that links what programs connect."""
+
+    renames = True
 
     def __init__(self, hxhost, plugin, folder):
         super().__init__(hxhost, plugin, folder)
@@ -298,7 +302,7 @@ def two_of_one_name(bench):
     before = product_ports(bench)
     state = bench.path("second.state")
     bench.json(0, "update", bench.path("small.syx"), "--port", "simulator:" + state, "--yes")
-    bench.start_product("--state", state)
+    product = bench.start_product("--state", state)
     bench.json(4, "identify")
     second = [port for port in product_ports(bench) if port not in before]
     check(len(second) == 2 and re.fullmatch(r"jack:Valdrin Update-\d+:in", second[0]), f"its ports are {second}")
@@ -307,6 +311,7 @@ def two_of_one_name(bench):
         check(probed[port]["served"], f"the probe does not find the product on {port}: {probed}")
     bench.json(0, "verify", bench.path("tiny.syx"), "--port", PRODUCT_PORT, "--in-port", PRODUCT_REPLIES)
     bench.json(0, "verify", bench.path("small.syx"), "--port", second[0])
+    return product
 
 
 def unplug(bench, product):
@@ -332,7 +337,7 @@ def unplug(bench, product):
 
 def lose_the_server(bench):
     """All commands that are under way say at once that it is gone."""
-    second = product_ports(bench)  # PipeWire gives it the plain name, now that the other one is unplugged
+    second = product_ports(bench)
     mute = bench.start_product("--name", "Mute", "--fault", "silent", "-vv")
     under_way = {"simulate": mute}
     under_way["monitor"] = bench.start_and_see("Listening on", "monitor", "--plugin", bench.plugin,
@@ -376,8 +381,12 @@ def run_once(server, hxhost, plugin):
             recover_after_a_signal(bench)
             wire_check(bench)
             heard_by_the_product(bench)
-            two_of_one_name(bench)
+            second = two_of_one_name(bench)
+            if bench.renames:  # the second product's ports would take the names of those that are unplugged
+                stop(second)
             unplug(bench, product)
+            if bench.renames:
+                bench.start_product("--state", bench.path("second.state"))
             lose_the_server(bench)
         finally:
             bench.close()
