@@ -116,9 +116,10 @@ Result<QByteArray> signatureBlob(const QList<QByteArray>& lines)
 
 QString keyIdText(const QByteArray& id)
 {
-    QByteArray backwards = id;
-    std::reverse(backwards.begin(), backwards.end());
-    return QString::fromLatin1(backwards.toHex().toUpper());
+    quint64 number = 0;
+    for (int i = saturated(id.size()) - 1; i >= 0; --i)
+        number = number << 8 | static_cast<quint8>(id.at(i));
+    return QString::number(number, 16).toUpper();
 }
 
 Result<std::vector<PublicKey>> parsePublicKeys(const QByteArray& text)

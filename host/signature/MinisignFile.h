@@ -27,7 +27,7 @@ struct Signature {
 /** Files of keys and signatures above this size are refused. */
 constexpr qint64 maxMinisignBytes = 16384;
 
-/** "29EBD7B85C8E217E", as minisign shows it. */
+/** "29EBD7B85C8E217E", as minisign shows it: the number without zeros before it. */
 QString keyIdText(const QByteArray& id);
 
 /**

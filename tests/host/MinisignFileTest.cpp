@@ -53,6 +53,7 @@ TEST(MinisignFile, ASignatureIsReadAsItWasWritten)
 TEST(MinisignFile, AKeyIdentifierIsShownAsMinisignShowsIt)
 {
     EXPECT_EQ(keyIdText(QByteArray::fromHex("7E218E5CB8D7EB29")), "29EBD7B85C8E217E");
+    EXPECT_EQ(keyIdText(QByteArray::fromHex("1D7A1876DCE46906")), "669E4DC76187A1D");
 }
 
 TEST(MinisignFile, ASignatureHasFourLinesAndNothingElse)
