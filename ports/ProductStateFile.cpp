@@ -85,7 +85,7 @@ Result<> ProductStateFile::write(sim::SimulatedProduct& product, int address)
 {
     if (m_end.isOpen() && address > 0)
         return writeAll(m_end, product.saveChange(address));
-    const Result<> written = writeWhole(product);
+    Result<> written = writeWhole(product);
     if (!written)
         return written;
     return openFile(m_end, m_path,
@@ -104,7 +104,7 @@ Result<> ProductStateFile::keep(sim::SimulatedProduct& product)
 
 Result<> ProductStateFile::close(sim::SimulatedProduct& product)
 {
-    const Result<> kept = keep(product);
+    Result<> kept = keep(product);
     if (!kept || !std::exchange(m_changed, false))
         return kept;
     return writeWhole(product);

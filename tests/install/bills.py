@@ -15,7 +15,7 @@ OF_PACKAGE = ("SPDXID", "name", "versionInfo", "downloadLocation", "filesAnalyze
               "licenseDeclared", "copyrightText")
 IDENTIFIER = re.compile(r"SPDXRef-[A-Za-z0-9.-]+")
 # Parts of the C library and of the compiler's own, whatever they are called.
-RUNTIME = re.compile(r"lib(c|m|pthread|stdc\+\+|gcc_s)\.so|ld-linux")
+RUNTIME = re.compile(r"lib(c|m|pthread|resolv|stdc\+\+|gcc_s)\.so|ld-linux")
 
 
 def bill(name):

@@ -27,6 +27,8 @@ SAME_LINE = {
         "QJsonObject's constructor from a list, in the header before 5.15",
     "_ZN9QtPrivate12argToQStringE11QStringViewmPPKNS_7ArgBaseE":
         "QString::arg of several texts, before as a function each",
+    "_ZN9QtPrivate26DeprecatedRefClassBehavior4warnENS0_11WarningTypeENS0_13EmittingClassE":
+        "called by QJsonValueRef in the header, where nothing optimises it away",
     "_ZNK7QString5splitE5QChar6QFlagsIN2Qt18SplitBehaviorFlagsEENS2_15CaseSensitivityE":
         "QString::split without a behaviour, before with that of QString",
     "_ZN7QThread4waitE14QDeadlineTimer": "QThread::wait without a time, before with the longest number",
