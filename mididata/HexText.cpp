@@ -161,9 +161,11 @@ HxMidiData::HxMidiData(QString& text) : HxMidiData(static_cast<const QString&>(t
 
 HxMidiData::HxMidiData(const char* text)
 {
-    const std::string_view given = viewOf(text);
-    if (hx::fastPaths && hx::readPlainHex(given.data(), lengthOf(given), bytes, {' ', ' '}))
-        return;
+    if (hx::fastPaths) {
+        const std::string_view given = viewOf(text);
+        if (hx::readPlainHex(given.data(), lengthOf(given), bytes, {' ', ' '}))
+            return;
+    }
     QByteArray compact(text);
     setText(compact.replace(' ', "").constData());
 }
