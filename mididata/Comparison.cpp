@@ -44,9 +44,11 @@ bool HxMidiData::isSame(const HxMidiData& other) const
     const QByteArray& b = other.bytes;
     if (a.size() != b.size())
         return false;
-    const auto compared = static_cast<size_t>(std::min(hx::saturated(a.size()), comparedEnd));
-    if (hx::fastPaths && std::memcmp(a.constData(), b.constData(), compared) == 0)
-        return true; // equal bytes are within every tolerance
+    if (hx::fastPaths) {
+        const int compared = std::min(hx::saturated(a.size()), comparedEnd);
+        if (std::memcmp(a.constData(), b.constData(), static_cast<size_t>(compared)) == 0)
+            return true; // equal bytes are within every tolerance
+    }
     return std::all_of(std::begin(comparedRanges), std::end(comparedRanges),
                        [&](const ComparedRange& range) { return sameIn(range, a, b); });
 }
