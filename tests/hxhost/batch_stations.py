@@ -39,7 +39,8 @@ def make_station(folder, name, hxhost, plugin):
 
 def spread(folder, hxhost, plugin):
     """The command of docs/user/many-products.md, with another way to log in."""
-    environment = dict(os.environ, STATIONS=folder, HOME=folder)
+    # Where no shell is named, parallel takes what called it for one, which is this script's interpreter.
+    environment = dict(os.environ, STATIONS=folder, HOME=folder, SHELL="/bin/sh")
     command = f"{hxhost} batch {folder}/image --plugin {plugin} --ports 'simulator:*.state' --report batch.jsonl"
     return run("parallel", "--will-cite", "--nonall", "--tag", "--ssh", os.path.join(folder, "login"), "--sshlogin",
                "bench-1,bench-2", command, env=environment)
