@@ -17,8 +17,10 @@ import random
 import signal
 import subprocess
 import sys
-import tempfile
 import time
+
+import trial
+from trial import check, contents, eventually, exit_code
 
 PIECE = 112  # code bytes a message
 LONGEST_END = 15  # seconds within which the processes of a batch that was killed have ended
@@ -33,30 +35,6 @@ FAULTS = ["silent:{}", "silent:{}-", "damage-message:{}:9:10", "cut-message:{}:5
 PROCESS_FAULTS = ["kill product", "stop product", "kill run", "stop run"]
 
 
-class Failure(Exception):
-    pass
-
-
-def check(holds, what):
-    if not holds:
-        raise Failure(what)
-
-
-def eventually(what, test, seconds=30):
-    deadline = time.monotonic() + seconds
-    while time.monotonic() < deadline:
-        found = test()
-        if found:
-            return found
-        time.sleep(0.02)
-    raise Failure(f"{what}: not within {seconds} s")
-
-
-def contents(path):
-    with open(path, encoding="utf-8", errors="replace") as file:
-        return file.read()
-
-
 class Product:
     """A simulated product on a device of its own."""
 
@@ -66,37 +44,26 @@ class Product:
         log = bench.path(f"{number}.log")
         words = ["simulate", "--device", "--serial", f"Unit{number:04}", "--state", self.state, self.link]
         with open(log, "w", encoding="utf-8") as file:
-            self.process = bench.start(*words, *(["--fault", fault] if fault else []), stderr=file)
+            self.process = bench.start_host(*words, *(["--fault", fault] if fault else []), stderr=file)
         eventually(f"product {number} is there", lambda: "The product is on" in contents(log))
         self.port = "device:" + self.link
 
     def stop(self):
         if self.process.poll() is None:
             self.process.send_signal(signal.SIGCONT)
-            self.process.terminate()
-        self.process.wait(20)
+        trial.stop(self.process)
 
 
-class Bench:
+class BatchBench(trial.Bench):
     def __init__(self, hxhost, plugin, folder):
-        self.hxhost, self.plugin, self.folder = hxhost, plugin, folder
+        super().__init__(hxhost, plugin, folder)
         self.products = {}
-        self.processes = []
 
-    def path(self, name):
-        return os.path.join(self.folder, name)
-
-    def start(self, *words, **settings):
-        settings = {"stdin": subprocess.DEVNULL, "stdout": subprocess.DEVNULL, "stderr": subprocess.DEVNULL, **settings}
-        process = subprocess.Popen([self.hxhost, *words, "--plugin", self.plugin], **settings)
-        self.processes.append(process)
-        return process
+    def start_host(self, *words, **streams):
+        return self.start(self.hxhost, *words, "--plugin", self.plugin, **streams)
 
     def make_image(self, code_bytes):
-        with open(self.path("code"), "wb") as file:
-            file.write(bytes((i * 7 + i // 256) % 256 for i in range(code_bytes)))
-        subprocess.run([self.hxhost, "image", "build", self.path("code"), "-o", self.path("image"), "--kind", "fwu",
-                        "--plugin", self.plugin], check=True, stdout=subprocess.DEVNULL)
+        self.image("image", code_bytes)
         self.messages = code_bytes // PIECE + 2
 
     def have(self, numbers):
@@ -110,7 +77,7 @@ class Bench:
         self.products[number] = Product(self, number, fault)
 
     def start_batch(self, *more, ports="device*", **settings):
-        return self.start("batch", self.path("image"), "--no-listen", "--ports", "device:" + self.path(ports),
+        return self.start_host("batch", self.path("image"), "--no-listen", "--ports", "device:" + self.path(ports),
                           "--traces", self.path("traces"), *more, **settings)
 
     def batch(self, expected, *more, ports="device*"):
@@ -136,10 +103,7 @@ class Bench:
     def close(self):
         for product in self.products.values():
             product.stop()
-        for process in self.processes:
-            if process.poll() is None:
-                process.kill()
-            process.wait()
+        super().close()
 
 
 def is_alive(pid):
@@ -311,14 +275,14 @@ def stop(bench, _options, _draw):
     batch.send_signal(signal.SIGTERM)
     check(batch.wait(20) == 130, f"the batch ended with {batch.returncode}")
     check(contents(report).count(",interrupted,") == 2, contents(report))
-    update = bench.start("update", bench.path("image"), "--port", bench.products[71].port, "--yes", "--json",
+    update = bench.start_host("update", bench.path("image"), "--port", bench.products[71].port, "--yes", "--json",
                          "--stop-at-eof", stdin=subprocess.PIPE, stdout=subprocess.PIPE)
     update.stdin.write(b"what is read is lost\n")
     update.stdin.flush()
     eventually("the update is under way", lambda: "valid no" in contents(bench.products[71].state))
     document = json.loads(update.communicate(timeout=20)[0])
     check(update.returncode == 130 and document["result"]["outcome"] == "interrupted", f"{document}")
-    with_image = bench.start("update", "-", "--stop-at-eof", stderr=subprocess.PIPE)
+    with_image = bench.start_host("update", "-", "--stop-at-eof", stderr=subprocess.PIPE)
     check(b"the image ends standard input" in with_image.communicate(timeout=20)[1], "an image on standard input")
     check(with_image.returncode == 2, f"it ended with {with_image.returncode}")
     print("stop: a batch and an update end in good order")
@@ -347,15 +311,11 @@ def read_options():
 def main():
     options = read_options()
     for part in options.parts:
-        with tempfile.TemporaryDirectory() as folder:
-            bench = Bench(os.path.abspath(options.hxhost), os.path.abspath(options.plugin), folder)
-            try:
-                PARTS[part](bench, options, random.Random(options.seed))
-            except Failure as failure:
-                print(f"FAILED: {part}: {failure}")
-                return 1
-            finally:
-                bench.close()
+        def try_part(bench, part=part):
+            PARTS[part](bench, options, random.Random(options.seed))
+        if exit_code(try_part, options.hxhost, options.plugin, BatchBench) != 0:
+            print(f"in part {part}")
+            return 1
     return 0
 
 

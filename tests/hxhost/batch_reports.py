@@ -12,8 +12,10 @@ import os
 import re
 import subprocess
 import sys
-import tempfile
 import xml.etree.ElementTree
+
+import trial
+from trial import check
 
 FIELDS = ["port", "serial", "identity", "versionBefore", "versionAfter", "outcome", "reason", "durationMs",
           "retries", "trace"]
@@ -23,46 +25,22 @@ NAMES = ["plain", "a,b", "a\"b", "a'b & <c> ]]>", "line\nend\r\tand more", "\x1b
 FORMS = ("xml", "csv", "jsonl")
 
 
-def check(holds, what):
-    if not holds:
-        raise SystemExit(f"FAILED: {what}")
-
-
-class Bench:
-    def __init__(self, hxhost, plugin, folder):
-        self.hxhost, self.plugin, self.folder = hxhost, plugin, folder
-
-    def path(self, name):
-        return os.path.join(self.folder, name)
-
-    def run(self, expected, *words):
-        ended = subprocess.run([self.hxhost, *words], stdin=subprocess.DEVNULL, capture_output=True, timeout=300,
-                               check=False)
-        check(ended.returncode == expected, f"{words} ended with {ended.returncode}, not {expected}: {ended.stderr}")
-        return ended.stdout
-
+class ReportBench(trial.Bench):
     def make_products(self):
         """One for each name, two of them with one serial number, and one that is damaged."""
         for number, name in enumerate(NAMES):
             serial = f"\"<&,{max(number, 1):04}"
-            self.run(0, "identify", "--plugin", self.plugin, "--serial", serial, "--port",
-                     "simulator:" + self.path(name + ".state"))
+            self.host(0, "identify", "--serial", serial, "--port", "simulator:" + self.path(name + ".state"))
         with open(self.path("broken,\"<state"), "w", encoding="utf-8") as file:
             file.write("\"nothing\", <good>\n")
-
-    def make_image(self):
-        with open(self.path("code"), "wb") as file:
-            file.write(bytes(i % 251 for i in range(500)))
-        self.run(0, "image", "build", self.path("code"), "-o", self.path("image"), "--kind", "fwu", "--plugin",
-                 self.plugin)
 
     def batch(self):
         """The units as the document has them; the reports are beside it."""
         reports = [word for form in FORMS for word in ("--report", self.path("report." + form))]
-        printed = self.run(14, "batch", self.path("image"), "--plugin", self.plugin, "--traces", self.path("traces"),
-                           "--ports", "simulator:" + self.path("*.state"), "--ports",
-                           "simulator:" + self.path("broken*"), "--json", "--jobs", "4", *reports)
-        return json.loads(printed)["result"]["units"]
+        ended = self.host(14, "batch", self.image("image", 500), "--traces", self.path("traces"), "--ports",
+                          "simulator:" + self.path("*.state"), "--ports", "simulator:" + self.path("broken*"), "--json",
+                          "--jobs", "4", *reports)
+        return json.loads(ended.stdout)["result"]["units"]
 
 
 def from_xml(path, schema):
@@ -110,28 +88,24 @@ def as_text(unit):
     return {name: str(value) for name, value in unit.items()}
 
 
-def main():
-    hxhost, plugin, schema = (os.path.abspath(word) for word in sys.argv[1:4])
-    with tempfile.TemporaryDirectory() as folder:
-        bench = Bench(hxhost, plugin, folder)
-        bench.make_products()
-        bench.make_image()
-        units = bench.batch()
-        outcomes = sorted(unit["outcome"] for unit in units)
-        expected = ["file-error", "same-product"] + ["succeeded"] * (len(NAMES) - 1)
-        check(outcomes == expected, f"the outcomes are {outcomes}")
-        check(all(list(sorted(unit)) == sorted(FIELDS) for unit in units), "the fields of the document")
-        check(all(isinstance(unit[name], int) for unit in units for name in NUMBERS), "numbers are numbers")
-        for unit in units:
-            check(not unit["trace"] or os.path.exists(unit["trace"]), f"there is no {unit['trace']}")
-        expected = [as_text(unit) for unit in units]
-        read = {"xml": from_xml(bench.path("report.xml"), schema), "csv": from_csv(bench.path("report.csv")),
-                "jsonl": from_json_lines(bench.path("report.jsonl"))}
-        check(read["jsonl"] == units, f"JSON lines have\n{read['jsonl']}\nthe document\n{units}")
-        for form in ("xml", "csv"):
-            check(read[form] == expected, f"{form} has\n{read[form]}\nthe document\n{expected}")
+def compare(bench, schema):
+    bench.make_products()
+    units = bench.batch()
+    outcomes = sorted(unit["outcome"] for unit in units)
+    expected = ["file-error", "same-product"] + ["succeeded"] * (len(NAMES) - 1)
+    check(outcomes == expected, f"the outcomes are {outcomes}")
+    check(all(list(sorted(unit)) == sorted(FIELDS) for unit in units), "the fields of the document")
+    check(all(isinstance(unit[name], int) for unit in units for name in NUMBERS), "numbers are numbers")
+    for unit in units:
+        check(not unit["trace"] or os.path.exists(unit["trace"]), f"there is no {unit['trace']}")
+    expected = [as_text(unit) for unit in units]
+    read = {"xml": from_xml(bench.path("report.xml"), schema), "csv": from_csv(bench.path("report.csv")),
+            "jsonl": from_json_lines(bench.path("report.jsonl"))}
+    check(read["jsonl"] == units, f"JSON lines have\n{read['jsonl']}\nthe document\n{units}")
+    for form in ("xml", "csv"):
+        check(read[form] == expected, f"{form} has\n{read[form]}\nthe document\n{expected}")
     print(f"{len(units)} units are the same in JUnit XML, CSV, JSON lines and the document")
 
 
 if __name__ == "__main__":
-    main()
+    sys.exit(trial.exit_code(lambda bench: compare(bench, os.path.abspath(sys.argv[3])), *sys.argv[1:3], ReportBench))

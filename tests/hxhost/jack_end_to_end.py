@@ -13,16 +13,15 @@ import glob
 import json
 import os
 import re
-import shutil
 import signal
 import subprocess
 import sys
-import tempfile
 import time
 
+import trial
 import terminal
+from trial import SKIPPED, Failure, check, contents, eventually, exit_code, lacks, stop
 
-SKIPPED = 77
 PRODUCT_PORT = "jack:Valdrin Update:in"
 PRODUCT_REPLIES = "jack:Valdrin Update replies:out"
 SOON = 15  # seconds within which a command has said that its port is gone
@@ -30,62 +29,16 @@ TOOLS = ("jackd", "jack_lsp", "jack_connect", "jack_midi_dump")
 PIPEWIRE_TOOLS = ("dbus-daemon", "pipewire", "wireplumber", "pw-jack", *TOOLS[1:])
 
 
-class Failure(Exception):
-    pass
-
-
-def check(holds, what):
-    if not holds:
-        raise Failure(what)
-
-
-def eventually(what, test, seconds=20):
-    """Waits until `test` gives something true, and returns that."""
-    deadline = time.monotonic() + seconds
-    while time.monotonic() < deadline:
-        found = test()
-        if found:
-            return found
-        time.sleep(0.05)
-    raise Failure(f"{what}: not within {seconds} s")
-
-
-def stop(process, number=signal.SIGTERM):
-    if process.poll() is None:
-        process.send_signal(number)
-    try:
-        process.wait(20)
-    except subprocess.TimeoutExpired:
-        process.kill()
-        process.wait()
-
-
-class Bench:
+class Bench(trial.Bench):
     """A JACK server of its own, and the program on it."""
 
     renames = False  # ports, when others go
 
     def __init__(self, hxhost, plugin, folder):
-        self.hxhost = hxhost
-        self.plugin = plugin
-        self.folder = folder
+        super().__init__(hxhost, plugin, folder)
         self.name = f"hxhost-test-{os.getpid()}"
         self.environment = dict(os.environ, JACK_DEFAULT_SERVER=self.name, JACK_NO_AUDIO_RESERVATION="1")
-        self.processes = []
         self.server = None
-
-    def path(self, name):
-        return os.path.join(self.folder, name)
-
-    def start(self, *words, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL):
-        process = subprocess.Popen(words, env=self.environment, stdin=subprocess.DEVNULL,
-                                   stdout=stdout, stderr=stderr)
-        self.processes.append(process)
-        return process
-
-    def run(self, *words):
-        return subprocess.run(words, env=self.environment, stdin=subprocess.DEVNULL,
-                              capture_output=True, text=True, timeout=300, check=False)
 
     def start_server(self):
         # Synchronous: a period waits for every program, so that none loses data on a busy machine.
@@ -123,18 +76,6 @@ class Bench:
               f"{words} ended with {ended.returncode} instead of {expected}:\n{ended.stdout}{ended.stderr}")
         return json.loads(ended.stdout)["result"]
 
-    def image(self, name, size):
-        code = self.path(name + ".bin")
-        with open(code, "wb") as file:
-            file.write(bytes((i * 7 + i // 256) % 256 for i in range(size)))
-        built = self.run(self.hxhost, "image", "build", code, "-o", self.path(name), "--kind", "fwu")
-        check(built.returncode == 0, built.stderr)
-        return self.path(name)
-
-    def close(self):
-        for process in reversed(self.processes):
-            stop(process)
-
 
 class PipeWireBench(Bench):
     """PipeWire in a runtime folder of its own, with the manager that links what programs connect."""
@@ -158,11 +99,6 @@ class PipeWireBench(Bench):
         self.start("wireplumber")
         eventually("its manager is there", lambda: "WirePlumber" in self.run("pw-cli", "list-objects", "Client").stdout)
         eventually("JACK programs are served", lambda: self.run("jack_lsp").returncode == 0)
-
-
-def contents(path):
-    with open(path, encoding="utf-8") as file:
-        return file.read()
 
 
 def sent_in(trace, kind="sent"):
@@ -365,51 +301,40 @@ def lose_the_server(bench):
 SERVERS = {"jackd": (Bench, TOOLS, "jackd2"), "pipewire": (PipeWireBench, PIPEWIRE_TOOLS, "pipewire-jack")}
 
 
-def run_once(server, hxhost, plugin):
-    with tempfile.TemporaryDirectory() as folder:
-        bench = SERVERS[server][0](hxhost, plugin, folder)
-        try:
-            bench.start_server()
-            product = bench.start_product("--state", bench.path("product.state"), "--trace",
-                                          bench.path("product.trace"))
-            check("Valdrin Update:in" in bench.run("jack_lsp").stdout, "the product's port is not there")
-            find_and_identify(bench)
-            update_large(bench)
-            update_at_the_pace_of_the_wire(bench)
-            recover_after_a_kill(bench)
-            stop_while_listening(bench)
-            recover_after_a_signal(bench)
-            wire_check(bench)
-            heard_by_the_product(bench)
-            second = two_of_one_name(bench)
-            if bench.renames:  # the second product's ports would take the names of those that are unplugged
-                stop(second)
-            unplug(bench, product)
-            if bench.renames:
-                bench.start_product("--state", bench.path("second.state"))
-            lose_the_server(bench)
-        finally:
-            bench.close()
+def try_all(bench):
+    bench.start_server()
+    product = bench.start_product("--state", bench.path("product.state"), "--trace",
+                                  bench.path("product.trace"))
+    check("Valdrin Update:in" in bench.run("jack_lsp").stdout, "the product's port is not there")
+    find_and_identify(bench)
+    update_large(bench)
+    update_at_the_pace_of_the_wire(bench)
+    recover_after_a_kill(bench)
+    stop_while_listening(bench)
+    recover_after_a_signal(bench)
+    wire_check(bench)
+    heard_by_the_product(bench)
+    second = two_of_one_name(bench)
+    if bench.renames:  # the second product's ports would take the names of those that are unplugged
+        stop(second)
+    unplug(bench, product)
+    if bench.renames:
+        bench.start_product("--state", bench.path("second.state"))
+    lose_the_server(bench)
 
 
 def main():
     options = argparse.ArgumentParser()
-    options.add_argument("hxhost", type=os.path.abspath)
-    options.add_argument("plugin", type=os.path.abspath)
+    options.add_argument("hxhost")
+    options.add_argument("plugin")
     options.add_argument("--server", choices=SERVERS, default="jackd")
     options.add_argument("times", type=int, nargs="?", default=1)
     options = options.parse_intermixed_args()
-    _, tools, package = SERVERS[options.server]
-    missing = [tool for tool in tools if shutil.which(tool) is None]
-    if missing:
-        print(f"SKIPPED: no real MIDI port is tested, because there is no {' '.join(missing)} "
-              f"(Debian package {package})")
+    kind, tools, package = SERVERS[options.server]
+    if lacks(tools, package):
         return SKIPPED
     for number in range(1, options.times + 1):
-        try:
-            run_once(options.server, options.hxhost, options.plugin)
-        except Failure as failure:
-            print(f"FAILED in run {number} of {options.times}: {failure}")
+        if exit_code(try_all, options.hxhost, options.plugin, kind) != 0:
             return 1
         print(f"run {number} of {options.times} passed")
     return 0

@@ -9,15 +9,17 @@ Exits 77, the code of a skipped test, where python3-jsonschema is missing.
 
 import json
 import os
-import subprocess
 import sys
-import tempfile
+
+import trial
 
 try:
     import jsonschema
 except ImportError:
     print("SKIPPED: the JSON documents are not validated, because python3-jsonschema is missing")
-    sys.exit(77)
+    sys.exit(trial.SKIPPED)
+
+NO_PLUGIN = ("check", "image", "trace", "simulate", "dance")  # commands that choose it otherwise, or need none
 
 # Words, and the exit code they must lead to. IMAGE, BAD, TRACE, TRACES, STATE, CODE, NEW, SECRET, PUBLIC and
 # PLUGIN are file names.
@@ -87,56 +89,55 @@ CASES = [
 ]
 
 
-def run(hxhost, words):
-    return subprocess.run([hxhost, *words, "--json"], stdin=subprocess.DEVNULL, capture_output=True,
-                          text=True, timeout=60, check=False)
+class SchemaBench(trial.Bench):
+    def __init__(self, hxhost, plugin, folder):
+        super().__init__(hxhost, plugin, folder)
+        with open(sys.argv[3], encoding="utf-8") as file:
+            schema = json.load(file)
+        jsonschema.Draft7Validator.check_schema(schema)
+        self.validator = jsonschema.Draft7Validator(schema)
+        self.names = {name: self.path(name.lower())
+                      for name in ("TRACES", "IMAGE", "BAD", "TRACE", "STATE", "CODE", "NEW", "SECRET", "PUBLIC")}
+        self.names["PLUGIN"] = self.plugin
 
-
-def complaint(hxhost, validator, words, expected):
-    """Empty when the document is as it must be."""
-    ended = run(hxhost, words)
-    try:
-        document = json.loads(ended.stdout)
-    except json.JSONDecodeError as error:
-        return f"no single JSON document: {error}\n{ended.stdout}"
-    if ended.returncode != expected or document.get("exitCode") != expected:
-        return f"ended with {ended.returncode}, expected {expected}\n{ended.stdout}{ended.stderr}"
-    errors = [f"{'/'.join(map(str, error.path))}: {error.message}" for error in validator.iter_errors(document)]
-    return "\n".join(errors)
-
-
-def main():
-    hxhost, plugin = os.path.abspath(sys.argv[1]), os.path.abspath(sys.argv[2])
-    with open(sys.argv[3], encoding="utf-8") as file:
-        schema = json.load(file)
-    jsonschema.Draft7Validator.check_schema(schema)
-    validator = jsonschema.Draft7Validator(schema)
-    failures = 0
-    with tempfile.TemporaryDirectory() as folder:
-        names = {name: os.path.join(folder, name.lower())
-                 for name in ("TRACES", "IMAGE", "BAD", "TRACE", "STATE", "CODE", "NEW", "SECRET", "PUBLIC")}
-        names["PLUGIN"] = plugin
-        with open(names["CODE"], "wb") as file:
-            file.write(bytes(i % 251 for i in range(700)))
-        with open(names["BAD"], "wb") as file:
+    def prepare(self):
+        self.image("image", 700)
+        os.rename(self.path("image.bin"), self.names["CODE"])
+        with open(self.names["BAD"], "wb") as file:
             file.write(b"\xf0\x00 nothing good")
-        subprocess.run(["minisign", "-G", "-W", "-p", names["PUBLIC"], "-s", names["SECRET"]], check=True,
-                       stdout=subprocess.DEVNULL)
-        run(hxhost, ["image", "build", names["CODE"], "-o", names["IMAGE"], "--kind", "fwu"])
-        run(hxhost, ["identify", "--port", "simulator", "--trace", names["TRACE"]])
-        for case, expected in CASES:
-            words = case
-            for name, path in names.items():
-                words = [word.replace(name, path) for word in words]
-            if case[0] not in ("check", "image", "trace", "simulate", "dance") and "--plugin" not in case and len(case) > 1:
-                words = [*words, "--plugin", plugin]
-            found = complaint(hxhost, validator, words, expected)
-            if found:
-                failures += 1
-                print(f"hxhost {' '.join(case)}:\n{found}\n")
+        self.run("minisign", "-G", "-W", "-p", self.names["PUBLIC"], "-s", self.names["SECRET"])
+        self.host(0, "identify", "--port", "simulator", "--trace", self.names["TRACE"])
+
+    def complaint(self, case, expected):
+        """Empty when the document is as it must be."""
+        words = case
+        for name, path in self.names.items():
+            words = [word.replace(name, path) for word in words]
+        if case[0] not in NO_PLUGIN and "--plugin" not in case and len(case) > 1:
+            words = [*words, "--plugin", self.plugin]
+        ended = self.run(self.hxhost, *words, "--json")
+        try:
+            document = json.loads(ended.stdout)
+        except json.JSONDecodeError as error:
+            return f"no single JSON document: {error}\n{ended.stdout}"
+        if ended.returncode != expected or document.get("exitCode") != expected:
+            return f"ended with {ended.returncode}, expected {expected}\n{ended.stdout}{ended.stderr}"
+        errors = [f"{'/'.join(map(str, error.path))}: {error.message}"
+                  for error in self.validator.iter_errors(document)]
+        return "\n".join(errors)
+
+
+def validate_all(bench):
+    bench.prepare()
+    failures = 0
+    for case, expected in CASES:
+        found = bench.complaint(case, expected)
+        if found:
+            failures += 1
+            print(f"hxhost {' '.join(case)}:\n{found}\n")
     print(f"{len(CASES) - failures} of {len(CASES)} documents are as the schema says")
-    return 1 if failures else 0
+    trial.check(failures == 0, f"{failures} are not")
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(trial.exit_code(validate_all, *sys.argv[1:3], SchemaBench))

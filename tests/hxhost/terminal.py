@@ -11,10 +11,10 @@ import pty
 import re
 import signal
 import struct
-import subprocess
 import sys
-import tempfile
 import termios
+
+import trial
 
 
 def run_in_terminal(words, typed="", columns=40, environment=None, when_asked=lambda: None, signalled=None,
@@ -76,15 +76,12 @@ def question_of(update, *more, **settings):
     return shown[:shown.find("Type yes to start:")]
 
 
-def check_question(check, hxhost, plugin, folder):
+def check_question(check, bench):
     """Product, serial number and versions come from the product itself; the time counts the pace."""
-    images = {version: os.path.join(folder, version) for version in ("1.0.2.4", "1.0.2.3", "0.9.9.9")}
-    for version, name in images.items():
-        subprocess.run([hxhost, "image", "build", os.path.join(folder, "code"), "-o", name, "--kind",
-                        "fwu", "--code-version", version], check=True, stdout=subprocess.DEVNULL)
+    images = {version: bench.image(version, 3000, version) for version in ("1.0.2.4", "1.0.2.3", "0.9.9.9")}
 
     def words(version, port="simulator"):
-        return [hxhost, "update", images[version], "--port", port, "--plugin", plugin]
+        return [bench.hxhost, "update", images[version], "--port", port, "--plugin", bench.plugin]
 
     asked = question_of(words("1.0.2.4"))
     check(asked == "Valdrin, serial number 30410001 on simulator\n"
@@ -103,21 +100,18 @@ def check_question(check, hxhost, plugin, folder):
     check("takes about 1 min 0 s." in asked, "--gap counts", asked)
     asked = question_of(words("1.0.2.4"), "--rate", "0")
     check("takes as long as the port takes." in asked, "no rate", asked)
-    state = "simulator:" + os.path.join(folder, "begun.state")
-    subprocess.run([*words("1.0.2.4", state), "--fault", "failed-ack:4", "--no-listen"], check=False,
-                   stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+    state = "simulator:" + bench.path("begun.state")
+    bench.run(*words("1.0.2.4", state), "--fault", "failed-ack:4", "--no-listen")
     asked = question_of(words("1.0.2.4", state))
     check("\nIt holds no valid code; the image holds" in asked, "a product in its boot loader", asked)
 
 
-def check_question_is_always_seen(check, update, folder):
+def check_question_is_always_seen(check, update, log):
     """Standard error may lead elsewhere: whoever types still sees what is asked."""
-    log = os.path.join(folder, "log")
     shell = ["/bin/sh", "-c", '"$@" 2> "$0"', log, *update, "--no-listen"]
     code, shown = run_in_terminal(shell, "no\n", 100)
     check(code == 12 and "Type yes to start:" in shown, "the question with 2> FILE", shown)
-    with open(log, encoding="utf-8") as file:
-        check("Type yes" not in file.read(), "the question is in the file", shown)
+    check("Type yes" not in trial.contents(log), "the question is in the file", shown)
     code, shown = run_in_terminal([*update, "--no-listen"], "\x03", 100)
     check(code == 130 and "before anything of an image was sent" in shown, "Ctrl-C at the question", shown)
     for number in (signal.SIGTERM, signal.SIGHUP):
@@ -137,19 +131,19 @@ RWTyqi/+tYCKicSF/VE407EAU3ELWEx+li221/tSBsbVCkQk9Q+yOEA/
 """
 
 
-def check_signed(check, hxhost, plugin, folder):
+def check_signed(check, bench):
     """A key's password is typed unseen; what is asked says how the image is signed."""
-    secret, public = os.path.join(folder, "locked.key"), os.path.join(folder, "locked.pub")
+    secret, public = bench.path("locked.key"), bench.path("locked.pub")
     for name, text in ((secret, LOCKED_KEY), (public, ITS_PUBLIC_KEY)):
         with open(name, "w", encoding="ascii", opener=lambda path, flags: os.open(path, flags, 0o600)) as file:
             file.write(text)
-    image = os.path.join(folder, "0.9.9.9")
-    sign = [hxhost, "image", "sign", image, "--key", secret, "--plugin", plugin]
+    image = bench.path("0.9.9.9")
+    sign = [bench.hxhost, "image", "sign", image, "--key", secret, "--plugin", bench.plugin]
     code, shown = run_in_terminal(sign, "\x03", 100, question=b"Password of ")
     check(code == 130 and "nothing was signed" in shown and "Password of " in shown, "Ctrl-C at the password", shown)
     code, shown = run_in_terminal(sign, "sesame\n", 100, question=b"Password of ")
     check(code == 0 and "sesame" not in shown, f"signing with a password ended with {code}", shown)
-    update = [hxhost, "update", image, "--port", "simulator", "--plugin", plugin, "--pubkey", public]
+    update = [bench.hxhost, "update", image, "--port", "simulator", "--plugin", bench.plugin, "--pubkey", public]
     asked = question_of(update)
     check("The image is signed with the key 898A80B5FE2FAAF2.\n"
           "This is a downgrade to an older signed version: faults that were mended since come back.\n" in asked,
@@ -169,8 +163,7 @@ def normalised(line):
 
 def check_readme(check, update, readme):
     """The update that README shows is what a person sees."""
-    with open(readme, encoding="utf-8") as file:
-        session = file.read().split("$ hxhost update update.syx\n")[1].split("```")[0]
+    session = trial.contents(readme).split("$ hxhost update update.syx\n")[1].split("```")[0]
     shown = run_in_terminal(update, "yes\n", 90)[1]
     expected, found = ([normalised(line) for line in text.strip().split("\n")] for text in (session, shown))
     check(len(expected) > 7 and expected == found, f"README shows {expected}, the terminal {found}", shown)
@@ -194,27 +187,20 @@ def check_colour(check, hxhost):
     check("\x1b" not in run_in_terminal(failing, environment={"TERM": "dumb"})[1], "TERM=dumb", "")
 
 
-def main():
-    hxhost, plugin = os.path.abspath(sys.argv[1]), os.path.abspath(sys.argv[2])
+def try_terminal(bench, readme):
     check = Checks()
-    with tempfile.TemporaryDirectory() as folder:
-        code = os.path.join(folder, "code")
-        image = os.path.join(folder, "image.syx")
-        with open(code, "wb") as file:
-            file.write(bytes(i % 251 for i in range(3000)))
-        subprocess.run([hxhost, "image", "build", code, "-o", image, "--kind", "fwu"], check=True,
-                       stdout=subprocess.DEVNULL)
-        update = [hxhost, "update", image, "--port", "simulator", "--plugin", plugin]
-        check_answers(check, update)
-        check_question(check, hxhost, plugin, folder)
-        check_signed(check, hxhost, plugin, folder)
-        check_question_is_always_seen(check, update, folder)
-        check_readme(check, update, sys.argv[3])
-        check_bar(check, update)
-        check_colour(check, hxhost)
-    print("the terminal shows what it should" if check.failures == 0 else f"{check.failures} failures")
-    return 1 if check.failures else 0
+    image = bench.image("image.syx", 3000)
+    update = [bench.hxhost, "update", image, "--port", "simulator", "--plugin", bench.plugin]
+    check_answers(check, update)
+    check_question(check, bench)
+    check_signed(check, bench)
+    check_question_is_always_seen(check, update, bench.path("log"))
+    check_readme(check, update, readme)
+    check_bar(check, update)
+    check_colour(check, bench.hxhost)
+    trial.check(check.failures == 0, f"{check.failures} failures")
+    print("the terminal shows what it should")
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(trial.exit_code(lambda bench: try_terminal(bench, sys.argv[3]), *sys.argv[1:3]))

@@ -7,13 +7,17 @@ usage: accessible_window.py HXHOST PLUGIN HXUPDATE
 Exits 77, the code of a skipped test, where a tool is missing.
 """
 
+import importlib.util
 import os
-import shutil
+import pathlib
 import subprocess
 import sys
 import tempfile
 
-SKIPPED = 77
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "hxhost"))
+import trial  # noqa: E402
+from trial import Failure  # noqa: E402
+
 TOOLS = ("Xvfb", "xdotool", "dbus-run-session")
 SOON = 60  # seconds; on an idle machine each step takes less than three
 PROGRAM = "hxupdate"
@@ -25,10 +29,6 @@ PAGES = (("Valdrin was found", "Continue"),
          ("Valdrin is being updated", None),
          ("Valdrin is being verified", None),
          ("Valdrin was updated", None))
-
-
-class Failure(Exception):
-    pass
 
 
 class Watch:
@@ -135,18 +135,10 @@ class Watch:
         return None
 
 
-def build_image(hxhost):
-    with open("code", "wb") as file:
-        file.write(bytes(3000))
-    subprocess.run([hxhost, "image", "build", "code", "-o", "image.syx", "--kind", "fwu"], check=True,
-                   stdout=subprocess.DEVNULL)
-    return "image.syx"
-
-
-def watch_update(hxhost, plugin, hxupdate):
-    image = build_image(hxhost)
+def watch_update(bench, hxupdate):
+    image = bench.image("image.syx", 3000)
     controls = []
-    with subprocess.Popen([hxupdate, "--plugin", plugin, "--port", "simulator", image]) as window:
+    with subprocess.Popen([hxupdate, "--plugin", bench.plugin, "--port", "simulator", image]) as window:
         try:
             # Qt misses a bus that comes to life while the program starts.
             subprocess.run(["xdotool", "search", "--sync", "--onlyvisible", "--name", "Valdrin was found",
@@ -193,18 +185,12 @@ def run_in_session(words):
 
 def main():
     if sys.argv[1] == "--here":
-        try:
-            watch_update(*sys.argv[2:5])
-        except Failure as failure:
-            print(failure)
-            return 1
-        return 0
-    missing = [tool for tool in TOOLS if shutil.which(tool) is None]
-    missing += [] if subprocess.run([sys.executable, "-c", "import pyatspi"], capture_output=True,
-                                    check=False).returncode == 0 else ["python3-pyatspi"]
-    if missing:
-        print(f"skipped: {', '.join(missing)} not found")
-        return SKIPPED
+        return trial.exit_code(lambda bench: watch_update(bench, sys.argv[4]), *sys.argv[2:4])
+    if trial.lacks(TOOLS, "xvfb, xdotool or dbus"):
+        return trial.SKIPPED
+    if importlib.util.find_spec("pyatspi") is None:
+        print("SKIPPED: there is no python3-pyatspi")
+        return trial.SKIPPED
     return run_in_session([os.path.abspath(word) for word in sys.argv[1:4]])
 
 

@@ -9,11 +9,9 @@ Exits 77, the code of a skipped test, where a tool is missing.
 
 import os
 import pathlib
-import shutil
 import signal
 import subprocess
 import sys
-import tempfile
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "hxhost"))
 import jack_end_to_end as jack  # noqa: E402
@@ -48,7 +46,7 @@ class Screen:
 def start_window(bench, image):
     environment = {"QT_QPA_PLATFORM": "xcb", "LC_ALL": "C.UTF-8", "XDG_CONFIG_HOME": bench.folder}
     bench.environment.update(environment)
-    return bench.start(bench.hxupdate, "--plugin", bench.plugin, image)
+    return bench.start(sys.argv[3], "--plugin", bench.plugin, image)
 
 
 def kill_in_the_midst(bench, screen, image):
@@ -70,33 +68,20 @@ def update_after_that(bench, screen, image):
     jack.check(window.returncode == 0, f"the window ended with {window.returncode}")
 
 
-def run(hxhost, plugin, hxupdate, folder):
-    bench = jack.Bench(hxhost, plugin, folder)
-    bench.hxupdate = hxupdate
-    try:
-        bench.start_server()
-        bench.start_product()
-        image = bench.image("small.syx", 8192)
-        screen = Screen(bench)
-        kill_in_the_midst(bench, screen, image)
-        update_after_that(bench, screen, image)
-    finally:
-        bench.close()
+def try_window(bench):
+    bench.start_server()
+    bench.start_product()
+    image = bench.image("small.syx", 8192)
+    screen = Screen(bench)
+    kill_in_the_midst(bench, screen, image)
+    update_after_that(bench, screen, image)
+    print("updated through the window over JACK")
 
 
 def main():
-    missing = [tool for tool in TOOLS if shutil.which(tool) is None]
-    if missing:
-        print(f"skipped: {', '.join(missing)} not found")
+    if jack.lacks(TOOLS, "jackd2, xvfb or xdotool"):
         return jack.SKIPPED
-    with tempfile.TemporaryDirectory() as folder:
-        try:
-            run(*sys.argv[1:4], folder)
-        except jack.Failure as failure:
-            print(failure)
-            return 1
-    print("updated through the window over JACK")
-    return 0
+    return jack.exit_code(try_window, *sys.argv[1:3], jack.Bench)
 
 
 if __name__ == "__main__":

@@ -7,11 +7,8 @@ usage: jack_updates.py HXHOST PLUGIN UPDATES MOST_GROWTH_KIB
 Exits 77, the code of a skipped test, where there is no jackd.
 """
 
-import os
 import pathlib
-import shutil
 import sys
-import tempfile
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "hxhost"))
 import jack_end_to_end as jack  # noqa: E402
@@ -55,20 +52,9 @@ def main():
     if len(sys.argv) != 5:
         print(__doc__)
         return 2
-    missing = [tool for tool in jack.TOOLS if shutil.which(tool) is None]
-    if missing:
-        print(f"SKIPPED: there is no {' '.join(missing)} (Debian package jackd2)")
+    if jack.lacks(jack.TOOLS, "jackd2"):
         return jack.SKIPPED
-    with tempfile.TemporaryDirectory() as folder:
-        bench = jack.Bench(os.path.abspath(sys.argv[1]), os.path.abspath(sys.argv[2]), folder)
-        try:
-            updates(bench, int(sys.argv[3]), int(sys.argv[4]))
-        except jack.Failure as failure:
-            print(f"FAILED: {failure}")
-            return 1
-        finally:
-            bench.close()
-    return 0
+    return jack.exit_code(lambda bench: updates(bench, int(sys.argv[3]), int(sys.argv[4])), *sys.argv[1:3], jack.Bench)
 
 
 if __name__ == "__main__":
