@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
 """Replays every trace in a folder through the program, and compares exit code and JSON document with
-those that stand beside it.
+those in the folder's expected.json.
 
 usage: replay_traces.py HXHOST PLUGIN FOLDER [--record]
 
-A trace NAME.trace has its command, exit code and document in NAME.json. --record makes the traces
+expected.json has command, exit code and document of each trace by its name. --record makes the traces
 of the table below anew, against the simulated product; those made elsewhere are only read.
 """
 
@@ -13,7 +13,8 @@ import os
 import re
 import subprocess
 import sys
-import tempfile
+
+import trial
 
 # Name of the trace, the command that made it, the faults of the product. IMAGE is an update image
 # of 300 code bytes.
@@ -54,49 +55,42 @@ RECORDED = [
 ]
 
 
-def build_image(hxhost, folder):
-    code, image = os.path.join(folder, "code.bin"), os.path.join(folder, "IMAGE")
-    with open(code, "wb") as file:
-        file.write(bytes((i * 7 + i // 256) % 256 for i in range(300)))
-    subprocess.run([hxhost, "image", "build", code, "-o", image, "--kind", "fwu"], check=True,
-                   stdout=subprocess.DEVNULL)
+class ReplayBench(trial.Bench):
+    def __init__(self, hxhost, plugin, folder):
+        super().__init__(hxhost, plugin, folder)
+        self.traces = os.path.abspath(sys.argv[3])
+        self.image("IMAGE", 300)
 
+    def trace(self, name):
+        return os.path.join(self.traces, name + ".trace")
 
-def run(hxhost, plugin, folder, words, port, more=()):
-    """Runs in the image's folder, so that the document holds no path of this machine."""
-    return subprocess.run([hxhost, *words, "--plugin", plugin, "--port", port, "--json", *more],
-                          cwd=folder, stdin=subprocess.DEVNULL, capture_output=True, text=True,
-                          timeout=60, check=False)
+    def run_on(self, port, words, more=()):
+        """Runs in the image's folder, so that the document holds no path of this machine."""
+        return subprocess.run([self.hxhost, *words, "--plugin", self.plugin, "--port", port, "--json", *more],
+                              cwd=self.folder, stdin=subprocess.DEVNULL, capture_output=True, text=True, timeout=60,
+                              check=False)
 
+    def replay(self, name, words):
+        port = "replay:" + self.trace(name)
+        ended = self.run_on(port, words)
+        document = json.loads(ended.stdout.replace(json.dumps(port)[1:-1], "PORT"))
+        return {"command": words, "exitCode": ended.returncode, "document": document}
 
-def result_of(ended, port):
-    document = json.loads(ended.stdout.replace(json.dumps(port)[1:-1], "PORT"))
-    return {"exitCode": ended.returncode, "document": document}
-
-
-def replay(hxhost, plugin, folder, traces, name, words):
-    port = "replay:" + os.path.join(traces, name + ".trace")
-    return result_of(run(hxhost, plugin, folder, words, port), port)
-
-
-def record(hxhost, plugin, folder, traces):
-    for name, words, faults in RECORDED:
-        trace = os.path.join(traces, name + ".trace")
+    def record(self, name, words, faults):
+        trace = self.trace(name)
         if os.path.exists(trace):
             os.remove(trace)
         more = [word for fault in faults for word in ("--fault", fault)]
-        first = run(hxhost, plugin, folder, words, "simulator", [*more, "--trace", trace])
+        first = self.run_on("simulator", words, [*more, "--trace", trace])
         with open(trace, encoding="utf-8") as file:
             lines = file.read()
         with open(trace, "w", encoding="utf-8") as file:
             title = " ".join(["# hxhost", *words, "--port", "simulator", *more])
             file.write(re.sub(r"^# hxhost .*$", title, lines, count=1, flags=re.M))
-        expected = replay(hxhost, plugin, folder, traces, name, words)
+        expected = self.replay(name, words)
         if expected["exitCode"] != first.returncode:
             print(f"{name}: recorded with {first.returncode}, replayed with {expected['exitCode']}")
-        with open(os.path.join(traces, name + ".json"), "w", encoding="utf-8") as file:
-            json.dump({"command": words, **expected}, file, indent=1)
-            file.write("\n")
+        return expected
 
 
 def difference(expected, found, path=""):
@@ -110,26 +104,28 @@ def difference(expected, found, path=""):
     return "" if expected == found else f"{path}: expected {expected!r}, found {found!r}"
 
 
-def main():
-    hxhost, plugin, traces = (os.path.abspath(word) for word in sys.argv[1:4])
-    with tempfile.TemporaryDirectory() as folder:
-        build_image(hxhost, folder)
-        if "--record" in sys.argv:
-            record(hxhost, plugin, folder, traces)
-        names = sorted(name[:-6] for name in os.listdir(traces) if name.endswith(".trace"))
-        wrong, failures = 0, 0
-        for name in names:
-            with open(os.path.join(traces, name + ".json"), encoding="utf-8") as file:
-                expected = json.load(file)
-            found = replay(hxhost, plugin, folder, traces, name, expected.pop("command"))
-            failures += expected["exitCode"] != 0
-            place = difference(expected, found)
-            if place:
-                wrong += 1
-                print(f"{name}{place}")
-    print(f"{len(names) - wrong} of {len(names)} traces replay as they must; {failures} of them are of failures")
-    return 1 if wrong or len(names) < 25 or failures < 10 else 0
+def record_all(bench, expected, path):
+    expected.update({name: bench.record(name, words, faults) for name, words, faults in RECORDED})
+    with open(path, "w", encoding="utf-8") as file:
+        json.dump(expected, file, indent=1, sort_keys=True)
+        file.write("\n")
+
+
+def replay_all(bench):
+    path = os.path.join(bench.traces, "expected.json")
+    with open(path, encoding="utf-8") as file:
+        expected = json.load(file)
+    if "--record" in sys.argv:
+        record_all(bench, expected, path)
+    names = sorted(name[:-6] for name in os.listdir(bench.traces) if name.endswith(".trace"))
+    trial.check(names == sorted(expected), f"the traces are {names}, those that are expected {sorted(expected)}")
+    places = {name: difference(expected[name], bench.replay(name, expected[name]["command"])) for name in names}
+    wrong = "\n".join(name + place for name, place in places.items() if place)
+    trial.check(not wrong, f"these do not replay as they must:\n{wrong}")
+    failures = sum(one["exitCode"] != 0 for one in expected.values())
+    trial.check(len(names) >= 25 and failures >= 10, f"only {len(names)} traces, {failures} of failures")
+    print(f"all {len(names)} traces replay as they must; {failures} of them are of failures")
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(trial.exit_code(replay_all, *sys.argv[1:3], ReplayBench))
