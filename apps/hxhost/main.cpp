@@ -1,9 +1,8 @@
+#include "apps/commandline/FileSizeLimit.h"
 #include "apps/hxhost/commands/CommandLine.h"
 #include "apps/hxhost/commands/Commands.h"
 
 #include <QCoreApplication>
-
-#include <csignal>
 
 #ifdef Q_OS_UNIX
 #include <fcntl.h>
@@ -25,21 +24,12 @@ void holdClosedStreams()
 #endif
 }
 
-// A file that reaches the limit on its size is a full disk: writing fails, and what is under way
-// goes on.
-void outliveFileLimits()
-{
-#ifdef SIGXFSZ
-    std::signal(SIGXFSZ, SIG_IGN);
-#endif
-}
-
 } // namespace
 
 int main(int argc, char** argv)
 {
     holdClosedStreams();
-    outliveFileLimits();
+    hx::outliveFileSizeLimit();
     const QCoreApplication application(argc, argv);
     hx::host::CommandLine line;
     hx::host::addAllCommands(line);

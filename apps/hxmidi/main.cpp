@@ -1,9 +1,8 @@
+#include "apps/commandline/FileSizeLimit.h"
 #include "apps/hxmidi/commands/CommandLine.h"
 #include "apps/hxmidi/commands/Commands.h"
 
 #include <QFile>
-
-#include <csignal>
 
 namespace {
 
@@ -13,19 +12,11 @@ void openStream(QFile& file, int descriptor, QIODevice::OpenMode mode)
     file.open(descriptor, mode | QIODevice::Unbuffered);
 }
 
-// A file that reaches the limit on its size is a full disk, not the end by a signal.
-void outliveFileLimits()
-{
-#ifdef SIGXFSZ
-    std::signal(SIGXFSZ, SIG_IGN);
-#endif
-}
-
 } // namespace
 
 int main(int argc, char** argv)
 {
-    outliveFileLimits();
+    hx::outliveFileSizeLimit();
     QFile input;
     QFile output;
     QFile errors;
