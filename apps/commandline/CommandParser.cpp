@@ -24,6 +24,29 @@ bool isOption(const std::string& word)
     return word.rfind('-', 0) == 0;
 }
 
+// Whether one of the app's commands has an option of that name, with a value.
+bool takesValue(const CLI::App& app, const std::string& name)
+{
+    const auto commands = app.get_subcommands([](const CLI::App*) { return true; });
+    return std::any_of(commands.begin(), commands.end(), [&name](const CLI::App* command) {
+        const CLI::Option* option = command->get_option_no_throw(name);
+        return option != nullptr && option->get_items_expected_max() > 0;
+    });
+}
+
+// The first of `words` that is neither an option nor an option's value: where a command should be.
+std::optional<std::string> firstPlainWord(const CLI::App& app,
+                                          const std::vector<std::string>& words)
+{
+    for (size_t i = 0; i < words.size(); ++i) {
+        if (!isOption(words[i]))
+            return words[i];
+        if (takesValue(app, words[i]))
+            ++i;
+    }
+    return std::nullopt;
+}
+
 // The parser lists them last first.
 std::vector<std::string> surplusWords(const CLI::App& app)
 {
@@ -93,8 +116,9 @@ ParseResult CommandParser::problem(const CLI::ParseError& error) const
     const std::vector<std::string> left = innermostApp().remaining();
     if (!commands.empty() && left.empty())
         return {ParseResult::State::NoCommand, {}, commands};
-    if (!commands.empty() && !isOption(left.front()))
-        return {ParseResult::State::UnknownCommand, unguarded(left.front()), commands};
+    const std::optional<std::string> word = firstPlainWord(innermostApp(), left);
+    if (!commands.empty() && word)
+        return {ParseResult::State::UnknownCommand, unguarded(*word), commands};
     const std::vector<std::string> surplus = surplusWords(*m_app);
     if (!surplus.empty())
         return {ParseResult::State::Surplus, {}, surplus};

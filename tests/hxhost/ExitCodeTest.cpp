@@ -184,6 +184,17 @@ TEST_F(ExitCodes, UsageNamesTheWordThatIsNoCommand)
               "  next: see 'hxhost image --help'\n");
 }
 
+TEST_F(ExitCodes, UsageNamesTheWordThatIsNoCommandAfterOptionsToo)
+{
+    EXPECT_EQ(json({"image", "--quiet", "make"})["error"].toObject()["what"].toString(),
+              "\"make\" is not a command");
+    EXPECT_TRUE(hxhost({"--json", "bogus"}).out.contains(R"("\"bogus\" is not a command")"));
+    EXPECT_TRUE(hxhost({"--port", "simulator", "bogus"})
+                    .err.startsWith("error: \"bogus\" is not a command\n"));
+    EXPECT_TRUE(hxhost({"--port", "simulator"})
+                    .err.startsWith("error: not expected here: \"--port\" \"simulator\"\n"));
+}
+
 // What a variable of a script that was never set leaves behind: "verify" without its image would
 // find code intact that is not the image's.
 TEST_F(ExitCodes, UsageForAnEmptyValue)

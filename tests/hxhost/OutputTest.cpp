@@ -93,6 +93,15 @@ TEST_F(Output, JsonHoldsUsageErrorsToo)
     EXPECT_EQ(document.value("error").toObject().value("what").toString(), "IMAGE is required");
 }
 
+TEST_F(Output, JsonOfAUsageErrorNamesTheCommand)
+{
+    EXPECT_EQ(json({"update", "--colour"})["command"].toString(), "update");
+    EXPECT_EQ(json({"image", "build", "code"})["command"].toString(), "image build");
+    EXPECT_EQ(json({"image"})["command"].toString(), "");
+    EXPECT_EQ(json({"image", "bake"})["command"].toString(), "");
+    EXPECT_EQ(json({"dance"})["command"].toString(), "");
+}
+
 TEST_F(Output, FieldPrintsOneValueAndNothingElse)
 {
     EXPECT_EQ(

@@ -70,6 +70,8 @@ CASES = [
     (["batch", "BAD", "--ports", "simulator"], 6),
     (["update"], 2),
     (["dance"], 2),
+    (["update", "--colour"], 2),
+    (["image", "build", "CODE"], 2),
     (["update", "IMAGE", "--port", "replay:TRACE"], 11),
     (["verify", "IMAGE", "--port", "simulator"], 8),
     (["recover", "--port", "simulator", "--fault", "silent"], 5),

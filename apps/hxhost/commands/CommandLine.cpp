@@ -131,6 +131,14 @@ Problem CommandLine::usageProblem(const ParseResult& parsed) const
     }
 }
 
+// Empty where no command is given, or only the group of one.
+QString CommandLine::chosenName() const
+{
+    const auto innermost = m_parser.innermost();
+    const std::string name = innermost ? innermost->fullName() : std::string();
+    return m_runs.count(name) == 0 ? QString() : QString::fromStdString(name);
+}
+
 int CommandLine::refuse(const ParseResult& parsed, int argc, char** argv)
 {
     Report report;
@@ -139,7 +147,7 @@ int CommandLine::refuse(const ParseResult& parsed, int argc, char** argv)
     const bool hasDocument = asksFor("--json", argc, argv);
     const bool hasObjects = asksFor("json", argc, argv) || asksFor("--progress=json", argc, argv);
     if (hasDocument)
-        writeOut(report.toJson(QString()));
+        writeOut(report.toJson(chosenName()));
     if (!hasDocument || !hasObjects || !allWritten())
         Console(Verbosity::Normal, hasObjects).problem(problem);
     return int(report.exitCode());

@@ -34,6 +34,7 @@ private:
     int finish(const Command& command, CommandContext& context);
     int showHelp(const std::string& text);
     int refuse(const ParseResult& parsed, int argc, char** argv);
+    QString chosenName() const;
     Problem usageProblem(const ParseResult& parsed) const;
     void printResult(const Command& command, CommandContext& context);
 
