@@ -61,7 +61,20 @@ GIVEN = {
 
 # How an indented line begins when it is a command. The others are grammars, texts and file trees.
 INDENTED = re.compile(r"(\./)?(scripts/|\.ci/)|(hxhost|hxmidi|cmake|git|pkg-config) ")
+# The documents print the names of the kit that is made for Qt 5. Of the one for Qt 6 they carry the number, and a
+# project says that it takes that one.
+NAMES_WITH_QT_6 = {
+    r"/hxmidikit/plugins": "/hxmidikit-qt6/plugins",
+    r"(?<=^pkg-config ).*HxDeviceInterface": r"\g<0>-qt6",
+    r"-DCMAKE_PREFIX_PATH=\S+": r"\g<0> -DKIT=HxMidiKit-qt6",
+}
 EXIT_CODE = re.compile(r"# ends with exit code (\d+)$")
+
+
+def with_names_of(major, command):
+    for printed, name in NAMES_WITH_QT_6.items() if major == "6" else ():
+        command = re.sub(printed, name, command)
+    return command
 
 
 def listed_files():
@@ -196,9 +209,9 @@ class Scratch:
         packages = self.folder / "build/kit" / os.environ.get("HX_LIBDIR", "lib") / "pkgconfig"
         environment = dict(os.environ, PKG_CONFIG_PATH=str(packages),
                            PATH=f"{BUILD / 'bin'}{os.pathsep}{os.environ['PATH']}")
-        ended = subprocess.run(["bash", "-c", command], cwd=self.folder, env=environment, text=True,
-                               stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
-                               timeout=600, check=False)
+        words = ["bash", "-c", with_names_of(os.environ.get("HX_QT"), command)]
+        ended = subprocess.run(words, cwd=self.folder, env=environment, text=True,
+                               stdout=subprocess.PIPE, stderr=subprocess.STDOUT, timeout=600, check=False)
         wanted = int(expected.group(1)) if expected else 0
         if ended.returncode == wanted:
             return None
