@@ -96,7 +96,7 @@ const char* Builder::skipPiece(const char* at)
     return next.end;
 }
 
-// Appends the two-digit numbers that stand here, as appendLiteral() would one by one.
+// Appends the two-digit numbers that are here, as appendLiteral() would one by one.
 const char* Builder::appendPlainPieces(const char* at)
 {
     if (!hx::fastPaths)

@@ -17,7 +17,7 @@ bool isHexOrX(char c)
     return c == 'X' || (c >= '0' && c <= '9') || (c >= 'A' && c <= 'F');
 }
 
-// The number of literals from `first` on that stand side by side and are X, or are neither X nor digit.
+// The number of literals from `first` on that are side by side and are X, or are neither X nor digit.
 int runLength(const QVector<PatternLiteral>& literals, int first, bool areX)
 {
     const auto fits = [areX](char c) { return areX ? c == 'X' : !isHexOrX(c); };

@@ -14,7 +14,7 @@ namespace hx {
 constexpr qint64 mostPatternElements = 10000;
 constexpr int deepestPattern = 100;
 
-// The regular expression that a pattern stands for: without blanks, in upper case, XX as two dots.
+// The regular expression that a pattern means: without blanks, in upper case, XX as two dots.
 QRegExp patternExpression(const QString& pattern);
 
 // Tells what makes a pattern of plain ASCII unusable; when nothing does, what may surprise about it.

@@ -35,7 +35,7 @@ enum class TextProblemKind {
 
     // A pattern that may not mean what it seems to.
     EmptyPattern,  // it fits anything
-    NeverFits,     // letters and signs that are no hex digit
+    NeverFits,     // letters and signs that are not hex digits
     LetterEscaped, // in upper case, as all letters
 };
 
@@ -46,7 +46,7 @@ struct TextProblem {
     qint64 length;
 };
 
-// Is told every problem when it is met.
+// Receives every problem when it is met.
 using ProblemSink = std::function<void(const TextProblem&)>;
 
 } // namespace hx

@@ -5,7 +5,7 @@
 
 namespace hx {
 
-// The text with whatever would steer a terminal or stand for no character written out: "\x1B" for
+// The text with whatever would control a terminal or is not a character written out: "\x1B" for
 // control characters and for bytes of a file's name that are not UTF-8, "\u202E" for what changes
 // the line or the direction of writing.
 QString printable(const QString& text);

@@ -1,5 +1,5 @@
 /** @file
- * How long a bus bears with what lies between it and the product.
+ * How long a bus waits for what is between it and the product.
  */
 #pragma once
 

@@ -1,5 +1,5 @@
 /** @file
- * What tells a port from all others, wherever in a list it stands today.
+ * What tells a port from all others, whatever its place in a list is today.
  */
 #pragma once
 

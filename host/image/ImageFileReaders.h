@@ -5,7 +5,7 @@
 
 namespace hx {
 
-// Offset of the first byte that cannot stand in hex text, or -1 when the content is hex text: pairs
+// Offset of the first byte that cannot be in hex text, or -1 when the content is hex text: pairs
 // of hex digits with blanks, commas, tabs and line ends between them, in an encoding of FileText.
 qint64 firstNonTextByte(const QByteArray& content);
 

@@ -4,7 +4,7 @@ namespace hx {
 
 namespace {
 
-// Where the fields of an identity reply stand; a manufacturer that begins with 00 has three bytes,
+// Where the fields of an identity reply are; a manufacturer that begins with 00 has three bytes,
 // and everything after it moves on by two.
 constexpr int manufacturerPosition = 5;
 constexpr int shortReplyBytes = 15;

@@ -34,7 +34,7 @@ QByteArray fixedStart(const std::vector<PatternByte>& bytes)
     return start;
 }
 
-// F0, maker, family and model of a command; empty when it is no command of a product.
+// F0, maker, family and model of a command; empty when it is not a command of a product.
 QByteArray headerOf(const QString& command)
 {
     const QByteArray start = fixedStart(patternBytes(command).bytes);

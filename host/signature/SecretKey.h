@@ -17,7 +17,7 @@ public:
     using AskPassword = std::function<std::optional<QByteArray>()>;
 
     // Out of the content of a file that minisign made, which is wiped. `ask` is called once at
-    // most. A problem when it is no such file, or the password is not the key's.
+    // most. A problem when it is not such a file, or the password is not the key's.
     static Result<SecretKey> open(QByteArray& text, const AskPassword& ask);
 
     QByteArray id() const;

@@ -20,7 +20,7 @@ constexpr int headWidth = 90;
 constexpr int lifelineHeadHeight = 24;
 constexpr int rowHeight = 27;
 constexpr int noteHeight = 15;
-constexpr int textAbove = 5; // an arrow's label stands so much above it, a fault's below
+constexpr int textAbove = 5; // an arrow's label is so much above it, a fault's below
 constexpr int longestLabel = 64;
 constexpr int longestNote = 76;
 

@@ -289,7 +289,7 @@ Result<TraceEvents> contentOf(const QString& path)
         return notATrace(QStringLiteral("it cannot be read: %1").arg(opened.problem().what));
     const QByteArray head = in.peek(int(qstrlen(traceHeader)));
     if (head != traceHeader)
-        return parseTrace(head); // which refuses it; what is no trace is not taken into memory
+        return parseTrace(head); // which refuses it; what is not a trace is not taken into memory
     QByteArray content;
     if (in.size() <= maxTraceBytes)
         content = in.read(maxTraceBytes + 1); // a device states no size before it is read

@@ -37,7 +37,7 @@ QString messageText(const TraceEvent& event)
     return text;
 }
 
-// A note quotes no whole messages, and is no story.
+// A note quotes no whole messages, and is short.
 QString shortNote(QString text)
 {
     constexpr int longest = 240;

@@ -1,4 +1,4 @@
-// What of a trace is drawn, row by row: exchanges that are all alike are told once, not a thousand
+// What of a trace is drawn, row by row: exchanges that are all alike are drawn once, not a thousand
 // times.
 #pragma once
 

@@ -108,7 +108,7 @@ void describeFinished(UpdateResult& result, const ProductReader& reader)
     result.productState = assessment.state;
     if (result.succeeded())
         return;
-    // Intact code is no comfort to one who wanted that of the image.
+    // Intact code is not enough for one who wanted that of the image.
     result.advice =
         assessment.condition == ProductCondition::CodeIntact ? installImage() : assessment.advice;
 }

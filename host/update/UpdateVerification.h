@@ -1,4 +1,4 @@
-// The checks that stand before the word success: identity, version and both checksums.
+// The checks that come before the word success: identity, version and both checksums.
 #pragma once
 
 #include "host/update/UpdateSteps.h"

@@ -23,7 +23,7 @@ struct BatchPlan {
     int jobs = 0;              // at the same time
     int longestSilence = 0;    // of a run that is not hung, in milliseconds
     bool goesOn = false;       // waits for the next product after each, until it is stopped
-    bool skipsSilent = false;  // a port where nothing answers is no failure
+    bool skipsSilent = false;  // a port where nothing answers is not a failure
 };
 
 struct BatchHandlers {

@@ -18,7 +18,7 @@ struct BatchPort {
     bool isAmbiguous() const { return inputs.size() > 1; }
 };
 
-// Whether the text is `pattern`, in which "*" stands for any characters and "?" for one, in whatever
+// Whether the text is `pattern`, in which "*" means any characters and "?" for one, in whatever
 // case. Without these it is enough that it holds the pattern.
 bool fitsBatchPattern(const QString& text, const QString& pattern);
 

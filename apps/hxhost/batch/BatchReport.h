@@ -10,7 +10,7 @@ namespace hx::host {
 
 enum class BatchReportForm { JUnit, Csv, JsonLines };
 
-// The form that the ending of a file's name stands for: .xml, .csv, .jsonl; none for another one.
+// The form that the ending of a file's name means: .xml, .csv, .jsonl; none for another one.
 std::optional<BatchReportForm> batchReportForm(const QString& name);
 
 struct BatchRecord {

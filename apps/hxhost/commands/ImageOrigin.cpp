@@ -163,7 +163,7 @@ std::optional<LoadedImage> readTrustedImage(CommandContext& context, const std::
     std::optional<LoadedImage> loaded = openImage(context, path, product);
     if (!loaded || failForeign(context, loaded->path, loaded->file.format))
         return std::nullopt;
-    const bool isOurs = !loaded->image.isForOtherProduct; // which is told before who signed it
+    const bool isOurs = !loaded->image.isForOtherProduct; // which is said before who signed it
     if (isOurs && !requireOrigin(context, options, keys, *loaded))
         return std::nullopt;
     return requireGoodImage(context, *loaded) && isOurs ? loaded : std::nullopt;

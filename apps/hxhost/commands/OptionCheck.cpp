@@ -71,7 +71,7 @@ std::optional<Problem> eofProblem(const std::vector<GivenOption>& options)
         QStringLiteral("name the file, or leave --stop-at-eof out")};
 }
 
-// A port that is no pair of this machine's ports has its own answers.
+// A port that is not a pair of this machine's ports has its own answers.
 std::optional<Problem> inPortProblem(const std::vector<GivenOption>& options)
 {
     const QString port = valueOf(options, "--port");

@@ -38,7 +38,7 @@ QString anotherAnswers(quint32 identifier)
         .arg(identifierText(identifier));
 }
 
-// A product that the plugin's pattern keeps out is told by its reply.
+// A product that the plugin's pattern does not fit is named by its reply.
 QString whoAnswers(const IdentityReading& identity)
 {
     return identity.good() ? anotherAnswers(identity.fidpid) : identity.reason;

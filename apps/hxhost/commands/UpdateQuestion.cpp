@@ -9,7 +9,7 @@ namespace hx::host {
 
 namespace {
 
-// Empty when one part is no number.
+// Empty when one part is not a number.
 QVector<int> numbersOf(const QString& version)
 {
     QVector<int> numbers;

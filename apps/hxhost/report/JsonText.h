@@ -1,4 +1,4 @@
-// Values from outside as they may stand in a JSON document.
+// Values from outside as they may be in a JSON document.
 #pragma once
 
 #include "host/base/Problem.h"

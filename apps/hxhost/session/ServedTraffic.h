@@ -15,7 +15,7 @@ public:
     void heard(const MidiChunk& chunk);
     void answered(const QByteArray& bytes);
 
-    // To be called now and then, so that the beginning of a message that stays one is told too.
+    // To be called now and then, so that a message that is never finished is reported too.
     void silence();
     void end();
 

@@ -159,7 +159,7 @@ private:
             readText({QString(), text});
     }
 
-    // A file's name that was typed without its "@" is told apart from bad hex text.
+    // A file's name that was typed without its "@" is not called bad hex text.
     bool namesFile()
     {
         for (const QByteArray& word : qAsConst(m_words)) {

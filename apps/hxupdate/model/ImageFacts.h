@@ -13,7 +13,7 @@ namespace hxupdate {
 enum class ImageFault {
     None,
     NoPlugin,     // nothing here can tell what is in it
-    Folder,       // it is no file
+    Folder,       // it is not a file
     Unreadable,   // it is gone, or may not be opened
     WebPage,      // what a download has saved in the place of a file
     Archive,      // an image may be in it

@@ -15,8 +15,8 @@ struct Advice {
 
 constexpr size_t mostSteps = 3;
 
-// The same in English, as it stands in a table; what is not there is null. "%1" in the title and
-// the sentence stands for the product's name.
+// The same in English, as it is in a table; what is not there is null. "%1" in the title and
+// the sentence is the product's name.
 struct AdviceText {
     const char* title;
     const char* sentence;

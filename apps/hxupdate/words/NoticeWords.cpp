@@ -8,7 +8,7 @@ namespace hxupdate {
 
 namespace {
 
-// In the order of the notices; "%1" stands for the detail.
+// In the order of the notices; "%1" is the detail.
 const char* const noticeTexts[] = {
     "",
     QT_TRANSLATE_NOOP("NoticeWords", "The product is no longer connected. Connect it again."),
