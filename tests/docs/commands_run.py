@@ -210,7 +210,7 @@ class Scratch:
         environment = dict(os.environ, PKG_CONFIG_PATH=str(packages),
                            PATH=f"{BUILD / 'bin'}{os.pathsep}{os.environ['PATH']}")
         words = ["bash", "-c", with_names_of(os.environ.get("HX_QT"), command)]
-        ended = subprocess.run(words, cwd=self.folder, env=environment, text=True,
+        ended = subprocess.run(words, cwd=self.folder, env=environment, text=True, stdin=subprocess.DEVNULL,
                                stdout=subprocess.PIPE, stderr=subprocess.STDOUT, timeout=600, check=False)
         wanted = int(expected.group(1)) if expected else 0
         if ended.returncode == wanted:
