@@ -28,8 +28,10 @@ class Stations(trial.Bench):
 
     def __init__(self, hxhost, plugin, folder):
         super().__init__(hxhost, plugin, folder)
-        # Where no shell is named, parallel takes what called it for one, which is this script's interpreter.
-        self.environment = dict(os.environ, STATIONS=folder, HOME=folder, SHELL="/bin/sh")
+        # Where no shell is named, parallel takes what called it for one, which is this script's interpreter. It
+        # fails where the folder for its own files has a blank in its name.
+        self.environment = dict(os.environ, STATIONS=folder, HOME=folder, SHELL="/bin/sh", TMPDIR="/tmp",
+                                PATH=folder + os.pathsep + os.environ["PATH"])
 
     def prepare(self):
         with open(self.path("login"), "w", encoding="ascii") as file:
@@ -46,7 +48,7 @@ class Stations(trial.Bench):
         """The command of docs/user/many-products.md, with another way to log in."""
         command = shlex.join([self.hxhost, "batch", self.path("image"), "--plugin", self.plugin, "--ports",
                               "simulator:*.state", "--report", "batch.jsonl"])
-        return self.run("parallel", "--will-cite", "--nonall", "--tag", "--ssh", self.path("login"), "--sshlogin",
+        return self.run("parallel", "--will-cite", "--nonall", "--tag", "--ssh", "login", "--sshlogin",
                         ",".join(STATIONS), command)
 
     def units(self, station):
