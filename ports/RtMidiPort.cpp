@@ -40,48 +40,62 @@ RtMidi::Api apiNamed(const QString& backend)
     return api;
 }
 
-// Runs `openPorts`, and returns whatever the library says meanwhile.
-template <typename Open>
-QString complaintOf(const Open& openPorts)
-{
-    const RtMidiSilence silence;
-    try {
-        openPorts();
-    } catch (const RtMidiError& thrown) {
-        return (silence.text() + QLatin1Char(' ') + QString::fromStdString(thrown.getMessage()))
-            .trimmed();
-    }
-    return silence.text();
-}
-
 } // namespace
 
 Result<std::unique_ptr<MidiPort>> RtMidiPort::open(const PortAddress& address, const Pace& pace)
 {
-    silenceMidiLibraries();
     std::unique_ptr<RtMidiPort> port(new RtMidiPort(address, pace));
-    const QString complaint = complaintOf([&] { port->connectTo(apiNamed(address.backend)); });
-    return portOrProblem(std::move(port), complaint);
-}
-
-// The library may complain of a port that it opened all the same: it is not used.
-Result<std::unique_ptr<MidiPort>> RtMidiPort::portOrProblem(std::unique_ptr<RtMidiPort> port,
-                                                            const QString& complaint)
-{
-    const QString what = complaint.isEmpty() ? port->takeLibraryError() : complaint;
-    if (!what.isEmpty())
-        return Problem{ExitCode::NoPort, what, {}, {}};
-    return std::unique_ptr<MidiPort>(std::move(port));
+    return opened(std::move(port), {"hxhost input", "hxhost output"}, &RtMidiPort::connectPorts);
 }
 
 Result<std::unique_ptr<MidiPort>> RtMidiPort::openVirtual(const QString& backend,
                                                           const QString& name, const Pace& pace)
 {
-    silenceMidiLibraries();
     std::unique_ptr<RtMidiPort> port(new RtMidiPort({backend, name, name}, pace));
     port->m_isVirtual = true;
-    const QString complaint = complaintOf([&] { port->offer(apiNamed(backend), name); });
-    return portOrProblem(std::move(port), complaint);
+    const std::string client = name.toStdString();
+    return opened(std::move(port), {client, client + " replies"}, &RtMidiPort::offerPorts);
+}
+
+// Of a port that JACK's library has complained of nothing is asked any more. When the server has
+// gone away, the library frees the clients that a program has as soon as it opens one more.
+Result<std::unique_ptr<MidiPort>> RtMidiPort::opened(std::unique_ptr<RtMidiPort> port,
+                                                     const ClientNames& names,
+                                                     void (RtMidiPort::*openPorts)())
+{
+    silenceMidiLibraries();
+    QString problem = port->problemOf([&] { port->setUp(names); });
+    if (problem.isEmpty())
+        problem = port->problemOf([&] { (*port.*openPorts)(); });
+    if (problem.isEmpty())
+        return std::unique_ptr<MidiPort>(std::move(port));
+    if (port->m_server && port->m_hasComplained)
+        abandon(std::move(port));
+    return Problem{ExitCode::NoPort, problem, {}, {}};
+}
+
+// The library may complain of what it did all the same: that is a problem too.
+template <typename Step>
+QString RtMidiPort::problemOf(const Step& step)
+{
+    const RtMidiSilence silence;
+    QString refusal;
+    try {
+        step();
+    } catch (const RtMidiError& thrown) {
+        refusal = QString::fromStdString(thrown.getMessage());
+    }
+    const QString said = silence.text();
+    const QString complaint = said.isEmpty() ? takeLibraryError() : said;
+    m_hasComplained = !complaint.isEmpty();
+    return (complaint + QLatin1Char(' ') + refusal).trimmed();
+}
+
+// Until the program ends: to close a client that the library has freed would free it again.
+void RtMidiPort::abandon(std::unique_ptr<RtMidiPort> port)
+{
+    static auto& abandoned = *new std::vector<std::unique_ptr<RtMidiPort>>;
+    abandoned.push_back(std::move(port));
 }
 
 RtMidiPort::RtMidiPort(const PortAddress& address, const Pace& pace)
@@ -95,13 +109,13 @@ RtMidiPort::~RtMidiPort()
         m_pacer.drain(m_clock.now() + rtMidiBuffer.emptying);
 }
 
-void RtMidiPort::setUp(RtMidi::Api api, const std::string& inputClient,
-                       const std::string& outputClient)
+void RtMidiPort::setUp(const ClientNames& names)
 {
+    const RtMidi::Api api = apiNamed(m_address.backend);
     if (api == RtMidi::UNIX_JACK)
         m_server = std::make_unique<JackServerWatch>();
-    m_in = std::make_unique<RtMidiIn>(api, inputClient);
-    m_out = std::make_unique<RtMidiOut>(api, outputClient);
+    m_in = std::make_unique<RtMidiIn>(api, names.input);
+    m_out = std::make_unique<RtMidiOut>(api, names.output);
     m_in->setErrorCallback(takeError, this);
     m_out->setErrorCallback(takeError, this);
     // SysEx must come; clock and active sensing too, because a person who listens, and the host
@@ -110,17 +124,15 @@ void RtMidiPort::setUp(RtMidi::Api api, const std::string& inputClient,
     m_in->setCallback(takeInput, this);
 }
 
-void RtMidiPort::connectTo(RtMidi::Api api)
+void RtMidiPort::connectPorts()
 {
-    setUp(api, "hxhost input", "hxhost output");
     if (!m_address.output.isEmpty())
         m_out->openPort(indexOf(*m_out, m_address.output), "out");
     m_in->openPort(indexOf(*m_in, m_address.input), "in");
 }
 
-void RtMidiPort::offer(RtMidi::Api api, const QString& name)
+void RtMidiPort::offerPorts()
 {
-    setUp(api, name.toStdString(), name.toStdString() + " replies");
     m_out->openVirtualPort("out");
     m_in->openVirtualPort("in");
 }

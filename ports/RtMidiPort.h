@@ -12,6 +12,8 @@
 #include <RtMidi.h>
 
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace hx {
 
@@ -60,11 +62,20 @@ public:
 private:
     RtMidiPort(const PortAddress& address, const Pace& pace);
 
-    static Result<std::unique_ptr<MidiPort>> portOrProblem(std::unique_ptr<RtMidiPort> port,
-                                                           const QString& complaint);
-    void connectTo(RtMidi::Api api);
-    void offer(RtMidi::Api api, const QString& name);
-    void setUp(RtMidi::Api api, const std::string& inputClient, const std::string& outputClient);
+    struct ClientNames {
+        std::string input;
+        std::string output;
+    };
+
+    static Result<std::unique_ptr<MidiPort>> opened(std::unique_ptr<RtMidiPort> port,
+                                                    const ClientNames& names,
+                                                    void (RtMidiPort::*openPorts)());
+    static void abandon(std::unique_ptr<RtMidiPort> port);
+    template <typename Step>
+    QString problemOf(const Step& step);
+    void setUp(const ClientNames& names);
+    void connectPorts();
+    void offerPorts();
     bool refuse(const QByteArray& message);
     bool isPresent();
     bool hasGone();
@@ -76,6 +87,7 @@ private:
     PortAddress m_address;
     bool m_isVirtual = false;
     bool m_isGone = false;
+    bool m_hasComplained = false; /**< the library, in the last step of opening */
     SteadyClock m_clock;
     Pacer m_pacer;
     Microseconds m_nextLook = 0;               /**< when to look again whether the port exists */

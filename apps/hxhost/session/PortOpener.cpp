@@ -47,15 +47,14 @@ PortPointer openStateful(CommandContext& context, const sim::FaultyProduct& prod
 }
 
 // The names that the plugin gives its product's ports, when the person gave none.
-Result<PortSelection> select(const ConnectionOptions& options, const DeviceInterface& device)
+Result<PortSelection> select(const QList<MidiBackend>& present, const ConnectionOptions& options,
+                             const DeviceInterface& device)
 {
     const QString output = fileNameText(options.port);
     const QString input = fileNameText(options.inPort);
     if (output.isEmpty() && input.isEmpty())
-        return selectProductPort(listMidiBackends(), device.productOutPortName(),
-                                 device.productInPortName());
-    return selectPort(listMidiBackends(), output.isEmpty() ? device.productOutPortName() : output,
-                      input);
+        return selectProductPort(present, device.productOutPortName(), device.productInPortName());
+    return selectPort(present, output.isEmpty() ? device.productOutPortName() : output, input);
 }
 
 AnsweringPort failOpening(CommandContext& context, const QString& error)
@@ -180,13 +179,14 @@ PortPointer openPort(CommandContext& context, const ConnectionOptions& options,
         return openMadeUp(context, options, device, false);
     if (isDevice(options))
         return openDevice(context, options);
-    const Result<PortSelection> selection = select(options, device);
+    const QList<MidiBackend> present = listMidiBackends();
+    const Result<PortSelection> selection = select(present, options, device);
     AnsweringPort opened = openSelected(context, selection, options, device);
     if (!opened.port)
         return nullptr;
     const PortAddress address = {selection->address.backend, selection->address.output,
                                  opened.input};
-    return keepPort(context, options, std::move(opened.port), address);
+    return keepPort(context, options, std::move(opened.port), address, present);
 }
 
 PortPointer openInput(CommandContext& context, const ConnectionOptions& options,

@@ -39,9 +39,10 @@ bool isServed(const QString& backend)
 } // namespace
 
 std::unique_ptr<MidiPort> keepPort(CommandContext& context, const ConnectionOptions& options,
-                                   std::unique_ptr<MidiPort> port, const PortAddress& address)
+                                   std::unique_ptr<MidiPort> port, const PortAddress& address,
+                                   const QList<MidiBackend>& present)
 {
-    const PortMemory memory(address, listMidiBackends());
+    const PortMemory memory(address, present);
     const Pace pace = options.pace;
     const auto reopen = [memory, pace]() -> Result<std::unique_ptr<MidiPort>> {
         const Result<PortAddress> found = memory.find(listMidiBackends());

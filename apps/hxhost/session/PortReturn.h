@@ -3,6 +3,7 @@
 
 #include "apps/hxhost/session/CommandContext.h"
 
+#include "ports/PortList.h"
 #include "ports/ReturningPort.h"
 #include "ports/RtMidiPort.h"
 
@@ -10,8 +11,11 @@
 
 namespace hx::host {
 
+// `present` were listed before the port was opened. They cannot be listed while it is: when JACK's
+// server has gone away, its library then frees the clients of the open port.
 std::unique_ptr<MidiPort> keepPort(CommandContext& context, const ConnectionOptions& options,
-                                   std::unique_ptr<MidiPort> port, const PortAddress& address);
+                                   std::unique_ptr<MidiPort> port, const PortAddress& address,
+                                   const QList<MidiBackend>& present);
 
 // A device is kept when its USB device is known; of any other the name proves nothing.
 std::unique_ptr<MidiPort> keepDevice(CommandContext& context, const ConnectionOptions& options,
