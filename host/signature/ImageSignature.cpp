@@ -34,9 +34,13 @@ bool isSignedBy(const PublicKey& key, const QByteArray& bytes, const QByteArray&
                                        dataOf(key.key)) == 0;
 }
 
+// No comment of an image is as long as what is shown of one.
 QString shownComment(const QByteArray& comment)
 {
-    return printable(QString::fromUtf8(comment));
+    constexpr int shownCharacters = 200;
+    const QString text = QString::fromUtf8(comment);
+    const QString rest = text.size() > shownCharacters ? QStringLiteral("...") : QString();
+    return printable(text.left(shownCharacters)) + rest;
 }
 
 SignatureVerdict verdictOn(const std::vector<PublicKey>& keys, const Signature& signature,
