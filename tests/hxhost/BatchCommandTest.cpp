@@ -76,6 +76,8 @@ TEST_F(BatchCommand, TraceOfAUnitReplaysWithTheImageBesideIt)
         unitsIn(json({"--ports", "simulator:" + path("p1")}))["p1"]["trace"].toString();
     const QStringList images = QDir(path("traces")).entryList({"*-image.syx"});
     ASSERT_EQ(images.size(), 1);
+    EXPECT_EQ(QDir(path("traces")).entryList(QDir::Files).size(), 2)
+        << "nothing is kept of the questions before the update";
     EXPECT_EQ(
         hxhost({"update", path("traces/") + images.first(), "--port", "replay:" + trace}).exitCode,
         0);

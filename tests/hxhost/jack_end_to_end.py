@@ -39,6 +39,7 @@ class Bench(trial.Bench):
         self.name = f"hxhost-test-{os.getpid()}"
         self.environment = dict(os.environ, JACK_DEFAULT_SERVER=self.name, JACK_NO_AUDIO_RESERVATION="1")
         self.server = None
+        self.manager = None  # of the server's links, where it has one
 
     def start_server(self):
         # Synchronous: a period waits for every program, so that none loses data on a busy machine.
@@ -90,13 +91,16 @@ class PipeWireBench(Bench):
                                 LD_LIBRARY_PATH=":".join(libraries))
 
     def start_server(self):
+        """Also in the place of one that was killed."""
         address = self.path("runtime/bus")
+        if os.path.exists(address):
+            os.remove(address)
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = f"unix:path={address}"
         self.start("dbus-daemon", "--session", "--nofork", "--nopidfile", f"--address=unix:path={address}")
         eventually("the bus answers", lambda: os.path.exists(address))
         self.server = self.start("pipewire")
         eventually("PipeWire answers", lambda: self.run("pw-cli", "info", "0").returncode == 0)
-        self.start("wireplumber")
+        self.manager = self.start("wireplumber")
         eventually("its manager is there", lambda: "WirePlumber" in self.run("pw-cli", "list-objects", "Client").stdout)
         eventually("JACK programs are served", lambda: self.run("jack_lsp").returncode == 0)
 
