@@ -75,7 +75,7 @@ qint64 ReplayPort::send(const QByteArray& message)
     const TraceEvent* event = next();
     while (event != nullptr && event->event.kind != BusEventKind::Sent) {
         ++m_next;
-        if (failsToSend(*event, message))
+        if (failsToSend(*event, message) || comesBack(*event))
             return 0;
         event = next();
     }
@@ -94,6 +94,18 @@ bool ReplayPort::failsToSend(const TraceEvent& event, const QByteArray& message)
     if (event.event.kind != BusEventKind::SendFailed || event.event.bytes != message)
         return false;
     m_clock.sleepUntil(event.event.time);
+    errorText = event.event.text;
+    const TraceEvent* after = next();
+    m_isGone = after != nullptr && after->event.kind == BusEventKind::PortLost;
+    return true;
+}
+
+bool ReplayPort::comesBack(const TraceEvent& event)
+{
+    if (event.event.kind != BusEventKind::PortBack)
+        return false;
+    m_clock.sleepUntil(event.event.time);
+    ++m_returns;
     errorText = event.event.text;
     return true;
 }
@@ -122,8 +134,13 @@ MidiChunk ReplayPort::receive(Microseconds deadline)
         ++m_next;
         return wait(deadline);
     case BusEventKind::PortLost:
+        m_isGone = true;
         m_ended = errorText = QStringLiteral("it was lost when the trace was made");
         return {};
+    case BusEventKind::PortBack:
+        ++m_next;
+        comesBack(*event);
+        return wait(deadline);
     case BusEventKind::Interrupted:
         raiseInterrupt();
         return {};
@@ -161,6 +178,7 @@ void ReplayPort::raiseInterrupt()
 
 MidiChunk ReplayPort::wait(Microseconds deadline)
 {
+    errorText = m_ended;
     m_clock.sleepUntil(deadline);
     return {};
 }

@@ -31,8 +31,8 @@ struct ReplayHandlers {
 TraceEvents arrivalsOf(const TraceEvents& trace);
 
 // Time moves only as the trace and the waits say: a reply comes when the message before
-// it has been sent, at its recorded time. What the trace's host met, a lost port, a message that
-// could not be sent, an interrupt, is met again. After a divergence nothing can be sent any more.
+// it has been sent, at its recorded time. What the trace's host met, a lost port, one that came
+// back, a message that could not be sent, an interrupt, is met again. After a divergence nothing can be sent any more.
 class ReplayPort final : public MidiPort {
 public:
     ReplayPort(const QString& path, const TraceEvents& trace, const ReplayHandlers& handlers);
@@ -45,6 +45,8 @@ public:
     }
     qint64 send(const QByteArray& message) override;
     MidiChunk receive(Microseconds deadline) override;
+    bool isGone() const override { return m_isGone; }
+    int returns() const override { return m_returns; }
     bool atEnd() const override;
 
     // Messages of the trace that were not sent.
@@ -54,6 +56,7 @@ private:
     const TraceEvent* next();
     bool isDue(const TraceEvent& event, Microseconds deadline);
     bool failsToSend(const TraceEvent& event, const QByteArray& message);
+    bool comesBack(const TraceEvent& event);
     void diverge(const TraceEvent* recorded, const QByteArray& message);
     MidiChunk deliver(const TraceEvent& event);
     MidiChunk wait(Microseconds deadline);
@@ -65,6 +68,8 @@ private:
     ManualClock m_clock;
     size_t m_next = 0; // event that was not played yet
     int m_sent = 0;
+    int m_returns = 0;
+    bool m_isGone = false;
     QString m_ended; // why nothing travels any more; empty while it does
 };
 

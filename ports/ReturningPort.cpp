@@ -20,19 +20,18 @@ ReturningPort::ReturningPort(std::unique_ptr<MidiPort> port, Clock& clock, const
 
 qint64 ReturningPort::send(const QByteArray& message)
 {
-    const qint64 accepted = m_port ? pass(message) : 0;
+    qint64 accepted = 0;
+    if (m_port) {
+        accepted = m_port->send(message);
+        errorText = m_port->errorText;
+    }
     if (!hasGone())
         return accepted;
     while (!isBack() && !m_isGivenUp)
         m_clock.sleepUntil(m_nextLook);
-    return m_port ? pass(message) : 0;
-}
-
-qint64 ReturningPort::pass(const QByteArray& message)
-{
-    const qint64 accepted = m_port->send(message);
-    errorText = m_port->errorText;
-    return accepted;
+    if (m_port)
+        errorText = QStringLiteral("the port %1 was away and is back").arg(m_name);
+    return 0;
 }
 
 bool ReturningPort::drain(Microseconds deadline)
@@ -74,9 +73,9 @@ bool ReturningPort::hasGone()
     m_isGivenUp = !m_ways.mayReturn();
     if (m_isGivenUp)
         return true;
-    m_ways.tell(QStringLiteral("%1; it is waited for %2 seconds")
-                    .arg(m_loss)
-                    .arg(m_patience / microsecondsPerSecond));
+    m_ways.tell(BusEventKind::Decided, QStringLiteral("%1; it is waited for %2 seconds")
+                                           .arg(m_loss)
+                                           .arg(m_patience / microsecondsPerSecond));
     return true;
 }
 
@@ -90,7 +89,9 @@ bool ReturningPort::isBack()
         if (port) {
             m_port = std::move(*port);
             m_hasReturned = true;
-            m_ways.tell(QStringLiteral("the port %1 is back, as %2").arg(m_name, m_port->name()));
+            ++m_returns;
+            m_ways.tell(BusEventKind::PortBack,
+                        QStringLiteral("the port %1 is back, as %2").arg(m_name, m_port->name()));
             return true;
         }
         m_isGivenUp = now - m_lostAt >= m_patience;

@@ -5,6 +5,7 @@
 #pragma once
 
 #include "host/base/Result.h"
+#include "host/bus/BusEvent.h"
 #include "host/bus/MidiPort.h"
 
 #include <functional>
@@ -16,8 +17,9 @@ namespace hx {
 constexpr Microseconds returnTime = 5 * microsecondsPerSecond;
 
 /**
- * A message that was being sent when the port went away is sent again, whole, when it is back; an
- * answer that came meanwhile is lost. The port counts as gone when it is not back in time.
+ * A message that was being sent when the port went away must be sent again, whole, when it is back:
+ * another product may be behind it then, so that is for the caller to decide. An answer that came
+ * meanwhile is lost. The port counts as gone when it is not back in time.
  */
 class ReturningPort final : public MidiPort {
 public:
@@ -26,8 +28,8 @@ public:
         std::function<Result<std::unique_ptr<MidiPort>>()> reopen;
         /** Whether to wait for it at all; not when what carried it is gone too. */
         std::function<bool()> mayReturn;
-        /** Told, in a sentence, that it went away and that it is back. */
-        std::function<void(const QString&)> tell;
+        /** Told, in a sentence, that it went away (`Decided`) and that it is back (`PortBack`). */
+        std::function<void(BusEventKind, const QString&)> tell;
     };
 
     /** `clock` is that of `port`, and outlives this object. */
@@ -41,11 +43,11 @@ public:
     bool drain(Microseconds deadline) override;
     MidiChunk receive(Microseconds deadline) override;
     bool isGone() const override { return !m_port && m_isGivenUp; }
+    int returns() const override { return m_returns; }
 
 private:
     bool hasGone();
     bool isBack();
-    qint64 pass(const QByteArray& message);
 
     std::unique_ptr<MidiPort> m_port; /**< null while it is away */
     Clock& m_clock;
@@ -57,6 +59,7 @@ private:
     Microseconds m_lostAt = 0;
     Microseconds m_nextLook = 0;
     bool m_isGivenUp = false;
+    int m_returns = 0;
     bool m_hasReturned = false; /**< and nothing has come since */
 };
 

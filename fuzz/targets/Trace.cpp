@@ -22,9 +22,9 @@ bool isAllowed(const QString& line)
                        "(?: +: (?:[^\\\\]|\\\\\\\\|\\\\x[0-9A-Fa-f]{2})*)?\\z"),
         QRegularExpression::DotMatchesEverythingOption);
     static const QRegularExpression withoutBytes(
-        QStringLiteral(
-            "^ *[0-9]{1,9}\\.[0-9]{6} +(?:timeout|lost|unsent|interrupted|accepted|decided|log)"
-            "(?: +: (?:[^\\\\]|\\\\\\\\|\\\\x[0-9A-Fa-f]{2})*)?\\z"),
+        QStringLiteral("^ *[0-9]{1,9}\\.[0-9]{6} "
+                       "+(?:timeout|lost|back|unsent|interrupted|accepted|decided|log)"
+                       "(?: +: (?:[^\\\\]|\\\\\\\\|\\\\x[0-9A-Fa-f]{2})*)?\\z"),
         QRegularExpression::DotMatchesEverythingOption);
     return line.startsWith(QLatin1Char('#')) || withBytes.match(line).hasMatch() ||
            withoutBytes.match(line).hasMatch();

@@ -18,6 +18,7 @@ enum class BusEventKind {
     RealTime,    /**< a byte F8 to FF came */
     TimedOut,    /**< nothing that fits came in time; `text` says what was waited for */
     PortLost,    /**< the port is gone; `text` is the port's own word */
+    PortBack,    /**< the port was away and is there again; `text` says as which */
     SendFailed,  /**< `bytes` could not be sent; `text` is the port's own word */
     Interrupted, /**< the wait was ended from outside */
     Accepted,    /**< the message sent last was acknowledged as good; `text` says which it was */

@@ -34,7 +34,7 @@ public:
     /**
      * Sends one whole message, at the port's pace, and returns when its last byte is on its way.
      * Returns how many of its bytes the port accepted; fewer than all of them: `errorText` says
-     * why.
+     * why. 0 when the port was away meanwhile and is back: `returns` then tells.
      */
     virtual qint64 send(const QByteArray& message) = 0;
 
@@ -47,6 +47,9 @@ public:
 
     /** Whether the port went away: nothing travels through it any more. */
     virtual bool isGone() const { return false; }
+
+    /** How often it went away and came back. Another product may be behind it since. */
+    virtual int returns() const { return 0; }
 
     /**
      * Waits until bytes arrive or `deadline` has come; what has arrived already comes even when that

@@ -20,6 +20,8 @@ constexpr Microseconds longPast = 0;
 constexpr Microseconds longestDiscard = 250 * microsecondsPerMillisecond;
 constexpr int mostDiscardedChunks = 4096;
 
+constexpr int mostReturns = 3; // of a port, while one message is sent
+
 constexpr int mostListed = 5; // messages that came instead, in an error text
 
 bool isMessage(const AssembledEvent& event)
@@ -116,23 +118,56 @@ BusData PortBus::exchange(const BusData& command, const ReplyTest& fits, const Q
     if (command.bytes.isEmpty())
         return fail(ExchangeEnd::EmptyCommand, BusEventKind::Decided,
                     QStringLiteral("the command is empty; nothing was sent or waited for"));
-    discardStaleInput();
-    if (!sendWhole(command.bytes))
-        return failSending(command.bytes);
+    if (!deliver(command.bytes))
+        return BusData();
     announce(BusEventKind::Sent, command.bytes, QString());
     m_wait = {expected, qint64(timeoutMs) * m_patience.factor, {}, 0};
     return waitFor(fits, m_wait.timeoutMs * microsecondsPerMillisecond);
 }
 
+bool PortBus::deliver(const QByteArray& message)
+{
+    int returns = -1;
+    for (int i = 0; i <= mostReturns && returns != m_port.returns(); ++i) {
+        if (!isReady())
+            return false;
+        returns = m_port.returns();
+        if (sendWhole(message))
+            return true;
+    }
+    failSending(message);
+    return false;
+}
+
+// Whether a message may be sent: not to another product than before. Earlier input is discarded.
+bool PortBus::isReady()
+{
+    discardStaleInput();
+    while (m_returnCheck && m_port.returns() != m_checkedReturns) {
+        const int returns = m_port.returns();
+        const auto check = std::exchange(m_returnCheck, nullptr); // it may ask over this bus
+        const ReturnVerdict verdict = check();
+        m_returnCheck = check;
+        if (verdict.end != ExchangeEnd::Answered) {
+            fail(verdict.end, BusEventKind::Decided, verdict.text);
+            return false;
+        }
+        m_checkedReturns = returns;
+        discardStaleInput();
+    }
+    return true;
+}
+
 // False when the port did not take it, however often it was asked to.
 bool PortBus::sendWhole(const QByteArray& message)
 {
+    const int returns = m_port.returns();
     for (int attempt = 0; attempt < m_patience.sends; ++attempt) {
         if (attempt > 0)
             rest();
         if (m_port.send(message) == message.size())
             return true;
-        if (m_port.isGone() || interrupted())
+        if (m_port.isGone() || m_port.returns() != returns || interrupted())
             break;
     }
     return false;
@@ -144,13 +179,14 @@ void PortBus::rest()
         listen(m_patience.rest);
 }
 
-BusData PortBus::failSending(const QByteArray& message)
+void PortBus::failSending(const QByteArray& message)
 {
-    m_lastEnd = ExchangeEnd::SendFailed;
+    m_lastEnd = m_port.isGone() ? ExchangeEnd::PortLost : ExchangeEnd::SendFailed;
     errorText =
         QStringLiteral("%1 could not be sent: %2").arg(hexTextShort(message), m_port.errorText);
     announce(BusEventKind::SendFailed, message, m_port.errorText);
-    return BusData();
+    if (m_port.isGone())
+        announce(BusEventKind::PortLost, QByteArray(), m_port.errorText);
 }
 
 BusData PortBus::fail(ExchangeEnd end, BusEventKind kind, const QString& text)

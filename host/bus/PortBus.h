@@ -14,6 +14,7 @@
 
 #include <atomic>
 #include <functional>
+#include <utility>
 #include <vector>
 
 namespace hx {
@@ -27,6 +28,13 @@ enum class ExchangeEnd {
     TimedOut,
     PortLost,
     Interrupted,
+    OtherProduct, /**< the port came back with another product; nothing of it was sent to that */
+};
+
+/** What a look at the product behind a port that came back has found. */
+struct ReturnVerdict {
+    ExchangeEnd end = ExchangeEnd::Answered; /**< it is the one of before; else how asking ended */
+    QString text;                            /**< why it is not; empty when it is */
 };
 
 /** Says whether a message is the reply that is waited for. */
@@ -89,6 +97,13 @@ public:
     void removeObserver(BusObserver* observer);
     bool isObserved() const { return !m_observers.empty(); }
 
+    /**
+     * `check` is called when the port was away and is back, before anything else is sent. It may
+     * ask the product over this bus. Unless it answers with `Answered`, the exchange that was to
+     * begin ends as it says, and it is called again before the next one. Null: nothing is checked.
+     */
+    void setReturnCheck(std::function<ReturnVerdict()> check) { m_returnCheck = std::move(check); }
+
     /** Tells the observers something that did not travel: a decision, a line of a log. */
     void note(BusEventKind kind, const QString& text);
 
@@ -109,8 +124,10 @@ private:
 
     BusData exchangeByPattern(const BusData& command, const QRegExp& rx, const QString& pattern,
                               unsigned timeoutMs);
+    bool deliver(const QByteArray& message);
+    bool isReady();
     bool sendWhole(const QByteArray& message);
-    BusData failSending(const QByteArray& message);
+    void failSending(const QByteArray& message);
     BusData fail(ExchangeEnd end, BusEventKind kind, const QString& text);
     BusData endWait(ExchangeEnd end, BusEventKind kind, const QString& why);
     bool interrupted() const;
@@ -134,6 +151,8 @@ private:
     size_t m_taken = 0;      /**< of these, looked at already */
     std::vector<BusObserver*> m_observers;
     const std::atomic<bool>* m_interrupt = nullptr;
+    std::function<ReturnVerdict()> m_returnCheck;
+    int m_checkedReturns = 0; /**< of the port's, those after which the product was looked at */
     ExchangeEnd m_lastEnd = ExchangeEnd::Answered;
     Wait m_wait;
 };

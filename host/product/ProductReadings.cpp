@@ -24,6 +24,8 @@ ReadingState stateOf(ExchangeEnd end)
         return ReadingState::Interrupted;
     case ExchangeEnd::TimedOut:
         return ReadingState::NoAnswer;
+    case ExchangeEnd::OtherProduct:
+        return ReadingState::OtherProduct;
     case ExchangeEnd::EmptyCommand:
     case ExchangeEnd::BadPattern:
         break;

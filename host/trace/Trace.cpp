@@ -13,7 +13,7 @@ namespace {
 constexpr int secondsWidth = 6;
 constexpr int wordWidth = 11;
 
-constexpr std::array<std::pair<BusEventKind, const char*>, 12> words = {{
+constexpr std::array<std::pair<BusEventKind, const char*>, 13> words = {{
     {BusEventKind::Sent, "sent"},
     {BusEventKind::Received, "received"},
     {BusEventKind::Ignored, "ignored"},
@@ -21,6 +21,7 @@ constexpr std::array<std::pair<BusEventKind, const char*>, 12> words = {{
     {BusEventKind::RealTime, "realtime"},
     {BusEventKind::TimedOut, "timeout"},
     {BusEventKind::PortLost, "lost"},
+    {BusEventKind::PortBack, "back"},
     {BusEventKind::SendFailed, "unsent"},
     {BusEventKind::Interrupted, "interrupted"},
     {BusEventKind::Accepted, "accepted"},

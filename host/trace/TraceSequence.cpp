@@ -89,6 +89,7 @@ void Exchanges::take(const TraceEvent& event)
         return;
     case BusEventKind::TimedOut:
     case BusEventKind::PortLost:
+    case BusEventKind::PortBack:
     case BusEventKind::SendFailed:
     case BusEventKind::Interrupted:
         return addRow(Kind::Failure, event,

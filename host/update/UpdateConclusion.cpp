@@ -41,6 +41,17 @@ QString firstOfAll(ProductCondition condition)
     return QString();
 }
 
+// Why the product cannot be asked for its state; empty when it can.
+QString unreachable(const UpdateResult& result)
+{
+    if (!result.otherProduct.isEmpty())
+        return QStringLiteral("Another product has taken its place on the port");
+    if (result.outcome != UpdateOutcome::PortLost)
+        return QString();
+    return result.sendEnd == SendEnd::NotTaken ? QStringLiteral("The port did not take a message")
+                                               : QStringLiteral("The port is gone");
+}
+
 QString installImage()
 {
     return QStringLiteral("That is not the code of the image: run \"hxhost update\" with it to "
@@ -73,11 +84,14 @@ void describeUntouched(UpdateResult& result)
 void describeUnfinished(UpdateResult& result, DeviceInterface& device, PortBus& bus,
                         const QString& imageVersion)
 {
-    if (result.outcome == UpdateOutcome::PortLost) {
-        result.productCondition = ProductCondition::PortLost;
+    const QString why = unreachable(result);
+    if (!why.isEmpty()) {
+        result.productCondition = result.outcome == UpdateOutcome::PortLost
+                                      ? ProductCondition::PortLost
+                                      : ProductCondition::OtherProduct;
         result.advice = firstOfAll(result.productCondition) + runAgain();
         result.productState =
-            unfinished() + QStringLiteral("The port is gone: the product may hold no valid code.");
+            unfinished() + why + QStringLiteral(": the product may hold no valid code.");
         return;
     }
     const InterruptWatch none(bus, nullptr);

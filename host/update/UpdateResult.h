@@ -61,6 +61,8 @@ struct UpdateResult {
     VersionReading versionAfter;
     ChecksumReading stored;
     ChecksumReading calculated;
+    /** What answers since the port came back and is not the product of before; else empty. */
+    QString otherProduct;
     QByteArray imageChecksum; /**< four 7-bit groups, as the product must report it */
 
     /**

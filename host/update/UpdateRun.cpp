@@ -1,6 +1,7 @@
 #include "host/update/UpdateRun.h"
 
 #include "host/base/HexText.h"
+#include "host/product/ProductRecognition.h"
 #include "host/update/UpdateConclusion.h"
 #include "host/update/UpdateVerification.h"
 
@@ -16,12 +17,17 @@ public:
         : m_device(device), m_bus(bus), m_reader(device, bus), m_steps(bus),
           m_result(m_steps.result)
     {
+        m_bus.setReturnCheck([this] { return lookAtReturned(); });
     }
+    ~Runner() { m_bus.setReturnCheck(nullptr); }
+    Runner(const Runner&) = delete;
+    Runner& operator=(const Runner&) = delete;
 
     UpdateResult update(const UpdateImage& image, const UpdateOptions& options);
     UpdateResult verify(const UpdateImage* image);
 
 private:
+    ReturnVerdict lookAtReturned();
     bool checkImage(const UpdateImage& image);
     bool identify();
     bool readVersionBefore();
@@ -38,6 +44,16 @@ private:
     QString m_imageVersion;
     bool m_allSent = false;
 };
+
+// The name of a port is no proof of what is behind it.
+ReturnVerdict Runner::lookAtReturned()
+{
+    const bool isUpdate = m_result.identityBefore.good();
+    const IdentityReading& known = isUpdate ? m_result.identityBefore : m_result.identityAfter;
+    ReturnVerdict verdict = recognise(m_reader, {known, m_result.esnBefore});
+    m_result.otherProduct = verdict.end == ExchangeEnd::OtherProduct ? verdict.text : QString();
+    return verdict;
+}
 
 bool Runner::checkImage(const UpdateImage& image)
 {
@@ -125,7 +141,10 @@ UpdateOutcome outcomeOf(SendEnd end)
     case SendEnd::NoAnswer:
         return UpdateOutcome::NoAnswer;
     case SendEnd::PortLost:
+    case SendEnd::NotTaken:
         return UpdateOutcome::PortLost;
+    case SendEnd::OtherProduct:
+        return UpdateOutcome::WrongProduct;
     case SendEnd::Interrupted:
         break;
     }
@@ -156,7 +175,7 @@ bool Runner::send(const UpdateImage& image, const UpdateOptions& options)
 UpdateResult Runner::conclude()
 {
     m_result.duration = m_steps.sinceStart();
-    if (m_allSent && m_plan.ok())
+    if (m_allSent && m_plan.ok() && m_result.otherProduct.isEmpty())
         describeFinished(m_result, m_reader);
     else if (m_result.touched)
         describeUnfinished(m_result, m_device, m_bus, m_imageVersion);

@@ -66,14 +66,25 @@ SendEnd UpdateSender::attempt(const HxMidiData& message, bool lateAnswerPossible
                                         QStringLiteral("an acknowledgement"), m_timeoutMs);
     const ExchangeEnd end = m_bus.lastEnd();
     m_report.touched = true;
-    SendEnd verdict = SendEnd::PortLost;
-    if (end == ExchangeEnd::Answered)
-        verdict = verdictOf(m_report.lastReply);
-    else if (end == ExchangeEnd::TimedOut)
-        verdict = SendEnd::NoAnswer;
-    if (lateAnswerPossible && end == ExchangeEnd::Answered)
-        verdict = settle(verdict);
-    return verdict;
+    if (end != ExchangeEnd::Answered)
+        return verdictOf(end);
+    const SendEnd verdict = verdictOf(m_report.lastReply);
+    return lateAnswerPossible ? settle(verdict) : verdict;
+}
+
+// Without an answer.
+SendEnd UpdateSender::verdictOf(ExchangeEnd end)
+{
+    switch (end) {
+    case ExchangeEnd::TimedOut:
+        return SendEnd::NoAnswer;
+    case ExchangeEnd::SendFailed:
+        return SendEnd::NotTaken;
+    case ExchangeEnd::OtherProduct:
+        return SendEnd::OtherProduct;
+    default:
+        return SendEnd::PortLost;
+    }
 }
 
 SendEnd UpdateSender::verdictOf(const HxMidiData& acknowledgement)
@@ -145,6 +156,8 @@ QString UpdateSender::textOf(int index, SendEnd verdict) const
     case SendEnd::NoAnswer:
         return message + QStringLiteral(" was not answered: ") + m_bus.errorText;
     case SendEnd::PortLost:
+    case SendEnd::NotTaken:
+    case SendEnd::OtherProduct:
         return message + QStringLiteral(": ") + m_bus.errorText;
     case SendEnd::Interrupted:
         break;

@@ -42,7 +42,9 @@ enum class SendEnd {
     Failed,   /**< the product said that the update is over */
     NoAnswer, /**< within the plugin's timeout */
     PortLost,
-    Interrupted, /**< before it was sent */
+    NotTaken,     /**< the port is there, but did not take the message */
+    OtherProduct, /**< the port was away and came back with another product, which got nothing */
+    Interrupted,  /**< before it was sent */
 };
 
 struct SendReport {
@@ -68,6 +70,7 @@ private:
     bool sendOne(int index);
     SendEnd attempt(const HxMidiData& message, bool lateAnswerPossible);
     SendEnd verdictOf(const HxMidiData& acknowledgement);
+    static SendEnd verdictOf(ExchangeEnd end);
     Microseconds settleTime() const;
     SendEnd settle(SendEnd verdict);
     void decide(int index, int attempt, SendEnd verdict);

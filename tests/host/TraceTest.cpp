@@ -35,6 +35,7 @@ const BusEventKind allKinds[] = {
     BusEventKind::Dropped,  BusEventKind::RealTime,   BusEventKind::TimedOut,
     BusEventKind::PortLost, BusEventKind::SendFailed, BusEventKind::Interrupted,
     BusEventKind::Accepted, BusEventKind::Decided,    BusEventKind::Log,
+    BusEventKind::PortBack,
 };
 
 } // namespace

@@ -131,6 +131,43 @@ TEST_F(Replay, MessageThatCouldNotBeSentFailsAgain)
     EXPECT_TRUE(divergences.empty());
 }
 
+TEST_F(Replay, PortThatCouldNotBeSentToBecauseItWasGoneIsGoneAgain)
+{
+    ReplayPort port = replay("0.000000 unsent F0 7E 7F 06 01 F7 : unplugged\n"
+                             "0.000000 lost : unplugged\n");
+    EXPECT_FALSE(port.isGone());
+    EXPECT_EQ(port.send(identify), 0);
+    EXPECT_EQ(port.errorText, "unplugged");
+    EXPECT_TRUE(port.isGone());
+}
+
+TEST_F(Replay, PortComesBackAtTheSameMessage)
+{
+    ReplayPort port = replay("0.100000 back : as another\n"
+                             "0.200000 sent F0 7E 7F 06 01 F7\n");
+    EXPECT_EQ(port.returns(), 0);
+    EXPECT_EQ(port.send(identify), 0);
+    EXPECT_EQ(port.errorText, "as another");
+    EXPECT_EQ(port.returns(), 1);
+    EXPECT_EQ(port.clock().now(), 100000);
+    EXPECT_EQ(port.send(identify), identify.size());
+    EXPECT_EQ(port.returns(), 1);
+}
+
+TEST_F(Replay, PortComesBackInTheSameWait)
+{
+    ReplayPort port = replay("0.000000 sent F0 7E 7F 06 01 F7\n"
+                             "0.100000 back : as another\n"
+                             "0.200000 timeout : nothing\n");
+    EXPECT_EQ(port.send(identify), identify.size());
+    EXPECT_EQ(port.receive(50000).bytes, "");
+    EXPECT_EQ(port.returns(), 0);
+    EXPECT_EQ(port.receive(150000).bytes, "");
+    EXPECT_EQ(port.errorText, "");
+    EXPECT_EQ(port.returns(), 1);
+    EXPECT_EQ(port.clock().now(), 150000);
+}
+
 TEST_F(Replay, InterruptComesAfterTheSameMessageAndInTheSameWait)
 {
     ReplayPort port = replay("0.000000 sent F0 7E 7F 06 01 F7\n"

@@ -19,6 +19,12 @@ public:
             errorText = sendError;
             return 0;
         }
+        if (absences > 0) {
+            --absences;
+            ++returned;
+            errorText = QStringLiteral("away and back");
+            return 0;
+        }
         if (refusals > 0) {
             --refusals;
             errorText = QStringLiteral("aborted");
@@ -57,6 +63,7 @@ public:
     }
 
     bool isGone() const override { return isUnplugged; }
+    int returns() const override { return returned; }
 
     // Bytes that arrive `delay` microseconds from now, in one chunk.
     void arrive(const QByteArray& bytes, hx::Microseconds delay = 0)
@@ -78,6 +85,8 @@ public:
     std::vector<QByteArray> sent;
     QString sendError;            // sending fails with this from now on, unless empty
     int refusals = 0;             // messages that it does not take before it does
+    int absences = 0;             // messages at which it goes away and comes back
+    int returned = 0;             // how often it has come back
     bool isUnplugged = false;     // what it says of itself
     qint64 accepts = -1;          // bytes that it takes of a message; -1: all
     hx::Microseconds lostAt = -1; // the port is gone from here on; -1: never

@@ -115,6 +115,10 @@ Problem lost(const UpdateResult& result, const QString& portName)
 {
     const QString place =
         result.failedMessage > 0 ? QStringLiteral(" at ") + messageText(result) : QString();
+    if (result.sendEnd == SendEnd::NotTaken)
+        return {ExitCode::NoPort, result.reason, QStringLiteral("a port that takes every message"),
+                QStringLiteral("Run the same update again with --slow-host: it starts afresh, and "
+                               "offers a message that is not taken several times.")};
     return {ExitCode::NoPort, connectionLost(portName) + place + QLatin1Char('.'), stableConnection,
             result.touched
                 ? QStringLiteral("Connect it again. ") + runAgain
@@ -165,8 +169,21 @@ Problem refused(const UpdateResult& result)
         QStringLiteral("a good acknowledgement of every message"), afterTouched(result)};
 }
 
-Problem otherProduct(const UpdateResult& result)
+Problem replaced(const UpdateResult& result, const QString& portName)
 {
+    const QString next = QStringLiteral("Connect that one again. ");
+    return {ExitCode::WrongProduct,
+            QStringLiteral("%1 came back with another instrument behind it, to which nothing of "
+                           "the update was sent: %2")
+                .arg(portName, result.otherProduct),
+            QStringLiteral("the instrument with which the command began"),
+            result.touched ? next + runAgain : afterUntouched(next + askAgain)};
+}
+
+Problem otherProduct(const UpdateResult& result, const QString& portName)
+{
+    if (!result.otherProduct.isEmpty())
+        return replaced(result, portName);
     const IdentityReading& after = result.identityAfter;
     const IdentityReading& seen = after.isTold() ? after : result.identityBefore;
     if (!seen.isTold())
@@ -244,7 +261,7 @@ Problem problemOf(const UpdateResult& result, const UpdateImage* image, const QS
     case UpdateOutcome::NoAnswer:
         return silent(result);
     case UpdateOutcome::WrongProduct:
-        return otherProduct(result);
+        return otherProduct(result, portName);
     case UpdateOutcome::Failed:
         return refused(result);
     case UpdateOutcome::VerificationFailed:

@@ -10,7 +10,7 @@ namespace hx::host {
 
 namespace {
 
-using Tell = std::function<void(const QString&)>;
+using Tell = std::function<void(BusEventKind, const QString&)>;
 
 std::unique_ptr<MidiPort> kept(const ConnectionOptions& options, std::unique_ptr<MidiPort> port,
                                const ReturningPort::Ways& ways)
@@ -22,9 +22,9 @@ std::unique_ptr<MidiPort> kept(const ConnectionOptions& options, std::unique_ptr
 
 Tell tellOf(CommandContext& context)
 {
-    return [&context](const QString& text) {
+    return [&context](BusEventKind kind, const QString& text) {
         context.console.note(text);
-        context.recorder.note(BusEventKind::Decided, text);
+        context.recorder.note(kind, text);
     };
 }
 
