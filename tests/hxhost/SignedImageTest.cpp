@@ -194,6 +194,31 @@ TEST_F(SignedImages, AnOlderSignedVersionIsCalledADowngrade)
     EXPECT_EQ(json(words + QStringList{"--unsigned"}).value("warnings").toArray(), QJsonArray());
 }
 
+TEST_F(SignedImages, ABatchTellsOfADowngradeInTheUnitsLineAndInEveryReport)
+{
+    trust();
+    const QString older = path("older.syx");
+    hxhost({"image", "build", write("code", "code"), "-o", older, "--kind", "fwu", "--code-version",
+            "0.9.0.0"});
+    hxhost({"image", "sign", older, "--key", path("maker.key")});
+    const QByteArray warning = "This is a downgrade to an older signed version: faults that were "
+                               "mended since come back.";
+    const auto batch = [&](const QStringList& more) {
+        return hxhost(QStringList{"batch", older, "--ports", "simulator", "--no-listen", "--plugin",
+                                  plugin(), "--traces", path("traces")} +
+                      more);
+    };
+    const ProgramResult ended =
+        batch({"--report", path("r.csv"), "--report", path("r.jsonl"), "--report", path("r.xml")});
+    EXPECT_EQ(ended.exitCode, 0);
+    for (const QByteArray& text :
+         {ended.err, read(path("r.csv")), read(path("r.jsonl")), read(path("r.xml"))})
+        EXPECT_TRUE(text.contains(warning)) << text.toStdString();
+    EXPECT_TRUE(
+        batch({"--progress", "plain"}).err.contains("version 0.9.0.0. Warning: " + warning));
+    EXPECT_FALSE(batch({"--unsigned"}).err.contains(warning));
+}
+
 TEST_F(SignedImages, AWebPageInThePlaceOfAnImageIsStillCalledSo)
 {
     trust();

@@ -18,7 +18,7 @@ import trial
 from trial import check
 
 FIELDS = ["port", "serial", "identity", "versionBefore", "versionAfter", "outcome", "reason", "durationMs",
-          "retries", "trace"]
+          "retries", "warnings", "trace"]
 NUMBERS = ("durationMs", "retries")
 NAMES = ["plain", "a,b", "a\"b", "a'b & <c> ]]>", "line\nend\r\tand more", "\x1b[31m", " blanks ", "\u00e9\u4e2d\U0001f39b",
          "\ufffe\uffff", "=1+1", ";", "\\"]

@@ -42,7 +42,7 @@ QString endText(const BatchUnit& unit)
         text += QStringLiteral(": ") + unit.reason;
     else if (unit.succeeded())
         text += QStringLiteral(", version ") + unit.versionAfter;
-    return text;
+    return unit.warnings.isEmpty() ? text : text + QStringLiteral(". Warning: ") + unit.warnings;
 }
 
 QJsonObject countObject(const BatchCount& count)

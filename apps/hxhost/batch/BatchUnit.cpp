@@ -71,6 +71,11 @@ void BatchUnit::readUpdate(const QJsonObject& document)
         serial = told;
     versionAfter = textAt(document, QStringLiteral("after.version.version"));
     retries = valueAt(document, QStringLiteral("messages.retries")).toInt();
+    QStringList texts;
+    const QJsonArray all = document.value(QStringLiteral("warnings")).toArray();
+    for (const QJsonValue& text : all)
+        texts << reportText(text.toString());
+    warnings = texts.join(QLatin1Char(' '));
 }
 
 void BatchCount::add(const BatchUnit& unit)
@@ -92,7 +97,7 @@ const QStringList& batchFields()
         QStringLiteral("port"),          QStringLiteral("serial"),       QStringLiteral("identity"),
         QStringLiteral("versionBefore"), QStringLiteral("versionAfter"), QStringLiteral("outcome"),
         QStringLiteral("reason"),        QStringLiteral("durationMs"),   QStringLiteral("retries"),
-        QStringLiteral("trace")};
+        QStringLiteral("warnings"),      QStringLiteral("trace")};
     return names;
 }
 
@@ -107,6 +112,7 @@ QJsonObject batchObject(const BatchUnit& unit)
             {"reason", unit.reason},
             {"durationMs", double(unit.durationMs)},
             {"retries", unit.retries},
+            {"warnings", unit.warnings},
             {"trace", unit.trace}};
 }
 

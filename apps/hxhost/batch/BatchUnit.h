@@ -23,7 +23,8 @@ struct BatchUnit {
     QString reason;  // empty after success
     qint64 durationMs = 0;
     int retries = 0;
-    QString trace; // empty: none was written
+    QString warnings; // of its update, one after the other; empty: none
+    QString trace;    // empty: none was written
 
     bool succeeded() const;
 
