@@ -2,8 +2,6 @@
 
 #include "ports/device/DevicePort.h"
 
-#include <QDir>
-
 namespace hx {
 
 namespace {
@@ -78,15 +76,10 @@ Result<PortAddress> PortMemory::find(const QList<MidiBackend>& present) const
 Result<QString> findDevice(const PortIdentity& identity, const QString& folder,
                            const QString& system)
 {
-    QStringList paths;
+    const QStringList paths = rawMidiDevices(folder);
     QList<PortIdentity> identities;
-    const QDir devices(folder);
-    const QStringList names =
-        devices.entryList({QStringLiteral("midiC*")}, QDir::System | QDir::Files);
-    for (const QString& name : names) {
-        paths << devices.filePath(name);
-        identities << identityOfDevice(paths.last(), system);
-    }
+    for (const QString& path : paths)
+        identities << identityOfDevice(path, system);
     const Result<int> found = findPort(identity, identities);
     if (!found)
         return found.problem();

@@ -6,6 +6,7 @@
 #include "ports/PortIdentities.h"
 #include "ports/PortList.h"
 #include "ports/RtMidiPort.h"
+#include "ports/device/DeviceList.h"
 
 namespace hx {
 
@@ -39,8 +40,7 @@ private:
 bool isCertain(const PortIdentity& identity);
 
 /** Where in `folder` the raw MIDI device is now that is known by a certain identity. */
-Result<QString> findDevice(const PortIdentity& identity,
-                           const QString& folder = QStringLiteral("/dev/snd"),
+Result<QString> findDevice(const PortIdentity& identity, const QString& folder = deviceFolder,
                            const QString& system = QStringLiteral("/sys"));
 
 } // namespace hx

@@ -6,6 +6,8 @@
 
 #include "host/base/HexText.h"
 #include "ports/AnsweringPort.h"
+#include "ports/device/DeviceList.h"
+#include "ports/device/DevicePort.h"
 
 namespace hx::host {
 
@@ -33,6 +35,23 @@ QJsonArray portRows(const QList<MidiBackend>& backends, const QString& productPo
     return rows;
 }
 
+bool isOfDevices(const MidiBackend& backend)
+{
+    return backend.name == QLatin1String("device");
+}
+
+QList<MidiBackend> allBackends()
+{
+    return listMidiBackends() << listRawMidiDevices();
+}
+
+Result<std::unique_ptr<MidiPort>> openProbed(const PortAddress& address)
+{
+    return address.backend == QLatin1String("device")
+               ? DevicePort::open({address.output, QString()}, Pace())
+               : RtMidiPort::open(address, Pace());
+}
+
 void addBackends(CommandContext& context, const QList<MidiBackend>& backends)
 {
     QJsonArray rows;
@@ -40,7 +59,7 @@ void addBackends(CommandContext& context, const QList<MidiBackend>& backends)
         rows << QJsonObject{{"name", backend.name},
                             {"usable", backend.unavailable.isEmpty()},
                             {"reason", backend.unavailable}};
-        if (!backend.unavailable.isEmpty())
+        if (!backend.unavailable.isEmpty() && !isOfDevices(backend))
             context.console.note(
                 QStringLiteral("%1 cannot be used: %2").arg(backend.name, backend.unavailable));
     }
@@ -59,9 +78,7 @@ QString answerText(const IdentityReading& identity, DeviceInterface& device, boo
 
 QJsonObject probed(const PortSelection& selection, const QString& name, DeviceInterface& device)
 {
-    const Result<AnsweringPort> opened =
-        openAnswering(selection, device,
-                      [](const PortAddress& address) { return RtMidiPort::open(address, Pace()); });
+    const Result<AnsweringPort> opened = openAnswering(selection, device, openProbed);
     if (!opened)
         return {{"name", name}, {"served", false}, {"answer", opened.problem().what}};
     PortBus bus(*opened->port);
@@ -108,7 +125,7 @@ std::unique_ptr<LoadedPlugin> listPorts(CommandContext& context, const PluginOpt
 
 void probePorts(CommandContext& context, const PortsOptions& options)
 {
-    const QList<MidiBackend> backends = listMidiBackends();
+    const QList<MidiBackend> backends = allBackends();
     const std::unique_ptr<LoadedPlugin> plugin = listPorts(context, options.plugin, backends);
     if (plugin && options.probe)
         context.report.addTable(
@@ -121,7 +138,7 @@ void probePorts(CommandContext& context, const PortsOptions& options)
 
 void reportPorts(CommandContext& context, const PluginOptions& options)
 {
-    listPorts(context, options, listMidiBackends());
+    listPorts(context, options, allBackends());
 }
 
 void addPortsCommand(CommandLine& line)
