@@ -146,6 +146,17 @@ TEST_F(DeviceTest, AMissingDeviceIsAPortThatIsNotThere)
         << missing.err.toStdString();
 }
 
+TEST_F(DeviceTest, ADeviceWithoutANameIsRefused)
+{
+    for (const QStringList& words :
+         {QStringList{"identify", "--port", "device:"}, QStringList{"monitor", "--port", "device:"},
+          QStringList{"identify", "--port", port(), "--in-port", "device:"}}) {
+        const QJsonObject document = json(words);
+        EXPECT_EQ(document["exitCode"], 4) << words.join(' ').toStdString();
+        EXPECT_EQ(document["error"].toObject()["what"], "the device has no name");
+    }
+}
+
 TEST_F(DeviceTest, ADeviceAndAnotherPortAreNotOneConnection)
 {
     for (const QStringList& ports :

@@ -16,9 +16,22 @@ QString portOf(const ConnectionOptions& options)
     return devicePath(fileNameText(options.port));
 }
 
+// "device:" alone.
+bool isNameless(const QString& path)
+{
+    return path.isEmpty() && !path.isNull();
+}
+
 std::unique_ptr<MidiPort> open(CommandContext& context, const DeviceAddress& address,
                                const Pace& pace)
 {
+    if (isNameless(address.output) || isNameless(address.input)) {
+        context.fail(ExitCode::NoPort, QStringLiteral("the device has no name"),
+                     QStringLiteral("device:FILE"),
+                     QStringLiteral("give the name of a file; 'hxhost ports' lists raw MIDI "
+                                    "devices"));
+        return nullptr;
+    }
     std::signal(SIGPIPE, SIG_IGN); // a FIFO that nobody reads any more is an error like others
     Result<std::unique_ptr<MidiPort>> port = DevicePort::open(address, pace);
     if (port)
