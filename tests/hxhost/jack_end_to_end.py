@@ -33,6 +33,9 @@ class Bench(trial.Bench):
     """A JACK server of its own, and the program on it."""
 
     renames = False  # ports, when others go
+    # A period waits for every program, so that none loses data on a busy machine.
+    waiting = ("--sync", "-t", "1000")
+    period = 512  # frames
 
     def __init__(self, hxhost, plugin, folder):
         super().__init__(hxhost, plugin, folder)
@@ -42,9 +45,8 @@ class Bench(trial.Bench):
         self.manager = None  # of the server's links, where it has one
 
     def start_server(self):
-        # Synchronous: a period waits for every program, so that none loses data on a busy machine.
-        self.server = self.start("jackd", "--no-realtime", "--sync", "-t", "1000", "-n", self.name, "-d", "dummy",
-                   "-p", "512")
+        self.server = self.start("jackd", "--no-realtime", *self.waiting, "-n", self.name, "-d", "dummy", "-p",
+                                 str(self.period))
         eventually("jackd answers", lambda: self.run("jack_lsp").returncode == 0)
 
     def start_product(self, *more):
@@ -61,10 +63,10 @@ class Bench(trial.Bench):
         process.log = log
         return process
 
-    def start_update(self, image, messages, *more):
+    def start_update(self, image, messages, *more, **settings):
         """Starts an update, and returns it when it has sent more than so many messages."""
         trace = self.path(f"{len(self.processes)}.trace")
-        update = self.start(self.hxhost, "update", image, "--plugin", self.plugin, "--trace", trace, *more)
+        update = self.start(self.hxhost, "update", image, "--plugin", self.plugin, "--trace", trace, *more, **settings)
         eventually("the update is under way",
                    lambda: os.path.exists(trace) and len(sent_in(trace)) > messages)
         return update
@@ -241,7 +243,7 @@ def two_of_one_name(bench):
     """A second product under the same name holds other code, so that each is known by its code."""
     before = product_ports(bench)
     state = bench.path("second.state")
-    bench.json(0, "update", bench.path("small.syx"), "--port", "simulator:" + state, "--yes")
+    bench.json(0, "update", bench.path("small.syx"), "--port", "simulator:" + state, "--yes", "--serial", "Unit0002")
     product = bench.start_product("--state", state)
     bench.json(4, "identify")
     second = [port for port in product_ports(bench) if port not in before]
@@ -252,6 +254,18 @@ def two_of_one_name(bench):
     bench.json(0, "verify", bench.path("tiny.syx"), "--port", PRODUCT_PORT, "--in-port", PRODUCT_REPLIES)
     bench.json(0, "verify", bench.path("small.syx"), "--port", second[0])
     return product
+
+
+def replaced_by_its_double(bench, product):
+    """The server gives the ports of the second product the names of the first one's when that is pulled out."""
+    update = bench.start_update(bench.path("large.syx"), 20, "--rate", "0", "--port", PRODUCT_PORT, "--no-listen",
+                                "--json", stdout=subprocess.PIPE)
+    stop(product)
+    document = json.loads(update.communicate(timeout=60)[0])
+    check(update.returncode == 9, f"the update ended with {update.returncode}: {document['error']}")
+    check("came back with another instrument behind it" in document["error"]["what"], document["error"])
+    bench.json(0, "verify", bench.path("small.syx"), "--port", PRODUCT_PORT)
+    return bench.start_product("--state", bench.path("product.state"), "--trace", bench.path("product.trace"))
 
 
 def unplug(bench, product):
@@ -319,7 +333,8 @@ def try_all(bench):
     wire_check(bench)
     heard_by_the_product(bench)
     second = two_of_one_name(bench)
-    if bench.renames:  # the second product's ports would take the names of those that are unplugged
+    if bench.renames:
+        product = replaced_by_its_double(bench, product)
         stop(second)
     unplug(bench, product)
     if bench.renames:
