@@ -276,7 +276,7 @@ def watch(bench, _options, _draw):
     bench.have([52])
     eventually("the third one is updated when it comes again", lambda: count() == 5)
     batch.send_signal(signal.SIGINT)
-    check(batch.wait(20) == 14, f"the loop ended with {batch.returncode}")
+    check(batch.wait(20) == 14, f"the loop ended with {batch.returncode}: {contents(report)}")
     units = [json.loads(line) for line in contents(report).splitlines()]
     found = [(unit["serial"], unit["outcome"]) for unit in units]
     check(found == [("Unit0050", "succeeded"), ("Unit0051", "succeeded"), ("Unit0052", "update-failed"),
