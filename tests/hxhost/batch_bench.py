@@ -256,7 +256,7 @@ def watch(bench, _options, _draw):
     bench.have([50])
     report = bench.path("watch.jsonl")
     with open(bench.path("watch.log"), "w", encoding="utf-8") as log:
-        batch = bench.start_batch("--watch", "--report", report, ports="device5?", stderr=log)
+        batch = bench.start_batch("--watch", "--slow-host", "--report", report, ports="device5?", stderr=log)
 
     def count():
         return contents(report).count("\n") if os.path.exists(report) else 0
