@@ -17,6 +17,7 @@ import signal
 import subprocess
 import sys
 import time
+import urllib.parse
 
 import trial
 import terminal
@@ -94,12 +95,13 @@ class PipeWireBench(Bench):
 
     def start_server(self):
         """Also in the place of one that was killed."""
-        address = self.path("runtime/bus")
-        if os.path.exists(address):
-            os.remove(address)
-        self.environment["DBUS_SESSION_BUS_ADDRESS"] = f"unix:path={address}"
-        self.start("dbus-daemon", "--session", "--nofork", "--nopidfile", f"--address=unix:path={address}")
-        eventually("the bus answers", lambda: os.path.exists(address))
+        bus = self.path("runtime/bus")
+        if os.path.exists(bus):
+            os.remove(bus)
+        address = "unix:path=" + urllib.parse.quote(bus) # which has no blanks
+        self.environment["DBUS_SESSION_BUS_ADDRESS"] = address
+        self.start("dbus-daemon", "--session", "--nofork", "--nopidfile", f"--address={address}")
+        eventually("the bus answers", lambda: os.path.exists(bus))
         self.server = self.start("pipewire")
         eventually("PipeWire answers", lambda: self.run("pw-cli", "info", "0").returncode == 0)
         self.manager = self.start("wireplumber")
