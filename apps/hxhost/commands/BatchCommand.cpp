@@ -111,7 +111,7 @@ void BatchRun::failFile(const QString& what, const QString& name, const QString&
                    QStringLiteral("give another one with %1").arg(option));
 }
 
-// All units get the same image, whatever becomes of its file meanwhile; and each of their updates
+// All units get the same image, even if its file changes meanwhile; and each of their updates
 // looks at its signature again.
 Result<> BatchRun::writeImage() const
 {
@@ -198,7 +198,7 @@ BatchHandlers BatchRun::handlers()
     return handlers;
 }
 
-// The reports are whole after each unit, whatever becomes of this program.
+// The reports are whole after each unit, even if this program is killed.
 void BatchRun::takeUnit(const BatchUnit& unit)
 {
     m_record.units << unit;
@@ -309,8 +309,7 @@ void addBatchCommand(CommandLine& line)
     auto options = std::make_shared<BatchOptions>();
     const Command command =
         line.add("batch", "Update every product that answers, all at the same time");
-    command.addOption("IMAGE", options->image, "Update image: .syx, hex text or MIDI file")
-        .required();
+    addImageArgument(command, options->image);
     command
         .addRepeated("--ports", options->ports,
                      "Ports to look on: part of a name, or a whole one with * and ?; "

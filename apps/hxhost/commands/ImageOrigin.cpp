@@ -23,7 +23,7 @@ const OriginWords originWords[] = {
     {"good", "signed"},
     {"key unusable", "it cannot be checked, because the key is not usable"},
     {"missing", "it is not signed"},
-    {"unreadable", "its signature is not one"},
+    {"unreadable", "its signature cannot be read as one"},
     {"other key", "it is signed with a key that is not trusted here"},
     {"other file", "it is not what was signed"},
     {"comment changed", "its signature was changed"},
@@ -125,8 +125,8 @@ void addOriginOptions(const Command& command, OriginOptions& options)
 {
     command
         .addOption("--pubkey", options.publicKey,
-                   "Public keys that the image must be signed with one of; default: those in the "
-                   "file beside the plugin that ends with .pub, if it is there")
+                   "File of public keys; the image must be signed with one of them; default: the "
+                   "plugin's name with the ending .pub, if there is such a file")
         .valueName("FILE");
     command
         .addOption("--signature", options.signature,
@@ -138,14 +138,14 @@ void addSendingOriginOptions(const Command& command, OriginOptions& options)
 {
     addOriginOptions(command, options);
     command.addFlag("--unsigned", options.isUnsigned,
-                    "Send the image whoever made it: do not look at its signature");
+                    "Send the image without checking its signature");
 }
 
 bool failWithoutKeys(CommandContext& context)
 {
     context.fail(ExitCode::Usage,
                  QStringLiteral("there is no public key to verify the image with: none is given, "
-                                "and none lies beside the plugin"),
+                                "and none is beside the plugin"),
                  QStringLiteral("a file of public keys"), QStringLiteral("give it with --pubkey"));
     return false;
 }

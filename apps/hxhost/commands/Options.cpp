@@ -89,6 +89,12 @@ void addPluginOptions(const Command& command, PluginOptions& options)
         .group(connectionGroup);
 }
 
+void addImageArgument(const Command& command, std::string& image)
+{
+    command.addOption("IMAGE", image, "Update image: .syx, hex text or Standard MIDI File")
+        .required();
+}
+
 void addPaceOptions(const Command& command, Pace& pace)
 {
     command
@@ -125,9 +131,7 @@ void addSimulationOptions(const Command& command, SimulationOptions& options)
         .valueName("FAULT")
         .check(isFault)
         .group(connectionGroup);
-    command
-        .addOption("--serial", options.serial,
-                   "Serial number of the simulated product while its memory is new")
+    command.addOption("--serial", options.serial, "Serial number of a new simulated product")
         .valueName("TEXT")
         .check(isSerialNumber)
         .group(connectionGroup);
@@ -167,7 +171,7 @@ void addConnectionOptions(const Command& command, ConnectionOptions& options)
     command
         .addOption("--in-port", options.inPort,
                    "The port that answers come from; default: the one that belongs to --port; "
-                   "where several may, each is asked")
+                   "if several could be it, each is asked")
         .valueName("NAME")
         .group(connectionGroup);
     addPaceOptions(command, options.pace);

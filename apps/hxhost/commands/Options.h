@@ -14,6 +14,10 @@ constexpr char outputGroup[] = "Output";
 
 void addOutputOptions(const Command& command, OutputOptions& options);
 void addPluginOptions(const Command& command, PluginOptions& options);
+
+// The update image that the command is about.
+void addImageArgument(const Command& command, std::string& image);
+
 void addPaceOptions(const Command& command, Pace& pace);
 
 // An option for a time in seconds, more than 0; where it is not given `seconds` stays as it is.

@@ -130,8 +130,7 @@ void addSignCommand(CommandLine& line, const Command& group)
     auto options = std::make_shared<SignOptions>();
     const Command command =
         line.addTo(group, "sign", "Sign an update image: write its signature beside it");
-    command.addOption("IMAGE", options->image, "Update image: .syx, hex text or Standard MIDI File")
-        .required();
+    addImageArgument(command, options->image);
     command.addOption("--key", options->key, "Secret key, as 'minisign -G' makes it")
         .valueName("FILE")
         .required();
@@ -146,8 +145,7 @@ void addVerifyImageCommand(CommandLine& line, const Command& group)
     auto options = std::make_shared<CheckOriginOptions>();
     const Command command =
         line.addTo(group, "verify", "Check that an update image is signed with a trusted key");
-    command.addOption("IMAGE", options->image, "Update image: .syx, hex text or Standard MIDI File")
-        .required();
+    addImageArgument(command, options->image);
     addOriginOptions(command, options->origin);
     addPluginOptions(command, options->plugin);
     line.setRun(command, [options](CommandContext& context) { checkOrigin(context, *options); });

@@ -159,8 +159,7 @@ void addUpdateCommand(CommandLine& line)
     auto options = std::make_shared<UpdateCommandOptions>();
     const Command command =
         line.add("update", "Update the product with an image, and check the result");
-    command.addOption("IMAGE", options->image, "Update image: .syx, hex text or MIDI file")
-        .required();
+    addImageArgument(command, options->image);
     command.addFlag("--dry-run", options->dryRun, "Show what would be sent; send nothing");
     command.addFlag("-y,--yes", options->yes, "Do not ask on a terminal before it starts");
     command.addFlag("--no-listen", options->noListen,
