@@ -64,7 +64,7 @@ Result<> ProductStateFile::read(sim::SimulatedProduct& product)
         return opened;
     if (state->size() > maxStateFileBytes)
         return fileProblem(
-            QStringLiteral("it is larger than %1 bytes, which no memory of a product is")
+            QStringLiteral("it is larger than %1 bytes, more than the memory of any product")
                 .arg(maxStateFileBytes));
     QString error;
     if (!product.restore(*state, &error))

@@ -157,7 +157,7 @@ std::optional<Problem> SecretKey::unlock(Content& content, const AskPassword& as
     wipeBytes(*password);
     if (!isDecrypted)
         return keyProblem(QStringLiteral("its password takes %1 MiB of memory to check, which "
-                                         "are not to be had")
+                                         "are not free")
                               .arg(content.memoryLimit() >> 20));
     if (!content.fitsChecksum())
         return passwordProblem(QStringLiteral("what was typed is not its password"));

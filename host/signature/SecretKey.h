@@ -13,7 +13,7 @@ namespace hx {
 
 class SecretKey {
 public:
-    // Gives the password of a key that has one; none: it is not to be had.
+    // Gives the password of a key that has one; none: nobody can give it.
     using AskPassword = std::function<std::optional<QByteArray>()>;
 
     // Out of the content of a file that minisign made, which is wiped. `ask` is called once at

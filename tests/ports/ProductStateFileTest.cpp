@@ -292,7 +292,7 @@ TEST_F(StateFile, WhatIsTooLargeIsRefusedAndNotTakenIntoMemory)
     sim::SimulatedProduct product{sim::valdrin()};
     QString error;
     EXPECT_EQ(openState(path(), product, &error), nullptr);
-    EXPECT_EQ(error, "it is larger than 67108864 bytes, which no memory of a product is");
+    EXPECT_EQ(error, "it is larger than 67108864 bytes, more than the memory of any product");
 }
 
 // Opening a pipe to which nobody writes would wait for ever.

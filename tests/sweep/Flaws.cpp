@@ -296,7 +296,7 @@ const std::vector<Flaw>& allFlaws()
                   "out 5.0 answer 00 x1", sealsUnchecked),
         flawThat("knows-no-repetition", "refuses a message that comes again",
                  "in 4.0 delay 2200001 x1", &Flaw::knowsNoRepetition),
-        flawAfter("appends-repetition", "writes a message that comes again behind itself",
+        flawAfter("appends-repetition", "writes a message that comes again after itself",
                   "in 4.0 delay 2200001 x1", appendsRepetition),
         flawAfter("damaged-ends-update", "ends the update at a damaged message", "out 4.20 drop x1",
                   damagedEndsUpdate),

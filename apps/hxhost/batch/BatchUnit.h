@@ -16,7 +16,7 @@ QString reportText(const QString& text);
 struct BatchUnit {
     QString port;          // BACKEND:NAME
     QString serial;        // empty: not told
-    QString identity;      // "0x300041"; empty: not told
+    QString identity;      // family and model, as in an identity; empty: not told
     QString versionBefore; // empty: not told, as by a product without valid code
     QString versionAfter;
     QString outcome; // one of the words below, or the name of an exit code
