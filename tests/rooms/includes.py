@@ -1,5 +1,5 @@
 """Holds every include of the project against the table of rooms in CONTRIBUTING.md, and the README of
-every room against its row.
+every room against its row. Nothing in the host and in the programs may name a byte of one product.
 
 usage: includes.py SOURCE
 
@@ -18,6 +18,8 @@ LIBRARIES = {"CLI/": "CLI11", "RtMidi.h": "RtMidi", "sodium.h": "libsodium", "gt
              "gmock/": "GoogleTest"}
 INCLUDE = re.compile(r'^ *# *include +(?:"([^"]+)"|<([^>]+)>)', re.MULTILINE)
 LONGEST_README = 25
+PRODUCT_NEUTRAL = ("host/", "apps/")  # they learn the product from its plugin
+PRODUCTS_BYTES = re.compile("6B.?2D|300041")
 PROJECTS = "examples/"  # whose READMEs are for whoever copies them
 
 
@@ -106,10 +108,17 @@ def complaints_about_readmes(table, files):
             yield f"{path}: {text.count(chr(10))} lines; a room's README has at most {LONGEST_README}"
 
 
+def complaints_about_products(files):
+    for path, text in sorted(files.items()):
+        for match in PRODUCTS_BYTES.finditer(text) if path.startswith(PRODUCT_NEUTRAL) else ():
+            yield f"{path}:{text.count(chr(10), 0, match.start()) + 1}: names a product: {match[0]}"
+
+
 def complaints(files):
     """All that is wrong with the files, given as a map from path to text."""
     table = Table(files[DOCUMENT])
-    return [*table.complaints, *complaints_about_includes(table, files), *complaints_about_readmes(table, files)]
+    return [*table.complaints, *complaints_about_includes(table, files), *complaints_about_readmes(table, files),
+            *complaints_about_products(files)]
 
 
 def read_files(source):

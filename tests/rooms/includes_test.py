@@ -109,6 +109,11 @@ class Includes(unittest.TestCase):
         files["bench/README.md"] = "line\n" * 26
         self.assertEqual(self.found(files), ["bench/README.md: 26 lines; a room's README has at most 25"])
 
+    def test_a_product_that_the_host_names_is_found(self):
+        self.assertEqual(self.found(project(host__bus__Wrong="// one\nconst char maker[] = \"00 6B 2D\";\n")),
+                         ["host/bus/Wrong.h:2: names a product: 6B 2D"])
+        self.assertEqual(self.found(project(tests__Right="0x300041\n")), [])
+
 
 if __name__ == "__main__":
     unittest.main()
