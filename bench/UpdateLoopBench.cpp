@@ -48,7 +48,7 @@ hx::UpdateImage imageOf(const QByteArray& code, const hx::ProductDescription& pr
     QTemporaryFile file;
     file.open();
     file.write(
-        hx::buildImage(product, code, CodeType::Fwu, QStringLiteral("1.0.2.4")).fileContent());
+        hx::buildImage(product, code, CodeType::Fwu, QStringLiteral("1.0.2.4"))->fileContent());
     file.close();
     return hx::loadUpdateImage(file.fileName(), product);
 }

@@ -71,7 +71,9 @@ void examine(const QString& path, const QList<HxMidiData>& image, const RuleStar
 {
     const PluginLoadResult loaded = loadPlugin(path, PluginCare::Untried);
     if (!loaded.ok()) {
-        send(packed({{"loadError", loaded.error}}));
+        send(packed({{"what", loaded.problem.what},
+                     {"expected", loaded.problem.expected},
+                     {"next", loaded.problem.next}}));
         return;
     }
     const QString head = otherHead(loaded.plugin->device(), image);
@@ -93,7 +95,9 @@ void takeLoaded(const QJsonObject& object, ContractFinding* finding)
 {
     finding->filePath = object.value("filePath").toString();
     finding->className = object.value("className").toString();
-    finding->loadError = object.value("loadError").toString();
+    finding->loadProblem.what = object.value("what").toString();
+    finding->loadProblem.expected = object.value("expected").toString();
+    finding->loadProblem.next = object.value("next").toString();
     finding->otherHead = object.value("otherHead").toString();
 }
 
@@ -133,7 +137,7 @@ ContractFinding checkContract(const QString& path, const QList<HxMidiData>& imag
         isLoaded = true;
     };
     finding.crash = runSeparately(work, receive, secondsForARule);
-    const bool isJudged = finding.loadError.isEmpty() && finding.otherHead.isEmpty();
+    const bool isJudged = finding.loadProblem.what.isEmpty() && finding.otherHead.isEmpty();
     if (isLoaded && isJudged && !finding.crash.isEmpty())
         addCrash(rules, &finding);
     return finding;

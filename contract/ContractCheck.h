@@ -14,9 +14,9 @@ using RuleStart = std::function<void(const char* rule)>;
 struct ContractFinding {
     QString filePath;
     QString className;
-    QString loadError; // why the plugin could not be loaded
-    QString otherHead; // how the image given begins where it is for another product, else empty
-    QString crash;     // how the plugin ended the process that examined it, else empty
+    Problem loadProblem; // why the plugin could not be loaded; without a text where it was
+    QString otherHead;   // how the image given begins where it is for another product, else empty
+    QString crash;       // how the plugin ended the process that examined it, else empty
 
     // One for each rule, in the order in which they were run. The rule in which the plugin crashed
     // has failed, and those after it were skipped. Empty when the plugin was not loaded, or the

@@ -24,7 +24,7 @@ QList<HxMidiData> madeUpImage(DeviceInterface& device)
         return {};
     const CodeType kind = product.updateKinds.front().kind;
     const QByteArray code(1, '\0');
-    QList<HxMidiData> image = buildImage(product, code, kind, QStringLiteral("1.0.0.0")).messages;
+    QList<HxMidiData> image = buildImage(product, code, kind, QStringLiteral("1.0.0.0"))->messages;
     const QString fileCheck =
         device.lookupStr(QStringLiteral("fwupdate.%1.filecheck").arg(codeTypeTag(kind)));
     image[image.size() - 2] = HxMidiData(sampleMessage(fileCheck, code));

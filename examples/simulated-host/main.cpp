@@ -16,7 +16,7 @@ int main(int argc, char** argv)
     }
     const hx::PluginLoadResult loaded = hx::loadPlugin(QString::fromLocal8Bit(argv[1]));
     if (!loaded.ok()) {
-        out << loaded.error << '\n';
+        out << loaded.problem.what << '\n';
         return 1;
     }
     DeviceInterface& device = loaded.plugin->device();

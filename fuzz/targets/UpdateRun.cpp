@@ -23,9 +23,9 @@ constexpr int mostMessages = 60;
 const UpdateImage& image()
 {
     static const UpdateImage parsed = [] {
-        const BuiltImage built =
+        const Result<BuiltImage> built =
             buildImage(description(), codeOfSize(150), CodeType::Fwu, QStringLiteral("5.6.7.8"));
-        return parseUpdateImage(imageFileOf(built.messages), description());
+        return parseUpdateImage(imageFileOf(built->messages), description());
     }();
     return parsed;
 }

@@ -7,11 +7,9 @@ namespace hx {
 
 namespace {
 
-BuiltImage refused(const QString& error)
+Problem refused(const QString& what, const QString& expected, const QString& next)
 {
-    BuiltImage built;
-    built.error = error;
-    return built;
+    return {ExitCode::ImageRefused, what, expected, next};
 }
 
 // Four ASCII digits; empty when `version` is something else.
@@ -77,24 +75,26 @@ QByteArray BuiltImage::fileContent() const
     return content;
 }
 
-BuiltImage buildImage(const ProductDescription& product, const QByteArray& code, CodeType kind,
-                      const QString& version)
+Result<BuiltImage> buildImage(const ProductDescription& product, const QByteArray& code,
+                              CodeType kind, const QString& version)
 {
     const QByteArray digits = versionDigits(version);
     const UpdateKind* updateKind = product.updateKind(kind);
     if (updateKind == nullptr)
-        return refused(QStringLiteral("The plugin names no file check of kind \"%1\"; an image can "
-                                      "be made of the kinds that have one.")
-                           .arg(codeTypeTag(kind)));
-    if (code.isEmpty() || code.size() > image::maxCodeBytes)
-        return refused(QStringLiteral("The code has %1 bytes; an image carries 1 to %2.")
-                           .arg(code.isEmpty()
-                                    ? QStringLiteral("0")
-                                    : QStringLiteral("more than %1").arg(image::maxCodeBytes))
-                           .arg(image::maxCodeBytes));
-    if (digits.isEmpty())
         return refused(
-            QStringLiteral("The version \"%1\" is not four digits such as 1.0.2.4.").arg(version));
+            QStringLiteral("the plugin names no file check of kind \"%1\"").arg(codeTypeTag(kind)),
+            QStringLiteral("a kind that it names one for"), QStringLiteral("give another kind"));
+    if (code.isEmpty() || code.size() > image::maxCodeBytes)
+        return refused(
+            code.isEmpty()
+                ? QStringLiteral("the code has 0 bytes")
+                : QStringLiteral("the code has more than %1 bytes").arg(image::maxCodeBytes),
+            QStringLiteral("1 to %1 code bytes").arg(image::maxCodeBytes),
+            QStringLiteral("give another code file"));
+    if (digits.isEmpty())
+        return refused(QStringLiteral("the version is \"%1\"").arg(version),
+                       QStringLiteral("four digits such as 1.0.2.4"),
+                       QStringLiteral("give another version"));
     BuiltImage built;
     for (int address = 0; address < code.size(); address += image::codeBytesPerMessage)
         built.messages << dataMessage(product.header, *updateKind, code, address);

@@ -3,6 +3,7 @@
  */
 #pragma once
 
+#include "host/base/Result.h"
 #include "host/product/ProductDescription.h"
 #include "mididata/HxMidiData.h"
 
@@ -12,12 +13,9 @@
 
 namespace hx {
 
-/** Either the messages, or the reason why there are none. */
 struct BuiltImage {
     QList<HxMidiData> messages;
-    QString error;
 
-    bool ok() const { return error.isEmpty(); }
     /** The content of a raw .syx file. */
     QByteArray fileContent() const;
 };
@@ -29,7 +27,7 @@ bool isImageVersion(const QString& version);
  * An image for `product`. `version` as isImageVersion wants it. Code is 1 to 1,048,576 bytes; the
  * kind is one that the plugin names a file check for.
  */
-BuiltImage buildImage(const ProductDescription& product, const QByteArray& code, CodeType kind,
-                      const QString& version);
+Result<BuiltImage> buildImage(const ProductDescription& product, const QByteArray& code,
+                              CodeType kind, const QString& version);
 
 } // namespace hx

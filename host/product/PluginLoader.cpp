@@ -16,12 +16,30 @@ namespace {
 
 const QString iidKey = QStringLiteral("IID");
 
-PluginLoadResult failed(PluginFault fault, const QString& error)
+struct Advice {
+    QString expected;
+    QString next;
+};
+
+PluginLoadResult failed(PluginFault fault, const QString& what, const Advice& advice)
 {
     PluginLoadResult result;
     result.fault = fault;
-    result.error = error;
+    result.problem = {ExitCode::NoPlugin, what, advice.expected, advice.next};
     return result;
+}
+
+// Of a file that cannot be a plugin.
+Advice wholePlugin()
+{
+    return {QStringLiteral("a whole device plugin, made for this machine"),
+            QStringLiteral("install the plugin again")};
+}
+
+Advice libraryOrFolder()
+{
+    return {QStringLiteral("a plugin's library file, or the folder that holds it"),
+            QStringLiteral("check the path")};
 }
 
 // The first bytes of the platforms' shared libraries: ELF, Mach-O in its four forms, PE.
@@ -56,26 +74,25 @@ PluginLoadResult checkIsLibrary(const QString& path)
     const bool isRegular = QFileInfo(path).isFile(); // opening a pipe could wait for ever
     if (isRegular && !file.open(QIODevice::ReadOnly))
         return failed(PluginFault::Missing,
-                      QStringLiteral("%1 cannot be read: %2. Check its permissions.")
-                          .arg(path, file.errorString()));
+                      QStringLiteral("%1 cannot be read: %2").arg(path, file.errorString()),
+                      {QStringLiteral("a file that this user may read"),
+                       QStringLiteral("check its permissions")});
     if (isRegular && hasLibraryMagic(file.read(4)))
         return {};
-    return failed(PluginFault::NotALibrary,
-                  QStringLiteral("%1 (%2 bytes) is not a shared library. Name the plugin's library "
-                                 "file, such as libtarv_valdrinboot_3041.so, or its folder.")
-                      .arg(path)
-                      .arg(file.size()));
+    return failed(
+        PluginFault::NotALibrary,
+        QStringLiteral("%1 (%2 bytes) is not a shared library").arg(path).arg(file.size()),
+        libraryOrFolder());
 }
 
 PluginLoadResult otherQt(const QString& path, const QtVersion& made)
 {
     return failed(
         PluginFault::OtherQt,
-        QStringLiteral("%1 is made for Qt %2, this host runs Qt %3. Install the plugin made "
-                       "for Qt %4, or use the host made for Qt %5.")
-            .arg(path, made.text(), runningQt().text())
-            .arg(runningQt().majorNumber)
-            .arg(made.majorNumber));
+        QStringLiteral("%1 is made for Qt %2, this host runs Qt %3")
+            .arg(path, made.text(), runningQt().text()),
+        {QStringLiteral("a plugin made for Qt %1").arg(runningQt().majorNumber),
+         QStringLiteral("install that one, or use the host made for Qt %1").arg(made.majorNumber)});
 }
 
 // Looks at the metadata alone: no code of the plugin runs.
@@ -86,28 +103,28 @@ PluginLoadResult checkMetaData(const QPluginLoader& loader, const QString& path)
     if (made && made->majorNumber != runningQt().majorNumber)
         return otherQt(path, *made);
     if (metaData.isEmpty())
-        return failed(PluginFault::NoMetadata,
-                      QStringLiteral("%1 carries no plugin metadata (%2). It is another kind of "
-                                     "library, or damaged; install the plugin again.")
-                          .arg(path, loader.errorString()));
-    if (isCutOff(path))
         return failed(
             PluginFault::NoMetadata,
-            QStringLiteral("%1 is cut off: it has %2 bytes and lacks its end. Install the "
-                           "plugin again.")
-                .arg(path)
-                .arg(QFileInfo(path).size()));
+            QStringLiteral("%1 carries no plugin metadata (%2)").arg(path, loader.errorString()),
+            wholePlugin());
+    if (isCutOff(path))
+        return failed(PluginFault::NoMetadata,
+                      QStringLiteral("%1 is cut off: it has %2 bytes and lacks its end")
+                          .arg(path)
+                          .arg(QFileInfo(path).size()),
+                      wholePlugin());
     const QString iid = metaData.value(iidKey).toString();
     if (!iid.startsWith(deviceInterfacePrefix()))
         return failed(PluginFault::WrongInterface,
-                      QStringLiteral("%1 is a plugin for \"%2\"; expected an interface identifier "
-                                     "that starts with \"%3\". Name a device plugin.")
-                          .arg(path, iid, deviceInterfacePrefix()));
+                      QStringLiteral("%1 is a plugin for \"%2\"").arg(path, iid),
+                      {QStringLiteral("an interface identifier that begins with \"%1\"")
+                           .arg(deviceInterfacePrefix()),
+                       QStringLiteral("name a device plugin")});
     if (keysOf(metaData).isEmpty())
         return failed(PluginFault::NoKeys,
-                      QStringLiteral("%1 names no key in its metadata; expected a list \"Keys\" of "
-                                     "at least one text. Ask its maker for a complete plugin.")
-                          .arg(path));
+                      QStringLiteral("%1 names no key in its metadata").arg(path),
+                      {QStringLiteral("a list \"Keys\" of at least one text"),
+                       QStringLiteral("ask its maker for a complete plugin")});
     return {};
 }
 
@@ -118,17 +135,17 @@ PluginLoadResult instantiate(const QString& path, QLibrary::LoadHints hints)
     if (!loader->load())
         return failed(
             PluginFault::LoadFailed,
-            QStringLiteral("%1 cannot be loaded: %2. It needs another version of Qt or of "
-                           "the host, or is damaged.")
-                .arg(path, loader->errorString()));
+            QStringLiteral("%1 cannot be loaded: %2").arg(path, loader->errorString()),
+            {QStringLiteral("a whole plugin, made for this version of Qt and of the host"),
+             QStringLiteral("install the plugin again")});
     auto* device = qobject_cast<DeviceInterface*>(loader->instance());
     if (device == nullptr) {
         loader->unload();
-        return failed(
-            PluginFault::NoDeviceInterface,
-            QStringLiteral("%1 was loaded, but its object does not offer DeviceInterface. "
-                           "Ask its maker for a version made for this host.")
-                .arg(path));
+        return failed(PluginFault::NoDeviceInterface,
+                      QStringLiteral("%1 was loaded, but its object does not offer DeviceInterface")
+                          .arg(path),
+                      {QStringLiteral("a device plugin made for this host"),
+                       QStringLiteral("ask its maker for one")});
     }
     PluginLoadResult result;
     result.plugin = std::make_unique<LoadedPlugin>(std::move(loader), device, path);
@@ -138,10 +155,8 @@ PluginLoadResult instantiate(const QString& path, QLibrary::LoadHints hints)
 PluginLoadResult fatal(const QString& path, const QString& what)
 {
     return failed(PluginFault::Fatal,
-                  QStringLiteral("%1 was tried in a process of its own, and %2. It is "
-                                 "damaged, or not for this machine; install the "
-                                 "plugin again.")
-                      .arg(path, what));
+                  QStringLiteral("%1 was tried in a process of its own, and %2").arg(path, what),
+                  wholePlugin());
 }
 
 PluginLoadResult checkFile(const QString& path, PluginCare care)
@@ -188,11 +203,11 @@ QString whyNone(const QStringList& reasons)
 {
     constexpr int mostListed = 3;
     if (reasons.isEmpty())
-        return QStringLiteral("it holds no library.");
-    const QString listed = reasons.mid(0, mostListed).join(QLatin1Char(' '));
+        return QStringLiteral("it holds no library");
+    const QString listed = reasons.mid(0, mostListed).join(QStringLiteral("; "));
     const auto more = reasons.size() - mostListed;
     return more > 0
-               ? listed + QStringLiteral(" %1 more libraries are not plugins either.").arg(more)
+               ? listed + QStringLiteral("; %1 more libraries are not plugins either").arg(more)
                : listed;
 }
 
@@ -205,20 +220,21 @@ PluginLoadResult loadFromFolder(const QString& folder, PluginCare care)
         if (found.fault == PluginFault::None)
             plugins << path;
         else
-            others << found.error;
+            others << found.problem.what;
     }
     if (plugins.size() == 1)
         return loadFile(plugins.first(), care);
     if (plugins.size() > 1)
         return failed(PluginFault::SeveralInFolder,
-                      QStringLiteral("The folder %1 holds %2 device plugins: %3. Name one of them.")
+                      QStringLiteral("the folder %1 holds %2 device plugins: %3")
                           .arg(folder)
                           .arg(plugins.size())
-                          .arg(plugins.join(QStringLiteral(", "))));
-    return failed(PluginFault::NoneInFolder,
-                  QStringLiteral("The folder %1 holds no device plugin: %2 Name the plugin's "
-                                 "library file or the folder it is in.")
-                      .arg(folder, whyNone(others)));
+                          .arg(plugins.join(QStringLiteral(", "))),
+                      {QStringLiteral("one plugin"), QStringLiteral("name one of them")});
+    return failed(
+        PluginFault::NoneInFolder,
+        QStringLiteral("the folder %1 holds no device plugin: %2").arg(folder, whyNone(others)),
+        libraryOrFolder());
 }
 
 } // namespace
@@ -259,7 +275,7 @@ PluginLoadResult loadPlugin(const QString& path, PluginCare care)
     const QFileInfo info(path);
     if (!info.exists())
         return failed(PluginFault::Missing,
-                      QStringLiteral("There is no file or folder %1. Check the path.").arg(path));
+                      QStringLiteral("there is no file or folder %1").arg(path), libraryOrFolder());
     const QString absolute = info.absoluteFilePath(); // Qt's loader seeks others in system folders
     return info.isDir() ? loadFromFolder(absolute, care) : loadFile(absolute, care);
 }

@@ -1,9 +1,10 @@
 /** @file
- * Loads a device plugin through Qt's plugin loader, or says in one line why it cannot be loaded.
+ * Loads a device plugin through Qt's plugin loader, or says why it cannot be loaded.
  */
 #pragma once
 
 #include "deviceinterface/DeviceInterface.h"
+#include "host/base/Problem.h"
 
 #include <QJsonObject>
 #include <QObject>
@@ -74,11 +75,11 @@ private:
     QString m_givenPath;
 };
 
-/** Either `plugin`, or the kind of fault and one line that says what is wrong and what to do. */
+/** Either `plugin`, or the kind of fault, and what is wrong in one line. */
 struct PluginLoadResult {
     std::unique_ptr<LoadedPlugin> plugin;
     PluginFault fault = PluginFault::None;
-    QString error;
+    Problem problem;
 
     bool ok() const { return plugin != nullptr; }
 };

@@ -130,14 +130,10 @@ bool Runner::confirm(const UpdateOptions& options)
                        QStringLiteral("The update was not confirmed."));
 }
 
+// What the update comes to when not all messages were good.
 UpdateOutcome outcomeOf(SendEnd end)
 {
     switch (end) {
-    case SendEnd::Good:
-        return UpdateOutcome::Succeeded;
-    case SendEnd::Failed:
-    case SendEnd::Bad:
-        return UpdateOutcome::Failed;
     case SendEnd::NoAnswer:
         return UpdateOutcome::NoAnswer;
     case SendEnd::PortLost:
@@ -146,9 +142,10 @@ UpdateOutcome outcomeOf(SendEnd end)
     case SendEnd::OtherProduct:
         return UpdateOutcome::WrongProduct;
     case SendEnd::Interrupted:
-        break;
+        return UpdateOutcome::Interrupted;
+    default:
+        return UpdateOutcome::Failed;
     }
-    return UpdateOutcome::Interrupted;
 }
 
 bool Runner::send(const UpdateImage& image, const UpdateOptions& options)

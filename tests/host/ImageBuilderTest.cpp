@@ -32,18 +32,18 @@ TEST(ImageGrammar, CountsAHeaderByteForEverySevenPackedBytes)
 
 TEST(ImageBuilder, BuildsTheWorkedExampleByteForByte)
 {
-    const BuiltImage built =
+    const Result<BuiltImage> built =
         buildImage(samples::product(), hex("F07E81"), CodeType::Fwu, "1.0.2.4");
-    ASSERT_TRUE(built.ok());
-    ASSERT_EQ(built.messages.size(), 3);
-    EXPECT_EQ(built.messages.at(0).bytes,
+    ASSERT_TRUE(built);
+    ASSERT_EQ(built->messages.size(), 3);
+    EXPECT_EQ(built->messages.at(0).bytes,
               hex("F0 00 6B 2D 30 41 43 0A 00 00 00 00 00 00 00 03 50 70 7E 01 42 F7"));
-    EXPECT_EQ(built.messages.at(1).bytes,
+    EXPECT_EQ(built->messages.at(1).bytes,
               hex("F0 00 6B 2D 30 41 43 0C 00 00 00 00 03 06 0C 19 1A 0C "
                   "31 30 32 34 01 1C F7"));
-    EXPECT_EQ(built.messages.at(2).bytes, hex("F0 00 6B 2D 30 41 F7"));
-    EXPECT_EQ(built.fileContent(),
-              built.messages.at(0).bytes + built.messages.at(1).bytes + built.messages.at(2).bytes);
+    EXPECT_EQ(built->messages.at(2).bytes, hex("F0 00 6B 2D 30 41 F7"));
+    EXPECT_EQ(built->fileContent(), built->messages.at(0).bytes + built->messages.at(1).bytes +
+                                        built->messages.at(2).bytes);
 }
 
 TEST(ImageBuilder, BuildsKindFwdWithItsOwnCommandByte)
@@ -63,10 +63,10 @@ TEST(ImageBuilder, CutsTheCodeInto112BytesAMessage)
 TEST(ImageBuilder, TakesTheVersionWithDotsOrWithout)
 {
     EXPECT_EQ(
-        buildImage(samples::product(), "x", CodeType::Fwu, "1024").messages.at(1).bytes.mid(18, 4),
+        buildImage(samples::product(), "x", CodeType::Fwu, "1024")->messages.at(1).bytes.mid(18, 4),
         "1024");
     EXPECT_EQ(buildImage(samples::product(), "x", CodeType::Fwu, "1.0.2.4")
-                  .messages.at(1)
+                  ->messages.at(1)
                   .bytes.mid(18, 4),
               "1024");
 }
@@ -76,24 +76,27 @@ TEST(ImageBuilder, RefusesAVersionThatIsNotFourDigits)
     for (const char* version : {"", "1.0.2", "1.0.2.a", "10.0.2.4", "1.0.2.4.",
                                 "\xD9\xA1"
                                 "024"}) {
-        const BuiltImage built = buildImage(samples::product(), "x", CodeType::Fwu, version);
-        EXPECT_FALSE(built.ok()) << version;
-        EXPECT_TRUE(built.messages.isEmpty());
-        EXPECT_TRUE(built.error.contains("1.0.2.4")) << built.error.toStdString();
+        const Problem problem =
+            buildImage(samples::product(), "x", CodeType::Fwu, version).problem();
+        EXPECT_EQ(problem.what, QString("the version is \"%1\"").arg(version));
+        EXPECT_EQ(problem.expected, "four digits such as 1.0.2.4");
     }
 }
 
 TEST(ImageBuilder, RefusesCodeThatNoImageCarries)
 {
-    EXPECT_EQ(buildImage(samples::product(), QByteArray(), CodeType::Fwu, "1024").error,
-              "The code has 0 bytes; an image carries 1 to 1048576.");
-    EXPECT_EQ(buildImage(samples::product(), QByteArray(1048577, 'x'), CodeType::Fwu, "1024").error,
-              "The code has more than 1048576 bytes; an image carries 1 to 1048576.");
-    EXPECT_TRUE(
-        buildImage(samples::product(), QByteArray(1048576, 'x'), CodeType::Fwu, "1024").ok());
+    const auto problemOfCode = [](int size) {
+        return buildImage(samples::product(), QByteArray(size, 'x'), CodeType::Fwu, "1024")
+            .problem();
+    };
+    EXPECT_EQ(problemOfCode(0).what, "the code has 0 bytes");
+    EXPECT_EQ(problemOfCode(0).expected, "1 to 1048576 code bytes");
+    EXPECT_EQ(problemOfCode(0).code, ExitCode::ImageRefused);
+    EXPECT_EQ(problemOfCode(1048577).what, "the code has more than 1048576 bytes");
+    EXPECT_TRUE(buildImage(samples::product(), QByteArray(1048576, 'x'), CodeType::Fwu, "1024"));
 }
 
 TEST(ImageBuilder, RefusesAnUnknownKind)
 {
-    EXPECT_FALSE(buildImage(samples::product(), "x", CodeType::Unknown, "1024").ok());
+    EXPECT_FALSE(buildImage(samples::product(), "x", CodeType::Unknown, "1024"));
 }

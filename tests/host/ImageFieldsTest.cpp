@@ -52,7 +52,7 @@ TEST(UpdateImage, RefusesTopBitsOfBytesThatAreNotThere)
 {
     for (int bit = 0; bit <= 3; ++bit) { // bit 3 belongs to a fourth byte
         QList<HxMidiData> messages =
-            buildImage(samples::product(), "abc", CodeType::Fwu, "1024").messages;
+            buildImage(samples::product(), "abc", CodeType::Fwu, "1024")->messages;
         messages[0].bytes[16] = static_cast<char>(1 << bit);
         messages[0] = samples::resummed(messages.at(0));
         expectProblem(parsed(messages), 0, 16,

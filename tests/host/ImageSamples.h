@@ -30,7 +30,7 @@ inline QByteArray code(int size)
 
 inline QList<HxMidiData> messages(int size = 300, CodeType kind = CodeType::Fwu)
 {
-    return hx::buildImage(product(), code(size), kind, QStringLiteral("1.0.2.4")).messages;
+    return hx::buildImage(product(), code(size), kind, QStringLiteral("1.0.2.4"))->messages;
 }
 
 inline QByteArray content(const QList<HxMidiData>& messages)

@@ -20,7 +20,7 @@ SignedFile signedFile(const QString& version = QStringLiteral("1.0.2.4"),
                       CodeType kind = CodeType::Fwu)
 {
     SignedFile file;
-    file.content = buildImage(samples::product(), samples::code(300), kind, version).fileContent();
+    file.content = buildImage(samples::product(), samples::code(300), kind, version)->fileContent();
     file.image = parseUpdateImage(parseImageFile(file.content), samples::product());
     file.signature =
         signatureText(signImage(file.content, file.image, samples::secretKey(keyPair('a'))));

@@ -86,10 +86,10 @@ protected:
     void expectOtherQt(const QByteArray& content)
     {
         const PluginLoadResult result = load(content);
-        EXPECT_EQ(result.fault, PluginFault::OtherQt) << result.error.toStdString();
-        EXPECT_TRUE(
-            result.error.contains(QString("is made for Qt %1.9, this host").arg(otherQtMajor)))
-            << result.error.toStdString();
+        EXPECT_EQ(result.fault, PluginFault::OtherQt) << result.problem.what.toStdString();
+        EXPECT_TRUE(result.problem.what.contains(
+            QString("is made for Qt %1.9, this host").arg(otherQtMajor)))
+            << result.problem.what.toStdString();
     }
 
     TestFiles files;

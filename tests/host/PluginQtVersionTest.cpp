@@ -35,7 +35,7 @@ protected:
     static QString bothVersions(const QByteArray& file)
     {
         const int mark = int(file.lastIndexOf(otherMark()));
-        return QString("is made for Qt %1.%2, this host runs Qt %3.")
+        return QString("is made for Qt %1.%2, this host runs Qt %3")
             .arg(otherMajor())
             .arg(int(file.at(mark + markSize + 2)))
             .arg(QString(qVersion()).section('.', 0, 1));
@@ -45,8 +45,8 @@ protected:
     {
         const PluginLoadResult result = loadPlugin(path);
         EXPECT_FALSE(result.ok());
-        EXPECT_EQ(int(result.fault), int(fault)) << result.error.toStdString();
-        EXPECT_TRUE(result.error.contains(text)) << result.error.toStdString();
+        EXPECT_EQ(int(result.fault), int(fault)) << result.problem.what.toStdString();
+        EXPECT_TRUE(result.problem.what.contains(text)) << result.problem.what.toStdString();
     }
 
     TestFiles files;
@@ -63,10 +63,10 @@ TEST_F(PluginQtVersion, APluginOfTheOtherMajorIsRefusedWithBothVersions)
     SKIP_WITHOUT_OTHER_QT();
     const QByteArray file = TestFiles::contentOf(otherPlugin());
     expectRefused(otherPlugin(), PluginFault::OtherQt, bothVersions(file));
-    expectRefused(otherPlugin(), PluginFault::OtherQt,
-                  QString("Install the plugin made for Qt %1, or use the host made for Qt %2.")
-                      .arg(QT_VERSION_MAJOR)
-                      .arg(otherMajor()));
+    const Problem problem = loadPlugin(otherPlugin()).problem;
+    EXPECT_EQ(problem.expected, QString("a plugin made for Qt %1").arg(QT_VERSION_MAJOR));
+    EXPECT_EQ(problem.next,
+              QString("install that one, or use the host made for Qt %1").arg(otherMajor()));
 }
 
 TEST_F(PluginQtVersion, AFolderWithNothingElseSaysSo)

@@ -88,11 +88,11 @@ TEST(ProductDescription, KnowsMakersOfOneByte)
     EXPECT_EQ(product.checksumGroups(), 5);
     EXPECT_EQ(product.updateKind(CodeType::Fwu), nullptr);
 
-    const BuiltImage built = buildImage(product, hex("F07E81"), CodeType::Fwd, "1.0.2.4");
-    ASSERT_TRUE(built.ok()) << built.error.toStdString();
-    EXPECT_EQ(built.messages.first().bytes, hex("F07B1205500A000000000000000350707E0142F7"));
-    EXPECT_EQ(built.messages.last().bytes, hex("F07B1205F7"));
-    const UpdateImage image = parseUpdateImage(imageFileOf(built.messages), product);
+    const Result<BuiltImage> built = buildImage(product, hex("F07E81"), CodeType::Fwd, "1.0.2.4");
+    ASSERT_TRUE(built) << built.problem().what.toStdString();
+    EXPECT_EQ(built->messages.first().bytes, hex("F07B1205500A000000000000000350707E0142F7"));
+    EXPECT_EQ(built->messages.last().bytes, hex("F07B1205F7"));
+    const UpdateImage image = parseUpdateImage(imageFileOf(built->messages), product);
     EXPECT_TRUE(image.ok()) << imageProblemLine(image.problems.front()).toStdString();
     EXPECT_EQ(image.kind, CodeType::Fwd);
     EXPECT_EQ(image.version, "1.0.2.4");
@@ -131,9 +131,8 @@ TEST(ProductDescription, AFileCheckThatDoesNotFixItsCommandIsOfNoKind)
 TEST(ProductDescription, WithoutAFileCheckOfTheKindNoImageIsBuilt)
 {
     ShortMaker plugin;
-    EXPECT_EQ(buildImage(describeProduct(plugin), "x", CodeType::Fwu, "1.0.2.4").error,
-              "The plugin names no file check of kind \"fwu\"; an image can be made of the kinds "
-              "that have one.");
+    EXPECT_EQ(buildImage(describeProduct(plugin), "x", CodeType::Fwu, "1.0.2.4").problem().what,
+              "the plugin names no file check of kind \"fwu\"");
 }
 
 TEST(ProductDescription, WithoutAFileCheckNoImageIsTaken)

@@ -24,7 +24,7 @@ public:
         : port(hx::sim::FaultyProduct(product, plan(faults)), options), bus(port)
     {
         loaded = hx::loadPlugin(QStringLiteral(HX_PLUGIN_FILE));
-        EXPECT_TRUE(loaded.ok()) << loaded.error.toStdString();
+        EXPECT_TRUE(loaded.ok()) << loaded.problem.what.toStdString();
         device().bus = &bus;
     }
 

@@ -21,7 +21,7 @@ public:
     TrustedKeys keys(const QString& name = QString()) const
     {
         const PluginLoadResult loaded = loadPlugin(name.isEmpty() ? plugin : name);
-        EXPECT_TRUE(loaded.ok()) << loaded.error.toStdString();
+        EXPECT_TRUE(loaded.ok()) << loaded.problem.what.toStdString();
         return keysOf(*loaded.plugin);
     }
 };

@@ -39,7 +39,7 @@ TEST(UpdateImage, ReadsTheLargestImage)
 TEST(UpdateImage, ExpectsTheChecksumOfItsCode)
 {
     const QList<HxMidiData> messages =
-        buildImage(samples::product(), "123456789", CodeType::Fwu, "1024").messages;
+        buildImage(samples::product(), "123456789", CodeType::Fwu, "1024")->messages;
     EXPECT_EQ(parsed(messages).expectedChecksum(), QByteArray::fromHex("5F507226"));
 }
 

@@ -86,7 +86,7 @@ QString Bench::image(const QString& version, int size)
 {
     const auto built =
         hx::buildImage(samples::product(), samples::code(size), CodeType::Fwu, version);
-    return files.write(version + QStringLiteral(".syx"), samples::content(built.messages));
+    return files.write(version + QStringLiteral(".syx"), samples::content(built->messages));
 }
 
 void Bench::goTo(Step step)

@@ -185,14 +185,14 @@ protected:
     {
         DeviceInterface& device = m_loaded.plugin->device();
         const ProductDescription product = describeProduct(device);
-        const BuiltImage built =
+        const Result<BuiltImage> built =
             buildImage(product, QByteArray(500, '\x2A'), CodeType::Fwu, QStringLiteral("1.0.2.4"));
         PortBus bus(port());
         device.bus = &bus;
         UpdateOptions options;
         options.confirm = [](const UpdateResult&) { return true; };
-        const UpdateResult result =
-            runUpdate(device, bus, parseUpdateImage(imageFileOf(built.messages), product), options);
+        const UpdateResult result = runUpdate(
+            device, bus, parseUpdateImage(imageFileOf(built->messages), product), options);
         device.bus = nullptr;
         return result;
     }

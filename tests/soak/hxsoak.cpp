@@ -36,14 +36,15 @@ UpdateImage imageOf(const ProductDescription& product, int round)
     QByteArray code(8192, '\0');
     for (int i = 0; i < code.size(); ++i)
         code[i] = static_cast<char>(i * 31 + i / 256 + round);
-    const BuiltImage built = buildImage(product, code, CodeType::Fwu, QStringLiteral("1.0.2.4"));
-    return parseUpdateImage(imageFileOf(built.messages), product);
+    const Result<BuiltImage> built =
+        buildImage(product, code, CodeType::Fwu, QStringLiteral("1.0.2.4"));
+    return parseUpdateImage(imageFileOf(built->messages), product);
 }
 
 bool update(Session& session, int round)
 {
     if (!session.loaded.ok()) {
-        std::fprintf(stderr, "%s\n", qPrintable(session.loaded.error));
+        std::fprintf(stderr, "%s\n", qPrintable(session.loaded.problem.what));
         return false;
     }
     DeviceInterface& device = session.loaded.plugin->device();

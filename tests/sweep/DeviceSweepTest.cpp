@@ -26,7 +26,7 @@ std::vector<Scenario> allScenarios(Laboratory& laboratory)
 TEST(DeviceSweep, EveryFaultOfASampleEndsOverADeviceAsItDoesOnTheWire)
 {
     const hx::PluginLoadResult loaded = hx::loadPlugin(QStringLiteral(HX_PLUGIN_FILE));
-    ASSERT_TRUE(loaded.ok()) << loaded.error.toStdString();
+    ASSERT_TRUE(loaded.ok()) << loaded.problem.what.toStdString();
     Laboratory wire(loaded.plugin->device());
     std::size_t opened = 0;
     Laboratory device(loaded.plugin->device(), nullptr, [&opened](FaultyLink& link) {

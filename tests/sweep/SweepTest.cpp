@@ -32,7 +32,7 @@ protected:
 
     void SetUp() override
     {
-        ASSERT_TRUE(loaded().ok()) << loaded().error.toStdString();
+        ASSERT_TRUE(loaded().ok()) << loaded().problem.what.toStdString();
         laboratory = std::make_unique<Laboratory>(device());
     }
 

@@ -15,9 +15,9 @@ hx::UpdateImage smallImage(const hx::ProductDescription& product)
     QByteArray code(codeSize, '\0');
     for (int i = 0; i < codeSize; ++i)
         code[i] = static_cast<char>(i * 31 + 7);
-    const hx::BuiltImage built =
+    const hx::Result<hx::BuiltImage> built =
         hx::buildImage(product, code, CodeType::Fwu, QStringLiteral("1.0.2.4"));
-    return hx::parseUpdateImage(hx::imageFileOf(built.messages), product);
+    return hx::parseUpdateImage(hx::imageFileOf(built->messages), product);
 }
 
 } // namespace

@@ -268,7 +268,7 @@ int main(int argc, char** argv)
     const Options& options = *read;
     const hx::PluginLoadResult loaded = hx::loadPlugin(options.plugin);
     if (!loaded.ok()) {
-        out() << loaded.error << "\n";
+        out() << loaded.problem.what << "\n";
         return 2;
     }
     if (options.flaw == QLatin1String("all"))

@@ -122,8 +122,8 @@ void check(CommandContext& context, const CheckOptions& options)
     const ContractFinding finding = checkContract(place, image, [&context](const char* rule) {
         context.console.detail(QStringLiteral("rule ") + QLatin1String(rule));
     });
-    if (!finding.loadError.isEmpty())
-        return failWithoutPlugin(context, finding.loadError);
+    if (!finding.loadProblem.what.isEmpty())
+        return failWithoutPlugin(context, finding.loadProblem);
     if (!finding.otherHead.isEmpty())
         return context.fail(
             ExitCode::WrongProduct,

@@ -95,16 +95,15 @@ void build(CommandContext& context, const BuildOptions& options)
                             QStringLiteral("the file of code bytes that an image is made of"),
                             QStringLiteral("send the image with 'hxhost update', or give the code "
                                            "file"));
-    const BuiltImage built =
+    const Result<BuiltImage> built =
         buildImage(*product, code, options.kind, QString::fromStdString(options.version));
-    if (!built.ok())
-        return context.fail(
-            ExitCode::ImageRefused,
-            QStringLiteral("no image can be made of \"%1\": %2").arg(codeFile, built.error),
-            QStringLiteral("1 to %1 code bytes, of a kind that the plugin knows")
-                .arg(image::maxCodeBytes),
-            QStringLiteral("give another code file, or another --kind"));
-    const QByteArray content = built.fileContent();
+    if (!built) {
+        Problem problem = built.problem();
+        problem.what =
+            QStringLiteral("no image can be made of \"%1\": %2").arg(codeFile, problem.what);
+        return context.report.fail(problem);
+    }
+    const QByteArray content = built->fileContent();
     if (writeImage(context, fileNameText(options.output), content))
         addImage(context.report, imageIn(fileNameText(options.output), content, *product));
 }
@@ -139,8 +138,7 @@ void addInspectImageCommand(CommandLine& line, const Command& group)
     auto options = std::make_shared<InspectOptions>();
     const Command command =
         line.addTo(group, "inspect", "Show what an update image holds, and what is wrong with it");
-    command.addOption("IMAGE", options->image, "Update image: .syx, hex text or Standard MIDI File")
-        .required();
+    addImageArgument(command, options->image);
     addPluginOptions(command, options->plugin);
     line.setRun(command, [options](CommandContext& context) { inspectImage(context, *options); });
 }

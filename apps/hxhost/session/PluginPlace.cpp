@@ -69,11 +69,11 @@ QString pluginPlace(const PluginOptions& options)
     return loadablePlace(pluginSource(options));
 }
 
-void failWithoutPlugin(CommandContext& context, const QString& loadError)
+void failWithoutPlugin(CommandContext& context, Problem problem)
 {
-    context.fail(ExitCode::NoPlugin, loadError,
-                 QStringLiteral("a device plugin made for this host"),
-                 QStringLiteral("give its file or folder with --plugin"));
+    problem.code = ExitCode::NoPlugin;
+    problem.next += QStringLiteral("; --plugin takes a plugin's file or folder");
+    context.report.fail(problem);
 }
 
 std::unique_ptr<LoadedPlugin> loadChosenPlugin(CommandContext& context,
@@ -81,8 +81,10 @@ std::unique_ptr<LoadedPlugin> loadChosenPlugin(CommandContext& context,
 {
     const QString place = pluginPlace(options);
     PluginLoadResult result = loadPlugin(place);
-    if (!result.ok())
-        failWithoutPlugin(context, result.error.replace(place, pluginSource(options)));
+    if (!result.ok()) {
+        result.problem.what.replace(place, pluginSource(options));
+        failWithoutPlugin(context, result.problem);
+    }
     return std::move(result.plugin);
 }
 

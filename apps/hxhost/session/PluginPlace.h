@@ -17,7 +17,7 @@ QString pluginSource(const PluginOptions& options);
 QString pluginPlace(const PluginOptions& options);
 
 // Puts this error of the plugin loader into the report.
-void failWithoutPlugin(CommandContext& context, const QString& loadError);
+void failWithoutPlugin(CommandContext& context, Problem problem);
 
 // Loads it; null, with the problem in the report, when there is none.
 std::unique_ptr<LoadedPlugin> loadChosenPlugin(CommandContext& context,

@@ -28,7 +28,8 @@ void Plugins::load(const QString& place)
         m_keys.push_back(hx::keysOf(*result.plugin));
         m_plugins.push_back(std::move(result.plugin));
     }
-    m_error = isEmpty() ? hx::loadPlugin(place).error : QString();
+    const hx::Problem problem = isEmpty() ? hx::loadPlugin(place).problem : hx::Problem();
+    m_error = isEmpty() ? problem.what + QStringLiteral("; ") + problem.next : QString();
 }
 
 } // namespace hxupdate
