@@ -3,24 +3,29 @@
 #include "mididata/TextLength.h"
 #include "mididata/fast/FastPaths.h"
 #include "mididata/fast/HexTextWriter.h"
+#include "mididata/fast/SeparatedHex.h"
 #include "qt/Saturated.h"
 
 #include <algorithm>
 
 namespace {
 
-QString writtenHex(const char* from, int size)
+// Inline in each rendering: a function that gets a text from another one keeps a guard on its stack, which a
+// short rendering notices.
+[[gnu::always_inline]] inline QString writtenHex(const char* from, int size)
 {
     QString text = hx::unwrittenText(2 * qint64(size));
     hx::writeBytes(hx::charactersOf(text), from, from + size);
     return text;
 }
 
-QString writtenHex(const char* from, int size, char separator)
+[[gnu::always_inline]] inline QString writtenHex(const char* from, int size, char separator)
 {
     QString text = hx::unwrittenText(3 * qint64(size) - 1);
-    hx::writeSeparated(hx::charactersOf(text), from, from + size,
-                       static_cast<unsigned char>(separator));
+    char16_t* const to = hx::charactersOf(text);
+    const auto between = static_cast<unsigned char>(separator);
+    const qint64 written = hx::writeSeparatedBlocks(to, from, size, between);
+    hx::writeSeparated(to + 3 * written, from + written, from + size, between);
     return text;
 }
 
@@ -61,14 +66,15 @@ QString plainDecimal(const QByteArray& bytes)
 }
 
 // Null when it is longer than a text can be, empty but not null for no bytes.
-QString compactHex(const char* from, int size)
+[[gnu::always_inline]] inline QString compactHex(const char* from, int size)
 {
     if (!hx::fitsText(2 * qint64(size)))
         return QString();
     return hx::fastPaths ? writtenHex(from, size) : plainHex(from, size);
 }
 
-QString separatedHex(const QByteArray& bytes, hx::Section section, char separator)
+[[gnu::always_inline]] inline QString separatedHex(const QByteArray& bytes, hx::Section section,
+                                                   char separator)
 {
     const int size = section.size();
     if (size == 0 || !hx::fitsText(3 * qint64(size)))

@@ -59,8 +59,8 @@ bool readBlock(const Char* digits, char* to)
     return _mm_movemask_epi8(_mm_or_si128(isNumber, isLetter)) == 0xFFFF;
 }
 
-// Equal to hexPairs[] for each byte in turn.
-inline void writeBlock(char16_t* to, const char* from)
+// The digits of eight bytes, a byte each.
+inline __m128i digitsOfBlock(const char* from)
 {
     const __m128i bytes = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(from));
     const __m128i low = _mm_and_si128(bytes, _mm_set1_epi8(0xF));
@@ -68,7 +68,13 @@ inline void writeBlock(char16_t* to, const char* from)
     const __m128i values = _mm_unpacklo_epi8(high, low);
     const __m128i isLetter = _mm_cmpgt_epi8(values, _mm_set1_epi8(9));
     const __m128i lift = _mm_and_si128(isLetter, _mm_set1_epi8('A' - '0' - 10));
-    const __m128i digits = _mm_add_epi8(_mm_add_epi8(values, _mm_set1_epi8('0')), lift);
+    return _mm_add_epi8(_mm_add_epi8(values, _mm_set1_epi8('0')), lift);
+}
+
+// Equal to hexPairs[] for each byte in turn.
+inline void writeBlock(char16_t* to, const char* from)
+{
+    const __m128i digits = digitsOfBlock(from);
     auto* const target = reinterpret_cast<__m128i*>(to);
     _mm_storeu_si128(target, _mm_unpacklo_epi8(digits, _mm_setzero_si128()));
     _mm_storeu_si128(target + 1, _mm_unpackhi_epi8(digits, _mm_setzero_si128()));

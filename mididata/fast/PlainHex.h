@@ -57,9 +57,11 @@ bool readSpaced(const Char* at, const Char* end, char* to, Separators separators
     return readTokens<3>(at + 3 * pairs, end, to + pairs, separators);
 }
 
-// Reads the whole text. False when it is not of pairs alone; `bytes` is of no use then.
+// Reads the whole text. False when it is not of pairs alone; `bytes` is of no use then. Inline, for the separators
+// are constants to its callers.
 template <typename Char>
-bool readPlainHex(const Char* text, qint64 length, QByteArray& bytes, Separators separators)
+[[gnu::always_inline]] inline bool readPlainHex(const Char* text, qint64 length, QByteArray& bytes,
+                                                Separators separators)
 {
     const bool separated = length > 2 && separators(text[2]);
     const qint64 characters = separated ? length + 1 : length;

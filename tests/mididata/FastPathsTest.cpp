@@ -101,7 +101,9 @@ TEST(FastPaths, RenderingsOfEveryLengthAreThoseOfTheSteps)
         const AdoptedBuffer buffer(bytes);
         ASSERT_EQ(buffer.data.toString(-1), transcription::toString(bytes, -1));
         ASSERT_EQ(buffer.data.toString(':', -1), transcription::toString(bytes, ':', -1));
-        ASSERT_EQ(buffer.data.toString('\xE9', -1), transcription::toString(bytes, '\xE9', -1));
+        const QString text = buffer.data.toString('\xE9', -1);
+        ASSERT_EQ(text, transcription::toString(bytes, '\xE9', -1));
+        ASSERT_EQ(text.utf16()[text.size()], 0) << "something is written after the text";
         ASSERT_EQ(buffer.data.toStringDec(), transcription::toStringDec(bytes));
         for (const int columns : {1, 2, 3, 8, 15, 16, 17, 64, 1000})
             ASSERT_EQ(buffer.data.toStringTable(-1, columns),
