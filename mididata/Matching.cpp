@@ -4,6 +4,7 @@
 #include "mididata/fast/DigitPattern.h"
 #include "mididata/fast/ExpressionCache.h"
 #include "mididata/fast/FastPaths.h"
+#include "mididata/fast/PlainPattern.h"
 
 #include <cstring>
 
@@ -21,14 +22,19 @@ bool found(int position, bool atStart)
     return atStart ? position == 0 : position >= 0;
 }
 
-// Not inline in match(), which most calls leave sooner.
-Q_NEVER_INLINE bool matchExpression(const HxMidiData& data, const char* pattern, bool atStart)
+bool matchExpression(const HxMidiData& data, const char* pattern, bool atStart)
 {
-    const QString text = data.toString(-1);
-    const int position = hx::fastPaths
-                             ? hx::findExpression(pattern, text)
-                             : hx::patternExpression(QString::fromLatin1(pattern)).indexIn(text);
-    return found(position, atStart);
+    const QRegExp expression = hx::patternExpression(QString::fromLatin1(pattern));
+    return found(expression.indexIn(data.toString(-1)), atStart);
+}
+
+// Not inline in match(), which most calls leave sooner.
+Q_NEVER_INLINE bool matchItems(const HxMidiData& data, const char* pattern, const char* end,
+                               bool atStart)
+{
+    const hx::Fit fit = hx::fitItems(pattern, end, data.bytes, atStart);
+    return fit == hx::Fit::OutsideGrammar ? found(hx::findExpression(pattern, data), atStart)
+                                          : fit == hx::Fit::Yes;
 }
 
 } // namespace
@@ -37,10 +43,15 @@ bool HxMidiData::match(const char* pattern, bool atStart) const
 {
     if (pattern == nullptr)
         return true;
-    const hx::Fit fit = hx::fastPaths ? hx::fit(pattern, bytes, atStart) : hx::Fit::OutsideGrammar;
-    if (fit != hx::Fit::OutsideGrammar)
-        return fit == hx::Fit::Yes;
-    return matchExpression(*this, pattern, atStart);
+    if (!hx::fastPaths)
+        return matchExpression(*this, pattern, atStart);
+    const auto length = static_cast<std::ptrdiff_t>(std::strlen(pattern));
+    const hx::PlainFit plain = hx::fitPlain(pattern, length, bytes);
+    if (plain == hx::PlainFit::Yes)
+        return true;
+    if (plain == hx::PlainFit::No && atStart)
+        return false;
+    return matchItems(*this, pattern, pattern + length, atStart);
 }
 
 bool HxMidiData::match(QRegExp rx, bool atStart) const

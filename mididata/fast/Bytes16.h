@@ -14,6 +14,7 @@ namespace hx {
 
 using Bytes8 = unsigned char __attribute__((vector_size(8)));
 using Bytes16 = unsigned char __attribute__((vector_size(16)));
+using SignedBytes16 = signed char __attribute__((vector_size(16)));
 using Words8 = quint16 __attribute__((vector_size(16)));
 
 inline Bytes16 loadBytes(const char* from)
@@ -39,6 +40,19 @@ inline Bytes16 areEqual(Bytes16 bytes, unsigned char value)
 inline Bytes16 notAbove(Bytes16 bytes, unsigned char limit)
 {
     return reinterpret_cast<Bytes16>(bytes <= allBytes(limit));
+}
+
+// Eight bytes, as they lie in memory, as words of 16 bits.
+inline Words8 wordsOf(quint64 bytes)
+{
+#ifdef __SSE2__
+    const __m128i all = _mm_set_epi64x(0, static_cast<qint64>(bytes));
+    return reinterpret_cast<Words8>(_mm_unpacklo_epi8(all, _mm_setzero_si128()));
+#else
+    Bytes8 all;
+    std::memcpy(&all, &bytes, sizeof(all));
+    return __builtin_convertvector(all, Words8);
+#endif
 }
 
 // Whether any of the bytes is not 0.

@@ -4,8 +4,6 @@
 #include "mididata/fast/PatternBlocks.h"
 #include "mididata/fast/PlainPattern.h"
 
-#include <cstring>
-
 namespace hx {
 
 namespace {
@@ -64,6 +62,8 @@ public:
 
 private:
     const char* skipSequence(const char* at) const;
+    const char* readItems(const char* at);
+    const char* skipFitting(const char* at, qint64& pos) const;
     const char* readAfterGap(const char* at, qint64 pos);
 
     const QByteArray& m_bytes;
@@ -94,15 +94,33 @@ const char* StartReader::readAfterGap(const char* at, qint64 pos)
     return at;
 }
 
+// One of several sequences may be plain though the pattern is not.
 const char* StartReader::read(const char* at)
 {
     if (m_found)
         return skipSequence(at);
+    const char* const end = at == m_begin ? at : sequenceEnd(at, m_end);
+    const PlainFit plain = fitPlain(at, end - at, m_bytes);
+    m_found = plain == PlainFit::Yes;
+    return plain == PlainFit::NotPlain ? readItems(at) : end;
+}
+
+// As skipFittingPairs(); the last characters of the pattern are compared at once.
+const char* StartReader::skipFitting(const char* at, qint64& pos) const
+{
+    const char* const bytes = m_digits.wholeBytes(pos, m_end - at);
+    return bytes != nullptr && fitsRest(m_begin, at, m_end, bytes)
+               ? m_end
+               : m_digits.skipFittingPairs(at, pos);
+}
+
+const char* StartReader::readItems(const char* at)
+{
     const ComparedBlocks blocks = compareBlocks(at, m_end, m_bytes);
     if (!blocks.fit)
         return skipSequence(blocks.next);
     qint64 pos = blocks.digit;
-    for (at = m_digits.skipFittingPairs(blocks.next, pos); !endsSequence(*at);) {
+    for (at = skipFitting(blocks.next, pos); !endsSequence(*at);) {
         const PatternItem item = readItem(at);
         if (item.next == nullptr)
             return nullptr;
@@ -111,32 +129,25 @@ const char* StartReader::read(const char* at)
         pos += item.width;
         if (item.hasGap)
             return readAfterGap(item.next, pos);
-        at = m_digits.skipFittingPairs(item.next, pos);
+        at = skipFitting(item.next, pos);
     }
     m_found = true;
     return at;
 }
 
-// Apart from fit(), which most calls leave sooner: this takes much of the stack.
-Q_NEVER_INLINE Fit fitItems(const char* pattern, const char* end, const QByteArray& bytes,
-                            bool atStart)
+// Apart from fitItems(): its sequence takes much of the stack.
+Q_NEVER_INLINE Fit search(const char* pattern, const QByteArray& bytes)
 {
-    // What fits at the start fits anywhere, and is found sooner.
-    const Fit fit = readPattern(pattern, StartReader(pattern, end, bytes));
-    return atStart || fit != Fit::No ? fit : readPattern(pattern, SearchReader(bytes));
+    return readPattern(pattern, SearchReader(bytes));
 }
 
 } // namespace
 
-Fit fit(const char* pattern, const QByteArray& bytes, bool atStart)
+Fit fitItems(const char* pattern, const char* end, const QByteArray& bytes, bool atStart)
 {
-    const auto length = static_cast<std::ptrdiff_t>(std::strlen(pattern));
-    const PlainFit plain = *pattern == '(' ? PlainFit::NotPlain : fitPlain(pattern, length, bytes);
-    if (plain == PlainFit::Yes)
-        return Fit::Yes;
-    if (plain == PlainFit::No && atStart)
-        return Fit::No;
-    return fitItems(pattern, pattern + length, bytes, atStart);
+    // What fits at the start fits anywhere, and is found sooner.
+    const Fit fit = readPattern(pattern, StartReader(pattern, end, bytes));
+    return atStart || fit != Fit::No ? fit : search(pattern, bytes);
 }
 
 } // namespace hx

@@ -20,7 +20,8 @@ namespace hx {
 
 enum class Fit { No, Yes, OutsideGrammar };
 
-// Whether the pattern fits the buffer anywhere, in the middle of a byte too, or at its start.
-Fit fit(const char* pattern, const QByteArray& bytes, bool atStart);
+// Whether the pattern, which ends at `end` with a zero, fits the buffer anywhere, in the middle of a byte too, or
+// at its start.
+Fit fitItems(const char* pattern, const char* end, const QByteArray& bytes, bool atStart);
 
 } // namespace hx

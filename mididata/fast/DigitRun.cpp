@@ -64,7 +64,9 @@ qint64 BufferDigits::findByBlocks(DigitRun run, qint64 pos, qint64 end) const
 // The first place in [pos, end) where a run fits; -1 for none.
 qint64 BufferDigits::findOneByOne(DigitRun run, qint64 pos, qint64 end) const
 {
-    while (pos < end && !fit(run, pos))
+    if (run.size() == 0)
+        return pos < end ? pos : -1;
+    while (pos < end && !(isIn(*run.begin, at(pos)) && fit(run, pos)))
         ++pos;
     return pos < end ? pos : -1;
 }

@@ -54,6 +54,16 @@ public:
         return pattern;
     }
 
+    // Where the bytes of `digits` digits from the digit `pos` on are, when these are whole bytes and eight bytes or
+    // more lie before their end; null otherwise.
+    const char* wholeBytes(qint64 pos, qint64 digits) const
+    {
+        constexpr qint64 block = 16;
+        const qint64 stop = pos + digits;
+        const bool areWhole = (pos | digits) % 2 == 0;
+        return areWhole && stop >= block && stop <= count ? data + pos / 2 : nullptr;
+    }
+
     // Whether a run fits from the digit `pos` on.
     bool fit(DigitRun run, qint64 pos) const;
 

@@ -1,6 +1,9 @@
 #include "mididata/fast/ExpressionCache.h"
 
+#include "mididata/HxMidiData.h"
 #include "mididata/PatternText.h"
+#include "mididata/fast/HexTextWriter.h"
+#include "qt/Saturated.h"
 
 #include <QByteArray>
 #include <QRegExp>
@@ -18,34 +21,61 @@ namespace hx {
 
 namespace {
 
+// An expression, and the text that it was searched in last.
+class KeptExpression {
+public:
+    explicit KeptExpression(const char* pattern)
+        : m_pattern(pattern), m_expression(patternExpression(QString::fromLatin1(pattern)))
+    {
+    }
+
+    bool isOf(const char* pattern) const
+    {
+        return std::strcmp(m_pattern.constData(), pattern) == 0;
+    }
+
+    // The expression holds the text as well, but reads it only while it searches: so a text of the same length is
+    // written over the last one. A long text is let go of.
+    int find(const HxMidiData& data)
+    {
+        const int size = saturated(data.bytes.size());
+        if (size > longestKept)
+            return QRegExp(m_expression).indexIn(data.toString(-1));
+        if (m_text.size() != 2 * size)
+            m_text = unwrittenText(2 * qint64(size));
+        const char* const from = data.bytes.constData();
+        writeBytes(charactersOf(m_text), from, from + size);
+        return m_expression.indexIn(m_text);
+    }
+
+private:
+    static constexpr int longestKept = 1024; // bytes
+
+    QByteArray m_pattern;
+    QRegExp m_expression;
+    QString m_text;
+};
+
 // The last expressions of one thread; a new one takes the place of the oldest.
 class KeptExpressions {
 public:
-    const QRegExp& of(const char* pattern)
+    KeptExpression& of(const char* pattern)
     {
-        for (const Kept& kept : m_kept) {
-            if (std::strcmp(kept.pattern.constData(), pattern) == 0)
-                return kept.expression;
+        for (KeptExpression& kept : m_kept) {
+            if (kept.isOf(pattern))
+                return kept;
         }
-        Kept kept = {QByteArray(pattern), patternExpression(QString::fromLatin1(pattern))};
-        if (m_kept.size() < mostKept) {
-            m_kept.push_back(std::move(kept));
-            return m_kept.back().expression;
-        }
+        if (m_kept.size() < mostKept)
+            return m_kept.emplace_back(pattern);
         m_oldest = (m_oldest + 1) % mostKept;
-        m_kept[m_oldest] = std::move(kept);
-        return m_kept[m_oldest].expression;
+        m_kept[m_oldest] = KeptExpression(pattern);
+        return m_kept[m_oldest];
     }
 
 private:
     static constexpr std::size_t mostKept = 8;
 
-    struct Kept {
-        QByteArray pattern;
-        QRegExp expression;
-    };
-
-    std::vector<Kept> m_kept;
+    std::vector<KeptExpression> m_kept;
     std::size_t m_oldest = mostKept - 1;
 };
 
@@ -102,11 +132,11 @@ void ThreadsExpressions::deleteOne(void* one)
 
 } // namespace
 
-int findExpression(const char* pattern, const QString& text)
+int findExpression(const char* pattern, const HxMidiData& data)
 {
     ThreadsExpressions& all = threadsExpressions();
-    return keepsNothing ? patternExpression(QString::fromLatin1(pattern)).indexIn(text)
-                        : all.ofThisThread().of(pattern).indexIn(text);
+    return keepsNothing ? KeptExpression(pattern).find(data)
+                        : all.ofThisThread().of(pattern).find(data);
 }
 
 } // namespace hx

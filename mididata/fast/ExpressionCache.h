@@ -6,11 +6,11 @@
 // thread ends.
 #pragma once
 
-#include <QString>
+class HxMidiData;
 
 namespace hx {
 
-// Where the expression of a pattern is first found in a text; -1: nowhere.
-int findExpression(const char* pattern, const QString& text);
+// Where the expression of a pattern is first found in a buffer's compact hex text; -1: nowhere.
+int findExpression(const char* pattern, const HxMidiData& data);
 
 } // namespace hx

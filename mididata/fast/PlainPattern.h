@@ -17,13 +17,12 @@ constexpr std::ptrdiff_t plainBlock = 16; // characters, two for each byte of th
 // Sixteen characters and the bytes that belong to them.
 struct PatternBlock {
     Bytes16 text;
-    Bytes8 bytes;
+    quint64 bytes; // as they lie in memory
 };
 
 inline PatternBlock blockAt(const char* pattern, const char* bytes, std::ptrdiff_t at)
 {
-    PatternBlock block = {};
-    std::memcpy(&block.text, pattern + at, sizeof(block.text));
+    PatternBlock block = {loadBytes(pattern + at), 0};
     std::memcpy(&block.bytes, bytes + at / 2, sizeof(block.bytes));
     return block;
 }
@@ -76,8 +75,8 @@ Q_NEVER_INLINE inline PlainFit fitLong(const char* pattern, std::ptrdiff_t lengt
     return everyBlock(pattern, length, bytes, isPlain) ? PlainFit::No : PlainFit::NotPlain;
 }
 
-// Compares a pattern of `length` characters. NotPlain, too, for an odd number of them and for fewer
-// than eight.
+// Compares a pattern, or a part of one, of `length` characters. NotPlain, too, for an odd number of them,
+// for fewer than eight and for more than the buffer has digits.
 inline PlainFit fitPlain(const char* pattern, std::ptrdiff_t length, const QByteArray& bytes)
 {
     if (length < plainBlock / 2 || length % 2 != 0 || length > 2 * qint64(bytes.size()))

@@ -44,6 +44,22 @@ TEST(ExpressionCache, aPatternGivesTheSameForEveryBufferItIsMatchedWith)
     }
 }
 
+// Texts of up to 1024 bytes are written over each other.
+TEST(ExpressionCache, aPatternGivesTheSameForBuffersOfEveryLength)
+{
+    const char* const pattern = "^F0.+41F7$";
+    for (const int length : {4, 3, 1023, 1024, 1025, 5, 5, 2000, 1024, 1, 4}) {
+        for (const char last : {'\xF7', '\xF6'}) {
+            QByteArray bytes(length, '\x41');
+            bytes.replace(0, 1, "\xF0");
+            bytes.replace(length - 1, 1, &last, 1);
+            EXPECT_EQ(HxMidiData(bytes).match(pattern, true),
+                      transcription::match(bytes, pattern, true))
+                << length << " bytes";
+        }
+    }
+}
+
 TEST(ExpressionCache, morePatternsThanAreKeptStillMatch)
 {
     for (const int patterns : {1, 7, 8, 9, 20})

@@ -85,6 +85,45 @@ TEST(MatchingAgainstSteps, somethingElseAtEveryPlaceOfALongPattern)
     }
 }
 
+// The digits in front of a class, and those after it, are compared sixteen at a time as well.
+TEST(MatchingAgainstSteps, aClassAtEveryPlaceOfALongPattern)
+{
+    const QByteArray bytes = hex("F0006B2D3041424344454647480F0E0D0C0B0A09F7");
+    const std::string digits = bytes.toHex().toUpper().toStdString();
+    for (size_t length = 1; length <= digits.size() && !HasFatalFailure(); ++length) {
+        for (size_t at = 0; at < length; ++at) {
+            const std::string pattern = digits.substr(0, at) + "[" + digits[at] + "0]" +
+                                        digits.substr(at + 1, length - at - 1);
+            compare(bytes, pattern);
+            compare(bytes.left(static_cast<int>(length / 2)), pattern);
+            compare(bytes, pattern.substr(0, pattern.size() - 1) + "3");
+            compare(bytes, "(" + pattern + "|" + pattern + ")");
+        }
+    }
+}
+
+TEST(MatchingAgainstSteps, alternativesOfManyDigits)
+{
+    const LeakCheckPause pause;
+    Random random(9);
+    const std::vector<std::string> rare = {"..",   ".",  "XX", "x", "V", " ",
+                                           "[0F]", ".*", "*",  "^", "("};
+    for (int i = 0; i < 20000 && !HasFatalFailure(); ++i) {
+        const QByteArray bytes = random.bytes(random.below(20));
+        std::string pattern = random.oneIn(8) ? " (" : "(";
+        for (int alternatives = random.between(1, 4); alternatives > 0; --alternatives) {
+            std::string digits = bytes.left(random.below(bytes.size() + 1)).toHex().toStdString();
+            if (random.oneIn(2) && !digits.empty())
+                digits[static_cast<size_t>(random.below(digits.size()))] = "0F.7a"[random.below(5)];
+            if (random.oneIn(3))
+                digits.insert(static_cast<size_t>(random.below(digits.size() + 1)),
+                              random.of(rare));
+            pattern += digits + (alternatives > 1 ? "|" : "");
+        }
+        compare(bytes, pattern + (random.oneIn(16) ? "" : ")") + (random.oneIn(16) ? "0" : ""));
+    }
+}
+
 // Long enough for whole blocks to be left out, with near fits everywhere and the fit in any place, the
 // last of the buffer included.
 TEST(MatchingAgainstSteps, searchesThatLeaveBlocksOut)
