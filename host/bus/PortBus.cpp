@@ -382,7 +382,8 @@ void PortBus::reportUnused(const AssembledEvent& event, const QString& why)
 
 void PortBus::report(const AssembledEvent& event, BusEventKind kind, const QString& text)
 {
-    tell({kind, event.lastByte, event.bytes, text});
+    if (isObserved())
+        tell({kind, event.lastByte, event.bytes, text});
 }
 
 void PortBus::announce(BusEventKind kind, const QByteArray& bytes, const QString& text)
