@@ -1,4 +1,5 @@
 #include "bench/Bench.h"
+#include "bench/HexPeers.h"
 #include "mididata/HxMidiData.h"
 #include "tests/mididata/transcription/Transcription.h"
 
@@ -29,6 +30,10 @@ void addSetText(const std::string& name, const QByteArray& text)
     add(name + "steps", [=] { return transcription::setText(text.constData()); });
     add(name + "fromHex", [=] { return QByteArray::fromHex(text); });
     add(name + "floor", [] { return filled(messageSize); });
+#ifdef HXBENCH_SODIUM
+    const char* const blanks = text.contains(' ') ? " " : nullptr;
+    add(name + "sodium", [=] { return sodiumRead(text, blanks); });
+#endif
 }
 
 void addConstructors(const std::string& form, const QByteArray& text)
@@ -50,6 +55,9 @@ void addLongText(int size)
     add("setText long/" + sizeName(size) + "/own", [=] { return ownSetText(text); });
     add("setText long/" + sizeName(size) + "/fromHex", [=] { return QByteArray::fromHex(text); });
     add("setText long/" + sizeName(size) + "/floor", [=] { return filled(size); });
+#ifdef HXBENCH_SODIUM
+    add("setText long/" + sizeName(size) + "/sodium", [=] { return sodiumRead(text, " "); });
+#endif
 }
 
 } // namespace
@@ -60,6 +68,9 @@ void addHexText()
     const QByteArray spaced = mixedBytes(messageSize).toHex(' ').toUpper();
     addSetText("setText/48 compact/", compact);
     addSetText("setText/48 spaced/", spaced);
+#ifdef HXBENCH_ABSL
+    add("setText/48 compact/absl", [=] { return abslRead(compact); }); // it takes no blanks
+#endif
     addConstructors("48 compact", compact);
     addConstructors("48 spaced", spaced);
     for (const int size : {4096, 8192, 16384, 1 << 20})

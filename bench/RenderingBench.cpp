@@ -1,4 +1,5 @@
 #include "bench/Bench.h"
+#include "bench/HexPeers.h"
 #include "mididata/HxMidiData.h"
 #include "tests/mididata/transcription/Transcription.h"
 
@@ -21,6 +22,12 @@ void addCompact(int size)
     add(name + "steps", [=] { return transcription::toString(data.bytes, -1); });
     add(name + "toHex", [=] { return data.bytes.toHex(); });
     add(name + "floor", [=] { return QString(2 * size, QLatin1Char('F')); });
+#ifdef HXBENCH_ABSL
+    add(name + "absl", [=] { return abslWritten(data.bytes); });
+#endif
+#ifdef HXBENCH_SODIUM
+    add(name + "sodium", [=] { return sodiumWritten(data.bytes); });
+#endif
 }
 
 void addSeparated(int size)

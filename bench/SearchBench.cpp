@@ -1,5 +1,6 @@
 // Patterns and bytes looked for in long buffers that do not hold them.
 #include "bench/Bench.h"
+#include "bench/HexPeers.h"
 #include "mididata/HxMidiData.h"
 #include "tests/mididata/transcription/Transcription.h"
 
@@ -94,6 +95,9 @@ void addRawSearch(int size)
         return memmem(data.bytes.constData(), static_cast<size_t>(size), part.constData(),
                       static_cast<size_t>(part.size())) != nullptr;
     });
+#ifdef HXBENCH_ABSL
+    add(name + "absl", [=] { return abslContains(data.bytes, part); });
+#endif
 }
 
 } // namespace
