@@ -290,8 +290,10 @@ def document(results, context, command, growth):
             "",
             "## Growth with size",
             "",
-            "Of inputs from 1 KiB to 16 MiB, each twice as long as the one before (`bench/Growth.cpp`). Hostile ones"
-            " may grow by no more than 2.2 in the mean; the greatest factor is where an input no longer fits a cache.",
+            "Of inputs from 1 KiB to 16 MiB, each twice as long as the one before (`bench/Growth.cpp`). A doubling of a"
+            " hostile one may take 2.2 times as long, or as much more as its floor does there, which is measured in turn"
+            " with it: reading, filling and cutting the same number of bytes, and nothing else. Where the bytes no"
+            " longer fit a cache the floor grows by up to 5, and what is bound by memory follows it.",
             "",
             growth,
             "",
