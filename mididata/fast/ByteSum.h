@@ -1,6 +1,8 @@
 // Bytes added up sixteen at a time.
 #pragma once
 
+#include "mididata/fast/WideSum.h"
+
 #include <QtGlobal>
 
 #ifdef __SSE2__
@@ -23,11 +25,13 @@ inline __m128i halfSums(const char* block)
 #endif
 
 // Equal to adding up the bytes one by one, modulo 2^32: words of 64 bits do not overflow. Two blocks
-// at once, which do not wait for each other. Stops before the last bytes that are no whole block; where
-// the processor has no such sums, at once: compilers make the plain loop as fast there.
+// at once, which do not wait for each other; long runs in wider ones. Stops before the last bytes that
+// are no whole block; where the processor has no such sums, at once: compilers make the plain loop as
+// fast there.
 inline quint32 sumBlocks(const char*& at, const char* end)
 {
-    quint32 sum = 0;
+    constexpr std::ptrdiff_t longRun = 4 * wideSumBlock;
+    quint32 sum = end - at >= longRun ? sumWideBlocks(at, end) : 0;
 #ifdef __SSE2__
     __m128i sums = _mm_setzero_si128();
     __m128i others = _mm_setzero_si128();
@@ -40,8 +44,8 @@ inline quint32 sumBlocks(const char*& at, const char* end)
         at += sumBlock;
     }
     sums = _mm_add_epi64(sums, others);
-    sum = static_cast<quint32>(_mm_cvtsi128_si32(sums)) +
-          static_cast<quint32>(_mm_cvtsi128_si32(_mm_unpackhi_epi64(sums, sums)));
+    sum += static_cast<quint32>(_mm_cvtsi128_si32(sums)) +
+           static_cast<quint32>(_mm_cvtsi128_si32(_mm_unpackhi_epi64(sums, sums)));
 #else
     Q_UNUSED(at)
     Q_UNUSED(end)

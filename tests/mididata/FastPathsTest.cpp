@@ -34,7 +34,7 @@ QByteArray fewStatusBytes(Random& random, int length)
 TEST(FastPaths, SumsOfEveryLengthAreThoseOfTheBytes)
 {
     Random random(1);
-    for (int length = 0; length < 300; ++length) {
+    for (int length = 0; length < 1200; ++length) {
         const QByteArray bytes = random.bytes(length);
         const AdoptedBuffer buffer(bytes);
         const auto from = static_cast<unsigned int>(random.below(length + 1));
