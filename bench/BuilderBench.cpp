@@ -1,4 +1,5 @@
 #include "bench/Bench.h"
+#include "mididata/HexDigits.h"
 #include "mididata/HxMidiData.h"
 #include "tests/mididata/transcription/Transcription.h"
 
@@ -8,6 +9,19 @@ namespace {
 
 constexpr const char* rawIdentifier = "F0 00 6B 2D 30 41 42 0D 0F NIB24 F7";
 constexpr const char* mixed = "F0 V14 UT V8 F7";
+
+// Reads the pairs that the text begins with, and allocates once: what remains without any field.
+QByteArray pairsAlone(const char* text)
+{
+    char read[16] = {};
+    for (char& byte : read) {
+        if (hx::hexByte(text[0], text[1]) < 0)
+            break;
+        byte = static_cast<char>(hx::hexByte(text[0], text[1]));
+        text += 3;
+    }
+    return QByteArray(read, sizeof(read));
+}
 
 } // namespace
 
@@ -20,6 +34,7 @@ void addBuilder()
     });
     add("setData/raw identifier/steps",
         [] { return transcription::setData(rawIdentifier, 0x123456u); });
+    add("setData/raw identifier/pairs alone", [] { return pairsAlone(rawIdentifier); });
     add("setData/raw identifier/floor", [] { return QByteArray(16, 'F'); });
     add("setData/fields/own", [] {
         HxMidiData data;
