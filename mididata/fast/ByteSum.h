@@ -30,7 +30,7 @@ inline __m128i halfSums(const char* block)
 // fast there.
 inline quint32 sumBlocks(const char*& at, const char* end)
 {
-    constexpr std::ptrdiff_t longRun = 4 * wideSumBlock;
+    constexpr std::ptrdiff_t longRun = 8 * wideSumBlock;
     quint32 sum = end - at >= longRun ? sumWideBlocks(at, end) : 0;
 #ifdef __SSE2__
     __m128i sums = _mm_setzero_si128();
