@@ -12,7 +12,7 @@ namespace hx {
 
 namespace {
 
-constexpr int charactersOfVector = 8;
+constexpr qint64 charactersOfVector = 8;
 
 // What the characters of a block's three vectors are: the place of a digit among the block's sixteen, with its
 // upper half of zeros, or the separator.
@@ -24,11 +24,11 @@ struct Characters {
 constexpr Characters charactersOfVectors()
 {
     Characters characters = {};
-    for (int i = 0; i < 3 * charactersOfVector; ++i) {
-        const int vector = i / charactersOfVector;
-        const int at = i % charactersOfVector;
+    for (qint64 i = 0; i < 3 * charactersOfVector; ++i) {
+        const qint64 vector = i / charactersOfVector;
+        const qint64 at = i % charactersOfVector;
         const bool isSeparator = i % 3 == 2;
-        const int digit = 2 * (i / 3) + i % 3;
+        const qint64 digit = 2 * (i / 3) + i % 3;
         characters.digits[vector][2 * at] = static_cast<signed char>(isSeparator ? -1 : digit);
         characters.digits[vector][2 * at + 1] = -1;
         characters.separators[vector][at] = isSeparator ? 0xFFFF : 0;
