@@ -48,7 +48,7 @@ def measured_twice(options):
     found = ratios(options, options.rounds, OWN)
     slower = [row for row, (median, _, _) in found.items() if median > MOST]
     if slower:
-        again = "^(" + "|".join(re.escape(row) for row in slower) + ")$"
+        again = "^(" + "|".join(re.sub("[^A-Za-z0-9/]", ".", row) for row in slower) + ")$"
         found.update(ratios(options, 4 * options.rounds, again))
     return found
 
