@@ -13,19 +13,19 @@ ReturnVerdict other(const QString& now, const QString& before)
                 .arg(now, before)};
 }
 
-// Why nobody can be compared, when that is so.
-ReturnVerdict unasked(const Reading& reading)
+bool isSilent(const Reading& reading)
 {
-    switch (reading.state) {
-    case ReadingState::NoAnswer:
-        return {ExchangeEnd::TimedOut, reading.reason};
-    case ReadingState::PortLost:
+    return reading.state == ReadingState::NoAnswer || reading.state == ReadingState::PortLost ||
+           reading.state == ReadingState::Interrupted;
+}
+
+ReturnVerdict untold(const Reading& reading)
+{
+    if (reading.state == ReadingState::PortLost)
         return {ExchangeEnd::PortLost, reading.reason};
-    case ReadingState::Interrupted:
+    if (reading.state == ReadingState::Interrupted)
         return {ExchangeEnd::Interrupted, reading.reason};
-    default:
-        return {};
-    }
+    return {ExchangeEnd::TimedOut, reading.reason};
 }
 
 QString makerAndModel(const IdentityReading& identity)
@@ -51,7 +51,7 @@ EsnReading askSerialNumber(ProductReader& reader, const EsnReading& before)
 {
     EsnReading esn = reader.esn();
     for (int i = 1; i < questionAttempts && esn.number != before.number; ++i) {
-        if (unasked(esn).end != ExchangeEnd::Answered)
+        if (isSilent(esn))
             break;
         const HxMidiData said = esn.raw;
         esn = reader.esn();
@@ -69,14 +69,15 @@ ReturnVerdict recognise(ProductReader& reader, const ProductMemory& before)
         return {};
     const IdentityReading identity = reader.identity();
     if (!identity.isTold())
-        return unasked(identity);
+        return untold(identity);
     ReturnVerdict verdict = compare(identity, before.identity);
     if (verdict.end != ExchangeEnd::Answered || !before.esn.good())
         return verdict;
     const EsnReading esn = askSerialNumber(reader, before.esn);
-    ReturnVerdict silence = unasked(esn);
-    if (silence.end != ExchangeEnd::Answered || esn.number == before.esn.number)
-        return silence;
+    if (isSilent(esn))
+        return untold(esn);
+    if (esn.number == before.esn.number)
+        return {};
     return other(serialNumber(esn), serialNumber(before.esn));
 }
 

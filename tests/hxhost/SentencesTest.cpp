@@ -8,17 +8,44 @@ namespace {
 class Sentences : public HxHostTest {
 protected:
     // What an update of a simulated product says on standard error, without progress.
-    std::string updateSays(const QStringList& more, int exitCode) const
+    std::string updateSays(const QStringList& more, int exitCode,
+                           const QString& port = "simulator") const
     {
-        const ProgramResult ended = hxhost(QStringList{"update", m_image, "--port", "simulator",
-                                                       "--no-listen", "--progress", "none"} +
-                                           more);
+        const ProgramResult ended = hxhost(
+            QStringList{"update", m_image, "--port", port, "--no-listen", "--progress", "none"} +
+            more);
         EXPECT_EQ(ended.exitCode, exitCode) << ended.err.toStdString();
         EXPECT_EQ(ended.out.toStdString(), "");
         return ended.err.toStdString();
     }
 
     const QString& imageFile() const { return m_image; }
+
+    // The trace of an update up to the message of this number of the image, and the moment when that
+    // was sent.
+    QByteArrayList recordedUpTo(int message, QByteArray* time) const
+    {
+        const QString trace = path("whole.trace");
+        EXPECT_EQ(
+            hxhost({"update", m_image, "--port", "simulator", "--no-listen", "--trace", trace})
+                .exitCode,
+            0);
+        const QByteArrayList lines = read(trace).split('\n');
+        constexpr int questions = 3;
+        const int end = sentLines(lines).at(questions + message - 1);
+        *time = lines.at(end).left(lines.at(end).indexOf(" sent"));
+        return lines.mid(0, end + 1);
+    }
+
+    static QList<int> sentLines(const QByteArrayList& lines)
+    {
+        QList<int> found;
+        for (int i = 0; i < lines.size(); ++i) {
+            if (lines.at(i).contains(" sent "))
+                found << i;
+        }
+        return found;
+    }
 
 private:
     QString m_image = image();
@@ -74,6 +101,43 @@ TEST_F(Sentences, AConnectionThatIsLost)
               "error: The connection to simulator was lost at message 6 of 11.\n"
               "  expected: a connection that stays\n"
               "  next: Connect it again. Run the same update again: it starts afresh.\n");
+}
+
+TEST_F(Sentences, AnotherInstrumentBehindAPortThatCameBack)
+{
+    QByteArray time;
+    QByteArrayList lines = recordedUpTo(3, &time);
+    lines.removeLast();
+    const auto again = [&](int line) { return time + lines.at(line).mid(time.size()); };
+    const int identity = sentLines(lines).at(0);
+    const int serial = sentLines(lines).at(2);
+    lines << time + " back : as another" << again(identity) << again(identity + 1);
+    for (int i = 0; i < 2; ++i) { // it is believed when it says so twice
+        lines << again(serial) << again(serial + 1).replace("30 31 F7", "30 32 F7");
+    }
+    const QString replay = "replay:" + write("edited.trace", lines.join('\n') + '\n');
+    EXPECT_EQ(updateSays({}, 9, replay),
+              "error: " + replay.toStdString() +
+                  ": another product is on the port since it is back: serial number 33 30 34 31 30 "
+                  "30 30 32; expected serial number 33 30 34 31 30 30 30 31. Nothing of the update "
+                  "was sent to it.\n"
+                  "  expected: the instrument with which the command began\n"
+                  "  next: Connect that one again. Run the same update again: it starts afresh.\n");
+}
+
+TEST_F(Sentences, AMessageThatTheDriverDidNotTake)
+{
+    QByteArray time;
+    QByteArrayList lines = recordedUpTo(3, &time);
+    lines << lines.takeLast().replace(" sent  ", " unsent") + " : the driver gave it up";
+    const QString replay = "replay:" + write("edited.trace", lines.join('\n') + '\n');
+    const QString said = QString::fromStdString(updateSays({}, 4, replay));
+    EXPECT_TRUE(said.startsWith("error: message 3 of 11: F0 00 6B 2D 30 41 43 "))
+        << said.toStdString();
+    EXPECT_TRUE(said.contains(" could not be sent: the driver gave it up\n"
+                              "  expected: a port that takes every message\n"
+                              "  next: Run the same update again with --slow-host: "))
+        << said.toStdString();
 }
 
 TEST_F(Sentences, BadAcknowledgementsAdviseToSendMoreSlowly)

@@ -265,7 +265,7 @@ def replaced_by_its_double(bench, product):
     stop(product)
     document = json.loads(update.communicate(timeout=60)[0])
     check(update.returncode == 9, f"the update ended with {update.returncode}: {document['error']}")
-    check("came back with another instrument behind it" in document["error"]["what"], document["error"])
+    check("another product is on the port since it is back" in document["error"]["what"], document["error"])
     bench.json(0, "verify", bench.path("small.syx"), "--port", PRODUCT_PORT)
     return bench.start_product("--state", bench.path("product.state"), "--trace", bench.path("product.trace"))
 

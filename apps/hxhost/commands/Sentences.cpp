@@ -173,8 +173,7 @@ Problem replaced(const UpdateResult& result, const QString& portName)
 {
     const QString next = QStringLiteral("Connect that one again. ");
     return {ExitCode::WrongProduct,
-            QStringLiteral("%1 came back with another instrument behind it, to which nothing of "
-                           "the update was sent: %2")
+            QStringLiteral("%1: %2. Nothing of the update was sent to it.")
                 .arg(portName, result.otherProduct),
             QStringLiteral("the instrument with which the command began"),
             result.touched ? next + runAgain : afterUntouched(next + askAgain)};
