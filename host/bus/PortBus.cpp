@@ -19,7 +19,6 @@ constexpr Microseconds longPast = 0;
 // Input that never ends must not keep a command from being sent.
 constexpr Microseconds longestDiscard = 250 * microsecondsPerMillisecond;
 constexpr int mostDiscardedChunks = 4096;
-
 constexpr int mostReturns = 3; // of a port, while one message is sent
 
 constexpr int mostListed = 5; // messages that came instead, in an error text
