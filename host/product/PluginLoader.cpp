@@ -17,30 +17,25 @@ namespace {
 const QString iidKey = QStringLiteral("IID");
 
 struct Advice {
-    QString expected;
-    QString next;
+    const char* expected;
+    const char* next;
 };
 
 PluginLoadResult failed(PluginFault fault, const QString& what, const Advice& advice)
 {
     PluginLoadResult result;
     result.fault = fault;
-    result.problem = {ExitCode::NoPlugin, what, advice.expected, advice.next};
+    result.problem = {ExitCode::NoPlugin, what, QLatin1String(advice.expected),
+                      QLatin1String(advice.next)};
     return result;
 }
 
 // Of a file that cannot be a plugin.
-Advice wholePlugin()
-{
-    return {QStringLiteral("a whole device plugin, made for this machine"),
-            QStringLiteral("install the plugin again")};
-}
+constexpr Advice wholePlugin = {"a whole device plugin, made for this machine",
+                                "install the plugin again"};
 
-Advice libraryOrFolder()
-{
-    return {QStringLiteral("a plugin's library file, or the folder that holds it"),
-            QStringLiteral("check the path")};
-}
+constexpr Advice libraryOrFolder = {"a plugin's library file, or the folder that holds it",
+                                    "check the path"};
 
 // The first bytes of the platforms' shared libraries: ELF, Mach-O in its four forms, PE.
 bool hasLibraryMagic(const QByteArray& head)
@@ -75,24 +70,22 @@ PluginLoadResult checkIsLibrary(const QString& path)
     if (isRegular && !file.open(QIODevice::ReadOnly))
         return failed(PluginFault::Missing,
                       QStringLiteral("%1 cannot be read: %2").arg(path, file.errorString()),
-                      {QStringLiteral("a file that this user may read"),
-                       QStringLiteral("check its permissions")});
+                      {"a file that this user may read", "check its permissions"});
     if (isRegular && hasLibraryMagic(file.read(4)))
         return {};
     return failed(
         PluginFault::NotALibrary,
         QStringLiteral("%1 (%2 bytes) is not a shared library").arg(path).arg(file.size()),
-        libraryOrFolder());
+        libraryOrFolder);
 }
 
 PluginLoadResult otherQt(const QString& path, const QtVersion& made)
 {
-    return failed(
-        PluginFault::OtherQt,
-        QStringLiteral("%1 is made for Qt %2, this host runs Qt %3")
-            .arg(path, made.text(), runningQt().text()),
-        {QStringLiteral("a plugin made for Qt %1").arg(runningQt().majorNumber),
-         QStringLiteral("install that one, or use the host made for Qt %1").arg(made.majorNumber)});
+    return failed(PluginFault::OtherQt,
+                  QStringLiteral("%1 is made for Qt %2, this host runs Qt %3")
+                      .arg(path, made.text(), runningQt().text()),
+                  {"a plugin made for the same major version of Qt",
+                   "install that one, or use a host made for the plugin's Qt"});
 }
 
 // Looks at the metadata alone: no code of the plugin runs.
@@ -106,25 +99,23 @@ PluginLoadResult checkMetaData(const QPluginLoader& loader, const QString& path)
         return failed(
             PluginFault::NoMetadata,
             QStringLiteral("%1 carries no plugin metadata (%2)").arg(path, loader.errorString()),
-            wholePlugin());
+            wholePlugin);
     if (isCutOff(path))
         return failed(PluginFault::NoMetadata,
                       QStringLiteral("%1 is cut off: it has %2 bytes and lacks its end")
                           .arg(path)
                           .arg(QFileInfo(path).size()),
-                      wholePlugin());
+                      wholePlugin);
     const QString iid = metaData.value(iidKey).toString();
     if (!iid.startsWith(deviceInterfacePrefix()))
         return failed(PluginFault::WrongInterface,
-                      QStringLiteral("%1 is a plugin for \"%2\"").arg(path, iid),
-                      {QStringLiteral("an interface identifier that begins with \"%1\"")
-                           .arg(deviceInterfacePrefix()),
-                       QStringLiteral("name a device plugin")});
+                      QStringLiteral("%1 is a plugin for \"%2\", not for \"%3\"")
+                          .arg(path, iid, deviceInterfacePrefix()),
+                      {"a device plugin", "name one"});
     if (keysOf(metaData).isEmpty())
-        return failed(PluginFault::NoKeys,
-                      QStringLiteral("%1 names no key in its metadata").arg(path),
-                      {QStringLiteral("a list \"Keys\" of at least one text"),
-                       QStringLiteral("ask its maker for a complete plugin")});
+        return failed(
+            PluginFault::NoKeys, QStringLiteral("%1 names no key in its metadata").arg(path),
+            {"a list \"Keys\" of at least one text", "ask its maker for a complete plugin"});
     return {};
 }
 
@@ -133,19 +124,17 @@ PluginLoadResult instantiate(const QString& path, QLibrary::LoadHints hints)
     auto loader = std::make_unique<QPluginLoader>(path);
     loader->setLoadHints(QLibrary::ResolveAllSymbolsHint | hints);
     if (!loader->load())
-        return failed(
-            PluginFault::LoadFailed,
-            QStringLiteral("%1 cannot be loaded: %2").arg(path, loader->errorString()),
-            {QStringLiteral("a whole plugin, made for this version of Qt and of the host"),
-             QStringLiteral("install the plugin again")});
+        return failed(PluginFault::LoadFailed,
+                      QStringLiteral("%1 cannot be loaded: %2").arg(path, loader->errorString()),
+                      {"a whole plugin, made for this version of Qt and of the host",
+                       "install the plugin again"});
     auto* device = qobject_cast<DeviceInterface*>(loader->instance());
     if (device == nullptr) {
         loader->unload();
         return failed(PluginFault::NoDeviceInterface,
                       QStringLiteral("%1 was loaded, but its object does not offer DeviceInterface")
                           .arg(path),
-                      {QStringLiteral("a device plugin made for this host"),
-                       QStringLiteral("ask its maker for one")});
+                      {"a device plugin made for this host", "ask its maker for one"});
     }
     PluginLoadResult result;
     result.plugin = std::make_unique<LoadedPlugin>(std::move(loader), device, path);
@@ -156,7 +145,7 @@ PluginLoadResult fatal(const QString& path, const QString& what)
 {
     return failed(PluginFault::Fatal,
                   QStringLiteral("%1 was tried in a process of its own, and %2").arg(path, what),
-                  wholePlugin());
+                  wholePlugin);
 }
 
 PluginLoadResult checkFile(const QString& path, PluginCare care)
@@ -230,11 +219,11 @@ PluginLoadResult loadFromFolder(const QString& folder, PluginCare care)
                           .arg(folder)
                           .arg(plugins.size())
                           .arg(plugins.join(QStringLiteral(", "))),
-                      {QStringLiteral("one plugin"), QStringLiteral("name one of them")});
+                      {"one plugin", "name one of them"});
     return failed(
         PluginFault::NoneInFolder,
         QStringLiteral("the folder %1 holds no device plugin: %2").arg(folder, whyNone(others)),
-        libraryOrFolder());
+        libraryOrFolder);
 }
 
 } // namespace
@@ -275,7 +264,7 @@ PluginLoadResult loadPlugin(const QString& path, PluginCare care)
     const QFileInfo info(path);
     if (!info.exists())
         return failed(PluginFault::Missing,
-                      QStringLiteral("there is no file or folder %1").arg(path), libraryOrFolder());
+                      QStringLiteral("there is no file or folder %1").arg(path), libraryOrFolder);
     const QString absolute = info.absoluteFilePath(); // Qt's loader seeks others in system folders
     return info.isDir() ? loadFromFolder(absolute, care) : loadFile(absolute, care);
 }

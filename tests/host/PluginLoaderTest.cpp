@@ -47,14 +47,12 @@ protected:
         EXPECT_FALSE(result.problem.expected.isEmpty());
         EXPECT_FALSE(result.problem.next.isEmpty());
         error = result.problem.what;
-        expected = result.problem.expected;
     }
 
     static bool codeRan() { return qEnvironmentVariableIsSet("HX_BAD_PLUGIN_RAN"); }
 
     TestFiles files;
     QString error;
-    QString expected;
 };
 
 } // namespace
@@ -179,8 +177,8 @@ TEST_F(PluginLoaderTest, RefusesAnotherInterfaceBeforeAnyOfItsCodeRuns)
 {
     expectRefused(badPlugin("OtherInterface"), PluginFault::WrongInterface);
     EXPECT_TRUE(error.contains("\"org.example.OtherInterface\"")) << error.toStdString();
-    EXPECT_EQ(expected,
-              "an interface identifier that begins with \"com.tarv.qtio.DeviceInterface.\"");
+    EXPECT_TRUE(error.endsWith(", not for \"com.tarv.qtio.DeviceInterface.\""))
+        << error.toStdString();
     EXPECT_FALSE(codeRan());
 }
 
