@@ -1,5 +1,6 @@
 // Names of files and ports, and texts of traces, whatever bytes they are made of.
 #include "tests/hxhost/HxHost.h"
+#include "tests/support/NamesOfBytes.h"
 
 #include <filesystem>
 
@@ -49,6 +50,7 @@ bool isPlain(const QByteArray& output)
 
 TEST_F(FileNames, TwoThatAreNotUtf8StayTwoFiles)
 {
+    SKIP_WHERE_NAMES_ARE_TEXT(path(".").toStdString());
     write("code", "some code");
     for (const char* locale : {"C", "C.UTF-8"}) {
         const ProgramResult ended = script(
@@ -77,6 +79,7 @@ TEST_F(FileNames, ThatAreUtf8AreUsedInEveryLocale)
 
 TEST_F(FileNames, ThatAreNotUtf8AreUsedByEveryOption)
 {
+    SKIP_WHERE_NAMES_ARE_TEXT(path(".").toStdString());
     image();
     const ProgramResult ended = script(
         "cp image.syx \"$e\" && \"$0\" update \"$e\" --port \"simulator:$g\" --trace \"$e.t\" -q "
@@ -91,6 +94,7 @@ TEST_F(FileNames, ThatAreNotUtf8AreUsedByEveryOption)
 
 TEST_F(FileNames, OfPluginsAndOfTheProgramsOwnFolderMayBeAnyBytes)
 {
+    SKIP_WHERE_NAMES_ARE_TEXT(path(".").toStdString());
     const QString set =
         QStringLiteral("p='%1'; mkdir -p \"$e/bin\" \"$e/lib\" && cp \"$0\" \"$e/bin/hxhost\" "
                        "&& cp \"$p\" \"$e/lib\" && cp \"$p\" \"$g.so\"; ")
@@ -110,6 +114,7 @@ TEST_F(FileNames, OfPluginsAndOfTheProgramsOwnFolderMayBeAnyBytes)
 
 TEST_F(FileNames, ThatIsMissingIsShownAsItIs)
 {
+    SKIP_WHERE_NAMES_ARE_TEXT(path(".").toStdString());
     const ProgramResult ended = script("\"$0\" image inspect \"$e\"");
     EXPECT_EQ(ended.exitCode, 10);
     EXPECT_TRUE(ended.err.startsWith("error: the image \"a\\xE9\" cannot be read: No such file"))
@@ -118,6 +123,7 @@ TEST_F(FileNames, ThatIsMissingIsShownAsItIs)
 
 TEST_F(FileNames, AreTextInTheDocumentAndBytesForScripts)
 {
+    SKIP_WHERE_NAMES_ARE_TEXT(path(".").toStdString());
     image();
     const ProgramResult document =
         script("cp image.syx \"$e\"; \"$0\" image inspect \"$e\" --json");
