@@ -137,7 +137,7 @@ TEST(Pages, ReviewShowsAllThatWillBeDone)
     EXPECT_EQ(factOf(bench, "Serial number"), "30410001");
     EXPECT_EQ(factOf(bench, "Installed version"), "1.0.2.3");
     EXPECT_EQ(factOf(bench, "Version of the image"), "1.0.2.4");
-    EXPECT_EQ(factOf(bench, "Kind of the image"), "fwu");
+    EXPECT_EQ(factOf(bench, "Kind of the image"), "firmware, the first of two kinds (fwu)");
     EXPECT_EQ(factOf(bench, "Size"),
               QString("%1 bytes in %2 messages").arg(image.bytes).arg(image.messages));
     EXPECT_EQ(factOf(bench, "File"), "1.0.2.4.syx");

@@ -408,7 +408,7 @@ TEST(UpdateModel, EachOutcomeOfTheHostHasItsEnding)
     EXPECT_EQ(endingWith({"vanish:2"}), Ending::LostBefore);
     EXPECT_EQ(endingWith({"silent:5-"}), Ending::SilentMidway);
     EXPECT_EQ(endingWith({"failed-ack:2"}), Ending::RefusedMidway);
-    EXPECT_EQ(endingWith({"bad-ack:2-"}), Ending::RefusedMidway);
+    EXPECT_EQ(endingWith({"bad-ack:2-"}), Ending::DamagedMidway);
     EXPECT_EQ(endingWith({"vanish:5"}), Ending::LostMidway);
     const auto last = samples::messages().size(); // of the image
     EXPECT_EQ(endingWith({QString("bad-write:%1").arg(last)}), Ending::NotProven);

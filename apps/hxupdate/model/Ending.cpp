@@ -25,20 +25,23 @@ Ending endingUntouched(hx::UpdateOutcome outcome)
     return Ending::SilentBefore;
 }
 
-Ending endingTouched(hx::UpdateOutcome outcome)
+Ending endingTouched(const hx::UpdateResult& result)
 {
-    switch (outcome) {
+    if (result.holdsImage)
+        return Ending::Unacknowledged;
+    const bool isAllSent = result.failedMessage == 0;
+    switch (result.outcome) {
     case hx::UpdateOutcome::NoAnswer:
         return Ending::SilentMidway;
     case hx::UpdateOutcome::WrongProduct:
-        return Ending::WrongAfterwards;
+        return isAllSent ? Ending::WrongAfterwards : Ending::WrongMidway;
     case hx::UpdateOutcome::Interrupted:
-        return Ending::StoppedMidway;
+        return isAllSent ? Ending::StoppedUnverified : Ending::StoppedMidway;
     case hx::UpdateOutcome::PortLost:
         return Ending::LostMidway;
     case hx::UpdateOutcome::ImageRefused:
     case hx::UpdateOutcome::Failed:
-        return Ending::RefusedMidway;
+        return result.sendEnd == hx::SendEnd::Bad ? Ending::DamagedMidway : Ending::RefusedMidway;
     case hx::UpdateOutcome::VerificationFailed:
     case hx::UpdateOutcome::NotConfirmed:
     case hx::UpdateOutcome::Succeeded:
@@ -53,7 +56,7 @@ Ending endingOf(const hx::UpdateResult& result)
 {
     if (result.succeeded())
         return Ending::Succeeded;
-    return result.touched ? endingTouched(result.outcome) : endingUntouched(result.outcome);
+    return result.touched ? endingTouched(result) : endingUntouched(result.outcome);
 }
 
 bool isMidway(Ending ending)

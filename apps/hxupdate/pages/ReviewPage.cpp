@@ -41,7 +41,7 @@ void ReviewPage::showFacts()
                    {tr("Serial number"), orUnknown(product.serial, tr("not known"))},
                    {tr("Installed version"), orUnknown(product.version, tr("none that is valid"))},
                    {tr("Version of the image"), image.version},
-                   {tr("Kind of the image"), hx::codeTypeTag(image.kind)},
+                   {tr("Kind of the image"), kindText(image.kind)},
                    {tr("Size"),
                     tr("%1 in %n message(s)", nullptr, image.messages).arg(sizeText(image.bytes))},
                    {tr("File"), QFileInfo(image.path).fileName()},

@@ -22,7 +22,7 @@ QMessageBox* newQuestion(QWidget* parent)
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setInformativeText(
         StopQuestionWords::tr("The message that is on its way is sent to its end. After that the "
-                              "product cannot be used until it has been updated."));
+                              "product may have to be updated before it can be used."));
     return box;
 }
 

@@ -234,10 +234,6 @@
         <translation>%1 muss wiederhergestellt werden</translation>
     </message>
     <message>
-        <source>It answers, but it holds no valid code: an update was begun and not finished. It can be updated as ever.</source>
-        <translation>Es antwortet, enthält aber keinen gültigen Code: Ein Update wurde begonnen und nicht beendet. Es lässt sich wie gewohnt aktualisieren.</translation>
-    </message>
-    <message>
         <source>Leave the product switched on and connected.</source>
         <translation>Lassen Sie das Produkt eingeschaltet und angeschlossen.</translation>
     </message>
@@ -248,6 +244,10 @@
     <message>
         <source>Send the update image again. The update starts afresh.</source>
         <translation>Senden Sie das Update noch einmal. Es beginnt von vorn.</translation>
+    </message>
+    <message>
+        <source>It answers, but it holds no valid code: an update was begun and not finished, or its code is damaged. It can be updated as ever.</source>
+        <translation>Es antwortet, enthält aber keinen gültigen Code: Ein Update wurde begonnen und nicht beendet, oder sein Code ist beschädigt. Es lässt sich wie gewohnt aktualisieren.</translation>
     </message>
 </context>
 <context>
@@ -349,10 +349,6 @@
         <translation>Das Produkt antwortet nicht mehr</translation>
     </message>
     <message>
-        <source>The update was begun and not finished: the product has to be updated before it can be used.</source>
-        <translation>Das Update wurde begonnen und nicht beendet: Das Produkt muss aktualisiert werden, bevor es wieder benutzt werden kann.</translation>
-    </message>
-    <message>
         <source>Check both MIDI cables, and switch the product off and on.</source>
         <translation>Prüfen Sie beide MIDI-Kabel, und schalten Sie das Produkt aus und wieder ein.</translation>
     </message>
@@ -409,8 +405,40 @@
         <translation>Danach hat ein anderes Produkt geantwortet</translation>
     </message>
     <message>
-        <source>Everything was sent, but what answers now is not the product that the image is for. Do not take it for updated.</source>
-        <translation>Alles wurde gesendet, aber was jetzt antwortet, ist nicht das Produkt, für das das Update ist. Halten Sie es nicht für aktualisiert.</translation>
+        <source>Another product took its place</source>
+        <translation>Ein anderes Produkt ist an seine Stelle getreten</translation>
+    </message>
+    <message>
+        <source>Everything was sent, but what answers now is another product. Do not take yours for updated.</source>
+        <translation>Alles wurde gesendet, aber jetzt antwortet ein anderes Produkt. Halten Sie Ihres nicht für aktualisiert.</translation>
+    </message>
+    <message>
+        <source>The update was begun and not finished. Send the image again before you use the product.</source>
+        <translation>Das Update wurde begonnen und nicht beendet. Senden Sie das Update noch einmal, bevor Sie das Produkt benutzen.</translation>
+    </message>
+    <message>
+        <source>Bytes are lost on the way to the product</source>
+        <translation>Auf dem Weg zum Produkt gehen Bytes verloren</translation>
+    </message>
+    <message>
+        <source>Use other MIDI cables, or another MIDI interface.</source>
+        <translation>Nehmen Sie andere MIDI-Kabel oder ein anderes MIDI-Interface.</translation>
+    </message>
+    <message>
+        <source>The update was not acknowledged</source>
+        <translation>Das Update wurde nicht bestätigt</translation>
+    </message>
+    <message>
+        <source>The product holds the code of the image, but it did not acknowledge every message. Send the image again before you use the product.</source>
+        <translation>Das Produkt enthält den Code des Updates, hat aber nicht jede Nachricht bestätigt. Senden Sie das Update noch einmal, bevor Sie das Produkt benutzen.</translation>
+    </message>
+    <message>
+        <source>You stopped the verification</source>
+        <translation>Sie haben die Nachprüfung abgebrochen</translation>
+    </message>
+    <message>
+        <source>Everything was sent, but it was not verified. Do not take it for updated.</source>
+        <translation>Alles wurde gesendet, aber nicht nachgeprüft. Halten Sie es nicht für aktualisiert.</translation>
     </message>
 </context>
 <context>
@@ -678,6 +706,10 @@
         <source>The trace cannot be read. It is damaged in this line: %1</source>
         <translation>Die Aufzeichnung kann nicht gelesen werden. Sie ist in dieser Zeile beschädigt: %1</translation>
     </message>
+    <message>
+        <source>The product is connected again. The update goes on.</source>
+        <translation>Das Produkt ist wieder angeschlossen. Das Update geht weiter.</translation>
+    </message>
 </context>
 <context>
     <name>PageWords</name>
@@ -833,8 +865,8 @@
         <translation>Update abbrechen?</translation>
     </message>
     <message>
-        <source>The message that is on its way is sent to its end. After that the product cannot be used until it has been updated.</source>
-        <translation>Die Nachricht, die unterwegs ist, wird zu Ende gesendet. Danach lässt sich das Produkt nicht benutzen, bis es aktualisiert wurde.</translation>
+        <source>The message that is on its way is sent to its end. After that the product may have to be updated before it can be used.</source>
+        <translation>Die Nachricht, die unterwegs ist, wird zu Ende gesendet. Danach muss das Produkt vielleicht erst aktualisiert werden, bevor es sich benutzen lässt.</translation>
     </message>
     <message>
         <source>&amp;Go on updating</source>
@@ -954,6 +986,18 @@
     <message>
         <source>not signed: its origin is not known</source>
         <translation>nicht signiert: Die Herkunft ist nicht bekannt</translation>
+    </message>
+    <message>
+        <source>firmware, the first of two kinds (%1)</source>
+        <translation>Firmware, die erste von zwei Arten (%1)</translation>
+    </message>
+    <message>
+        <source>firmware, the second of two kinds (%1)</source>
+        <translation>Firmware, die zweite von zwei Arten (%1)</translation>
+    </message>
+    <message>
+        <source>not known</source>
+        <translation>nicht bekannt</translation>
     </message>
 </context>
 <context>

@@ -234,10 +234,6 @@
         <translation>Hay que recuperar %1</translation>
     </message>
     <message>
-        <source>It answers, but it holds no valid code: an update was begun and not finished. It can be updated as ever.</source>
-        <translation>Responde, pero no contiene código válido: se empezó una actualización y no se terminó. Se puede actualizar como siempre.</translation>
-    </message>
-    <message>
         <source>Leave the product switched on and connected.</source>
         <translation>Deje el producto encendido y conectado.</translation>
     </message>
@@ -248,6 +244,10 @@
     <message>
         <source>Send the update image again. The update starts afresh.</source>
         <translation>Envíe la actualización otra vez. Empieza desde el principio.</translation>
+    </message>
+    <message>
+        <source>It answers, but it holds no valid code: an update was begun and not finished, or its code is damaged. It can be updated as ever.</source>
+        <translation>Responde, pero no contiene código válido: una actualización se empezó y no se terminó, o su código está dañado. Se puede actualizar como siempre.</translation>
     </message>
 </context>
 <context>
@@ -349,10 +349,6 @@
         <translation>El producto dejó de responder</translation>
     </message>
     <message>
-        <source>The update was begun and not finished: the product has to be updated before it can be used.</source>
-        <translation>La actualización se empezó y no se terminó: hay que actualizar el producto antes de usarlo.</translation>
-    </message>
-    <message>
         <source>Check both MIDI cables, and switch the product off and on.</source>
         <translation>Compruebe los dos cables MIDI, y apague y encienda el producto.</translation>
     </message>
@@ -409,8 +405,40 @@
         <translation>Después respondió otro producto</translation>
     </message>
     <message>
-        <source>Everything was sent, but what answers now is not the product that the image is for. Do not take it for updated.</source>
-        <translation>Se envió todo, pero lo que responde ahora no es el producto de la actualización. No lo dé por actualizado.</translation>
+        <source>Another product took its place</source>
+        <translation>Otro producto ocupó su lugar</translation>
+    </message>
+    <message>
+        <source>Everything was sent, but what answers now is another product. Do not take yours for updated.</source>
+        <translation>Se envió todo, pero ahora responde otro producto. No dé el suyo por actualizado.</translation>
+    </message>
+    <message>
+        <source>The update was begun and not finished. Send the image again before you use the product.</source>
+        <translation>La actualización se empezó y no se terminó. Envíela de nuevo antes de usar el producto.</translation>
+    </message>
+    <message>
+        <source>Bytes are lost on the way to the product</source>
+        <translation>Se pierden bytes en el camino hacia el producto</translation>
+    </message>
+    <message>
+        <source>Use other MIDI cables, or another MIDI interface.</source>
+        <translation>Use otros cables MIDI u otra interfaz MIDI.</translation>
+    </message>
+    <message>
+        <source>The update was not acknowledged</source>
+        <translation>La actualización no se confirmó</translation>
+    </message>
+    <message>
+        <source>The product holds the code of the image, but it did not acknowledge every message. Send the image again before you use the product.</source>
+        <translation>El producto contiene el código de la actualización, pero no confirmó todos los mensajes. Envíela de nuevo antes de usar el producto.</translation>
+    </message>
+    <message>
+        <source>You stopped the verification</source>
+        <translation>Usted detuvo la comprobación</translation>
+    </message>
+    <message>
+        <source>Everything was sent, but it was not verified. Do not take it for updated.</source>
+        <translation>Se envió todo, pero no se comprobó. No lo dé por actualizado.</translation>
     </message>
 </context>
 <context>
@@ -678,6 +706,10 @@
         <source>The trace cannot be read. It is damaged in this line: %1</source>
         <translation>La traza no se puede leer. Está dañada en esta línea: %1</translation>
     </message>
+    <message>
+        <source>The product is connected again. The update goes on.</source>
+        <translation>El producto vuelve a estar conectado. La actualización continúa.</translation>
+    </message>
 </context>
 <context>
     <name>PageWords</name>
@@ -833,8 +865,8 @@
         <translation>¿Detener la actualización?</translation>
     </message>
     <message>
-        <source>The message that is on its way is sent to its end. After that the product cannot be used until it has been updated.</source>
-        <translation>El mensaje en curso se envía hasta el final. Después, el producto no se puede usar hasta que se haya actualizado.</translation>
+        <source>The message that is on its way is sent to its end. After that the product may have to be updated before it can be used.</source>
+        <translation>El mensaje en curso se envía hasta el final. Después, es posible que haya que actualizar el producto antes de usarlo.</translation>
     </message>
     <message>
         <source>&amp;Go on updating</source>
@@ -954,6 +986,18 @@
     <message>
         <source>not signed: its origin is not known</source>
         <translation>sin firmar: su origen no se conoce</translation>
+    </message>
+    <message>
+        <source>firmware, the first of two kinds (%1)</source>
+        <translation>firmware, el primero de dos tipos (%1)</translation>
+    </message>
+    <message>
+        <source>firmware, the second of two kinds (%1)</source>
+        <translation>firmware, el segundo de dos tipos (%1)</translation>
+    </message>
+    <message>
+        <source>not known</source>
+        <translation>no disponible</translation>
     </message>
 </context>
 <context>

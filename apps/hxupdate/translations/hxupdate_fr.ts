@@ -234,10 +234,6 @@
         <translation>%1 doit être récupéré</translation>
     </message>
     <message>
-        <source>It answers, but it holds no valid code: an update was begun and not finished. It can be updated as ever.</source>
-        <translation>Il répond, mais ne contient pas de code valide : une mise à jour a été commencée et n’a pas été terminée. Il peut être mis à jour comme d’habitude.</translation>
-    </message>
-    <message>
         <source>Leave the product switched on and connected.</source>
         <translation>Laissez le produit allumé et branché.</translation>
     </message>
@@ -248,6 +244,10 @@
     <message>
         <source>Send the update image again. The update starts afresh.</source>
         <translation>Envoyez à nouveau la mise à jour. Elle recommence du début.</translation>
+    </message>
+    <message>
+        <source>It answers, but it holds no valid code: an update was begun and not finished, or its code is damaged. It can be updated as ever.</source>
+        <translation>Il répond, mais ne contient pas de code valide : une mise à jour a été commencée et n’a pas été terminée, ou son code est endommagé. Il peut être mis à jour comme d’habitude.</translation>
     </message>
 </context>
 <context>
@@ -349,10 +349,6 @@
         <translation>Le produit ne répond plus</translation>
     </message>
     <message>
-        <source>The update was begun and not finished: the product has to be updated before it can be used.</source>
-        <translation>La mise à jour a été commencée et n’a pas été terminée : le produit doit être mis à jour avant d’être utilisé.</translation>
-    </message>
-    <message>
         <source>Check both MIDI cables, and switch the product off and on.</source>
         <translation>Vérifiez les deux câbles MIDI, puis éteignez et rallumez le produit.</translation>
     </message>
@@ -409,8 +405,40 @@
         <translation>Un autre produit a répondu ensuite</translation>
     </message>
     <message>
-        <source>Everything was sent, but what answers now is not the product that the image is for. Do not take it for updated.</source>
-        <translation>Tout a été envoyé, mais ce qui répond maintenant n’est pas le produit de la mise à jour. Ne le considérez pas comme mis à jour.</translation>
+        <source>Another product took its place</source>
+        <translation>Un autre produit a pris sa place</translation>
+    </message>
+    <message>
+        <source>Everything was sent, but what answers now is another product. Do not take yours for updated.</source>
+        <translation>Tout a été envoyé, mais c’est un autre produit qui répond maintenant. Ne considérez pas le vôtre comme mis à jour.</translation>
+    </message>
+    <message>
+        <source>The update was begun and not finished. Send the image again before you use the product.</source>
+        <translation>La mise à jour a été commencée et n’a pas été terminée. Envoyez-la à nouveau avant d’utiliser le produit.</translation>
+    </message>
+    <message>
+        <source>Bytes are lost on the way to the product</source>
+        <translation>Des octets se perdent en chemin vers le produit</translation>
+    </message>
+    <message>
+        <source>Use other MIDI cables, or another MIDI interface.</source>
+        <translation>Utilisez d’autres câbles MIDI ou une autre interface MIDI.</translation>
+    </message>
+    <message>
+        <source>The update was not acknowledged</source>
+        <translation>La mise à jour n’a pas été confirmée</translation>
+    </message>
+    <message>
+        <source>The product holds the code of the image, but it did not acknowledge every message. Send the image again before you use the product.</source>
+        <translation>Le produit contient le code de la mise à jour, mais il n’a pas confirmé chaque message. Envoyez-la à nouveau avant d’utiliser le produit.</translation>
+    </message>
+    <message>
+        <source>You stopped the verification</source>
+        <translation>Vous avez arrêté le contrôle</translation>
+    </message>
+    <message>
+        <source>Everything was sent, but it was not verified. Do not take it for updated.</source>
+        <translation>Tout a été envoyé, mais rien n’a été contrôlé. Ne considérez pas le produit comme mis à jour.</translation>
     </message>
 </context>
 <context>
@@ -678,6 +706,10 @@
         <source>The trace cannot be read. It is damaged in this line: %1</source>
         <translation>La trace ne peut pas être lue. Elle est endommagée à cette ligne : %1</translation>
     </message>
+    <message>
+        <source>The product is connected again. The update goes on.</source>
+        <translation>Le produit est rebranché. La mise à jour continue.</translation>
+    </message>
 </context>
 <context>
     <name>PageWords</name>
@@ -833,8 +865,8 @@
         <translation>Arrêter la mise à jour ?</translation>
     </message>
     <message>
-        <source>The message that is on its way is sent to its end. After that the product cannot be used until it has been updated.</source>
-        <translation>Le message en cours est envoyé jusqu’au bout. Ensuite, le produit ne peut pas être utilisé tant qu’il n’a pas été mis à jour.</translation>
+        <source>The message that is on its way is sent to its end. After that the product may have to be updated before it can be used.</source>
+        <translation>Le message en cours est envoyé jusqu’au bout. Ensuite, il se peut que le produit doive être mis à jour avant d’être utilisé.</translation>
     </message>
     <message>
         <source>&amp;Go on updating</source>
@@ -954,6 +986,18 @@
     <message>
         <source>not signed: its origin is not known</source>
         <translation>non signée : son origine n’est pas connue</translation>
+    </message>
+    <message>
+        <source>firmware, the first of two kinds (%1)</source>
+        <translation>micrologiciel, le premier de deux types (%1)</translation>
+    </message>
+    <message>
+        <source>firmware, the second of two kinds (%1)</source>
+        <translation>micrologiciel, le second de deux types (%1)</translation>
+    </message>
+    <message>
+        <source>not known</source>
+        <translation>inconnu</translation>
     </message>
 </context>
 <context>

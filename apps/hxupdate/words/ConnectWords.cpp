@@ -79,8 +79,8 @@ const AdviceText connectTexts[] = {
     // Recovery
     {QT_TRANSLATE_NOOP("ConnectWords", "%1 has to be recovered"),
      QT_TRANSLATE_NOOP("ConnectWords",
-                       "It answers, but it holds no valid code: an update was begun "
-                       "and not finished. It can be updated as ever."),
+                       "It answers, but it holds no valid code: an update was begun and not "
+                       "finished, or its code is damaged. It can be updated as ever."),
      {QT_TRANSLATE_NOOP("ConnectWords", "Leave the product switched on and connected."),
       QT_TRANSLATE_NOOP("ConnectWords", "Press \"Continue\"."),
       QT_TRANSLATE_NOOP("ConnectWords", "Send the update image again. The update starts afresh.")}},

@@ -57,38 +57,64 @@ const AdviceText endingTexts[] = {
       QT_TRANSLATE_NOOP("EndingWords", "Press \"Try again\".")}},
     // SilentMidway
     {QT_TRANSLATE_NOOP("EndingWords", "The product stopped answering"),
-     QT_TRANSLATE_NOOP("EndingWords",
-                       "The update was begun and not finished: the product has to be "
-                       "updated before it can be used."),
+     QT_TRANSLATE_NOOP("EndingWords", "The update was begun and not finished. Send the image again "
+                                      "before you use the product."),
      {QT_TRANSLATE_NOOP("EndingWords",
                         "Check both MIDI cables, and switch the product off and on."),
       QT_TRANSLATE_NOOP("EndingWords", "Press \"Try again\": the product is found again."),
       QT_TRANSLATE_NOOP("EndingWords", "Send the same image. The update starts afresh.")}},
     // RefusedMidway
     {QT_TRANSLATE_NOOP("EndingWords", "The product refused the update"),
-     QT_TRANSLATE_NOOP("EndingWords",
-                       "The update was begun and not finished: the product has to be "
-                       "updated before it can be used."),
+     QT_TRANSLATE_NOOP("EndingWords", "The update was begun and not finished. Send the image again "
+                                      "before you use the product."),
      {QT_TRANSLATE_NOOP("EndingWords", "Press \"Try again\": the product is found again."),
       QT_TRANSLATE_NOOP("EndingWords", "Send the same image. The update starts afresh."),
       QT_TRANSLATE_NOOP("EndingWords", "If it is refused again, save the record and send it to the "
                                        "maker of the product.")}},
+    // DamagedMidway
+    {QT_TRANSLATE_NOOP("EndingWords", "Bytes are lost on the way to the product"),
+     QT_TRANSLATE_NOOP("EndingWords", "The update was begun and not finished. Send the image again "
+                                      "before you use the product."),
+     {QT_TRANSLATE_NOOP("EndingWords", "Close all other programs that use MIDI."),
+      QT_TRANSLATE_NOOP("EndingWords", "Use other MIDI cables, or another MIDI interface."),
+      QT_TRANSLATE_NOOP("EndingWords", "Press \"Try again\" and send the same image.")}},
     // StoppedMidway
     {QT_TRANSLATE_NOOP("EndingWords", "You stopped the update"),
-     QT_TRANSLATE_NOOP("EndingWords",
-                       "The update was begun and not finished: the product has to be "
-                       "updated before it can be used."),
+     QT_TRANSLATE_NOOP("EndingWords", "The update was begun and not finished. Send the image again "
+                                      "before you use the product."),
      {QT_TRANSLATE_NOOP("EndingWords", "Leave the product switched on and connected."),
       QT_TRANSLATE_NOOP("EndingWords", "Press \"Try again\": the product is found again."),
       QT_TRANSLATE_NOOP("EndingWords", "Send the same image. The update starts afresh.")}},
     // LostMidway
     {QT_TRANSLATE_NOOP("EndingWords", "The connection was lost"),
-     QT_TRANSLATE_NOOP("EndingWords",
-                       "The update was begun and not finished: the product has to be "
-                       "updated before it can be used."),
+     QT_TRANSLATE_NOOP("EndingWords", "The update was begun and not finished. Send the image again "
+                                      "before you use the product."),
      {QT_TRANSLATE_NOOP("EndingWords", "Connect the product again and switch it on."),
       QT_TRANSLATE_NOOP("EndingWords", "Press \"Try again\": the product is found again."),
       QT_TRANSLATE_NOOP("EndingWords", "Send the same image. The update starts afresh.")}},
+    // WrongMidway
+    {QT_TRANSLATE_NOOP("EndingWords", "Another product took its place"),
+     QT_TRANSLATE_NOOP("EndingWords", "The update was begun and not finished. Send the image again "
+                                      "before you use the product."),
+     {QT_TRANSLATE_NOOP("EndingWords", "Connect the product that you want to update, and no "
+                                       "other."),
+      QT_TRANSLATE_NOOP("EndingWords", "Press \"Try again\" and send the same image.")}},
+    // Unacknowledged
+    {QT_TRANSLATE_NOOP("EndingWords", "The update was not acknowledged"),
+     QT_TRANSLATE_NOOP("EndingWords",
+                       "The product holds the code of the image, but it did not acknowledge every "
+                       "message. Send the image again before you use the product."),
+     {QT_TRANSLATE_NOOP("EndingWords",
+                        "Check both MIDI cables, and switch the product off and on."),
+      QT_TRANSLATE_NOOP("EndingWords", "Press \"Try again\" and send the same image."),
+      QT_TRANSLATE_NOOP("EndingWords", "If it ends like this again, save the record and send it to "
+                                       "the maker of the product.")}},
+    // StoppedUnverified
+    {QT_TRANSLATE_NOOP("EndingWords", "You stopped the verification"),
+     QT_TRANSLATE_NOOP("EndingWords",
+                       "Everything was sent, but it was not verified. Do not take it for updated."),
+     {QT_TRANSLATE_NOOP("EndingWords", "Leave the product switched on and connected."),
+      QT_TRANSLATE_NOOP("EndingWords", "Press \"Try again\" and send the same image.")}},
     // NotProven
     {QT_TRANSLATE_NOOP("EndingWords", "The update is not proven"),
      QT_TRANSLATE_NOOP("EndingWords",
@@ -101,8 +127,8 @@ const AdviceText endingTexts[] = {
     // WrongAfterwards
     {QT_TRANSLATE_NOOP("EndingWords", "Another product answered afterwards"),
      QT_TRANSLATE_NOOP("EndingWords",
-                       "Everything was sent, but what answers now is not the product "
-                       "that the image is for. Do not take it for updated."),
+                       "Everything was sent, but what answers now is another product. Do not take "
+                       "yours for updated."),
      {QT_TRANSLATE_NOOP("EndingWords", "Connect the product that you want to update, and no "
                                        "other."),
       QT_TRANSLATE_NOOP("EndingWords", "Press \"Try again\" and send the same image.")}},

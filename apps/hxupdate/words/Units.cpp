@@ -49,6 +49,19 @@ QString changeText(Change change)
     return UnitWords::tr("Recover: no valid code is installed");
 }
 
+QString kindText(CodeType kind)
+{
+    switch (kind) {
+    case CodeType::Fwu:
+        return UnitWords::tr("firmware, the first of two kinds (%1)").arg(hx::codeTypeTag(kind));
+    case CodeType::Fwd:
+        return UnitWords::tr("firmware, the second of two kinds (%1)").arg(hx::codeTypeTag(kind));
+    case CodeType::Unknown:
+        break;
+    }
+    return UnitWords::tr("not known");
+}
+
 QString originText(const hx::SignatureVerdict& origin)
 {
     return origin.state == hx::SignatureState::Good

@@ -14,6 +14,9 @@ QString durationText(qint64 microseconds);
 // "Upgrade", "Downgrade", "Reinstallation", "Recovery".
 QString changeText(Change change);
 
+// "firmware, the first of two kinds (fwu)".
+QString kindText(CodeType kind);
+
 // "not signed: its origin is not known", or the key that it is signed with.
 QString originText(const hx::SignatureVerdict& origin);
 
