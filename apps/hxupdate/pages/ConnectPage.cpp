@@ -19,7 +19,7 @@ QString briefly(const ProductFacts& product)
 
 ConnectPage::ConnectPage(UpdateModel& model)
     : Page(model, "connectPage"), m_facts(new FactList),
-      m_otherPort(addButton("otherPort", [this] { choosePort(); })),
+      m_otherPort(addButton("otherPort", [this] { choosePort(this, this->model()); })),
       m_continue(addButton("continue", [this] { this->model().useProduct(); }))
 {
     add(m_facts);
@@ -60,12 +60,6 @@ Facts ConnectPage::factsOf(const ProductFacts& product) const
             {tr("Serial number"), orElse(product.serial, tr("not known"))},
             {tr("Installed version"), orElse(product.version, noVersion)},
             {tr("Port"), product.port}};
-}
-
-void ConnectPage::choosePort()
-{
-    choosePortOf(this, model().connection().ports,
-                 [this](const QString& port) { model().pickPort(port); });
 }
 
 } // namespace hxupdate

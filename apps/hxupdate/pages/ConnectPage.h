@@ -16,7 +16,6 @@ public:
     void refresh() override;
 
 private:
-    void choosePort();
     void showFacts();
     Facts factsOf(const ProductFacts& product) const;
 

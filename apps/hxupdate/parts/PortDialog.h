@@ -1,15 +1,13 @@
 // Asks which port the product is on.
 #pragma once
 
-#include <QStringList>
-
-#include <functional>
+#include "apps/hxupdate/model/UpdateModel.h"
 
 class QWidget;
 
 namespace hxupdate {
 
-void choosePortOf(QWidget* parent, const QStringList& ports,
-                  const std::function<void(const QString&)>& chosen);
+// The ports are listed as they come and go; the one that is chosen is picked.
+void choosePort(QWidget* parent, UpdateModel& model);
 
 } // namespace hxupdate
