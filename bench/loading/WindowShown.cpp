@@ -1,10 +1,7 @@
 // Shows the window on the simulated product, and ends with its first paint.
-#include "apps/hxupdate/model/LoginSleepGuard.h"
-#include "apps/hxupdate/model/SimulatorPorts.h"
 #include "apps/hxupdate/window/Language.h"
 #include "apps/hxupdate/window/UpdateWindow.h"
-
-#include "host/product/PluginFolder.h"
+#include "bench/loading/SimulatedWindow.h"
 
 #include <QApplication>
 
@@ -20,23 +17,13 @@ public:
     }
 };
 
-hxupdate::Surroundings simulated()
-{
-    hxupdate::Surroundings surroundings;
-    surroundings.pluginPlace = hx::pluginFolder();
-    surroundings.ports = std::make_unique<hxupdate::SimulatorPorts>(surroundings.pluginPlace);
-    surroundings.sleep = std::make_unique<hxupdate::LoginSleepGuard>();
-    surroundings.pickedPort = surroundings.ports->list().first();
-    return surroundings;
-}
-
 } // namespace
 
 int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
     hxupdate::speak(application, QLocale::system());
-    hxupdate::UpdateModel model(simulated());
+    hxupdate::UpdateModel model(simulatedSurroundings());
     hxupdate::UpdateWindow window(model, true);
     PaintWatch watch;
     window.installEventFilter(&watch);

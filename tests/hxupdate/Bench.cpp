@@ -16,6 +16,7 @@ public:
 
     bool hold() override
     {
+        m_log->threads.note();
         ++m_log->held;
         return m_log->isThere;
     }

@@ -17,6 +17,7 @@ struct SleepLog {
     std::atomic<int> held{0};
     std::atomic<int> released{0};
     std::atomic<bool> isThere{true};
+    ThreadLog threads;
 };
 
 const QString productPort = QStringLiteral("alsa:Valdrin Update 20:0");

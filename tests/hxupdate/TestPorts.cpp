@@ -1,5 +1,8 @@
 #include "tests/hxupdate/TestPorts.h"
 
+#include <QCoreApplication>
+#include <QThread>
+
 namespace {
 
 class TestPort final : public hx::MidiPort {
@@ -26,8 +29,15 @@ const QString portIsGone = QStringLiteral("the port is gone");
 
 } // namespace
 
+void ThreadLog::note()
+{
+    const bool isMain = QThread::currentThread() == QCoreApplication::instance()->thread();
+    ++(isMain ? onMain : elsewhere);
+}
+
 qint64 TestProduct::send(const QByteArray& message, QString* error)
 {
+    threads.note();
     if (gate.messages == 0) {
         gate.reached.release();
         gate.opened.acquire();
@@ -48,6 +58,7 @@ qint64 TestProduct::send(const QByteArray& message, QString* error)
 
 hx::MidiChunk TestProduct::receive(hx::Microseconds deadline, QString* error)
 {
+    threads.note();
     hx::MidiChunk chunk = isPluggedIn ? m_port.receive(deadline) : hx::MidiChunk();
     *error = isPluggedIn ? m_port.errorText : portIsGone;
     return isDeadEnd ? hx::MidiChunk() : chunk;
@@ -60,12 +71,14 @@ void TestProduct::setFaults(const hx::sim::FaultPlan& plan)
 
 QStringList TestPorts::list()
 {
+    threads.note();
     const std::lock_guard<std::mutex> lock(m_mutex);
     return m_products.keys();
 }
 
 hx::Result<std::unique_ptr<hx::MidiPort>> TestPorts::open(const QString& port, DeviceInterface&)
 {
+    threads.note();
     const std::lock_guard<std::mutex> lock(m_mutex);
     const std::shared_ptr<TestProduct> product = m_products.value(port);
     if (product && !product->isHeld)

@@ -12,6 +12,14 @@
 #include <memory>
 #include <mutex>
 
+// On which threads the ports are used.
+struct ThreadLog {
+    std::atomic<int> onMain{0};
+    std::atomic<int> elsewhere{0};
+
+    void note();
+};
+
 // A place at which a transfer waits until the test lets it go on.
 struct Gate {
     std::atomic<int> messages{-1}; // that pass before it closes; negative: it is open
@@ -36,6 +44,7 @@ public:
     std::atomic<bool> isHeld{false};     // it cannot be opened
     std::atomic<bool> isDeadEnd{false};  // what is sent is lost, as after the death of the sender
     Gate gate;
+    ThreadLog threads;
 
 private:
     hx::SimulatedPort m_port;
@@ -53,6 +62,8 @@ public:
                                   hx::sim::SimulatedProduct(hx::sim::valdrin())));
     void plug(const QString& port, const std::shared_ptr<TestProduct>& product);
     void unplug(const QString& port);
+
+    ThreadLog threads;
 
 private:
     std::mutex m_mutex;
