@@ -64,6 +64,7 @@ QWidget* TraceWindow::newTable(const hx::TraceEvents& events)
     table->setSelectionBehavior(QAbstractItemView::SelectRows);
     table->setTabKeyNavigation(false);
     table->verticalHeader()->hide();
+    table->resizeColumnsToContents();
     table->horizontalHeader()->setStretchLastSection(true);
     return table;
 }
