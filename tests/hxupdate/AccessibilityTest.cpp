@@ -1,4 +1,5 @@
 // What assistive technology and the keyboard find, on every page.
+#include "tests/hxupdate/Looks.h"
 #include "tests/hxupdate/Scenes.h"
 
 #include "apps/hxupdate/window/TraceWindow.h"
@@ -85,16 +86,6 @@ void expectTabReachesAll(const QWidget& window)
     }
 }
 
-QPalette highContrast()
-{
-    QPalette palette(Qt::black, Qt::black);
-    for (const QPalette::ColorRole text :
-         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        palette.setColor(text, Qt::white);
-    palette.setColor(QPalette::Base, Qt::black);
-    return palette;
-}
-
 void expectWhiteOnBlack(QLabel* label)
 {
     const QImage picture = label->grab().toImage();
@@ -175,8 +166,7 @@ TEST(Accessibility, ColoursAreThoseOfTheDesktop)
 
 TEST(Accessibility, InHighContrastEveryTextIsSeen)
 {
-    const QPalette before = QApplication::palette();
-    QApplication::setPalette(highContrast());
+    const HighContrast contrast;
     for (const Scene& scene : scenes()) {
         SCOPED_TRACE(scene.name);
         WindowBench bench(true);
@@ -188,7 +178,6 @@ TEST(Accessibility, InHighContrastEveryTextIsSeen)
         }
         endScene(bench);
     }
-    QApplication::setPalette(before);
 }
 
 TEST(Accessibility, DialogsHaveNamesAndMnemonicsToo)

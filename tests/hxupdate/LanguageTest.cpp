@@ -1,4 +1,5 @@
 // The texts in every language: all there, with the same places to fill, and none cut.
+#include "tests/hxupdate/Looks.h"
 #include "tests/hxupdate/Scenes.h"
 
 #include "apps/hxupdate/window/Language.h"
@@ -13,7 +14,6 @@
 #include <QRegularExpression>
 #include <QScrollArea>
 #include <QSet>
-#include <QTranslator>
 
 using namespace hxupdate;
 
@@ -26,17 +26,6 @@ class Speaking {
 public:
     explicit Speaking(const QString& language) { speak(*qApp, QLocale(language)); }
     ~Speaking() { speak(*qApp, QLocale("en_US")); }
-};
-
-// Texts 40 % longer than English, with their places and mnemonics kept.
-class Stretching final : public QTranslator {
-public:
-    QString translate(const char*, const char* text, const char*, int) const override
-    {
-        const QString english = QString::fromUtf8(text);
-        return english + QString(" x").repeated(english.size() / 5);
-    }
-    bool isEmpty() const override { return false; }
 };
 
 Connection connectionWith(Finding finding)
@@ -98,23 +87,6 @@ void expectNothingCutOnAnyPage()
         endScene(bench);
     }
 }
-
-// As long as it lives fonts are twice as large.
-class LargeFont {
-public:
-    LargeFont() : m_font(QApplication::font())
-    {
-        QFont large = m_font;
-        large.setPointSizeF(m_font.pointSizeF() * 2);
-        QApplication::setFont(large);
-    }
-    ~LargeFont() { QApplication::setFont(m_font); }
-    LargeFont(const LargeFont&) = delete;
-    LargeFont& operator=(const LargeFont&) = delete;
-
-private:
-    QFont m_font;
-};
 
 QStringList placesOf(const QString& text)
 {
@@ -300,8 +272,6 @@ TEST(Language, NothingIsCutAtTwiceTheFontSize)
 TEST(Language, NothingIsCutInALanguageThatIsMuchLonger)
 {
     const LargeFont large;
-    Stretching stretching;
-    QCoreApplication::installTranslator(&stretching);
+    const LongTexts longTexts;
     expectNothingCutOnAnyPage();
-    QCoreApplication::removeTranslator(&stretching);
 }
