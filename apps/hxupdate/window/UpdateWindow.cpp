@@ -22,7 +22,7 @@ namespace hxupdate {
 namespace {
 
 constexpr int lookEveryMs = 1000;
-constexpr QSize firstWindowSize(680, 580);
+constexpr QSize firstWindowSize(680, 660);
 
 } // namespace
 
