@@ -105,7 +105,7 @@ void Bench::goTo(Step step)
     ASSERT_TRUE(isAt(Step::Review));
     if (step == Step::Review)
         return;
-    const int before = 3; // serial number, identity, version
+    const int before = 3; // identity, version, serial number
     product->gate.messages = before + (step == Step::Verifying ? model->image().messages : 2);
     model->startUpdate();
     product->gate.reached.acquire();

@@ -5,8 +5,8 @@ using namespace hxupdate;
 
 namespace {
 
-// Of the messages that the product hears, the first three are questions (serial number, identity,
-// version); the image has the next ones, and the last four are questions again.
+// Of the messages that the product hears, the first three are questions (identity, version, serial
+// number); the image has the next ones, and the last four are questions again.
 struct FaultyUpdate {
     const char* fault;
     const char* title;
@@ -39,7 +39,7 @@ const FaultyUpdate faultyUpdates[] = {
     {"insert-message:5-", bytesLost},
     {"refuse:2-3", updated},
     {"wrong-model", "Another product answered"},
-    {"wrong-model:2-", "Another product answered"},
+    {"wrong-model:2-", silentMidway},
     {"vanish:1", "The product was disconnected"},
     {"vanish:2", "The product was disconnected"},
     {"vanish:5", connectionLost},

@@ -22,7 +22,7 @@ protected:
 
     std::unique_ptr<hx::MidiPort> openPort(const QString& port)
     {
-        auto result = MachinePorts(system).open(port, m_loaded.plugin->device());
+        auto result = MachinePorts(system).open(port, m_loaded.plugin->device(), nullptr);
         if (result)
             return std::move(*result);
         error = result.problem().what;

@@ -209,7 +209,7 @@ TEST(SignedImages, ASessionSendsNothingThatWasNotLookedAt)
     facts.port = productPort;
     const std::atomic<bool> stopped{false};
     const QByteArray before = product->product().codeBytes();
-    const UpdateEnd end = session.update(facts, stopped, {[](bool) {}, nullptr});
+    const UpdateEnd end = session.update(facts, stopped, {[](bool) {}, nullptr, nullptr});
     EXPECT_EQ(end.ending, Ending::ImageRefused);
     EXPECT_TRUE(end.reason.contains("a.syx.minisig")) << end.reason.toStdString();
     EXPECT_EQ(product->messages, 0);

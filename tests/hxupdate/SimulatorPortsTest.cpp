@@ -17,7 +17,7 @@ protected:
 
     std::unique_ptr<hx::MidiPort> open()
     {
-        auto port = ports.open(ports.list().value(0), plugins.device(0));
+        auto port = ports.open(ports.list().value(0), plugins.device(0), nullptr);
         return port ? std::move(*port) : nullptr;
     }
 
@@ -68,7 +68,7 @@ TEST(SimulatorPorts, WithoutAPluginThereIsNoPort)
     EXPECT_TRUE(ports.list().isEmpty());
     Plugins plugins;
     plugins.load(QStringLiteral(HX_PLUGIN_FILE));
-    const auto port = ports.open("simulator", plugins.device(0));
+    const auto port = ports.open("simulator", plugins.device(0), nullptr);
     ASSERT_FALSE(port);
     EXPECT_EQ(port.problem().what,
               "there is no port \"simulator\": no plugin says which product to simulate");

@@ -3,6 +3,9 @@
 #include <QCoreApplication>
 #include <QThread>
 
+#include <algorithm>
+#include <array>
+
 namespace {
 
 class TestPort final : public hx::MidiPort {
@@ -33,6 +36,15 @@ void ThreadLog::note()
 {
     const bool isMain = QThread::currentThread() == QCoreApplication::instance()->thread();
     ++(isMain ? onMain : elsewhere);
+}
+
+hx::sim::FaultyProduct unit(const char* serial)
+{
+    hx::sim::SimulatedProductSettings settings;
+    std::array<quint8, 8> number = {};
+    std::copy_n(serial, number.size(), number.begin());
+    settings.serialNumber = number;
+    return hx::sim::FaultyProduct(hx::sim::SimulatedProduct(hx::sim::valdrin(), settings));
 }
 
 qint64 TestProduct::send(const QByteArray& message, QString* error)
@@ -76,7 +88,8 @@ QStringList TestPorts::list()
     return m_products.keys();
 }
 
-hx::Result<std::unique_ptr<hx::MidiPort>> TestPorts::open(const QString& port, DeviceInterface&)
+hx::Result<std::unique_ptr<hx::MidiPort>> TestPorts::open(const QString& port, DeviceInterface&,
+                                                          const hxupdate::PortMoved&)
 {
     threads.note();
     const std::lock_guard<std::mutex> lock(m_mutex);

@@ -50,11 +50,14 @@ private:
     hx::SimulatedPort m_port;
 };
 
+// One with this serial number, of eight characters.
+hx::sim::FaultyProduct unit(const char* serial);
+
 class TestPorts final : public hxupdate::PortSource {
 public:
     QStringList list() override;
-    hx::Result<std::unique_ptr<hx::MidiPort>> open(const QString& port,
-                                                   DeviceInterface& device) override;
+    hx::Result<std::unique_ptr<hx::MidiPort>> open(const QString& port, DeviceInterface& device,
+                                                   const hxupdate::PortMoved& moved) override;
 
     // Plugs a product in, and takes it away again.
     std::shared_ptr<TestProduct>

@@ -8,15 +8,6 @@ using namespace hxupdate;
 
 namespace {
 
-hx::sim::FaultyProduct unit(const char* serial)
-{
-    hx::sim::SimulatedProductSettings settings;
-    std::array<quint8, 8> number = {};
-    std::copy_n(serial, number.size(), number.begin());
-    settings.serialNumber = number;
-    return hx::sim::FaultyProduct(hx::sim::SimulatedProduct(hx::sim::valdrin(), settings));
-}
-
 hx::sim::FaultyProduct otherModel()
 {
     hx::sim::SimulatedProduct product(hx::sim::valdrin());
@@ -434,7 +425,8 @@ TEST(UpdateModel, AnotherUnitThanTheReviewedOneIsLeftAlone)
     ASSERT_TRUE(bench.isAt(Step::Verdict));
     EXPECT_EQ(bench.model->end().ending, Ending::OtherUnit);
     EXPECT_EQ(bench.model->end().otherSerial, "30410099");
-    EXPECT_EQ(other->messages, 1);
+    EXPECT_EQ(other->messages, 3); // identity, version, serial number
+    EXPECT_FALSE(other->product().isUpdating());
     EXPECT_EQ(bench.sleep->held, bench.sleep->released);
 }
 

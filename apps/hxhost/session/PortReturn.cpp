@@ -1,9 +1,9 @@
 #include "apps/hxhost/session/PortReturn.h"
 
 #include "ports/PortMemory.h"
+#include "ports/WaysBack.h"
 #include "ports/device/DevicePort.h"
 
-#include <algorithm>
 #include <functional>
 
 namespace hx::host {
@@ -28,31 +28,18 @@ Tell tellOf(CommandContext& context)
     };
 }
 
-bool isServed(const QString& backend)
-{
-    const QList<MidiBackend> backends = listMidiBackends();
-    return std::any_of(backends.begin(), backends.end(), [&backend](const MidiBackend& one) {
-        return one.name == backend && one.unavailable.isEmpty();
-    });
-}
-
 } // namespace
 
 std::unique_ptr<MidiPort> keepPort(CommandContext& context, const ConnectionOptions& options,
                                    std::unique_ptr<MidiPort> port, const PortAddress& address,
                                    const QList<MidiBackend>& present)
 {
-    const PortMemory memory(address, present);
-    const Pace pace = options.pace;
-    const auto reopen = [memory, pace]() -> Result<std::unique_ptr<MidiPort>> {
-        const Result<PortAddress> found = memory.find(listMidiBackends());
-        if (!found)
-            return found.problem();
-        return RtMidiPort::open(*found, pace);
+    const auto open = [pace = options.pace](const PortAddress& found) {
+        return RtMidiPort::open(found, pace);
     };
-    const QString backend = address.backend;
-    return kept(options, std::move(port),
-                {reopen, [backend] { return isServed(backend); }, tellOf(context)});
+    ReturningPort::Ways ways = waysBackTo(address, present, listMidiBackends, open);
+    ways.tell = tellOf(context);
+    return kept(options, std::move(port), ways);
 }
 
 std::unique_ptr<MidiPort> keepDevice(CommandContext& context, const ConnectionOptions& options,

@@ -3,14 +3,15 @@
 
 #include "apps/hxupdate/model/PortSource.h"
 
-#include "ports/AnsweringPort.h"
+#include "ports/WaysBack.h"
 
 namespace hxupdate {
 
 // What the machine's ports are reached by.
 struct MidiSystem {
-    std::function<QList<hx::MidiBackend>()> list;
+    hx::ListBackends list;
     hx::OpenAddress open;
+    std::shared_ptr<hx::Clock> clock; // that of its ports
 };
 
 MidiSystem midiSystemOfMachine();
@@ -21,8 +22,8 @@ public:
     explicit MachinePorts(MidiSystem system = midiSystemOfMachine());
 
     QStringList list() override;
-    hx::Result<std::unique_ptr<hx::MidiPort>> open(const QString& port,
-                                                   DeviceInterface& device) override;
+    hx::Result<std::unique_ptr<hx::MidiPort>> open(const QString& port, DeviceInterface& device,
+                                                   const PortMoved& moved) override;
 
 private:
     MidiSystem m_system;

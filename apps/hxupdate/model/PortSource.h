@@ -7,9 +7,13 @@
 
 #include <QStringList>
 
+#include <functional>
 #include <memory>
 
 namespace hxupdate {
+
+// Told when a port in use went away, and when it is there again; `text` says it in the host's words.
+using PortMoved = std::function<void(bool isThere, const QString& text)>;
 
 // Used by one thread at a time.
 class PortSource {
@@ -20,9 +24,10 @@ public:
     virtual QStringList list() = 0;
 
     // Opens one of them for both directions. `device` is asked for what tells its product's port
-    // from others.
-    virtual hx::Result<std::unique_ptr<hx::MidiPort>> open(const QString& port,
-                                                           DeviceInterface& device) = 0;
+    // from others. A port that goes away is waited for as the host does it, and found again under
+    // another name or number; not when `moved` is null.
+    virtual hx::Result<std::unique_ptr<hx::MidiPort>>
+    open(const QString& port, DeviceInterface& device, const PortMoved& moved) = 0;
 };
 
 } // namespace hxupdate

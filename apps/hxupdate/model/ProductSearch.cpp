@@ -55,20 +55,17 @@ int weight(Finding finding)
     return hx::saturated(order.indexOf(finding));
 }
 
+} // namespace
+
 // Its characters where all can be printed, else hex pairs.
-QString serialText(const QByteArray& number)
+QString serialText(const hx::EsnReading& reading)
 {
+    if (!reading.good())
+        return QString();
+    const QByteArray& number = reading.number;
     const bool isText =
         std::all_of(number.begin(), number.end(), [](char c) { return c > ' ' && c <= '~'; });
     return isText ? QString::fromLatin1(number) : hx::hexText(number);
-}
-
-} // namespace
-
-QString serialOf(hx::ProductReader& reader)
-{
-    const hx::EsnReading esn = reader.esn();
-    return esn.good() ? serialText(esn.number) : QString();
 }
 
 void ProductSearch::pick(const QString& port)
@@ -126,7 +123,7 @@ ProductSearch::Answer ProductSearch::answerOf(int plugin, const QString& port,
                                               const std::atomic<bool>& ended)
 {
     DeviceInterface& device = m_plugins.device(plugin);
-    const auto opened = m_ports.open(port, device);
+    const auto opened = m_ports.open(port, device, nullptr);
     if (!opened)
         return {Finding::PortHeld, {}, opened.problem().what};
     hx::PortBus bus(**opened);
@@ -139,7 +136,7 @@ ProductSearch::Answer ProductSearch::answerOf(int plugin, const QString& port,
     const bool needsRecovery = finding == Finding::Recovery;
     const QString version = needsRecovery ? QString() : assessment.version.version;
     return {finding,
-            {plugin, device.productName(), port, serialOf(reader), version, needsRecovery},
+            {plugin, device.productName(), port, serialText(reader.esn()), version, needsRecovery},
             assessment.state};
 }
 

@@ -48,6 +48,6 @@ private:
 };
 
 // The serial number as it is shown; empty when the product does not tell it.
-QString serialOf(hx::ProductReader& reader);
+QString serialText(const hx::EsnReading& reading);
 
 } // namespace hxupdate

@@ -67,7 +67,7 @@ QStringList SimulatorPorts::list()
 }
 
 hx::Result<std::unique_ptr<hx::MidiPort>> SimulatorPorts::open(const QString& port,
-                                                               DeviceInterface&)
+                                                               DeviceInterface&, const PortMoved&)
 {
     if (m_port)
         return std::unique_ptr<hx::MidiPort>(std::make_unique<RealTimePort>(*m_port, *m_real));

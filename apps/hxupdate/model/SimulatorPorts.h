@@ -15,8 +15,8 @@ public:
                             std::unique_ptr<hx::Clock> real = std::make_unique<hx::SteadyClock>());
 
     QStringList list() override;
-    hx::Result<std::unique_ptr<hx::MidiPort>> open(const QString& port,
-                                                   DeviceInterface& device) override;
+    hx::Result<std::unique_ptr<hx::MidiPort>> open(const QString& port, DeviceInterface& device,
+                                                   const PortMoved& moved) override;
 
 private:
     std::unique_ptr<hx::Clock> m_real;

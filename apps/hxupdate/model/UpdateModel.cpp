@@ -211,6 +211,10 @@ UpdateWatch UpdateModel::watch()
         if (m_told.put(progress))
             callOn(this, [this] { takeProgress(); });
     };
+    watch.moved = [this](bool isThere) {
+        const Notice notice = isThere ? Notice::ProductBack : Notice::ProductAway;
+        callOn(this, [this, notice] { tell(notice); });
+    };
     return watch;
 }
 

@@ -16,6 +16,7 @@ enum class Step { Connect, ChooseImage, Review, Updating, Verifying, Verdict };
 enum class Notice {
     None,
     ProductAway,   // the product that was found is no longer connected
+    ProductBack,   // it is connected again, and the update goes on
     ImageKept,     // an image was handed over and waits for a product
     ImageBad,      // an image was handed over that cannot be used
     FileNotNow,    // a file cannot be taken while an update runs

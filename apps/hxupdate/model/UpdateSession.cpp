@@ -260,29 +260,37 @@ UpdateEnd UpdateSession::update(const ProductFacts& product, const std::atomic<b
     const Wakefulness wakefulness(*m_with.sleep);
     watch.started(wakefulness.isHeld());
     m_search.forget();
-    const auto port = m_with.ports->open(product.port, m_plugins.device(product.plugin));
-    return port ? run(**port, product, image, stopped, watch) : notOpened(port.problem().what);
+    std::unique_ptr<hx::PortBus> bus;
+    const auto moved = [&bus, &watch](bool isThere, const QString& text) {
+        bus->note(isThere ? hx::BusEventKind::PortBack : hx::BusEventKind::Decided, text);
+        watch.moved(isThere);
+    };
+    const auto port = m_with.ports->open(product.port, m_plugins.device(product.plugin), moved);
+    if (!port)
+        return notOpened(port.problem().what);
+    bus = std::make_unique<hx::PortBus>(**port);
+    return run(*bus, product, image, stopped, watch);
 }
 
-UpdateEnd UpdateSession::run(hx::MidiPort& port, const ProductFacts& product,
-                             const ImageFacts& image, const std::atomic<bool>& stopped,
-                             const UpdateWatch& watch)
+UpdateEnd UpdateSession::run(hx::PortBus& bus, const ProductFacts& product, const ImageFacts& image,
+                             const std::atomic<bool>& stopped, const UpdateWatch& watch)
 {
-    hx::PortBus bus(port);
     hx::LoadedPlugin& plugin = m_plugins.plugin(product.plugin);
-    hx::ProductReader reader(plugin.device(), bus);
-    const QString serial = serialOf(reader);
-    if (isOtherUnit(product, serial))
-        return endedAtOtherUnit(serial);
+    QString otherSerial;
     UpdateRecord record(bus, plugin);
     record.add(product);
     record.add(image);
     hx::UpdateOptions options;
     options.interrupted = &stopped;
     options.progress = watch.progressed;
+    options.confirm = [&product, &otherSerial](const hx::UpdateResult& found) {
+        const QString serial = serialText(found.esnBefore);
+        otherSerial = isOtherUnit(product, serial) ? serial : QString();
+        return otherSerial.isEmpty();
+    };
     const hx::UpdateResult result = hx::runUpdate(plugin.device(), bus, m_image, options);
     record.add(result);
-    UpdateEnd end = endOf(result);
+    UpdateEnd end = otherSerial.isEmpty() ? endOf(result) : endedAtOtherUnit(otherSerial);
     end.record = record.content();
     return end;
 }

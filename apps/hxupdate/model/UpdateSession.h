@@ -34,6 +34,7 @@ struct TakenFile {
 struct UpdateWatch {
     std::function<void(bool staysAwake)> started;
     std::function<void(const hx::UpdateProgress&)> progressed;
+    std::function<void(bool isThere)> moved; // the product's port went away, or is there again
 };
 
 // In the place of a plugin's number: any plugin that the image fits.
@@ -65,7 +66,7 @@ private:
     hx::UpdateImage imageFor(int plugin) const;
     ImageFault faultFor(const hx::UpdatePlan& plan, const hx::SignatureVerdict& origin) const;
     int pluginForImage() const;
-    UpdateEnd run(hx::MidiPort& port, const ProductFacts& product, const ImageFacts& image,
+    UpdateEnd run(hx::PortBus& bus, const ProductFacts& product, const ImageFacts& image,
                   const std::atomic<bool>& stopped, const UpdateWatch& watch);
 
     Surroundings m_with;

@@ -12,6 +12,7 @@ namespace {
 const char* const noticeTexts[] = {
     "",
     QT_TRANSLATE_NOOP("NoticeWords", "The product is no longer connected. Connect it again."),
+    QT_TRANSLATE_NOOP("NoticeWords", "The product is connected again. The update goes on."),
     QT_TRANSLATE_NOOP("NoticeWords", "The image %1 is kept for the next update."),
     QT_TRANSLATE_NOOP("NoticeWords", "The file %1 cannot be used."),
     QT_TRANSLATE_NOOP("NoticeWords", "No file can be taken while an update runs."),
