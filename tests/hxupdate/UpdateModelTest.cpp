@@ -2,18 +2,9 @@
 #include "tests/hxupdate/Bench.h"
 #include "tests/support/Valdrin.h"
 
-#include <QFile>
-
 using namespace hxupdate;
 
 namespace {
-
-hx::sim::FaultyProduct otherModel()
-{
-    hx::sim::SimulatedProduct product(hx::sim::valdrin());
-    product.setModel(0x42);
-    return hx::sim::FaultyProduct(product);
-}
 
 Ending endingWith(const QStringList& texts)
 {
@@ -26,122 +17,6 @@ Ending endingWith(const QStringList& texts)
 }
 
 } // namespace
-
-TEST(UpdateModel, StartsBySearching)
-{
-    const Bench bench;
-    EXPECT_EQ(bench.model->step(), Step::Connect);
-    EXPECT_EQ(bench.model->connection().finding, Finding::Searching);
-    EXPECT_EQ(bench.model->connection().product(), nullptr);
-}
-
-TEST(UpdateModel, SaysWhenThereIsNoPlugin)
-{
-    Bench bench(QStringLiteral("/no/such/folder"));
-    bench.look();
-    EXPECT_EQ(bench.model->connection().finding, Finding::NoPlugin);
-    EXPECT_TRUE(bench.model->connection().detail.contains("/no/such/folder"));
-}
-
-TEST(UpdateModel, TakesEveryPluginOfAFolder)
-{
-    Bench bench(QStringLiteral(HX_PLUGIN_FOLDER));
-    bench.goTo(Step::Connect);
-    EXPECT_EQ(bench.model->connection().finding, Finding::Ready);
-}
-
-TEST(UpdateModel, SaysWhenThereIsNoPort)
-{
-    Bench bench;
-    bench.look();
-    EXPECT_EQ(bench.model->connection().finding, Finding::NoPorts);
-}
-
-TEST(UpdateModel, SendsNothingToAPortOfAnotherName)
-{
-    Bench bench;
-    const auto other = bench.ports->plug(QStringLiteral("alsa:Some Synth 20:0"));
-    bench.look();
-    EXPECT_EQ(bench.model->connection().finding, Finding::NoProduct);
-    EXPECT_EQ(other->messages, 0);
-}
-
-TEST(UpdateModel, FindsTheOneProductWithAllThatIsShownOfIt)
-{
-    Bench bench;
-    bench.goTo(Step::Connect);
-    const ProductFacts* product = bench.model->connection().product();
-    ASSERT_NE(product, nullptr);
-    EXPECT_EQ(bench.model->connection().finding, Finding::Ready);
-    EXPECT_EQ(product->name, "Valdrin");
-    EXPECT_EQ(product->serial, "30410001");
-    EXPECT_EQ(product->version, "1.0.2.3");
-    EXPECT_EQ(product->port, productPort);
-}
-
-TEST(UpdateModel, FindsAProductThatIsPluggedInLaterAndNoticesWhenItGoes)
-{
-    Bench bench;
-    bench.look();
-    bench.ports->plug(productPort);
-    bench.look();
-    EXPECT_EQ(bench.model->connection().finding, Finding::Ready);
-    bench.ports->unplug(productPort);
-    bench.look();
-    EXPECT_EQ(bench.model->connection().finding, Finding::NoPorts);
-}
-
-TEST(UpdateModel, DoesNotAskAProductAgainThatHasAnswered)
-{
-    Bench bench;
-    bench.goTo(Step::Connect);
-    const int asked = bench.product->messages;
-    bench.look();
-    EXPECT_EQ(bench.product->messages, asked);
-}
-
-TEST(UpdateModel, AsksASilentProductAgainUntilItAnswers)
-{
-    Bench bench;
-    bench.product = bench.ports->plug(
-        productPort,
-        hx::sim::FaultyProduct(hx::sim::SimulatedProduct(hx::sim::valdrin()), faults({"silent"})));
-    bench.look();
-    EXPECT_EQ(bench.model->connection().finding, Finding::Silent);
-    bench.product->setFaults({});
-    bench.look();
-    EXPECT_EQ(bench.model->connection().finding, Finding::Ready);
-}
-
-TEST(UpdateModel, SaysWhenAnotherProductAnswers)
-{
-    Bench bench;
-    bench.ports->plug(productPort, otherModel());
-    bench.look();
-    EXPECT_EQ(bench.model->connection().finding, Finding::OtherProduct);
-    EXPECT_TRUE(bench.model->connection().detail.contains("0x300042"));
-    bench.model->useProduct();
-    EXPECT_EQ(bench.model->step(), Step::Connect);
-}
-
-TEST(UpdateModel, SaysWhenAProductAnswersOnlyInPart)
-{
-    Bench bench;
-    bench.ports->plug(productPort,
-                      hx::sim::FaultyProduct(hx::sim::SimulatedProduct(hx::sim::valdrin()),
-                                             faults({"silent:2-"})));
-    bench.look();
-    EXPECT_EQ(bench.model->connection().finding, Finding::Unclear);
-}
-
-TEST(UpdateModel, SaysWhenThePortIsHeld)
-{
-    Bench bench;
-    bench.ports->plug(productPort)->isHeld = true;
-    bench.look();
-    EXPECT_EQ(bench.model->connection().finding, Finding::PortHeld);
-    EXPECT_EQ(bench.model->connection().detail, "another program holds it");
-}
 
 TEST(UpdateModel, ChoosesNoneOfTwoProducts)
 {
@@ -211,97 +86,6 @@ TEST(UpdateModel, FindsAProductInRecoveryAndInstallsTheImage)
     next.model->startUpdate();
     ASSERT_TRUE(next.isAt(Step::Verdict));
     EXPECT_EQ(next.model->end().ending, Ending::Succeeded);
-}
-
-TEST(UpdateModel, AGoodImageLeadsToTheReview)
-{
-    Bench bench;
-    bench.goTo(Step::Review);
-    EXPECT_TRUE(bench.model->image().isGood());
-    EXPECT_EQ(bench.model->image().version, "1.0.2.4");
-    EXPECT_EQ(bench.model->image().kind, CodeType::Fwu);
-    EXPECT_EQ(bench.model->image().wireMicroseconds, bench.model->image().bytes * 320);
-    EXPECT_EQ(bench.model->change(), Change::Upgrade);
-}
-
-TEST(UpdateModel, AnOlderImageIsADowngradeAndTheSameAReinstallation)
-{
-    Bench bench;
-    bench.goTo(Step::ChooseImage);
-    bench.model->takeFile(bench.image(QStringLiteral("1.0.2.3")));
-    ASSERT_TRUE(bench.isAt(Step::Review));
-    EXPECT_EQ(bench.model->change(), Change::Reinstall);
-    bench.model->takeFile(bench.image(QStringLiteral("0.9.9.9")));
-    ASSERT_TRUE(waitUntil([&] { return bench.model->image().version == "0.9.9.9"; }));
-    EXPECT_EQ(bench.model->step(), Step::Review);
-    EXPECT_EQ(bench.model->change(), Change::Downgrade);
-}
-
-TEST(UpdateModel, ADamagedImageStaysWhereImagesAreChosen)
-{
-    Bench bench;
-    bench.goTo(Step::ChooseImage);
-    QByteArray damaged = samples::content(samples::messages());
-    damaged[20] = char(damaged[20] ^ 1);
-    bench.model->takeFile(bench.files.write("damaged.syx", damaged));
-    ASSERT_TRUE(waitUntil([&] { return bench.model->image().isChosen(); }));
-    EXPECT_EQ(bench.model->step(), Step::ChooseImage);
-    ASSERT_FALSE(bench.model->image().problems.isEmpty());
-    EXPECT_TRUE(bench.model->image().problems.first().contains("message 1"));
-    bench.model->useImage();
-    EXPECT_EQ(bench.model->step(), Step::ChooseImage);
-}
-
-TEST(UpdateModel, ABadImageInTheReviewLeadsBack)
-{
-    Bench bench;
-    bench.goTo(Step::Review);
-    bench.model->takeFile(bench.files.write("empty.syx", {}));
-    ASSERT_TRUE(bench.isAt(Step::ChooseImage));
-    EXPECT_FALSE(bench.model->image().isGood());
-}
-
-TEST(UpdateModel, AnImageFromTheCommandLineIsUsedOnceAProductIsFound)
-{
-    Bench bench;
-    bench.model->takeFile(bench.image());
-    ASSERT_TRUE(waitUntil([&] { return !bench.notices.isEmpty(); }));
-    EXPECT_EQ(bench.notices.first(), Notice::ImageKept);
-    EXPECT_EQ(bench.model->step(), Step::Connect);
-    bench.product = bench.ports->plug(productPort);
-    bench.look();
-    bench.model->useProduct();
-    EXPECT_TRUE(bench.isAt(Step::Review));
-}
-
-TEST(UpdateModel, ABadImageFromTheCommandLineIsTold)
-{
-    Bench bench;
-    bench.model->takeFile(QStringLiteral("/no/such/file.syx"));
-    ASSERT_TRUE(waitUntil([&] { return !bench.notices.isEmpty(); }));
-    EXPECT_EQ(bench.notices.first(), Notice::ImageBad);
-    EXPECT_EQ(bench.noticed, "file.syx");
-    EXPECT_EQ(bench.model->image().fault, ImageFault::Unreadable);
-}
-
-TEST(UpdateModel, ReplacingTheFileAfterwardsChangesNothing)
-{
-    Bench bench;
-    bench.goTo(Step::Review);
-    bench.files.write("1.0.2.4.syx", "something else");
-    bench.model->startUpdate();
-    ASSERT_TRUE(bench.isAt(Step::Verdict));
-    EXPECT_EQ(bench.model->end().ending, Ending::Succeeded);
-    EXPECT_EQ(bench.product->product().codeBytes(), samples::code(300));
-}
-
-TEST(UpdateModel, NothingIsSentWhileAFileIsRead)
-{
-    Bench bench;
-    bench.goTo(Step::Review);
-    bench.model->takeFile(bench.image(QStringLiteral("1.0.2.5")));
-    bench.model->startUpdate();
-    EXPECT_EQ(bench.model->step(), Step::Review);
 }
 
 TEST(UpdateModel, GoesBackStepByStepAndOnAgain)
@@ -462,16 +246,6 @@ TEST(UpdateModel, EndsTheUpdateWhenItIsDestroyed)
     EXPECT_EQ(bench.sleep->held, bench.sleep->released);
 }
 
-TEST(UpdateModel, NoFileIsTakenWhileAnUpdateRuns)
-{
-    Bench bench;
-    bench.goTo(Step::Updating);
-    bench.model->takeFile(bench.image(QStringLiteral("1.0.2.5")));
-    EXPECT_EQ(bench.notices.last(), Notice::FileNotNow);
-    bench.finish();
-    EXPECT_EQ(bench.model->image().version, "1.0.2.4");
-}
-
 TEST(UpdateModel, TheComputerIsKeptAwakeWhileBytesTravelAndNoLonger)
 {
     Bench bench;
@@ -524,33 +298,6 @@ TEST(UpdateModel, TheRecordIsATraceThatTellsTheVersions)
     const auto trace = hx::parseTrace(record);
     ASSERT_TRUE(trace) << trace.problem().what.toStdString();
     EXPECT_GT(trace->size(), 10U);
-}
-
-TEST(UpdateModel, ATraceIsToldApartFromAnImage)
-{
-    Bench bench;
-    int events = 0;
-    QObject::connect(
-        bench.model.get(), &UpdateModel::traceTaken,
-        [&](const QString&, const hx::TraceEvents& trace) { events = int(trace.size()); });
-    bench.model->takeFile(QStringLiteral(HX_DOCS_FOLDER "/user/update-sequence.trace"));
-    EXPECT_TRUE(waitUntil([&] { return events > 0; }));
-    bench.model->takeFile(bench.files.write("bad.trace", "# hxtrace 1\nnonsense\n"));
-    ASSERT_TRUE(waitUntil([&] { return !bench.notices.isEmpty(); }));
-    EXPECT_EQ(bench.notices.last(), Notice::TraceBad);
-    EXPECT_EQ(bench.noticed, "bad.trace:2");
-}
-
-TEST(UpdateModel, NothingIsSentWhileTheImageIsBad)
-{
-    Bench bench;
-    bench.goTo(Step::ChooseImage);
-    bench.model->takeFile(bench.files.write("empty.syx", {}));
-    ASSERT_TRUE(waitUntil([&] { return bench.model->image().isChosen(); }));
-    bench.model->useImage();
-    bench.model->startUpdate();
-    EXPECT_EQ(bench.model->step(), Step::ChooseImage);
-    EXPECT_FALSE(bench.product->product().isUpdating());
 }
 
 TEST(UpdateModel, AStepIsTakenOnceHoweverOftenItIsAskedFor)

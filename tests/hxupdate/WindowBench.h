@@ -40,3 +40,8 @@ public:
     QStringList announced; // names that assistive technology was told
     hxupdate::UpdateWindow window;
 };
+
+inline bool isProductFound(const WindowBench& bench)
+{
+    return waitUntil([&] { return bench.model->connection().product() != nullptr; });
+}
