@@ -136,7 +136,7 @@ void UpdateModel::takeFile(const QString& path)
 void UpdateModel::takeTaken(const TakenFile& taken)
 {
     if (!taken.isTrace)
-        takeImage(taken.image);
+        setImage(taken.image);
     else if (taken.trace)
         Q_EMIT traceTaken(taken.path, *taken.trace);
     else
@@ -145,7 +145,7 @@ void UpdateModel::takeTaken(const TakenFile& taken)
                                    .arg(taken.trace.problem().place.line));
 }
 
-void UpdateModel::takeImage(const ImageFacts& image)
+void UpdateModel::setImage(const ImageFacts& image)
 {
     m_image = image;
     const bool isForProduct = pluginInUse() != noPlugin;
@@ -166,7 +166,7 @@ void UpdateModel::useProduct()
     if (!m_image.isChosen())
         return;
     run([this, plugin = m_product.plugin] { return m_session.judge(plugin); },
-        [this](const ImageFacts& image) { takeImage(image); });
+        [this](const ImageFacts& image) { setImage(image); });
 }
 
 void UpdateModel::useImage()

@@ -88,7 +88,7 @@ private:
     void takeConnection(const Connection& connection);
     void setConnection(const Connection& connection);
     void takeTaken(const TakenFile& taken);
-    void takeImage(const ImageFacts& image);
+    void setImage(const ImageFacts& image);
     void takeProgress();
     void takeEnd(const UpdateEnd& end);
     UpdateWatch watch();
