@@ -57,7 +57,7 @@ Result<QByteArray> commentOf(const QList<QByteArray>& lines, int index, const ch
 {
     const QByteArray& line = lines.at(index);
     if (line.startsWith(word) && std::none_of(line.begin(), line.end(), isControlByte))
-        return line.mid(saturated(qstrlen(word)));
+        return line.mid(QLatin1String(word).size());
     return wrongLine(
         index + 1, line,
         QStringLiteral("\"%1\" and a text that ends with a line feed").arg(QLatin1String(word)));
