@@ -141,16 +141,33 @@ void addBoth(const std::string& operation, const Exchanges& exchanges, const cha
     addEach(operation, exchanges, contender, match);
 }
 
-/** The patterns in turn, beside compiling them each time, and beside searching with what is compiled. */
-void addExpressions(const std::string& name, const std::vector<std::string>& patterns)
+auto inTurn(const std::vector<std::string>& patterns)
 {
-    const auto next = [patterns, at = std::make_shared<size_t>(0)] {
+    return [patterns, at = std::make_shared<size_t>(0)] {
         *at = (*at + 1) % patterns.size();
         return patterns[*at].c_str();
     };
+}
+
+/** Others that mean the same: QRegExp would find the expressions that ours keeps. */
+std::vector<std::string> otherwise(std::vector<std::string> patterns)
+{
+    for (std::string& pattern : patterns) {
+        const size_t at = pattern.find("[23]");
+        if (at != std::string::npos)
+            pattern.replace(at, 4, "[32]");
+    }
+    return patterns;
+}
+
+/** The patterns in turn, beside compiling them each time, and beside searching with what is compiled. */
+void addExpressions(const std::string& name, const std::vector<std::string>& patterns)
+{
     const HxMidiData data(QByteArray::fromHex("F0006B2D3041430C00F7"));
-    add(name + "/own", [=] { return data.match(next(), true); });
-    add(name + "/qregexp", [=] { return transcription::match(data.bytes, next(), true); });
+    add(name + "/own", [data, next = inTurn(patterns)] { return data.match(next(), true); });
+    add(name + "/qregexp", [data, next = inTurn(otherwise(patterns))] {
+        return transcription::match(data.bytes, next(), true);
+    });
     if (patterns.size() > 1)
         return;
     const QRegExp compiled(QString::fromStdString(patterns[0]));

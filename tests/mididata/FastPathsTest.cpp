@@ -51,6 +51,38 @@ TEST(FastPaths, SumsOfTheGreatestBytesDoNotOverflow)
     }
 }
 
+TEST(FastPaths, BytesAreFoundAtEveryPlaceOfABlock)
+{
+    for (const int size : {1, 2, 3, 16, 31, 32, 33, 40}) {
+        QByteArray part(size, '\x11');
+        part[size / 2] = '\x12';
+        for (int length = size; length < 120; ++length) {
+            const QByteArray without(length, '\x11');
+            ASSERT_FALSE(AdoptedBuffer(without).data.contains(part)) << size << " in " << length;
+            for (int at = 0; at + size <= length; ++at) {
+                QByteArray bytes = without;
+                bytes.replace(at, size, part);
+                ASSERT_TRUE(AdoptedBuffer(bytes).data.contains(part)) << size << " at " << at;
+            }
+        }
+    }
+}
+
+// So many places begin and end like the part that the C library's search goes on.
+TEST(FastPaths, BytesAreFoundAfterManyPlacesThatNearlyFit)
+{
+    Random random(11);
+    for (int i = 0; i < 2000; ++i) {
+        QByteArray bytes(random.below(5000), random.oneIn(4) ? '\x12' : '\x11');
+        QByteArray part(random.between(1, 60), '\x11');
+        part[random.below(part.size())] = '\x12';
+        if (random.oneIn(2) && bytes.size() > part.size())
+            bytes.replace(random.below(bytes.size() - part.size()), part.size(), part);
+        ASSERT_EQ(AdoptedBuffer(bytes).data.contains(part),
+                  transcription::containsRaw(bytes, part));
+    }
+}
+
 TEST(FastPaths, MessagesOfEveryLengthAreCutAtTheirStatusBytes)
 {
     for (int length = 1; length < 100; ++length) {
