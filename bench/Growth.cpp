@@ -1,8 +1,8 @@
 // hxgrowth: operations on inputs of 1 KiB to 16 MiB, each twice as long as the one before. Prints the CPU time
 // of each and the factor from one to the next, beside those of its floor: what the memory needs for as many bytes,
 // measured in turn with it. Ends with 1 when a doubling of a hostile input takes more than 2.2 times as long and
-// this is not the memory's doing: when it is more than 1.1 times the floor's factor too, which is above 2 where
-// the bytes no longer fit a cache. Work that grew with the square of the size would have 4.
+// this is not the memory's doing: when it is more than 1.1 times the floor's factor too, at this doubling and at
+// those beside it. The floor's is above 2 where the bytes no longer fit a cache. Work that grew with the square of the size would have 4.
 #include "bench/Inputs.h"
 #include "mididata/HxMidiData.h"
 
@@ -207,29 +207,43 @@ const std::vector<Subject> subjects = {
 struct Growth {
     double mean = 0;         // factor of a doubling
     double greatest = 0;     // of one
-    double floorsThere = 0;  // what it is for the floor there
+    double floors = 0;       // the floor's greatest at that doubling and those beside it
     bool isTooGreat = false; // one is more than allowed
 };
 
 // Prints one line a size.
-Growth measure(const Subject& subject)
+std::vector<Times> measure(const Subject& subject)
 {
     std::printf("\n%s\n", subject.name);
     std::vector<Times> times;
-    Growth growth;
     for (int size = smallest; size <= greatest; size *= 2) {
-        const Times now = leastTimes(subject.prepared(size), subject.floor(size));
-        const Times last = times.empty() ? now : times.back();
-        times.push_back(now);
-        const double own = now.own / last.own;
-        const double floor = now.floor / last.floor;
-        std::printf("%8s %14.0f ns  x%.2f   floor %14.0f ns  x%.2f\n",
-                    hxbench::sizeName(size).c_str(), now.own, own, now.floor, floor);
+        times.push_back(leastTimes(subject.prepared(size), subject.floor(size)));
+        std::printf("%8s %14.0f ns   floor %14.0f ns\n", hxbench::sizeName(size).c_str(),
+                    times.back().own, times.back().floor);
         std::fflush(stdout);
+    }
+    return times;
+}
+
+// A cache may be full one doubling sooner or later than for the floor.
+double floorsFactorBeside(const std::vector<Times>& times, size_t at)
+{
+    double factor = 0;
+    for (size_t i = std::max<size_t>(at, 2) - 1; i < std::min(at + 2, times.size()); ++i)
+        factor = std::max(factor, times[i].floor / times[i - 1].floor);
+    return factor;
+}
+
+Growth growthOf(const std::vector<Times>& times)
+{
+    Growth growth;
+    for (size_t i = 1; i < times.size(); ++i) {
+        const double own = times[i].own / times[i - 1].own;
+        const double floor = floorsFactorBeside(times, i);
         growth.isTooGreat |= own > mostGrowth && own > mostBesideFloor * floor;
         if (own > growth.greatest) {
             growth.greatest = own;
-            growth.floorsThere = floor;
+            growth.floors = floor;
         }
     }
     growth.mean = std::pow(times.back().own / times.front().own, 1.0 / double(times.size() - 1));
@@ -243,12 +257,12 @@ int main()
     std::string summary;
     std::string complaint;
     for (const Subject& subject : subjects) {
-        const Growth growth = measure(subject);
+        const Growth growth = growthOf(measure(subject));
         const std::string name =
             std::string(subject.name) + (subject.isHostile ? " (hostile)" : "");
         char line[200];
         std::snprintf(line, sizeof(line), "| %s | %.2f | %.2f | %.2f |\n", name.c_str(),
-                      growth.mean, growth.greatest, growth.floorsThere);
+                      growth.mean, growth.greatest, growth.floors);
         summary += line;
         if (subject.isHostile && growth.isTooGreat)
             complaint += "grew by more than allowed: " + name + "\n";
