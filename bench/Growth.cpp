@@ -53,11 +53,12 @@ double timeOf(const Operation& operation, int runs)
     return (processorTime() - begin) / runs;
 }
 
-// How many runs take a millisecond; several, so that most find in a cache what the runs of the other one took
-// out of it.
+// How many runs take a millisecond; several, unless they are long, so that most find in a cache what the runs of
+// the other one took out of it.
 int enoughRuns(const Operation& operation)
 {
-    int runs = 4;
+    constexpr double longRun = 2e7;
+    int runs = timeOf(operation, 1) > longRun ? 1 : 4;
     while (timeOf(operation, runs) * runs < 1e6)
         runs *= 2;
     return runs;
