@@ -21,15 +21,12 @@ class QDataStream;
  *
  * Bytes are unsigned, 00 to FF; nothing restricts them to 7 bits. Copies share storage until one
  * side writes. An empty buffer is valid, and it is the failure value of the whole class: nothing
- * throws. Text that cannot be read gives one line on Qt's debug channel and the result stated at
- * the operation.
+ * throws. Upper and lower case are alike. Text that cannot be read gives one line on Qt's debug
+ * channel and the result stated at the operation.
  *
  * Positions are byte indexes from 0. Any position, length or count may be given: sums are formed in
  * 64 bits, and what lies outside the buffer gives the result stated at the operation. 8-bit text is
  * read as Latin-1, one character a byte.
- *
- * The three languages take upper and lower case alike.
- *
  *
  * HEX TEXT: the constructors from text, setText(), the MSTR argument of setData()
  *
@@ -45,15 +42,12 @@ class QDataStream;
  *
  *     Text                       Bytes
  *     "F0 7E 7F 06 01 F7"        F0 7E 7F 06 01 F7
- *     "F07E06"                   F0 7E 06
- *     "F0,7E,,06"                F0 7E 06             empty tokens are skipped
  *     setText("7 123 12345")     07 00 23 01 23 45    123 loses its high digit, see appendNum()
  *     "0x3041"                   00 41                one number, not two bytes
  *     "F0,..,F7"                 F0 F7                ".." is logged and gives no bytes
  *     "10,-1,20"                 10                   -1 is logged and ends the text
  *     "F07"                      (none)               an odd number of digits, logged
  *     "7"                        (none)               fewer than two characters, not logged
- *
  *
  * PATTERN: match(), startsWith(), contains() with text
  *
@@ -63,8 +57,6 @@ class QDataStream;
  *     .          is one hex digit, half a byte
  *     ..         is one byte
  *     0[89]      is the byte 08 or 09
- *     .*         is any number of digits, or none
- *     (a|b)      is either text
  *
  * The end of the pattern need not be the end of the buffer. Unless the match must begin at the
  * start, it may begin in the middle of a byte.
@@ -77,8 +69,6 @@ class QDataStream;
  *     F0 00 41 08 02 F7      "F0 00 41 0[89]..*F7"            yes
  *     F0 00 41 2F 46 F7      "(F0 00 41 2F ..F7|F0 00 30)"    yes
  *     F0 00 41 2F 46 F7      "F0 VV"                          no     VV is not a wildcard
- *     any                    ""                               yes
- *
  *
  * BUILDER FORMAT: setData(), vSetData()
  *
@@ -101,7 +91,6 @@ class QDataStream;
  *     Call                                     Bytes
  *     setData("F0 7E V14 F7", 0x2345u)         F0 7E 46 45 F7
  *     setData("f0 nib24 f7", 0x123456u)        F0 01 02 03 04 05 06 F7
- *     setData("CSTR MSTR", "AB", "41 42")      41 42 41 42
  *     setData("F0,7E V8", 5)                   05               "F0,7E" is not a hex number
  *     setData("F0 MSTR 11 F7", "")             F0 F7            logged; see setData()
  */
@@ -119,50 +108,34 @@ public:
     quint64 auxC = 0;
 
     // ---- Making a buffer. Copying copies all five members; the bytes are shared. ----
-
     /** An empty buffer. */
     HxMidiData() = default;
-
-    /**
-     * The contents of `v`, delivered by `in`. The size is taken as an int: a vector whose size
-     * is negative as an int gives an empty buffer.
-     */
+    /** The bytes of `v`, delivered by `in`; none when their number is negative as an int. */
     HxMidiData(const std::vector<unsigned char>& v, HxMidiIn* in);
-
     /** The bytes that appendNum() forms of `value`: 5 gives 05, 0x1234 gives 00 34. */
     HxMidiData(int value);
-
     /** The bytes of `a`, shared with it. */
     HxMidiData(const QByteArray& a);
-
     /** Hex text, after every blank and every newline has been removed. */
     HxMidiData(const QString& text);
-
     /** As the constructor from a constant text; `text` is not changed. */
     HxMidiData(QString& text);
-
     /** Hex text, after every blank (but no newline) has been removed; empty for null. */
     HxMidiData(const char* text);
 
     /**
-     * Replaces the contents by what the hex text denotes; auxA and source become 0.
-     * Null gives an empty buffer; `text` may lie in this buffer's own storage.
-     *
-     * A token that is not a number is skipped, with the line "HxMidiData::HxMidiData(const
-     * char*,int) - error converting hex string: " and the whole text. An odd number of digits
-     * without separators gives an empty buffer, with the line "HxMidiData::HxMidiData(const
-     * char*,int) - invalid hex string format: " and the text. The lines name that constructor
-     * whichever entry was used.
+     * Replaces the contents by what the hex text denotes; auxA and source become 0. Null gives an
+     * empty buffer; `text` may lie in this buffer's own storage. What cannot be read is logged as
+     * "HxMidiData::HxMidiData(const char*,int) - ", whichever entry was used, then "error converting
+     * hex string: " for a token that is not a number, which is skipped, or "invalid hex string
+     * format: " for an odd number of digits without separators, which gives an empty buffer, then
+     * the whole text.
      */
     void setText(const char* text);
 
     /** True when `s` has at least three characters and begins with "0x" or "0X". */
     static bool is0xHexStr(QString& s);
-
-    /**
-     * Appends the bytes of numHexToByteArray(value).
-     * @return false, with that operation's log line, for 0xFFFFFFFF alone, which appends nothing.
-     */
+    /** Appends numHexToByteArray(value). @return false for 0xFFFFFFFF, which appends nothing. */
     bool appendNum(unsigned int value);
 
     /**
@@ -175,38 +148,32 @@ public:
      * well, even if it is the empty piece between two blanks; its argument is not taken.
      */
     void setData(const char* fmt, ...);
-
     /** As setData(), but appends to what the buffer holds; auxA and source keep their values. */
     void vSetData(const char* fmt, va_list args);
 
-    /**
-     * Appends the other buffer's bytes, which may be this buffer's own; returns this buffer. A result
-     * that is too long for an array changes nothing.
-     */
+    /** Appends the other's bytes, or its own; returns itself, unchanged if that is too long. */
     HxMidiData& append(const HxMidiData& other);
 
     /** Empties the buffer; auxA and source become 0, auxB and auxC keep their values. */
     void clear();
 
     /**
-     * Makes the buffer a view of the caller's memory, without copying. That memory must stay
-     * alive and unchanged while this buffer or a copy of it reads it; the first write makes a
-     * private copy. `len` is taken as an int; negative or a null `buf` gives an empty buffer.
-     * The other members keep their values.
+     * Makes the buffer a view of the caller's memory, without copying. That memory must stay alive
+     * and unchanged while this buffer or a copy reads it; the first write makes a private copy.
+     * `len` is taken as an int; negative or a null `buf` gives an empty buffer. The other members
+     * keep their values.
      */
     void copyFromBuffer(const char* buf, size_t len);
 
     /**
-     * Empties the buffer as clear() does, and leaves an empty array that is not null. The source
-     * is not read and the count not used: callers that want 8-bit data packed into 7-bit bytes
-     * use cvt8to7().
+     * Empties the buffer as clear() does, and leaves an empty array that is not null. The source is
+     * not read and the count not used: cvt8to7() is what packs 8-bit data into 7-bit bytes.
      */
     void fromRaw8bit(const char* src, int n);
     /** Empties the buffer, as fromRaw8bit(const char*, int). */
     void fromRaw8bit(const QByteArray& raw);
 
     // ---- Cutting and copying out ----
-
     /**
      * The bytes from `pos`, `len` of them, by QByteArray::mid()'s rules: a negative `len` or one
      * past the end means to the end, a `pos` past the end gives an empty array.
@@ -224,9 +191,8 @@ public:
      * Cuts a byte stream into MIDI messages. A status byte (80 and above) begins a piece; an F7
      * that follows other bytes ends their piece instead. So a real-time byte inside a System
      * Exclusive message cuts it in two, and data bytes before the first status byte or after F7
-     * form a piece without one. Running status is not expanded: 90 40 7F 41 7F is one piece.
-     *
-     *     F0 01 F7 F7 02   gives   F0 01 F7 and F7 02: the second F7 has nothing to end
+     * form a piece without one. Running status is not expanded: 90 40 7F 41 7F is one piece. An F7
+     * after an F7 has nothing to end: F0 01 F7 F7 02 gives F0 01 F7 and F7 02.
      */
     QList<HxMidiData> splitOnStatus() const;
 
@@ -235,7 +201,6 @@ public:
      * start and `count` (-1: the size). Copies nothing when n < 1 or `start` is negative.
      */
     void copyToStdVec(std::vector<unsigned char>& out, int start, int count) const;
-
     /** A new vector filled as by copyToStdVec(). */
     std::vector<unsigned char> toStdVector(int start, int count);
 
@@ -247,17 +212,12 @@ public:
     void copyToBuffer(char* buf, int start, int count) const;
 
     // ---- Matching and comparing ----
-
     /**
      * Whether the text pattern fits somewhere, or, with `atStart`, whether its first fit begins
      * with the first byte. A null pattern is an empty one and fits every buffer.
      */
     bool match(const char* pattern, bool atStart) const;
-
-    /**
-     * Whether `rx`, made case-insensitive but otherwise taken as it is, fits the compact hex text;
-     * with `atStart`, whether its first fit begins with the first byte.
-     */
+    /** The same with `rx`, made case-insensitive but otherwise taken as it is. */
     bool match(QRegExp rx, bool atStart) const;
 
     /** match(pattern, false). */
@@ -277,7 +237,7 @@ public:
     /**
      * Equality within the tolerances of the device's data. Sizes must agree. Bytes 0-9, 26-68,
      * 71-75 and 633-647 must be equal, bytes 10-13 and 17-25 may differ by up to 4, all others
-     * (14-16, 69-70, 76-632 and from 648 on) are not compared. Byte 632 is not compared either.
+     * (14-16, 69-70, 76-632 and from 648 on) are not compared.
      */
     bool isSame(const HxMidiData& other) const;
 
@@ -288,7 +248,6 @@ public:
      * sizes first adds "Size Mismatch: mine != other".
      */
     QStringList diff(const HxMidiData& other, int count, int offset) const;
-
     /**
      * diff() against `len` raw bytes: no size line, all indexes below the smaller size. A negative
      * `len` counts as 0; a null `data` gives the one line "Invalid Arg".
@@ -316,7 +275,6 @@ public:
     static unsigned char detectMidiCh(const HxMidiData& msg, unsigned char fallback);
 
     // ---- Value fields. b[i] is the byte at pos + i; all results are 32-bit and wrap. ----
-
     /**
      * b[0] * 128 + b[1], both SIGNED (81 01 gives -16255). Only a `pos` above the size gives
      * `fallback`: bytes outside the buffer, at its end as before its beginning, read as 0.
@@ -325,7 +283,6 @@ public:
 
     /** Five 7-bit groups, most significant first; of the first byte only the low 4 bits count. */
     unsigned int getUtime(int pos, int fallback) const;
-
     /** The bits that getUtime() assembles, read as an IEEE 754 single-precision number. */
     float getFloat32(int pos, float fallback) const;
 
@@ -335,7 +292,6 @@ public:
      * `fallback`, as with all the five-byte getters.
      */
     int get32bit(int pos, int fallback) const;
-
     /** As get32bit(), least significant group first. */
     int get32bitLE(int pos, int fallback) const;
 
@@ -361,10 +317,7 @@ public:
      */
     QString getString(int pos, int len) const;
 
-    /**
-     * The bytes of mid(pos, len) as Latin-1 text, zero bytes included; empty when pos + len is
-     * above the size.
-     */
+    /** mid(pos, len) as Latin-1 text, zero bytes too; empty when pos + len is above the size. */
     QString toAsciiString(int pos, int len) const;
 
     /** Sum of the section mid(pos, len) modulo 128; `len` -1 means to the end. Not complemented. */
@@ -381,7 +334,6 @@ public:
      * Packs `n` bytes of 8 bits into 7-bit bytes: for every seven of them a byte of their top bits
      * (bit 6 belongs to the first), then the bytes without them. This buffer is not involved.
      * `dst` must have room for n + ceil(n / 7) bytes.
-     *
      * @return the number of bytes written; 0 when a pointer is null.
      */
     unsigned int cvt8to7(char* dst, const char* src, unsigned int n);
@@ -393,9 +345,7 @@ public:
      *     0x100 ... 0xFFFE         two: 00 and the LOW byte; the high byte is lost (0x1234: 00 34)
      *     0xFFFF ... 0xFFFFFE      three
      *     0xFFFFFF ... 0xFFFFFFFE  four
-     *     0xFFFFFFFF               none
-     *
-     * The last one logs "HxMidiData::numHexToByteArray(quint32) - error".
+     *     0xFFFFFFFF               none; logs "HxMidiData::numHexToByteArray(quint32) - error"
      */
     static QByteArray numHexToByteArray(unsigned int value);
 
@@ -411,7 +361,6 @@ public:
     QByteArray replace(int pos, int len, const QByteArray& with);
 
     // ---- Text. Hex digits are upper case. ----
-
     /**
      * The first `count` bytes (-1: all) without separators: F07E7F. Null for an empty buffer;
      * empty, but not null, for `count` 0 of any other.
@@ -420,16 +369,13 @@ public:
 
     /** The last `n` bytes without separators; empty for n <= 0. */
     QString toStringFromEnd(int n) const;
-
     /** The first `len` bytes (-1: all) with `sep` between neighbours: F0:7E:7F. */
     QString toString(char sep, int len) const;
-
     /**
      * The section mid(start, min(len + start, size)) with `sep` between neighbours: a `start` above
      * 0 shows up to len + start bytes, not `len`. A `start` at or past the end counts as 0.
      */
     QString toString(char sep, int start, int len) const;
-
     /** All bytes in decimal, separated by single blanks: 240 126 127. */
     QString toStringDec() const;
 
@@ -448,11 +394,7 @@ public:
     QString toStringTable(int len, int columns) const;
 };
 
-/**
- * Writes the bytes alone, as QDataStream writes a QByteArray: a null array differs from an empty
- * one.
- */
+/** Writes the bytes alone, as a QByteArray: a null one differs from an empty one. */
 QDataStream& operator<<(QDataStream& stream, const HxMidiData& data);
-
 /** Replaces the bytes alone; the other members keep their values. */
 QDataStream& operator>>(QDataStream& stream, HxMidiData& data);
