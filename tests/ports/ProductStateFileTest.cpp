@@ -171,6 +171,7 @@ TEST_F(StateFile, AChangeThatFindsNoRoomIsAFailureAndStaysOne)
         product.receive(messages.at(1));
         EXPECT_FALSE(file->keep(product));
     }
+    product.receive(messages.at(2)); // for which there would be room
     const Result<> later = file->keep(product);
     ASSERT_FALSE(later);
     EXPECT_EQ(later.problem().what, "File too large");
