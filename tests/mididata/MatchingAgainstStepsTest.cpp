@@ -113,11 +113,11 @@ TEST(MatchingAgainstSteps, alternativesOfManyDigits)
         std::string pattern = random.oneIn(8) ? " (" : "(";
         for (int alternatives = random.between(1, 4); alternatives > 0; --alternatives) {
             std::string digits = bytes.left(random.below(bytes.size() + 1)).toHex().toStdString();
-            if (random.oneIn(2) && !digits.empty())
-                digits[static_cast<size_t>(random.below(digits.size()))] = "0F.7a"[random.below(5)];
+            const auto count = static_cast<qsizetype>(digits.size());
+            if (random.oneIn(2) && count > 0)
+                digits[static_cast<size_t>(random.below(count))] = "0F.7a"[random.below(5)];
             if (random.oneIn(3))
-                digits.insert(static_cast<size_t>(random.below(digits.size() + 1)),
-                              random.of(rare));
+                digits.insert(static_cast<size_t>(random.below(count + 1)), random.of(rare));
             pattern += digits + (alternatives > 1 ? "|" : "");
         }
         compare(bytes, pattern + (random.oneIn(16) ? "" : ")") + (random.oneIn(16) ? "0" : ""));
