@@ -165,7 +165,9 @@ int jack_port_name_size()
 
 void* jack_ringbuffer_create(size_t)
 {
-    return malloc(1);
+    auto* buffer = static_cast<char*>(malloc(1));
+    *buffer = 0; // not the last step, so that a leak names this function
+    return buffer;
 }
 
 void jack_ringbuffer_free(void* buffer)
