@@ -17,12 +17,21 @@ import termios
 import trial
 
 
+def keep_output_at_interrupts():
+    """The system sends the signal of Ctrl-C first and empties the terminal afterwards: what a program
+    has written in between would be lost."""
+    settings = termios.tcgetattr(0)
+    settings[3] |= termios.NOFLSH
+    termios.tcsetattr(0, termios.TCSANOW, settings)
+
+
 def run_in_terminal(words, typed="", columns=40, environment=None, when_asked=lambda: None, signalled=None,
                     question=b"Type yes to start:"):
     """Returns the exit code and all that appeared on the terminal. When the `question` is there, calls
     `when_asked`, then types `typed` or sends the signal `signalled`."""
     pid, terminal = pty.fork()
     if pid == 0:
+        keep_output_at_interrupts()
         os.environ.update({"TERM": "xterm"}, **(environment or {}))
         for name in ("NO_COLOR", "CLICOLOR_FORCE"):
             if name not in (environment or {}):
