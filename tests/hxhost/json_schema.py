@@ -128,6 +128,12 @@ class SchemaBench(trial.Bench):
                   for error in self.validator.iter_errors(document)]
         return "\n".join(errors)
 
+    def accepts_a_short_key(self):
+        words = ["image", "verify", self.names["IMAGE"], "--pubkey", self.names["PUBLIC"], "--plugin", self.plugin]
+        document = json.loads(self.run(self.hxhost, *words, "--json").stdout)
+        document["result"]["signature"]["key"] = "C2EF0989DD3435"
+        return self.validator.is_valid(document)
+
 
 def validate_all(bench):
     bench.prepare()
@@ -137,6 +143,7 @@ def validate_all(bench):
         if found:
             failures += 1
             print(f"hxhost {' '.join(case)}:\n{found}\n")
+    trial.check(bench.accepts_a_short_key(), "an identifier of a key with a zero before it is as the schema says")
     print(f"{len(CASES) - failures} of {len(CASES)} documents are as the schema says")
     trial.check(failures == 0, f"{failures} are not")
 
